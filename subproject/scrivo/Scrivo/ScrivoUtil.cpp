@@ -1,0 +1,1 @@
+#include "Scrivo/ScrivoUtil.h"

@@ -1,0 +1,1 @@
+#include "Scrivo/TemplatesGraphicsRecognizer.h"
