@@ -124,14 +124,21 @@ describe('points that come back', () => {
     // A scribble: small enough to be compared with no template, too curly for an angle.
     let seed = 1;
     const random = () => (seed = (seed * 48271) % 2147483647) / 2147483647;
-    for (const count of [255, 256, 257, 511, 512, 513, 1025]) {
-      const stroke = Array.from({ length: count }, () => ({
+    const scribble = (count) =>
+      Array.from({ length: count }, () => ({
         x: 0.5 + random() * 0.03,
         y: 0.5 + random() * 0.03,
         force: 0.01 + random(),
       }));
+    for (const count of [255, 256, 257, 511, 512, 513, 1025]) {
+      const stroke = scribble(count);
       assert.deepEqual(optimizeAStroke(stroke, 1000, 1000, []), { path: stroke, type: 0 });
     }
+    const million = scribble(1e6);
+    const { path, type } = optimizeAStroke(million, 1000, 1000, [million]);
+    assert.deepEqual([path.length, type], [1e6, 0]);
+    const differs = (point, i) => ['x', 'y', 'force'].some((key) => point[key] !== million[i][key]);
+    assert.equal(path.findIndex(differs), -1);
   });
 });
 
