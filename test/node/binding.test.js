@@ -363,6 +363,16 @@ describe('arguments of optimizeAStroke', () => {
     }
   });
 
+  test('round sizes to single precision', () => {
+    // More than 75 units across, a straight stroke is a line.
+    const stroke = Array.from({ length: 21 }, (_, i) => ({ x: i / 20, y: 0 }));
+    const flat = (size) => optimizeAStroke(stroke, size, 1, []).type;
+    assert.deepEqual([75, 75.000001, 75.00001].map(flat), [0, 0, 2]);
+    const upright = stroke.map(({ x, y }) => ({ x: y, y: x }));
+    const tall = (size) => optimizeAStroke(upright, 1, size, []).type;
+    assert.deepEqual([75, 75.000001, 75.00001].map(tall), [0, 0, 2]);
+  });
+
   test('may come from another realm', () => {
     const stroke = vm.runInNewContext('[{ x: 0.25, y: 0.5 }]');
     assert.deepEqual(redraw(stroke, stroke), [A]);
