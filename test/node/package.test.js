@@ -25,7 +25,7 @@ describe('the package', () => {
 
   test('is sealed but for its entry points', () => {
     assert.equal(require('scrivo/package.json').name, 'scrivo');
-    assert.throws(() => require('scrivo/lib/native.js'), { code: 'ERR_PACKAGE_PATH_NOT_EXPORTED' });
+    assert.throws(() => require('scrivo/lib/native.js'), /lib.native/);
   });
 
   test('names the figure codes, for good', () => {
