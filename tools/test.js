@@ -29,7 +29,8 @@ function newReport(name) {
 
 /** Totals of a JUnit file of ctest. */
 function countJunit(xml) {
-  const attribute = (name) => Number(new RegExp(`<testsuite[^>]* ${name}="(\\d+)"`).exec(xml)?.[1]);
+  const attribute = (name) =>
+    Number(new RegExp(`<testsuite[^>]*\\s${name}="(\\d+)"`).exec(xml)?.[1]);
   const tests = attribute('tests') || 0;
   const failed = attribute('failures') || 0;
   const skipped = (attribute('skipped') || 0) + (attribute('disabled') || 0);
