@@ -86,7 +86,7 @@ function createServer({ optimizeAStroke }) {
     try {
       await route(request, response, optimizeAStroke);
     } catch (error) {
-      if (response.headersSent || request.destroyed) return response.destroy();
+      if (response.headersSent || response.destroyed) return response.destroy();
       const known = error instanceof BadRequest;
       if (!known) console.error(error);
       // What is left of a refused body would be taken for the next request.
