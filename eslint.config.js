@@ -10,7 +10,6 @@ const rules = {
   'no-var': 'error',
   'object-shorthand': 'error',
   'prefer-const': 'error',
-  'prefer-template': 'error',
 };
 
 module.exports = [
