@@ -107,10 +107,17 @@ test('totals are read from the reports of both runners', () => {
   assert.deepEqual([countJunit(''), countTap('')], [nothing, nothing]);
 });
 
-test('an interrupted tool takes its children and theirs along', { timeout: 60_000 }, async () => {
-  const script = `require('./tools/support/run.js').run('sh', ['-c', 'sleep 600 & echo; wait'])`;
+test('an interrupted tool takes its children and theirs along', { timeout: 60_000 }, async (t) => {
+  const script = `require('./tools/support/run.js').run('sh', ['-c', 'sleep 600 & echo $$; wait'])`;
   const tool = spawn(process.execPath, ['-e', script], { cwd: path.join(__dirname, '../..') });
-  await once(tool.stdout, 'data');
+  const [group] = await once(tool.stdout, 'data');
+  t.after(() => {
+    try {
+      process.kill(-group, 'SIGKILL');
+    } catch {
+      // gone, as it should be
+    }
+  });
   tool.kill('SIGTERM');
   // The output closes when the last process that holds it is gone.
   assert.deepEqual(await once(tool, 'close'), [128 + 15, null]);
