@@ -73,9 +73,8 @@ export interface StrokeResult {
  * paths are ignored, of two for the same name the later one counts. A file that
  * is missing or cannot be read contributes nothing and is not reported.
  *
- * - The templates belong to the process. Worker threads share them, and nothing
- *   is locked: load them in one thread, before any other uses the module.
- * - A further call adds its templates to those that are loaded.
+ * - The templates belong to the process, and worker threads share them: load them
+ *   once, in one thread. A further call adds its templates to those there are.
  * - Numbers in the files are read by the C library, whose decimal separator
  *   depends on the process's locale. Node.js leaves that at "C"; a host that has
  *   called `setlocale` for a language with a decimal comma must load the

@@ -124,14 +124,21 @@ describe('points that come back', () => {
     // A scribble: small enough to be compared with no template, too curly for an angle.
     let seed = 1;
     const random = () => (seed = (seed * 48271) % 2147483647) / 2147483647;
-    for (const count of [255, 256, 257, 511, 512, 513, 1025]) {
-      const stroke = Array.from({ length: count }, () => ({
+    const scribble = (count) =>
+      Array.from({ length: count }, () => ({
         x: 0.5 + random() * 0.03,
         y: 0.5 + random() * 0.03,
         force: 0.01 + random(),
       }));
+    for (const count of [255, 256, 257, 511, 512, 513, 1025]) {
+      const stroke = scribble(count);
       assert.deepEqual(optimizeAStroke(stroke, 1000, 1000, []), { path: stroke, type: 0 });
     }
+    const million = scribble(1e6);
+    const { path, type } = optimizeAStroke(million, 1000, 1000, [million]);
+    assert.deepEqual([path.length, type], [1e6, 0]);
+    const differs = (point, i) => ['x', 'y', 'force'].some((key) => point[key] !== million[i][key]);
+    assert.equal(path.findIndex(differs), -1);
   });
 });
 
@@ -354,6 +361,16 @@ describe('arguments of optimizeAStroke', () => {
     for (const size of [0, -0, -800, NaN, Infinity, -Infinity, 1e308, 5e-324]) {
       assert.deepEqual(optimizeAStroke([A, B], size, size, [[]]), { path: [A, B], type: 0 });
     }
+  });
+
+  test('round sizes to single precision', () => {
+    // More than 75 units across, a straight stroke is a line.
+    const stroke = Array.from({ length: 21 }, (_, i) => ({ x: i / 20, y: 0 }));
+    const flat = (size) => optimizeAStroke(stroke, size, 1, []).type;
+    assert.deepEqual([75, 75.000001, 75.00001].map(flat), [0, 0, 2]);
+    const upright = stroke.map(({ x, y }) => ({ x: y, y: x }));
+    const tall = (size) => optimizeAStroke(upright, 1, size, []).type;
+    assert.deepEqual([75, 75.000001, 75.00001].map(tall), [0, 0, 2]);
   });
 
   test('may come from another realm', () => {

@@ -34,23 +34,34 @@ describe('the native module', () => {
     ]);
   });
 
-  test('answers before any template is loaded', () => {
-    const types = runApart(({ hello, report }) => {
-      const { optimizeAStroke, initScrivo } = require(hello);
-      const square = Array.from({ length: 80 }, (_, i) => {
-        const [side, t] = [Math.floor(i / 20), (i % 20) / 20];
-        return [
-          { x: t, y: 0 },
-          { x: 1, y: t },
-          { x: 1 - t, y: 1 },
-          { x: 0, y: 1 - t },
-        ][side];
-      });
-      const before = optimizeAStroke(square, 200, 200, []).type;
-      initScrivo([]);
-      report([before, optimizeAStroke(square, 200, 200, []).type]);
+  test('answers before any template is loaded, and by templates afterwards', () => {
+    const types = runApart(async ({ hello, work, report }) => {
+      const fs = require('node:fs');
+      const native = require(hello);
+      const turn = (i) => (2 * Math.PI * i) / 64;
+      const circle = Array.from({ length: 65 }, (_, i) => ({
+        x: 0.5 + 0.4 * Math.cos(turn(i)),
+        y: 0.5 + 0.4 * Math.sin(turn(i)),
+      }));
+      const recognise = () => native.optimizeAStroke(circle, 200, 200, []).type;
+      const before = recognise();
+
+      const folder = fs.mkdtempSync(`${require('node:os').tmpdir()}/scrivo-test-`);
+      const file = `${folder}/ellipse.template`;
+      fs.writeFileSync(file, circle.map(({ x, y }) => `${x},${y}`).join(','));
+      native.initScrivo([]);
+      const without = recognise();
+      native.initScrivo([{ toString: () => file }]);
+      fs.rmSync(folder, { recursive: true });
+
+      // The templates belong to the process: threads that come later have them.
+      const inWorker = await work(
+        (other, { workerData }) => other.optimizeAStroke(workerData, 200, 200, []).type,
+        { workerData: circle },
+      );
+      report([before, without, recognise(), inWorker]);
     });
-    assert.deepEqual(types, [0, 0]);
+    assert.deepEqual(types, [0, 0, 7, 7]);
   });
 
   test('loads again after its cache entry is gone, next to the first', () => {
