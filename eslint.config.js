@@ -5,7 +5,6 @@ const globals = require('globals');
 
 const rules = {
   eqeqeq: 'error',
-  'no-shadow': 'error',
   'no-unused-vars': ['error', { argsIgnorePattern: '^_' }],
   'no-var': 'error',
   'object-shorthand': 'error',
