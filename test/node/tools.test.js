@@ -38,7 +38,10 @@ describe('setup', () => {
   test('prints the exact command where it may install nothing', () => {
     const { commands, advice } = plan({ installed: new Set(['g++']) });
     assert.deepEqual(commands, []);
-    assert.match(advice, /sudo apt-get update && sudo apt-get install cmake ninja-build$/);
+    assert.match(
+      advice,
+      /sudo apt-get update && sudo apt-get install --no-install-recommends cmake ninja-build$/,
+    );
   });
 
   test('names the packages on a system without dpkg', () => {
