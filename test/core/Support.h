@@ -224,6 +224,9 @@ public:
         return low + (high - low) * static_cast<double>(m_engine() >> 11U) * 0x1p-53;
     }
     int below(int bound) { return static_cast<int>(in(0, bound)); }
+    double oneOf(std::initializer_list<double> values) {
+        return values.begin()[below(static_cast<int>(values.size()))];
+    }
     Point2D jitter(double size) { return {in(-size, size), in(-size, size), 0.0}; }
 
 private:
