@@ -314,7 +314,7 @@ TEST(LineRedraw, PairOfAnchorsLeadsTheLine) {
             EXPECT_TRUE(left < 1e-9 || left > 19.9)
                 << "an end near its anchor lands on it: " << left;
             const double drawnTo = length(fitEnds[e] - own[e]);
-            EXPECT_TRUE(drawnTo < 20.1 || std::abs(left - drawnTo) < tolerance)
+            EXPECT_TRUE(drawnTo < 20.1 + tolerance || std::abs(left - drawnTo) < tolerance)
                 << "else it keeps its distance: " << left << ", " << drawnTo;
         }
     }
