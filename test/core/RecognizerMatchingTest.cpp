@@ -151,6 +151,55 @@ TEST(TemplateIndex, FindsTheMatchAmongThousands) {
     }
 }
 
+/// Turned so that the first two distances to `t` are equal up to rounding: the
+/// half that the search goes on with is a matter of the last bits.
+Path tiedPath(const Path& path, const Path& t) {
+    const TemplatesGraphicsRecognizer recognizer;
+    const double angle = (2.0 * STANDARD_SEARCH.goldenRatio - 1.0) * STANDARD_SEARCH.range;
+    const auto difference = [&](double turn) {
+        const Path turned = recognizer.rotateBy(path, turn);
+        return Scrivo::detail::distanceAtAngle(turned, t, -angle) -
+               Scrivo::detail::distanceAtAngle(turned, t, angle);
+    };
+    double low = -0.5;
+    double high = 0.5;
+    if ((difference(low) < 0.0) == (difference(high) < 0.0)) {
+        return path;
+    }
+    for (int i = 0; i < 60; ++i) {
+        const double middle = 0.5 * (low + high);
+        ((difference(middle) < 0.0) == (difference(low) < 0.0) ? low : high) = middle;
+    }
+    return recognizer.rotateBy(path, low);
+}
+
+TEST(TemplateIndex, LeavesCloseDecisionsToThePlainSearch) {
+    ink::Hand hand(32);
+    const TemplatesGraphicsRecognizer recognizer;
+    const auto shaken = [&](Path path) {
+        for (Point2D& p : path) {
+            p = {p.x + hand.uniform(-20.0, 20.0), p.y + hand.uniform(-20.0, 20.0), 0.0};
+        }
+        return recognizer.translateToOrigin(path);
+    };
+    for (int k = 0; k < rounds(400); ++k) {
+        const Path outline =
+            recognizer.normalizePath(hand.stroke(static_cast<ink::Shape>(1 + k % 3)));
+        std::vector<GraphicTemplate> templates;
+        TemplateIndex index;
+        for (int i = 0; i < 12; ++i) {
+            templates.push_back({1, "alike", shaken(outline)});
+            index.append(templates.back().points);
+        }
+        Path path = shaken(outline);
+        const auto winner = matchPlainly(path, templates, STANDARD_SEARCH).index;
+        path = tiedPath(path, templates[static_cast<std::size_t>(winner)].points);
+        const auto match = index.match(path, templates);
+        ASSERT_TRUE(match);
+        ASSERT_TRUE(sameMatch(*match, matchPlainly(path, templates, STANDARD_SEARCH))) << k;
+    }
+}
+
 TEST(TemplateIndex, DeclinesPathsOutsideTheNormalForm) {
     TemplateIndex index;
     const Path circle =
@@ -351,6 +400,13 @@ TEST(StrokeCorners, AreThoseOfTheLiteralScan) {
     EXPECT_EQ(corners(Path(10)), (std::vector<int>{0}));
     EXPECT_EQ(corners(Path(11)), (std::vector<int>{0, 10}));
     EXPECT_EQ(corners(polyline(SQUARE, 20)), (std::vector<int>{0, 20, 40, 60, 80}));
+    // One step back of 0.5 between steps of 39/16: chord / path is 19/20, as a
+    // float a little below the threshold.
+    Path steps(1);
+    for (int i = 1; i < 40; ++i) {
+        steps.push_back({steps.back().x + (i == 17 ? -0.5 : 2.4375), 0.0, 0.0});
+    }
+    EXPECT_EQ(corners(steps), (std::vector<int>{0, 16, 39}));
 
     ink::Hand hand(30);
     std::vector<std::size_t> lengths(40, 0);
@@ -377,25 +433,23 @@ TEST(Recognizer, MayBeLoadedWhileItRecognises) {
     TemplatesGraphicsRecognizer recognizer = recognizerWith(hand.strokes(30));
     const auto later = hand.strokes(rounds(400));
     const auto drawn = hand.strokes(40);
-    std::atomic<bool> done{false};
     std::vector<std::thread> readers;
     std::atomic<int> worse{0};
     for (int k = 0; k < 3; ++k) {
         readers.emplace_back([&] {
             std::vector<double> score(drawn.size(), -INFINITE);
-            do {
+            for (int pass = 0; pass < 30; ++pass) {
                 for (std::size_t i = 0; i < drawn.size(); ++i) {
                     const double now = recognizer.recognize(drawn[i]).score;
                     worse += now < score[i] ? 1 : 0;
                     score[i] = now;
                 }
-            } while (!done);
+            }
         });
     }
     for (const Path& outline : later) {
         recognizer.addTemplate(3, "ellipse", outline);
     }
-    done = true;
     for (std::thread& reader : readers) {
         reader.join();
     }
