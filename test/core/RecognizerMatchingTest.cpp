@@ -115,7 +115,7 @@ TEST(TemplateIndex, FindsTheMatchOfThePlainSearch) {
     ink::Hand hand(21);
     int indexed = 0;
     for (int k = 0; k < rounds(400); ++k) {
-        const auto templates = mixedTemplates(hand, 1 + hand.below(90));
+        const auto templates = mixedTemplates(hand, 1 + hand.below(50));
         TemplateIndex index;
         for (const GraphicTemplate& t : templates) {
             index.append(t.points);
