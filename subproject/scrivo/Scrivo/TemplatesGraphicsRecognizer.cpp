@@ -6,7 +6,8 @@ TemplatesGraphicsRecognizer& TemplatesGraphicsRecognizer::getInstance() {
     static TemplatesGraphicsRecognizer m_Instance;
     return m_Instance;
 }
-void TemplatesGraphicsRecognizer::loadTemplatesFromFile(std::string, std::string, std::string, std::string) {}
+void TemplatesGraphicsRecognizer::loadTemplatesFromFile(std::string, std::string, std::string,
+                                                        std::string) {}
 RecognitionResult TemplatesGraphicsRecognizer::recognize(std::vector<Point2D>) const {
     return {0, "Unknown", -1.0};
 }
