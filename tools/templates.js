@@ -169,8 +169,8 @@ function measure(strokes, chosen) {
 const COLUMNS = ['triangles', 'quadrangles', 'ellipses', 'changed'];
 
 function printCurve(chosen, train, check) {
-  const rows = [0, ...chosen.keys()].slice(1).concat(chosen.length);
-  printTable('templates', rows, (size) => chosen.slice(0, size), train, check);
+  const sizes = Array.from({ length: chosen.length + 1 }, (_, i) => i);
+  printTable('first', sizes, (size) => chosen.slice(0, size), train, check);
 }
 
 /** What each price of harm leads to. */
@@ -201,8 +201,16 @@ function saveParameters(templates, { candidates, seed, harm, margin, price }) {
   );
 }
 
+function parseCommandLine() {
+  try {
+    return parseArgs({ options: OPTIONS }).values;
+  } catch (error) {
+    throw new UserError(`${error.message}\n\n${USAGE}`, 2);
+  }
+}
+
 async function main() {
-  const { values } = parseArgs({ options: OPTIONS });
+  const values = parseCommandLine();
   if (values.help) {
     process.stdout.write(USAGE);
     return;
@@ -211,7 +219,12 @@ async function main() {
   writeTemplates(TEMPLATE_FOLDER, readParameters());
 }
 
-main().catch((error) => {
-  process.stderr.write(`templates: ${error instanceof UserError ? error.message : error.stack}\n`);
-  process.exitCode = 1;
-});
+if (require.main === module) {
+  main().catch((error) => {
+    const isUserError = error instanceof UserError;
+    process.stderr.write(`templates: ${isUserError ? error.message : error.stack}\n`);
+    process.exitCode = isUserError ? error.exitCode : 1;
+  });
+}
+
+module.exports = { readParameters, writeTemplates };
