@@ -58,9 +58,7 @@ function requireNative(file, engine) {
   try {
     return require(file);
   } catch (error) {
-    throw new UserError(
-      `engine ${engine} cannot be loaded: ${error.message}\nIn a checkout, "npm run build" makes it.`,
-    );
+    throw new UserError(`engine ${engine} cannot be loaded: ${error.message}`);
   }
 }
 

@@ -124,7 +124,7 @@ async function scoreFile(run, file) {
       onWrongLine,
       onBytes: (count) => run.progress.advance(count),
     })) {
-      scoreStroke(run, stroke);
+      scoreStroke(run, stroke, name);
     }
   } catch (error) {
     // What was read before the input broke off is still worth its figures.
@@ -139,7 +139,7 @@ async function scoreFile(run, file) {
   run.progress.finish(name, run.score.strokes - before);
 }
 
-function scoreStroke(run, stroke) {
+function scoreStroke(run, stroke, name) {
   const placed = placeStroke(stroke, run.options.unit);
   const start = process.hrtime.bigint();
   const answer = run.engine.answer(placed);
@@ -151,6 +151,7 @@ function scoreStroke(run, stroke) {
   if (run.wrong.length < MAX_CELLS) {
     run.wrong.push({
       label: stroke.label,
+      source: `${name}:${stroke.line}`,
       answer: answer.family === 'none' ? 'as drawn' : answer.family,
       drawn: placed.points,
       redrawn: answer.type === 0 ? undefined : answer.path,

@@ -10,17 +10,21 @@ const CAPTION = 34;
 
 // Own ground in both colour schemes: the colours then need not suit an unknown page.
 const STYLE = [
-  'svg{font:10px system-ui,sans-serif;--ground:#fff;--ink:#9aa0a6;--text:#3c4043;--answer:#1a73e8}',
-  '@media(prefers-color-scheme:dark){svg{--ground:#15181c;--ink:#80868b;--text:#dadce0;--answer:#8ab4f8}}',
-  '.g{fill:var(--ground)}text{fill:var(--text);text-anchor:middle}path{fill:none;',
-  'stroke-linecap:round;stroke-linejoin:round}.s{stroke:var(--ink)}',
-  '.a{stroke:var(--answer);stroke-width:2}.b{fill:var(--answer)}',
+  'text{font:10px system-ui,sans-serif;text-anchor:middle}',
+  'path{fill:none;stroke-linecap:round;stroke-linejoin:round}.a{stroke-width:2}',
+  colours({ ground: '#fff', ink: '#9aa0a6', text: '#3c4043', answer: '#1a73e8' }),
+  `@media(prefers-color-scheme:dark){${colours({ ground: '#15181c', ink: '#80868b', text: '#dadce0', answer: '#8ab4f8' })}}`,
 ].join('');
+
+function colours({ ground, ink, text, answer }) {
+  return `.g{fill:${ground}}text{fill:${text}}.s{stroke:${ink}}.a{stroke:${answer}}.b{fill:${answer}}`;
+}
 
 /**
  * @typedef {object} SheetCell
  * @property {string} label what was drawn
  * @property {string} answer what the engine saw in it
+ * @property {string} source where the stroke comes from, shown when the pointer rests on it
  * @property {Array<{x: number, y: number}>} drawn
  * @property {Array<{x: number, y: number}>} [redrawn] in the coordinates of `drawn`
  */
@@ -44,12 +48,12 @@ function strokeSheet(cells) {
   ].join('\n');
 }
 
-function formatCell({ label, answer, drawn, redrawn }, index) {
+function formatCell({ label, answer, source, drawn, redrawn }, index) {
   const left = (index % COLUMNS) * CELL;
   const top = Math.floor(index / COLUMNS) * (CELL + CAPTION);
   const fit = fitInto(drawn);
   return [
-    `<g transform="translate(${left} ${top})">`,
+    `<g transform="translate(${left} ${top})"><title>${escapeText(source)}</title>`,
     `<path class="s" d="${pathData(drawn.map(fit))}"/>`,
     redrawn ? `<path class="a" d="${pathData(redrawn.map(fit))}"/>` : '',
     `<text x="${CELL / 2}" y="${CELL + 8}">${escapeText(label)}</text>`,

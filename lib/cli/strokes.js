@@ -14,6 +14,7 @@ const POINT_FIELDS = ['x', 'y', 'force', 'time'];
  * @property {string} label what was drawn, finer than the family; the family when not given
  * @property {Array<[number, number, (number|null)?, (number|null)?]>} points
  *   [x, y, force, time]: any unit, y down; force 0 or absent when not recorded, time in ms
+ * @property {number} line where it stands in its file, from 1
  */
 
 /**
@@ -31,7 +32,7 @@ async function* readLabelledStrokes(path, { onWrongLine, onBytes }) {
     if (text !== undefined && text.trim() === '') continue;
     const { stroke, problem } = parseLabelledStroke(text, number === 1);
     if (problem) onWrongLine(number, problem);
-    else yield stroke;
+    else yield { ...stroke, line: number };
   }
 }
 
