@@ -59,7 +59,7 @@ function composePicture({ view, figures }) {
 <rect width="${width}" height="${height}" fill="#fff"/>
 <g font-family="sans-serif" font-size="16" fill="${INK}">
 <text x="${GAP}" y="28">as drawn</text>
-<text x="${right}" y="28">${describeFigures(figures)}</text>
+<text x="${right}" y="28">idealised: ${describeFigures(figures)}</text>
 </g>
 <g fill="none" stroke-linecap="round" stroke-linejoin="round" stroke-width="${2 / zoom}">
 <g stroke="${INK}" ${place(GAP)}>
@@ -77,8 +77,8 @@ function describeFigures(figures) {
   const counts = Object.keys(COLORS)
     .filter((figure) => figures[figure])
     .map((figure) => `<tspan fill="${COLORS[figure]}">${figure} ${figures[figure]}</tspan>`);
-  if (figures.none) counts.push(`<tspan>as drawn ${figures.none}</tspan>`);
-  return counts.join(', ') || 'no strokes';
+  if (figures.none) counts.push(`<tspan>left as drawn ${figures.none}</tspan>`);
+  return counts.join(', ') || 'no stroke';
 }
 
 module.exports = { composePicture, formatPictureParts };
