@@ -55,9 +55,9 @@ describe('what comes out', () => {
       );
       figures.add(figure);
       assert.equal(type, expected.type);
-      const { points: _points, ...fields } = stroke;
+      const { points: drawn, ...fields } = stroke;
       assert.deepEqual(rest, fields);
-      if (type === 0) assert.deepEqual(points, stroke.points);
+      if (type === 0) assert.deepEqual(points, drawn);
       else {
         const scaled = expected.path.map(({ x, y }) => [x * width, y * height]);
         const plain = points.map((point) => (i % 2 === 0 ? point.slice(0, 2) : [point.x, point.y]));

@@ -311,10 +311,12 @@ describe('SVG', () => {
     const shape = (attributes) => `<path ${attributes} d="M0 0L9 9"/>`;
     const { strokes, passedOver } = await read(
       svg(
-        `<defs>${shape('')}</defs><g display="none">${shape('')}</g><text>a</text>` +
-          shape('fill="black"') +
-          shape('stroke="none"') +
+        [
+          `<defs>${shape('')}</defs><g display="none">${shape('')}</g><text>a</text>`,
+          shape('fill="black"'),
+          shape('stroke="none"'),
           shape('fill="#fff" stroke="#000"'),
+        ].join(''),
       ),
     );
     assert.equal(strokes.length, 1);
@@ -336,8 +338,13 @@ describe('SVG', () => {
 
   test('wrong path data is named by its line; entities of drawing programs are known', async () => {
     const { strokes, problems, damage } = await read(
-      '<!DOCTYPE svg [<!ENTITY ns "http://www.w3.org/2000/svg">]>\n<svg xmlns="&ns;">\n' +
-        '<path d="M0 0 X"/>\n<polyline points="1 2 3"/>\n<path d="M0 0L1 1"/></svg>',
+      [
+        '<!DOCTYPE svg [<!ENTITY ns "http://www.w3.org/2000/svg">]>',
+        '<svg xmlns="&ns;">',
+        '<path d="M0 0 X"/>',
+        '<polyline points="1 2 3"/>',
+        '<path d="M0 0L1 1"/></svg>',
+      ].join('\n'),
     );
     assert.equal(damage, undefined);
     assert.equal(strokes.length, 1);

@@ -21,12 +21,12 @@ const ROOM = 64;
  */
 function placeInArea(stroke, { area = stroke.area, scale = stroke.scale ?? 1 } = {}) {
   const { x: left, y: top, width, height } = area ?? areaAround(stroke.points, scale);
-  const toFraction = ([x, y, force, time]) => ({
-    x: (x - left) / width,
-    y: (y - top) / height,
-    ...(force ? { force } : {}),
-    ...(typeof time === 'number' ? { time } : {}),
-  });
+  const toFraction = ([x, y, force, time]) => {
+    const point = { x: (x - left) / width, y: (y - top) / height };
+    if (force) point.force = force;
+    if (typeof time === 'number') point.time = time;
+    return point;
+  };
   return {
     placed: {
       points: stroke.points.map(toFraction),

@@ -24,7 +24,8 @@ const { commonArea, placeInArea, uniteBoxes } = require('./area.js');
  * @property {number} lines of the block, 0 for a document
  * @property {Record<string, number>} figures strokes by figure
  * @property {Array<[number, string]>} problems line and message of each stroke left out
- * @property {number[]} box left, top, right, bottom of all that is drawn, units of the output
+ * @property {number[]} box left, top, right, bottom of all that is drawn, units of the output, as
+ *   far as the format needs to know
  * @property {{x: number, y: number, width: number, height: number}|null} [area] the drawing area
  *   of all strokes, null when they have none in common, undefined without strokes
  */
@@ -62,6 +63,7 @@ class Tally {
     writer.write(stroke, answer).forEach((text, part) => this.texts[part].push(text));
     this.figures[answer.figure] = (this.figures[answer.figure] ?? 0) + 1;
     this.area = commonArea(this.area, stroke.area ?? null);
+    if (!writer.needsBox) return;
     const unit = writer.unitOf(stroke);
     this.enclose(stroke.points, unit);
     if (answer.points !== stroke.points) this.enclose(answer.points, unit);

@@ -42,8 +42,8 @@ const EXTENSIONS = {
  * @param {string} options.format name of it
  * @param {number} [options.decimals] instead of the format's own
  * @param {number} [options.scale] drawing units a unit of the input, instead of the stroke's own
- * @returns {{parts: number, write: (stroke, answer) => string[], unitOf: (stroke) => number}}
- *   unitOf gives the units of the output that a unit of the stroke becomes
+ * @returns {{parts: number, needsBox: boolean, write: (stroke, answer) => string[],
+ *   unitOf: (stroke) => number}} needsBox: the box of all strokes is written; unitOf gives the units of the output that a unit of the stroke becomes
  */
 function createWriter({ format: name, decimals, scale }) {
   const format = FORMATS[name];
@@ -51,6 +51,7 @@ function createWriter({ format: name, decimals, scale }) {
   const placesAt = (size) => format.decimals && format.decimals + finerPlaces(size);
   return {
     parts: format.parts,
+    needsBox: format.compose !== undefined,
     unitOf: (stroke) => (format.inDrawingUnits ? scaleOf(stroke) : 1),
     write(stroke, answer) {
       const size = scaleOf(stroke);
