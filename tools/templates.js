@@ -28,7 +28,7 @@ usage: templates                  write templates/ from tools/template-parameter
   --seed N          of the random candidates (1)
   --harm N          what a wrong answer costs, in right answers (2)
   --margin N        distance, in 250ths of the figure, by which a stroke must lie within the
-                    reach of a template to count as found (3)
+                    reach of a template to count as found (6)
   --price N         right answers a template must add to be kept (2)
 `;
 
@@ -38,7 +38,7 @@ const OPTIONS = {
   candidates: { type: 'string', default: '3000' },
   seed: { type: 'string', default: '1' },
   harm: { type: 'string', default: '2' },
-  margin: { type: 'string', default: '3' },
+  margin: { type: 'string', default: '6' },
   price: { type: 'string', default: '2' },
   help: { type: 'boolean', default: false },
 };

@@ -23,8 +23,9 @@ FILE is NDJSON, gzip or not, - for standard input. Each line is an object with
   --engine NAME     exact (the default)
   --unit N|natural  length of the longer side the strokes are scaled to, in a drawing
                     area of 1000 by 1000 (200); dots always keep the size they have
-  --templates FILE  template file, or directory of template files, instead of the
-                    shipped ones; once for each file
+  --templates FILE...
+                    template files, or a directory that holds them, instead of the
+                    shipped ones
   --json            one JSON object instead of the table
   --svg OUT         write a sheet of the strokes answered wrongly
   --force           let --svg overwrite OUT
@@ -76,12 +77,16 @@ function parseCommandLine(argv) {
   try {
     parsed = parseArgs({ args: argv, options: OPTIONS, allowPositionals: true });
   } catch (error) {
-    throw new UserError(`${error.message}\n\n${USAGE}`, 2);
+    throw new UserError(`${error.message}\n--help lists the options`, 2);
   }
   const { values, positionals } = parsed;
   if (values.help) return values;
-  if (positionals.length === 0) throw new UserError(`name a file of strokes\n\n${USAGE}`, 2);
-  return { ...values, unit: parseUnit(values.unit), files: positionals };
+  // Of "--templates *.template" the option takes the first name only.
+  const isTemplate = (file) => values.templates !== undefined && file.includes('.template');
+  const files = positionals.filter((file) => !isTemplate(file));
+  const templates = values.templates?.concat(positionals.filter(isTemplate));
+  if (files.length === 0) throw new UserError('name a file of strokes; --help tells more', 2);
+  return { ...values, unit: parseUnit(values.unit), files, templates };
 }
 
 function parseUnit(text) {

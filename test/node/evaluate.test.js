@@ -139,7 +139,7 @@ describe('evaluate', () => {
       [[], 2, /name a file of strokes/],
       [['--fast', file], 2, /--fast/],
       [['--engine', 'best', file], 2, /there is no engine best; known: exact/],
-      [['--unit', '-3', file], 2, /--unit must be a positive number or natural, found -3/],
+      [['--unit=-3', file], 2, /--unit must be a positive number or natural, found -3/],
       [['--templates', misnamed, file], 2, /square\.txt: the name contains none of rectangle/],
       [['--templates', path.join(folder, 'nowhere'), file], 1, /nowhere: no such template file/],
       [['-', '-'], 2, /standard input \(-\) can be read once only/],

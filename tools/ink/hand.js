@@ -201,12 +201,12 @@ function toGrid(value, grid) {
 }
 
 /**
- * A tap: the pen rests for a while and slips a little.
+ * A tap: the pen is pressed firmly for a while and slips a little.
  *
  * @returns {Array<[number, number, number, number]>} at least 10 samples within a few units
  */
 function tap(hand, random) {
-  const count = random.integer(12, 24);
+  const count = random.integer(14, 40);
   const slip = { x: random.normal(0, 0.8), y: random.normal(0, 0.8) };
   const samples = Array.from({ length: count }, (_, i) => ({
     x: (slip.x * i) / count + random.normal(0, 0.3),
@@ -214,7 +214,8 @@ function tap(hand, random) {
     speed: 0,
     time: (i * 1000) / hand.rate,
   }));
-  return record(samples, hand, random);
+  const force = hand.force > 0 ? Math.min(1, hand.force + 0.35) : 0;
+  return record(samples, { ...hand, force }, random);
 }
 
 module.exports = { HANDS, drawWay, tap };
