@@ -3,6 +3,7 @@
 const os = require('node:os');
 const path = require('node:path');
 const { parseArgs } = require('node:util');
+const { takeTemplates } = require('./template-files.js');
 const { UserError } = require('./user-error.js');
 
 /** Options that every command on ink takes. */
@@ -33,8 +34,8 @@ const INK_HELP = `Ink
 
 Figures
       --engine NAME         exact (the default)
-      --templates PATH      template file, or directory of template files, instead of the shipped
-                            ones; once for each file
+      --templates FILE...   template files, or a directory that holds them, instead of the
+                            shipped ones
       --snap                let lines snap to the centres of other strokes: those before it in the
                             same document, or the "others" of its line
 
@@ -75,9 +76,11 @@ function parseInkOptions(argv, { name, options, extensions }) {
   const { values, positionals } = parse(argv, name, options);
   if (values.help) return { help: true };
   const { width, height, jobs, scale, step } = values;
+  const { files, templates } = takeTemplates(values.templates, positionals);
   return {
     ...values,
-    inputs: inputsOf(positionals, name),
+    templates,
+    inputs: inputsOf(files, name),
     format: formatOf(values, extensions),
     area: areaOf(width, height),
     scale: scale === undefined ? undefined : positive('scale', scale),
