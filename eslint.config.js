@@ -5,12 +5,10 @@ const globals = require('globals');
 
 const rules = {
   eqeqeq: 'error',
-  'no-shadow': 'error',
   'no-unused-vars': ['error', { argsIgnorePattern: '^_' }],
   'no-var': 'error',
   'object-shorthand': 'error',
   'prefer-const': 'error',
-  'prefer-template': 'error',
 };
 
 module.exports = [

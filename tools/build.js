@@ -36,9 +36,10 @@ function testLibrariesInstalled() {
 
 /**
  * Builds one preset. `modulesOnly` builds the Node modules alone, and does
- * without the libraries of the tests where those are not installed.
+ * without the libraries of the tests where those are not installed;
+ * `keepGoing` shows the errors of all files.
  */
-async function build(preset, { modulesOnly = false, cleanFirst = false } = {}) {
+async function build(preset, { modulesOnly = false, keepGoing = false } = {}) {
   checkTools();
   const tests = modulesOnly && !testLibrariesInstalled() ? 'OFF' : 'ON';
   const configure = ['--preset', preset, `-DSCRIVO_TESTS=${tests}`];
@@ -47,8 +48,8 @@ async function build(preset, { modulesOnly = false, cleanFirst = false } = {}) {
   if ((await run('cmake', configure)) !== 0) throw failure(`Configuring "${preset}" failed.`);
   heading(`Build (${preset}, ${JOBS} jobs)`);
   const compile = ['--build', '--preset', preset, '--parallel', JOBS];
-  if (cleanFirst) compile.push('--clean-first');
   if (modulesOnly) compile.push('--target', 'src/all');
+  if (keepGoing) compile.push('--', '-k', '0');
   if ((await run('cmake', compile)) !== 0) throw failure(`Building "${preset}" failed.`);
 }
 

@@ -99,7 +99,7 @@ function planSystemPackages({ wanted, installed, root, sudo }) {
   if (!root && !sudo) {
     const advice =
       `Missing system packages: ${missing.join(' ')}\nInstall them and start again:\n` +
-      `  sudo apt-get update && sudo apt-get install ${missing.join(' ')}`;
+      `  sudo apt-get update && sudo apt-get install --no-install-recommends ${missing.join(' ')}`;
     return { missing, commands: [], advice };
   }
   const prefix = root ? [] : ['sudo', '-n'];

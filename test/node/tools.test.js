@@ -6,7 +6,7 @@ const { once } = require('node:events');
 const path = require('node:path');
 const { describe, test } = require('node:test');
 const { judgeNode, matchesLock, planSystemPackages } = require('../../tools/setup.js');
-const { unlistedSources } = require('../../tools/support/source-lists.js');
+const { unbuiltFiles } = require('../../tools/support/source-lists.js');
 const { countJunit, countTap } = require('../../tools/test.js');
 
 describe('setup', () => {
@@ -38,7 +38,10 @@ describe('setup', () => {
   test('prints the exact command where it may install nothing', () => {
     const { commands, advice } = plan({ installed: new Set(['g++']) });
     assert.deepEqual(commands, []);
-    assert.match(advice, /sudo apt-get update && sudo apt-get install cmake ninja-build$/);
+    assert.match(
+      advice,
+      /sudo apt-get update && sudo apt-get install --no-install-recommends cmake ninja-build$/,
+    );
   });
 
   test('names the packages on a system without dpkg', () => {
@@ -75,17 +78,25 @@ describe('setup', () => {
   });
 });
 
-test('the list check finds C++ files that no CMakeLists.txt names', () => {
+test('the list check finds C++ files that nothing builds', () => {
   const makefiles = new Map([
-    [
-      'core/CMakeLists.txt',
-      'add_library(core\n  "Geometry/A.cpp"\n  Geometry/A.h) # Geometry/B.cpp',
-    ],
+    ['core/CMakeLists.txt', 'add_library(core\n  "unit/A.cpp"\n  unit/A.h) # unit/B.cpp'],
     ['core/test/CMakeLists.txt', 'add_executable(t ATest.cpp)'],
   ]);
-  const files = ['core/Geometry/A.cpp', 'core/Geometry/A.h', 'core/Geometry/B.cpp'];
-  assert.deepEqual(unlistedSources([...files, 'core/test/ATest.cpp', 'ATest.cpp'], makefiles), [
-    'core/Geometry/B.cpp',
+  const sources = new Map([
+    ['core/unit/A.cpp', '#include "unit/A.h"\n#include "unit/detail/C.h"\n'],
+    ['core/unit/A.h', ''],
+    ['core/unit/detail/C.h', '  #  include "D.h"'],
+    ['core/unit/detail/D.h', '#include "core/unit/detail/E.h"'],
+    ['core/test/ATest.cpp', ''],
+    ['core/unit/B.cpp', ''],
+    ['core/unit/detail/E.h', '#include "F.h"\n'],
+    ['core/unit/detail/OldC.h', '#include "OldC.h"'],
+    ['ATest.cpp', ''],
+  ]);
+  assert.deepEqual(unbuiltFiles(sources, makefiles), [
+    'core/unit/B.cpp',
+    'core/unit/detail/OldC.h',
     'ATest.cpp',
   ]);
 });
@@ -99,10 +110,17 @@ test('totals are read from the reports of both runners', () => {
   assert.deepEqual([countJunit(''), countTap('')], [nothing, nothing]);
 });
 
-test('an interrupted tool takes its children and theirs along', { timeout: 60_000 }, async () => {
-  const script = `require('./tools/support/run.js').run('sh', ['-c', 'sleep 600 & echo; wait'])`;
+test('an interrupted tool takes its children and theirs along', { timeout: 60_000 }, async (t) => {
+  const script = `require('./tools/support/run.js').run('sh', ['-c', 'sleep 600 & echo $$; wait'])`;
   const tool = spawn(process.execPath, ['-e', script], { cwd: path.join(__dirname, '../..') });
-  await once(tool.stdout, 'data');
+  const [group] = await once(tool.stdout, 'data');
+  t.after(() => {
+    try {
+      process.kill(-group, 'SIGKILL');
+    } catch {
+      // gone, as it should be
+    }
+  });
   tool.kill('SIGTERM');
   // The output closes when the last process that holds it is gone.
   assert.deepEqual(await once(tool, 'close'), [128 + 15, null]);

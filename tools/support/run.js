@@ -55,13 +55,14 @@ function forget(child) {
  */
 function run(command, args = [], { env = {}, cwd = ROOT } = {}) {
   return new Promise((resolve) => {
+    // Before the start: a signal may come as soon as the child is there.
+    if (running.size === 0) watchSignals(true);
     const child = spawn(command, args, {
       cwd,
       env: { ...process.env, ...env },
       stdio: ['ignore', 'inherit', 'inherit'],
       detached: true,
     });
-    if (running.size === 0) watchSignals(true);
     running.add(child);
     child.on('error', (error) => {
       console.error(`${command}: ${error.message}`);

@@ -32,6 +32,13 @@ export function resample(points, count) {
   });
 }
 
+/** A polyline with `parts` - 1 points inserted into each segment. */
+export function refine(points, parts) {
+  const between = (a, b) => Array.from({ length: parts }, (_, k) => mix(a, b, k / parts));
+  const pieces = points.slice(1).map((point, i) => between(points[i], point));
+  return [...pieces.flat(), points.at(-1)];
+}
+
 export const mix = ([ax, ay], [bx, by], t) => [lerp(ax, bx, t), lerp(ay, by, t)];
 
 export function bounds(points) {

@@ -91,6 +91,7 @@ pen.addEventListener('ink', () => {
 
 pen.addEventListener('stroke', ({ detail }) => {
   surface.live = [];
+  announcer.status('');
   const stroke = drawing.add(detail);
   if (!isKeeping()) submit(stroke);
 });

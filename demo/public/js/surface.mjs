@@ -1,10 +1,12 @@
 import { shownPoints } from './drawing.mjs';
 import { isClosed } from './figures.mjs';
-import { mix } from './geometry.mjs';
+import { mix, refine } from './geometry.mjs';
 import { FIGURE_WIDTH, inkOutline, polyline } from './ink.mjs';
 import { ease, originsOf } from './morph.mjs';
 
 const MORPH_MS = 360;
+// The ink has more bends than the figure: its points follow it more closely.
+const PARTS_PER_SEGMENT = 4;
 const GHOST_MS = 900;
 const GHOST_ALPHA = 0.55;
 
@@ -58,9 +60,9 @@ export class Surface {
   /** Lets the ink of a stroke turn into its figure. */
   morph(stroke) {
     if (this.#still.matches) return;
-    const figure = this.toPixels(stroke.path);
+    const figure = refine(this.toPixels(stroke.path), PARTS_PER_SEGMENT);
     const origins = originsOf(figure, this.toPixels(stroke.drawn), isClosed(stroke.type));
-    this.#morphs.set(stroke, { origins, start: performance.now() });
+    this.#morphs.set(stroke, { figure, origins, start: performance.now() });
     this.#refresh();
   }
 
@@ -150,7 +152,7 @@ export class Surface {
   }
 
   /** The figure takes shape while the ink that it came from fades beneath it. */
-  #paintMorph(context, stroke, { origins, start }) {
+  #paintMorph(context, stroke, { figure, origins, start }) {
     const age = performance.now() - start;
     const t = ease(Math.min(1, age / MORPH_MS));
     context.save();
@@ -158,7 +160,6 @@ export class Surface {
     context.globalAlpha = GHOST_ALPHA * Math.max(0, 1 - age / GHOST_MS);
     context.fill(this.#inkPath(stroke.drawn));
     context.restore();
-    const figure = this.toPixels(stroke.path);
     context.stroke(polyline(figure.map((point, i) => mix(origins[i], point, t))));
   }
 
