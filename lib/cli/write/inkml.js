@@ -30,7 +30,7 @@ const NOT_IN_XML = /[\u0000-\u0008\u000b\u000c\u000e-\u001f\ufffe\uffff]/g;
 
 /** Text for XML, without the characters that XML has no place for. */
 function xmlText(value) {
-  return escapeText(String(value).toWellFormed?.() ?? value).replace(NOT_IN_XML, '');
+  return escapeText(value).replace(NOT_IN_XML, '');
 }
 
 module.exports = { INKML_HEAD, INKML_TAIL, formatInkml, xmlText };
