@@ -63,7 +63,7 @@ constexpr char FUNCTIONS[] = R"js((function (shared) {
 /// A count or index, all of which JavaScript represents exactly.
 napi_value number(Napi::Env env, std::size_t value) {
     napi_value result = nullptr;
-    succeeded(env, napi_create_double(env, static_cast<double>(value), &result));
+    attempt(env, napi_create_double, static_cast<double>(value), &result);
     return result;
 }
 
@@ -72,13 +72,13 @@ bool call(const Napi::FunctionReference& function, std::initializer_list<napi_va
           napi_value* result = nullptr) {
     const Napi::Function callee = function.Value();
     const Napi::Env env = callee.Env();
-    return succeeded(env, napi_call_function(env, env.Undefined(), callee, arguments.size(),
-                                             arguments.begin(), result));
+    return attempt(env, napi_call_function, env.Undefined(), callee, arguments.size(),
+                   arguments.begin(), result);
 }
 
 double property(Napi::Env env, napi_value object, const char* name) {
     napi_value value = nullptr;
-    succeeded(env, napi_get_named_property(env, object, name, &value));
+    attempt(env, napi_get_named_property, object, name, &value);
     return toDouble(env, value);
 }
 
@@ -88,40 +88,28 @@ Scrivo::Point2D readPoint(Napi::Env env, napi_value value) {
     point.x = property(env, value, "x");
     point.y = property(env, value, "y");
     bool hasForce = false;
-    succeeded(env, napi_has_named_property(env, value, "force", &hasForce));
+    attempt(env, napi_has_named_property, value, "force", &hasForce);
     if (hasForce) point.force = property(env, value, "force");
     return point;
 }
 
 }  // namespace
 
-bool succeeded(Napi::Env env, napi_status status) {
-    // napi_pending_exception: the exception is there, or else the thread is
-    // being torn down and nothing can be thrown.
-    if (status != napi_ok && status != napi_pending_exception) {
-        Napi::Error::New(env).ThrowAsJavaScriptException();
-    }
-    return status == napi_ok;
-}
-
 double toDouble(Napi::Env env, napi_value value) {
     double number = 0.0;
-    if (napi_get_value_double(env, value, &number) != napi_ok && !env.IsExceptionPending()) {
-        // Asking for the pending exception has dropped the reason: fail again.
-        succeeded(env, napi_get_value_double(env, value, &number));
-    }
+    attempt(env, napi_get_value_double, value, &number);
     return number;
 }
 
 std::uint32_t length(Napi::Env env, napi_value array) {
     std::uint32_t count = 0;
-    succeeded(env, napi_get_array_length(env, array, &count));
+    attempt(env, napi_get_array_length, array, &count);
     return count;
 }
 
 napi_value element(Napi::Env env, napi_value array, std::uint32_t index) {
     napi_value value = nullptr;
-    succeeded(env, napi_get_element(env, array, index, &value));
+    attempt(env, napi_get_element, array, index, &value);
     return value;
 }
 
@@ -134,11 +122,11 @@ PointTransfer::PointTransfer(Napi::Env env) : env_(env) {
     napi_value factory = nullptr;
     napi_value functions = nullptr;
     constexpr std::size_t COUNT = POINTS + 3 * BLOCK;
-    if (succeeded(env, napi_create_arraybuffer(env, COUNT * sizeof(double), &shared, &buffer)) &&
-        succeeded(env, napi_create_typedarray(env, napi_float64_array, COUNT, buffer, 0, &view)) &&
-        succeeded(env, napi_create_string_latin1(env, FUNCTIONS, sizeof(FUNCTIONS) - 1, &source)) &&
-        succeeded(env, napi_run_script(env, source, &factory)) &&
-        succeeded(env, napi_call_function(env, view, factory, 1, &view, &functions))) {
+    if (attempt(env, napi_create_arraybuffer, COUNT * sizeof(double), &shared, &buffer) &&
+        attempt(env, napi_create_typedarray, napi_float64_array, COUNT, buffer, 0, &view) &&
+        attempt(env, napi_create_string_latin1, FUNCTIONS, sizeof(FUNCTIONS) - 1, &source) &&
+        attempt(env, napi_run_script, source, &factory) &&
+        attempt(env, napi_call_function, view, factory, 1, &view, &functions)) {
         shared_ = static_cast<double*>(shared);
         read_ = Napi::Persistent(Napi::Function(env, element(env, functions, 0)));
         write_ = Napi::Persistent(Napi::Function(env, element(env, functions, 1)));

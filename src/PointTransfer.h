@@ -17,11 +17,21 @@ namespace binding {
 
 using Stroke = std::vector<Scrivo::Point2D>;
 
-/// Whether a Node-API call succeeded. If not, raises its error as
-/// node-addon-api does, but leaves an exception that is already pending alone:
-/// node-addon-api takes it and throws it anew, which ends the process when it is
-/// the time-out of a `vm` script.
-bool succeeded(Napi::Env env, napi_status status);
+/// Makes one Node-API call; returns whether it succeeded. If not, raises its
+/// error as node-addon-api does, except that an exception which is pending by
+/// then stays as it is. node-addon-api takes it and throws it anew, and that ends
+/// the process when it is the time-out of a `vm` script.
+template <typename... Parameters, typename... Arguments>
+bool attempt(Napi::Env env, napi_status (*function)(napi_env, Parameters...),
+             Arguments... arguments) {
+    napi_status status = function(env, arguments...);
+    if (status != napi_ok && !env.IsExceptionPending()) {
+        // Asking for the pending exception has dropped the reason: fail again.
+        status = function(env, arguments...);
+        if (status != napi_ok) Napi::Error::New(env).ThrowAsJavaScriptException();
+    }
+    return status == napi_ok;
+}
 
 /// The number, or 0.0 with an exception pending.
 double toDouble(Napi::Env env, napi_value value);

@@ -17,7 +17,7 @@ namespace {
 /// pending: for a symbol, or an object that cannot be converted.
 std::string toText(Napi::Env env, napi_value value) {
     napi_value text = nullptr;
-    if (!succeeded(env, napi_coerce_to_string(env, value, &text))) return {};
+    if (!attempt(env, napi_coerce_to_string, value, &text)) return {};
     return Napi::String(env, text).Utf8Value();
 }
 
@@ -45,12 +45,12 @@ Napi::Value makeResult(Napi::Env env, const TransferLease& transfer,
     napi_value object = nullptr;
     napi_value path = nullptr;
     napi_value type = nullptr;
-    succeeded(env, napi_create_object(env, &object));
-    succeeded(env, napi_create_array_with_length(env, result.path.size(), &path));
+    attempt(env, napi_create_object, &object);
+    attempt(env, napi_create_array_with_length, result.path.size(), &path);
     transfer->write(path, result.path);
-    succeeded(env, napi_set_named_property(env, object, "path", path));
-    succeeded(env, napi_create_int32(env, result.type, &type));
-    succeeded(env, napi_set_named_property(env, object, "type", type));
+    attempt(env, napi_set_named_property, object, "path", path);
+    attempt(env, napi_create_int32, result.type, &type);
+    attempt(env, napi_set_named_property, object, "type", type);
     return {env, object};
 }
 
