@@ -17,7 +17,7 @@ const OUTPUT = path.join(__dirname, '..', 'docs', 'images');
 
 /** One row each: what was drawn, from left to right. */
 const ROWS = [
-  { title: 'dot', figures: ['dot', 'dot', 'dot', 'dot', 'dot'] },
+  { title: 'dot, enlarged', figures: ['dot', 'dot', 'dot', 'dot', 'dot'] },
   { title: 'line', figures: ['line', 'line', 'line', 'line', 'line'] },
   { title: 'angle', figures: ['angle', 'angle', 'angle', 'angle', 'angle'] },
   {
@@ -31,6 +31,9 @@ const ROWS = [
   { title: 'ellipse', figures: ['circle', 'circle', 'ellipse', 'ellipse', 'ellipse'] },
   { title: 'ink', figures: ['loops', 'wave', 'spiral', 'star', 'scrawl'] },
 ];
+
+// As pages get pointer events on a screen of 60 pictures a second.
+const HAND = { ...HANDS.ordinary, rate: 60 };
 
 // Lengths in pixels of the sheet.
 const CELL = 92;
@@ -49,6 +52,7 @@ const STYLE = `
 text { font: 15px system-ui, "DejaVu Sans", sans-serif }
 path { fill: none; stroke-linecap: round; stroke-linejoin: round; stroke-width: 1.3 }
 .shape { stroke-width: 2.6 }
+.dot { stroke-width: 4 }
 ${colours({ ground: '#fff', rim: '#d8dee4', text: '#424a53', ink: '#8c959f', shape: '#0969da' })}
 @media (prefers-color-scheme: dark) {
 ${colours({ ground: '#161b22', rim: '#30363d', text: '#c9d1d9', ink: '#8b949e', shape: '#58a6ff' })}
@@ -87,10 +91,8 @@ function drawRow(engine, { title, figures }, top) {
   return `<text x="${MARGIN + 6}" y="${baseline}">${escapeText(title)}</text>\n${pairs.join('\n')}`;
 }
 
-/** Hands take turns along a row. */
 function sampleStroke(figure, column) {
-  const hands = [HANDS.careful, HANDS.ordinary];
-  return drawInk({ figure, seed: 11 + column, hand: hands[column % hands.length] });
+  return drawInk({ figure, seed: 11 + column, hand: HAND });
 }
 
 function drawPair(engine, stroke, left, top) {
@@ -99,7 +101,8 @@ function drawPair(engine, stroke, left, top) {
   const toSheet = fitter(placed, stroke.family === 'dot' ? DOT_UNITS : UNITS);
   const drawn = placed.points.map((point) => toSheet(point, left, top));
   const redrawn = answer.path.map((point) => toSheet(point, left + CELL, top));
-  const result = answer.type === 0 ? 'ink' : 'shape';
+  // The rings of a dot lie a unit apart: a pen fills them.
+  const result = { none: 'ink', dot: 'shape dot' }[answer.family] ?? 'shape';
   return `<path class="ink" d="${pathData(drawn)}"/><path class="${result}" d="${pathData(redrawn)}"/>`;
 }
 
