@@ -1,0 +1,44 @@
+'use strict';
+
+const { readFileSync } = require('node:fs');
+const { gunzipSync } = require('node:zlib');
+
+/** Strokes of a (gzipped) file of one JSON object a line. */
+function readStrokes(file) {
+  const raw = readFileSync(file);
+  const text = (raw[0] === 0x1f && raw[1] === 0x8b ? gunzipSync(raw) : raw).toString('utf8');
+  return text
+    .split('\n')
+    .filter((line) => line.trim() !== '')
+    .map((line) => JSON.parse(line));
+}
+
+/** A small seeded generator (mulberry32): numbers in [0, 1). */
+function generator(seed) {
+  let state = seed >>> 0;
+  return () => {
+    state = (state + 0x6d2b79f5) >>> 0;
+    let t = Math.imul(state ^ (state >>> 15), state | 1);
+    t ^= t + Math.imul(t ^ (t >>> 7), t | 61);
+    return ((t ^ (t >>> 14)) >>> 0) / 4294967296;
+  };
+}
+
+/** FNV-1a hash of a text. */
+function hash(text) {
+  let h = 0x811c9dc5;
+  for (let i = 0; i < text.length; i++) h = Math.imul(h ^ text.charCodeAt(i), 0x01000193) >>> 0;
+  return h;
+}
+
+/** Moves the points so that the box starts at (0, 0) and its longer side is `side`. */
+function scaled(points, side) {
+  const xs = points.map((p) => p[0]);
+  const ys = points.map((p) => p[1]);
+  const [x, y] = [Math.min(...xs), Math.min(...ys)];
+  const extent = Math.max(Math.max(...xs) - x, Math.max(...ys) - y);
+  const k = extent > 0 ? side / extent : 1;
+  return points.map((p) => [(p[0] - x) * k, (p[1] - y) * k]);
+}
+
+module.exports = { generator, hash, readStrokes, scaled };
