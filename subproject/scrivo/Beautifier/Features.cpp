@@ -69,6 +69,19 @@ double sharpestOf(const Fine& fine, const Closure& closure) {
 }
 
 /// Largest distance of a trimmed point from the loop.
+double counterBendsOf(const Fine& fine, const Closure& closure) {
+    constexpr int CHORD = 4;
+    double absolute = 0.0;
+    double sum = 0.0;
+    for (int i = closure.first + 2 * CHORD; i + 2 * CHORD <= closure.last; i += CHORD) {
+        const auto at = [&](int k) { return fine[static_cast<std::size_t>(k)]; };
+        const double bend = turn(at(i) - at(i - CHORD), at(i + CHORD) - at(i));
+        absolute += std::abs(bend);
+        sum += bend;
+    }
+    return std::min(0.5 * (absolute - std::abs(sum)), 4.0);
+}
+
 double tailOf(const Fine& fine, const ClosedEvidence& closed) {
     double tail = 0.0;
     for (int i = 0; i < FINE; ++i) {
@@ -117,8 +130,13 @@ void angleFeatures(const Evidence& e, Features& f) {
     f[LEG_WORST] = logShare(e.vertex.worst, e.size);
     f[LEG_ROUND] = logShare(e.vertex.round, e.size);
     f[LEG_RATIO] = logShare(shorter, longer);
-    f[LEG_DETOUR] = logShare(e.length - shorter - longer, e.size);
-    f[LEG_DETOUR_SHARE] = std::min((e.length - shorter - longer) / e.size, 1.0);
+    const Vec knot = e.points[static_cast<std::size_t>(e.polylines[1].knots[1])];
+    const double legs = norm(e.points.front() - knot) + norm(e.points.back() - knot);
+    const Bends bends = bendsOf(e.points, false);
+    f[LEG_TURNING] = std::min(std::abs(bends.absolute - (PI - opening)), MOST_TURNS);
+    f[LEG_WINDING] = std::min(std::abs(std::abs(bends.sum) - (PI - opening)), MOST_TURNS);
+    f[LEG_DETOUR] = logShare(e.length - legs, e.size);
+    f[LEG_DETOUR_SHARE] = std::min((e.length - legs) / e.size, 1.0);
     f[OPENING] = opening;
     f[OPENING_SQUARE] = opening * opening;
     f[END_GAP] = logShare(norm(e.points.front() - e.points.back()), e.size);
@@ -157,6 +175,7 @@ void closedFeatures(const Fine& fine, const ClosedEvidence& c, double size, Feat
     f[GAP_SHARE] = c.closure.gap / size;
     f[LOOP_SHARPEST] = sharpestOf(fine, c.closure);
     f[TAIL] = logShare(tailOf(fine, c), size);
+    f[COUNTER_BENDS] = counterBendsOf(fine, c.closure);
     f[TRIMMED] = c.closure.trimmed;
     f[LOOP_TURNING] = std::clamp(bends.absolute - 2.0 * PI, 0.0, MOST_TURNS);
     f[LOOP_WINDING] = std::abs(std::abs(bends.sum) - 2.0 * PI);

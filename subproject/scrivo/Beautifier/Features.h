@@ -27,6 +27,8 @@ namespace Scrivo::beautifier {
     F(LEG_RATIO)      /* log of the shorter over the longer leg */                           \
     F(LEG_DETOUR)     /* path length beyond both legs */                                     \
     F(LEG_DETOUR_SHARE)\
+    F(LEG_TURNING)    /* bends beyond the one at the corner */                               \
+    F(LEG_WINDING)    /* how far the sum of bends misses the one at the corner */            \
     F(OPENING)        /* angle between the legs, radians */                                  \
     F(OPENING_SQUARE)                                                                        \
     F(END_GAP)        /* distance of the ends */                                             \
@@ -35,6 +37,7 @@ namespace Scrivo::beautifier {
     F(GAP_SHARE)       /* the same, not its logarithm */\
     F(TRIMMED)        /* share of the length that was trimmed */                             \
     F(TAIL)           /* how far the trimmed ends stray from the loop */                     \
+    F(COUNTER_BENDS)  /* bends against the sense of the loop, away from the closure */       \
     F(LOOP_TURNING)   /* absolute bends beyond one full turn */                              \
     F(LOOP_WINDING)   /* how far the signed bends miss one full turn */                      \
     F(LOOP_SHARPEST)   /* largest bend away from the closure */\
