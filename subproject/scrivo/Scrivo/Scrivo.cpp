@@ -1,12 +1,210 @@
 #include "Scrivo/Scrivo.h"
+
+#include "Scrivo/ScrivoUtil.h"
+#include "Scrivo/TemplatesGraphicsRecognizer.h"
+#include "Scrivo/detail/Ellipse.h"
+#include "Scrivo/detail/Geometry.h"
+#include "Scrivo/detail/Polygon.h"
+
+#include <limits>
+#include <string>
+#include <utility>
+#include <vector>
+
 namespace Scrivo {
+
 const std::int32_t LIMIT = 10;
 const double RATIO_ANGLE = 0.95;
 const double RATIO_LINE = 0.965;
 const double ROTATION_THRESHOLD = 0.1;
 const double NEAR = 10.0;
 const double NUM_POINT = 20.0;
-bool initScrivo(std::vector<std::string>) { return true; }
-std::int32_t judge(std::vector<Point2D>, Point2D) { return FIGURE_NONE; }
-StrokeResult optimizeAStroke(std::vector<Point2D> stroke, float, float, std::vector<std::vector<Point2D>>) { return {stroke, 0}; }
+
+namespace {
+
+/// Below this extent, in drawing-area units, a stroke may be a dot.
+constexpr double DOT_EXTENT = 9.0;
+/// Above this extent, in drawing-area units, a stroke may be a straight line.
+constexpr double LINE_EXTENT = 75.0;
+/// From this extent on, in drawing-area units, a stroke may be a closed figure.
+constexpr double FIGURE_EXTENT = 40.0;
+
+/// Figure code of a recogniser's answer.
+std::int32_t figureOf(std::int32_t recogniserId) {
+    switch (recogniserId) {
+        case 1:
+        case 2:
+            return FIGURE_POLYGON;
+        case 3:
+            return FIGURE_ELLIPSE;
+        default:
+            return FIGURE_NONE;
+    }
 }
+
+std::int32_t classify(detail::Stroke stroke, const Point2D& extent) {
+    const double width = extent.x;
+    const double height = extent.y;
+    if (width < DOT_EXTENT && height < DOT_EXTENT && detail::isPoint(stroke)) {
+        return FIGURE_POINT;
+    }
+    // Too short to measure: neither line nor closed figure.
+    if (width == UNKNOWN_EXTENT) {
+        return FIGURE_NONE;
+    }
+    if ((width > LINE_EXTENT || height > LINE_EXTENT) && detail::isStrictLine(stroke)) {
+        return FIGURE_LINE;
+    }
+    if (width < FIGURE_EXTENT && height < FIGURE_EXTENT) {
+        return FIGURE_NONE;
+    }
+    const auto& recogniser = TemplatesGraphicsRecognizer::getInstance();
+    return figureOf(recogniser.recognize({stroke.begin(), stroke.end()}).id);
+}
+
+std::vector<Point2D> scaled(const std::vector<Point2D>& stroke, double width, double height) {
+    std::vector<Point2D> result;
+    result.reserve(stroke.size());
+    for (const Point2D& p : stroke) {
+        result.push_back({p.x * width, p.y * height, p.force});
+    }
+    return result;
+}
+
+/// An empty stroke has the centroid (NaN, NaN): no anchor to any line.
+std::vector<Point2D> scaledCentroids(const std::vector<std::vector<Point2D>>& strokes, double width,
+                                     double height) {
+    std::vector<Point2D> result;
+    result.reserve(strokes.size());
+    for (const auto& stroke : strokes) {
+        Point2D sum;
+        for (const Point2D& p : stroke) {
+            sum.x += p.x;
+            sum.y += p.y;
+        }
+        const auto n = static_cast<double>(stroke.size());
+        result.push_back({sum.x * width / n, sum.y * height / n, 0.0});
+    }
+    return result;
+}
+
+/// Truncates towards zero; saturates, and takes NaN as 0, where the plain
+/// conversion would be undefined.
+std::int32_t truncated(float value) {
+    using Limits = std::numeric_limits<std::int32_t>;
+    // -2^31 is a float, 2^31 - 1 is not: the upper bound is 2^31, excluded.
+    constexpr float BOUND = 2147483648.0F;
+    if (value >= -BOUND && value < BOUND) {
+        return static_cast<std::int32_t>(value);
+    }
+    if (value < 0.0F) {
+        return Limits::min();
+    }
+    return value > 0.0F ? Limits::max() : 0;
+}
+
+/// The redrawn stroke and what it was redrawn as; `drawn` is 0 when the routine
+/// declined.
+struct Redrawn {
+    std::vector<Point2D> path;
+    std::int32_t type = FIGURE_NONE;
+    std::int64_t drawn = 0;
+};
+
+Redrawn redraw(std::int32_t code, detail::Stroke stroke, const std::vector<Point2D>& anchors,
+               float width, float height) {
+    Redrawn result;
+    result.type = code;
+    switch (code) {
+        case FIGURE_POINT:
+            result.drawn = detail::reDrawPoint(result.path, stroke);
+            break;
+        case FIGURE_LINE:
+            result.drawn = detail::reDrawLine(result.path, stroke, anchors);
+            break;
+        case FIGURE_POLYGON:
+            result.drawn = detail::reDrawPolygon(result.path, stroke);
+            break;
+        case FIGURE_ELLIPSE:
+            result.drawn =
+                detail::reDrawEllipse(result.path, stroke, truncated(width), truncated(height));
+            break;
+        default:
+            result.drawn = detail::reDrawAngle(result.path, stroke);
+            if (result.drawn > 0) {
+                result.type = FIGURE_ANGLE;
+            }
+    }
+    return result;
+}
+
+/// Works in drawing-area units and returns in fractions; `drawn` is 0 when the
+/// stroke stays as it is.
+Redrawn idealise(const std::vector<Point2D>& stroke, float width, float height,
+                 const std::vector<std::vector<Point2D>>& otherStrokes) {
+    const std::vector<Point2D> inUnits = scaled(stroke, width, height);
+    const std::int32_t code = classify(inUnits, detail::scaleOfGraph(inUnits));
+    std::vector<Point2D> anchors;
+    if (code == FIGURE_LINE) {
+        anchors = scaledCentroids(otherStrokes, width, height);
+    }
+    Redrawn result = redraw(code, inUnits, anchors, width, height);
+    if (result.drawn == 0) {
+        return result;
+    }
+    // A line may leave the drawing area: moving it would tear it off the
+    // strokes that it was snapped to.
+    if (result.type != FIGURE_LINE) {
+        boundCheck(result.path, width, height);
+    }
+    recover(result.path, width, height);
+    return result;
+}
+
+bool contains(const std::string& path, const char* name) {
+    return path.find(name) != std::string::npos;
+}
+
+}  // namespace
+
+bool initScrivo(std::vector<std::string> paths) {
+    std::string rectangle;
+    std::string isoscelesTriangle;
+    std::string triangle;
+    std::string ellipse;
+    for (const std::string& path : paths) {
+        if (contains(path, "rectangle.template")) {
+            rectangle = path;
+        } else if (contains(path, "isosceles_triangle.template")) {
+            // Before the triangle: its name contains that one's.
+            isoscelesTriangle = path;
+        } else if (contains(path, "triangle.template")) {
+            triangle = path;
+        } else if (contains(path, "ellipse.template")) {
+            ellipse = path;
+        }
+    }
+    TemplatesGraphicsRecognizer::getInstance().loadTemplatesFromFile(rectangle, triangle,
+                                                                     isoscelesTriangle, ellipse);
+    return true;
+}
+
+std::int32_t judge(std::vector<Point2D> stroke, Point2D extent) {
+    return classify(stroke, extent);
+}
+
+StrokeResult optimizeAStroke(std::vector<Point2D> stroke, float width, float height,
+                             std::vector<std::vector<Point2D>> otherStrokes) {
+    try {
+        Redrawn redrawn = idealise(stroke, width, height, otherStrokes);
+        if (redrawn.drawn != 0) {
+            return {std::move(redrawn.path), redrawn.type};
+        }
+    } catch (...) {
+        // Out of memory, or a path that cannot be resampled: nothing is lost,
+        // the stroke has not been touched.
+    }
+    return {std::move(stroke), FIGURE_NONE};
+}
+
+}  // namespace Scrivo

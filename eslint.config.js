@@ -1,0 +1,27 @@
+'use strict';
+
+const js = require('@eslint/js');
+const globals = require('globals');
+
+const rules = {
+  eqeqeq: 'error',
+  'no-unused-vars': ['error', { argsIgnorePattern: '^_' }],
+  'no-var': 'error',
+  'object-shorthand': 'error',
+  'prefer-const': 'error',
+};
+
+module.exports = [
+  { ignores: ['build/', 'out/', 'prebuilds/', 'docs/api/'] },
+  js.configs.recommended,
+  { rules, linterOptions: { reportUnusedDisableDirectives: 'error' } },
+  {
+    files: ['**/*.js'],
+    languageOptions: { sourceType: 'commonjs', globals: globals.node },
+    rules: { strict: ['error', 'global'] },
+  },
+  { files: ['**/*.mjs'], languageOptions: { sourceType: 'module', globals: globals.node } },
+  { files: ['demo/public/**'], languageOptions: { globals: globals.browser } },
+  // Functions that the browser test evaluates run in the page.
+  { files: ['test/browser/**'], languageOptions: { globals: globals.browser } },
+];

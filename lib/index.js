@@ -1,0 +1,25 @@
+'use strict';
+
+const fs = require('node:fs');
+const path = require('node:path');
+
+const { loadNative } = require('./native.js');
+
+const { initScrivo, optimizeAStroke } = loadNative('hello');
+
+const FigureType = Object.freeze({
+  NONE: 0,
+  POINT: 1,
+  LINE: 2,
+  ANGLE: 4,
+  POLYGON: 6,
+  ELLIPSE: 7,
+});
+
+const templates = Object.freeze(
+  ['rectangle', 'triangle', 'isosceles_triangle', 'ellipse']
+    .map((figure) => path.join(__dirname, '..', 'templates', `${figure}.template`))
+    .filter((file) => fs.existsSync(file)),
+);
+
+module.exports = { initScrivo, optimizeAStroke, FigureType, templates };

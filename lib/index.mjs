@@ -1,0 +1,3 @@
+import scrivo from './index.js';
+
+export const { initScrivo, optimizeAStroke, FigureType, templates } = scrivo;

@@ -1,0 +1,63 @@
+'use strict';
+
+const fs = require('node:fs');
+const path = require('node:path');
+
+/** The checkout or the installed package. */
+const root = path.join(__dirname, '..');
+
+/**
+ * Whether the C library is musl, for which separate files are built. Only glibc
+ * puts its version into the process report.
+ */
+function isMusl() {
+  if (process.platform !== 'linux' || !process.report) return false;
+  const { excludeNetwork } = process.report;
+  process.report.excludeNetwork = true; // spares a reverse look-up of every address
+  try {
+    return !process.report.getReport().header.glibcVersionRuntime;
+  } finally {
+    process.report.excludeNetwork = excludeNetwork;
+  }
+}
+
+/** Where NAME.node may be, in order: what was built here, then what was shipped. */
+function* candidates(name) {
+  yield path.join(root, 'build', 'release', `${name}.node`);
+  const target = `${process.platform}-${process.arch}${isMusl() ? '-musl' : ''}`;
+  yield path.join(root, 'prebuilds', target, `${name}.node`);
+}
+
+/**
+ * Loads the native module NAME.node.
+ *
+ * @param {string} name file name without the extension
+ * @returns {object} the module's exports
+ * @throws {Error} `MODULE_NOT_FOUND`, with the list of files that were tried;
+ *   `ERR_DLOPEN_FAILED` when a file is there but cannot be loaded, with its path:
+ *   falling through to the next one would hide a broken build
+ */
+function loadNative(name) {
+  const tried = [];
+  for (const file of candidates(name)) {
+    if (fs.existsSync(file)) return open(file);
+    tried.push(file);
+  }
+  const error = new Error(
+    `Cannot find the native module ${name}.node. Tried:\n` +
+      tried.map((file) => `  ${file}\n`).join('') +
+      `Build it from the sources with: npm run build`,
+  );
+  throw Object.assign(error, { code: 'MODULE_NOT_FOUND' });
+}
+
+function open(file) {
+  try {
+    return require(file);
+  } catch (cause) {
+    const error = new Error(`Cannot load the native module ${file}: ${cause.message}`, { cause });
+    throw Object.assign(error, { code: cause.code ?? 'ERR_DLOPEN_FAILED' });
+  }
+}
+
+module.exports = { loadNative };

@@ -1,0 +1,101 @@
+#pragma once
+
+#include "Scrivo/Scrivo.h"
+
+#include <cstdint>
+#include <memory>
+#include <napi.h>
+#include <vector>
+
+/// JavaScript arrays of point objects to strokes and back.
+///
+/// A failed Node-API call leaves an exception pending and yields a zero value
+/// (length 0, number 0.0, no value), and the conversion goes on: nothing here
+/// stops early or reports a failure. The exception, the first one of a call,
+/// reaches the JavaScript caller when the native function returns.
+namespace binding {
+
+using Stroke = std::vector<Scrivo::Point2D>;
+
+/// Makes one Node-API call; returns whether it succeeded. If not, raises its
+/// error as node-addon-api does, except that an exception which is pending by
+/// then stays as it is. node-addon-api takes it and throws it anew, and that ends
+/// the process when it is the time-out of a `vm` script.
+template <typename... Parameters, typename... Arguments>
+bool attempt(Napi::Env env, napi_status (*function)(napi_env, Parameters...),
+             Arguments... arguments) {
+    napi_status status = function(env, arguments...);
+    if (status != napi_ok && !env.IsExceptionPending()) {
+        // Asking for the pending exception has dropped the reason: fail again.
+        status = function(env, arguments...);
+        if (status != napi_ok) Napi::Error::New(env).ThrowAsJavaScriptException();
+    }
+    return status == napi_ok;
+}
+
+/// The number, or 0.0 with an exception pending.
+double toDouble(Napi::Env env, napi_value value);
+
+/// The array's length, or 0 with an exception pending.
+std::uint32_t length(Napi::Env env, napi_value array);
+
+/// The array's element, or null with an exception pending.
+napi_value element(Napi::Env env, napi_value array, std::uint32_t index);
+
+/// Carries points between JavaScript objects and native memory in blocks,
+/// through a Float64Array that both sides see.
+///
+/// Properties are read and written by two small JavaScript functions. The
+/// engine compiles them, so that a point costs some ten nanoseconds where single
+/// Node-API calls need hundreds. They read and write in the very order of those
+/// calls, and leave whatever is not an object or not a number to them.
+class PointTransfer {
+public:
+    /// Leaves an exception pending, and carries nothing, when the engine is out
+    /// of stack or memory.
+    explicit PointTransfer(Napi::Env env);
+
+    [[nodiscard]] bool ready() const { return !write_.IsEmpty(); }
+
+    /// One point per element, in order; the length is read anew for each. A
+    /// malformed element counts too, as a point of what could be read and zeros.
+    [[nodiscard]] Stroke read(napi_value array);
+
+    /// Stores a fresh object per point, at the indices from 0 upwards: `x`, `y`
+    /// and, unless it is exactly 0, `force`.
+    void write(napi_value array, const Stroke& stroke);
+
+private:
+    void readBlock(Stroke& stroke, napi_value array);
+
+    Napi::Env env_;
+    double* shared_ = nullptr;  // lives as long as the functions
+    Napi::FunctionReference read_;
+    Napi::FunctionReference write_;
+};
+
+/// The transfer that one native call uses. Between calls an environment keeps
+/// one, which is compiled code and its buffer. A getter that calls the module
+/// again while its caller's stroke is being read gets another one.
+class TransferLease {
+public:
+    explicit TransferLease(Napi::Env env);
+    ~TransferLease();
+    TransferLease(const TransferLease&) = delete;
+    TransferLease& operator=(const TransferLease&) = delete;
+
+    PointTransfer* operator->() const { return transfer_.get(); }
+
+    /// Must have been called, once, for the environment.
+    static void prepare(Napi::Env env);
+
+private:
+    struct Idle {
+        std::unique_ptr<PointTransfer> transfer;
+    };
+
+    Idle& idle_;
+    std::unique_ptr<PointTransfer> transfer_;
+};
+
+}  // namespace binding

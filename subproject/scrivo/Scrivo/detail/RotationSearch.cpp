@@ -1,0 +1,118 @@
+#include "Scrivo/detail/RotationSearch.h"
+
+#include "Scrivo/detail/PathNormalisation.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace Scrivo::detail {
+
+namespace {
+
+double lowerAngle(double a, double b, double ratio) {
+    return ratio * a + (1.0 - ratio) * b;
+}
+double upperAngle(double a, double b, double ratio) {
+    return (1.0 - ratio) * a + ratio * b;
+}
+
+/// Turns and measures in one pass: the turned path is never stored. `centre` is
+/// the path's centroid, `points` has as many points as the path.
+double distanceAbout(std::span<const Point2D> path, const Point2D& centre,
+                     std::span<const Point2D> points, double angle) {
+    const double cosine = std::cos(angle);
+    const double sine = std::sin(angle);
+    double total = 0.0;
+    for (std::size_t i = 0; i < path.size(); ++i) {
+        const Point2D turned = rotated(path[i], centre, cosine, sine);
+        total += pointDistance(turned, points[i]);
+    }
+    return total / static_cast<double>(path.size());
+}
+
+bool isComparable(std::span<const Point2D> path, std::span<const Point2D> points) {
+    return !path.empty() && points.size() >= path.size();
+}
+
+constexpr double NOT_COMPARABLE = std::numeric_limits<double>::quiet_NaN();
+
+double searchAbout(std::span<const Point2D> path, const Point2D& centre,
+                   std::span<const Point2D> points, const RotationSearch& search) {
+    const auto f = [&](double angle) { return distanceAbout(path, centre, points, angle); };
+    SearchInterval interval = SearchInterval::first(search);
+    double f1 = f(interval.x1);
+    double f2 = f(interval.x2);
+    while (interval.isOpen(search)) {
+        if (f1 < f2) {
+            interval = interval.left(search.goldenRatio);
+            f2 = f1;
+            f1 = f(interval.x1);
+        } else {
+            interval = interval.right(search.goldenRatio);
+            f1 = f2;
+            f2 = f(interval.x2);
+        }
+    }
+    return std::min(f1, f2);
+}
+
+}  // namespace
+
+SearchInterval SearchInterval::first(const RotationSearch& search) {
+    const double a = -search.range;
+    const double b = search.range;
+    return {a, b, lowerAngle(a, b, search.goldenRatio), upperAngle(a, b, search.goldenRatio)};
+}
+
+bool SearchInterval::isOpen(const RotationSearch& search) const {
+    return std::abs(b - a) > search.precision;
+}
+
+SearchInterval SearchInterval::left(double goldenRatio) const {
+    return {a, x2, lowerAngle(a, x2, goldenRatio), x1};
+}
+
+SearchInterval SearchInterval::right(double goldenRatio) const {
+    return {x1, b, x2, upperAngle(x1, b, goldenRatio)};
+}
+
+double pathDistance(std::span<const Point2D> a, std::span<const Point2D> b) {
+    if (!isComparable(a, b)) {
+        return NOT_COMPARABLE;
+    }
+    double total = 0.0;
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        total += pointDistance(a[i], b[i]);
+    }
+    return total / static_cast<double>(a.size());
+}
+
+double distanceAtAngle(std::span<const Point2D> path, std::span<const Point2D> points,
+                       double angle) {
+    return isComparable(path, points) ? distanceAbout(path, centroid(path), points, angle)
+                                      : NOT_COMPARABLE;
+}
+
+double distanceAtBestAngle(std::span<const Point2D> path, std::span<const Point2D> points,
+                           const RotationSearch& search) {
+    return isComparable(path, points) ? searchAbout(path, centroid(path), points, search)
+                                      : NOT_COMPARABLE;
+}
+
+Match matchPlainly(std::span<const Point2D> path, std::span<const GraphicTemplate> templates,
+                   const RotationSearch& search) {
+    const Point2D centre = centroid(path);
+    Match best;
+    for (std::size_t k = 0; k < templates.size(); ++k) {
+        if (!isComparable(path, templates[k].points)) {
+            continue;
+        }
+        const double distance = searchAbout(path, centre, templates[k].points, search);
+        if (distance < best.distance) {
+            best = {static_cast<std::int64_t>(k), distance};
+        }
+    }
+    return best;
+}
+
+}  // namespace Scrivo::detail

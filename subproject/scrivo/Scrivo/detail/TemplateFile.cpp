@@ -1,0 +1,61 @@
+#include "Scrivo/detail/TemplateFile.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <utility>
+
+namespace Scrivo::detail {
+
+namespace {
+
+const std::string COMMA = ",";
+
+std::size_t countFields(const std::string& token) {
+    std::size_t count = 0;
+    for (Field f = nextField(token, COMMA, 0); f.begin != f.end;
+         f = nextField(token, COMMA, f.end)) {
+        ++count;
+    }
+    return count;
+}
+
+/// Ends the field in place, so that a token of any length is read without a
+/// copy: the character behind a field is a comma or the text's own end.
+double numberIn(std::string& token, const Field& field) {
+    token[field.end] = '\0';
+    return std::atof(token.data() + field.begin);
+}
+
+std::vector<Point2D> pathIn(std::string& token) {
+    std::vector<Point2D> path(countFields(token) / 2);
+    std::size_t from = 0;
+    const auto next = [&] {
+        const Field field = nextField(token, COMMA, from);
+        from = std::min(field.end + 1, token.size());
+        return numberIn(token, field);
+    };
+    for (Point2D& p : path) {
+        p.x = next();
+        p.y = next();
+    }
+    return path;
+}
+
+}  // namespace
+
+Field nextField(const std::string& text, const std::string& delimiters, std::size_t from) {
+    const std::size_t begin = std::min(text.find_first_not_of(delimiters, from), text.size());
+    return {begin, std::min(text.find_first_of(delimiters, begin), text.size())};
+}
+
+void forEachPath(const std::string& fileName,
+                 const std::function<void(std::vector<Point2D>)>& visit) {
+    std::ifstream file(fileName);
+    std::string token;
+    while (file >> token) {
+        visit(pathIn(token));
+    }
+}
+
+}  // namespace Scrivo::detail

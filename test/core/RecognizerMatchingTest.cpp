@@ -1,0 +1,409 @@
+// Which template wins. The index, the library's plain search and the literal
+// recogniser must agree in id, name and the bits of the score.
+
+#include "RecognizerTestSupport.h"
+#include "Scrivo/detail/RotationSearch.h"
+#include "Scrivo/detail/TemplateIndex.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cmath>
+#include <limits>
+#include <thread>
+
+namespace {
+
+using namespace recognizer_test;
+using Scrivo::detail::Match;
+using Scrivo::detail::matchPlainly;
+using Scrivo::detail::STANDARD_SEARCH;
+using Scrivo::detail::TemplateIndex;
+
+constexpr double NOT_A_NUMBER = std::numeric_limits<double>::quiet_NaN();
+constexpr double INFINITE = std::numeric_limits<double>::infinity();
+
+/// A template that the loader would not make, or makes of a strange outline.
+GraphicTemplate strangeTemplate(ink::Hand& hand, const Path& ordinary) {
+    GraphicTemplate strange{hand.below(4), "strange", ordinary};
+    Path& points = strange.points;
+    const auto some = static_cast<std::size_t>(hand.below(64));
+    switch (hand.below(8)) {
+        case 0:
+            points[some].x = NOT_A_NUMBER;
+            break;
+        case 1:
+            points[some].y = INFINITE;
+            break;
+        case 2:
+            points.resize(some);
+            break;
+        case 3:
+            points.push_back({1e300, NOT_A_NUMBER, 0.0});  // not looked at
+            break;
+        case 4:
+            points[some] = {1e300, -1e300, 0.0};
+            break;
+        case 5:
+            points[some].x += 390.0;  // close to the limit of the error bounds
+            break;
+        case 6:
+            for (Point2D& p : points) {
+                p = {p.x * 8.0, p.y * 8.0, 0.0};
+            }
+            break;
+        default:
+            points[some].x = std::nextafter(points[some].x, INFINITE);
+    }
+    return strange;
+}
+
+/// Templates of which many are alike: copies, copies that differ by a bit,
+/// backward forms, strange ones.
+std::vector<GraphicTemplate> mixedTemplates(ink::Hand& hand, int count) {
+    const TemplatesGraphicsRecognizer recognizer;
+    std::vector<GraphicTemplate> templates;
+    while (static_cast<int>(templates.size()) < count) {
+        Path stroke = hand.stroke(static_cast<ink::Shape>(1 + hand.below(4)));
+        const Path normal = recognizer.normalizePath(stroke);
+        templates.push_back({1, "new", normal});
+        const auto& old =
+            templates[static_cast<std::size_t>(hand.below(static_cast<int>(templates.size())))];
+        switch (hand.below(6)) {
+            case 0:
+                templates.push_back(GraphicTemplate(old));
+                break;
+            case 1:
+                std::reverse(stroke.begin(), stroke.end());
+                templates.push_back({1, "backwards", recognizer.normalizePath(stroke)});
+                break;
+            case 2:
+                templates.push_back(strangeTemplate(hand, normal));
+                break;
+            default:
+                break;
+        }
+    }
+    return templates;
+}
+
+/// A stroke of its own, one of the templates, one of them with a slight change,
+/// or one for which two templates are at the same distance.
+Path queryPath(ink::Hand& hand, const std::vector<GraphicTemplate>& templates) {
+    const auto& some =
+        templates[static_cast<std::size_t>(hand.below(static_cast<int>(templates.size())))].points;
+    if (hand.below(3) > 0 || some.size() != 64) {
+        const TemplatesGraphicsRecognizer recognizer;
+        return recognizer.normalizePath(hand.stroke(static_cast<ink::Shape>(1 + hand.below(4))));
+    }
+    Path path = some;
+    if (hand.below(2) == 0) {
+        path[static_cast<std::size_t>(hand.below(64))].x += hand.uniform(-1.0, 1.0);
+    }
+    return path;
+}
+
+::testing::AssertionResult sameMatch(const Match& actual, const Match& expected) {
+    if (actual.index == expected.index && sameBits(actual.distance, expected.distance)) {
+        return ::testing::AssertionSuccess();
+    }
+    return ::testing::AssertionFailure()
+           << actual.index << " at " << std::hexfloat << actual.distance << " instead of "
+           << expected.index << " at " << expected.distance;
+}
+
+TEST(TemplateIndex, FindsTheMatchOfThePlainSearch) {
+    ink::Hand hand(21);
+    int indexed = 0;
+    for (int k = 0; k < rounds(400); ++k) {
+        const auto templates = mixedTemplates(hand, 1 + hand.below(90));
+        TemplateIndex index;
+        for (const GraphicTemplate& t : templates) {
+            index.append(t.points);
+        }
+        ASSERT_TRUE(index.describes(templates));
+        for (int i = 0; i < 50; ++i) {
+            const Path path = queryPath(hand, templates);
+            const auto match = index.match(path, templates);
+            if (match) {
+                ++indexed;
+                ASSERT_TRUE(sameMatch(*match, matchPlainly(path, templates, STANDARD_SEARCH)))
+                    << "round " << k << ", path " << i;
+            }
+        }
+    }
+    EXPECT_GT(indexed, rounds(400) * 40);
+}
+
+TEST(TemplateIndex, FindsTheMatchAmongThousands) {
+    ink::Hand hand(22);
+    const auto templates = mixedTemplates(hand, 3000);
+    TemplateIndex index;
+    std::vector<GraphicTemplate> grown;
+    for (const GraphicTemplate& t : templates) {
+        index.append(t.points);
+        grown.push_back(t);
+        if (grown.size() % 100 == 0) {
+            const Path path = queryPath(hand, templates);
+            if (const auto match = index.match(path, grown)) {
+                ASSERT_TRUE(sameMatch(*match, matchPlainly(path, grown, STANDARD_SEARCH)));
+            }
+        }
+    }
+}
+
+TEST(TemplateIndex, DeclinesPathsOutsideTheNormalForm) {
+    TemplateIndex index;
+    const Path circle =
+        TemplatesGraphicsRecognizer().normalizePath(ink::Hand(23).stroke(ink::ELLIPSE));
+    const std::vector<GraphicTemplate> templates{{3, "ellipse", circle}};
+    index.append(circle);
+    EXPECT_TRUE(index.match(circle, templates));
+    const auto changed = [&](auto change) {
+        Path path = circle;
+        change(path);
+        return index.match(path, templates).has_value();
+    };
+    EXPECT_FALSE(changed([](Path& p) { p.pop_back(); }));
+    EXPECT_FALSE(changed([](Path& p) { p.push_back(p.back()); }));
+    EXPECT_FALSE(changed([](Path& p) { p[5].x = NOT_A_NUMBER; }));
+    EXPECT_FALSE(changed([](Path& p) { p[5].x = 401.0; }));
+    EXPECT_FALSE(changed([](Path& p) { p[5].y += 1.0; })) << "the centroid has moved";
+}
+
+TEST(PlainSearch, IsTheLiteralOne) {
+    ink::Hand hand(24);
+    TemplatesGraphicsRecognizer recognizer;
+    const auto templates = mixedTemplates(hand, 60);
+    for (int i = 0; i < rounds(160); ++i) {
+        const Path path = queryPath(hand, templates);
+        for (const GraphicTemplate& t : templates) {
+            ASSERT_TRUE(sameBits(recognizer.distanceAtBestAngle(path, t),
+                                 literal::distanceAtBestAngle(path, t, recognizer)));
+        }
+        const double angle = hand.uniform(-50.0, 50.0);
+        EXPECT_TRUE(sameBits(recognizer.distanceAtAngle(path, templates[0], angle),
+                             literal::distanceAtAngle(path, templates[0], angle)));
+    }
+}
+
+TEST(Recognize, AnswersAsTheLiteralOne) {
+    ink::Hand hand(25);
+    int matched = 0;
+    for (int k = 0; k < rounds(40); ++k) {
+        auto recognizer = recognizerWith(hand.strokes(1 + hand.below(24)));
+        for (int i = 0; i < 25; ++i) {
+            const Path stroke = hand.stroke(static_cast<ink::Shape>(1 + hand.below(4)));
+            const auto expected = literal::recognize(recognizer, stroke);
+            ASSERT_TRUE(sameAnswer(recognizer.recognize(stroke), expected));
+            matched += expected.id != 0 ? 1 : 0;
+            if (i % 5 == 0) {
+                recognizer.addTemplate(1 + hand.below(4), "late", stroke);
+            }
+        }
+    }
+    EXPECT_GT(matched, rounds(40) * 5);
+}
+
+TEST(Recognize, FollowsChangedSettings) {
+    ink::Hand hand(26);
+    const auto outlines = hand.strokes(30);
+    using Change = void (*)(TemplatesGraphicsRecognizer&);
+    const Change changes[] = {
+        [](auto& r) { r.setRotationInvariance(false); },
+        [](auto& r) { r.numPoints = 32; },
+        [](auto& r) { r.numPoints = 80; },
+        [](auto& r) { r.squareSize = 1000; },
+        [](auto& r) { r.angleRange = 1.0; },
+        [](auto& r) { r.anglePrecision = 0.25; },
+        [](auto& r) { r.goldenRatio = 0.7; },
+        [](auto& r) { r.halfDiagonal = 60.0; },
+        [](auto& r) { r.halfDiagonal = 0.0; },
+    };
+    for (const Change change : changes) {
+        auto before = recognizerWith(outlines);
+        change(before);
+        TemplatesGraphicsRecognizer after;
+        change(after);
+        for (const Path& outline : outlines) {
+            after.addTemplate(3, "ellipse", outline);
+        }
+        for (int i = 0; i < rounds(24); ++i) {
+            const Path stroke = hand.stroke(static_cast<ink::Shape>(1 + i % 4));
+            EXPECT_TRUE(sameAnswer(before.recognize(stroke), literal::recognize(before, stroke)));
+            EXPECT_TRUE(sameAnswer(after.recognize(stroke), literal::recognize(after, stroke)));
+        }
+    }
+}
+
+TEST(Recognize, FollowsListsChangedByHand) {
+    ink::Hand hand(27);
+    const auto outlines = hand.strokes(45);
+    const Path stroke = hand.stroke(ink::ELLIPSE);
+    const Path exact = TemplatesGraphicsRecognizer().normalizePath(stroke);
+    using Change = void (*)(Scrivo::TemplateList&, const Path&);
+    const Change changes[] = {
+        [](auto& list, const Path& p) {
+            list.push_back({9, "pushed", p});
+        },
+        [](auto& list, const Path& p) {
+            list.insert(list.begin(), GraphicTemplate{9, "first", p});
+        },
+        [](auto& list, const Path& p) { list[7].points = p; },
+        [](auto& list, const Path& p) {
+            std::copy(p.begin(), p.end(), list.back().points.begin());
+        },
+        [](auto& list, const Path&) { list.erase(list.begin(), list.begin() + 5); },
+        [](auto& list, const Path&) { list[2].points.clear(); },
+        [](auto& list, const Path&) { list[2].points[63].y = NOT_A_NUMBER; },
+        [](auto& list, const Path&) { std::reverse(list.begin(), list.end()); },
+        [](auto& list, const Path&) { list.clear(); },
+        [](auto& list, const Path& p) {
+            list = std::vector<GraphicTemplate>{{9, "only", p}};
+        },
+    };
+    for (const Change change : changes) {
+        auto recognizer = recognizerWith(outlines);
+        for (auto* list : {&recognizer.allTemplates, &recognizer.polygonTemplates,
+                           &recognizer.ellipseTemplates}) {
+            change(*list, exact);
+        }
+        const auto copy = recognizer;
+        for (int i = 0; i < 12; ++i) {
+            const Path drawn = i == 0 ? stroke : hand.stroke(static_cast<ink::Shape>(1 + i % 4));
+            const auto expected = literal::recognize(recognizer, drawn);
+            EXPECT_TRUE(sameAnswer(recognizer.recognize(drawn), expected)) << i;
+            EXPECT_TRUE(sameAnswer(copy.recognize(drawn), expected)) << i;
+        }
+    }
+}
+
+TEST(Recognize, KeepsTheFirstOfEqualTemplates) {
+    ink::Hand hand(28);
+    const Path stroke = hand.stroke(ink::ELLIPSE);
+    TemplatesGraphicsRecognizer recognizer;
+    for (int k = 0; k < 40; ++k) {
+        recognizer.addTemplate(3, "other", hand.stroke(ink::ELLIPSE));
+    }
+    EXPECT_EQ(recognizer.addTemplate(3, "first", stroke), 1);
+    for (int k = 2; k < 30; ++k) {
+        EXPECT_EQ(recognizer.addTemplate(3, "second", stroke), k - 1);
+    }
+    const auto answer = recognizer.recognize(stroke);
+    EXPECT_EQ(answer.name, "first");
+    EXPECT_TRUE(sameAnswer(answer, literal::recognize(recognizer, stroke)));
+}
+
+Path polyline(const Path& corners, int steps) {
+    Path path;
+    for (std::size_t k = 0; k + 1 < corners.size(); ++k) {
+        for (int i = 0; i < steps; ++i) {
+            const double t = static_cast<double>(i) / steps;
+            path.push_back({corners[k].x + (corners[k + 1].x - corners[k].x) * t,
+                            corners[k].y + (corners[k + 1].y - corners[k].y) * t, 0.0});
+        }
+    }
+    path.push_back(corners.back());
+    return path;
+}
+
+const Path SQUARE{{0.0, 0.0}, {100.0, 0.0}, {100.0, 100.0}, {0.0, 100.0}, {0.0, 0.0}};
+
+TEST(Recognize, RejectsBeforeMatching) {
+    const auto recognizer = recognizerWith({polyline(SQUARE, 20)});
+    const auto rejected = [&](const Path& stroke) {
+        return sameAnswer(recognizer.recognize(stroke), {0, "Unknown", -1.0});
+    };
+    EXPECT_TRUE(rejected({}));
+    EXPECT_TRUE(rejected({{1.0, 2.0}}));
+    EXPECT_TRUE(rejected(Path(20, {1.0, 2.0})));
+    EXPECT_TRUE(rejected(polyline({{0.0, 0.0}, {100.0, 0.0}, {100.0, 100.0}, {0.0, 60.0}}, 20)));
+    EXPECT_TRUE(sameAnswer(TemplatesGraphicsRecognizer().recognize(polyline(SQUARE, 20)),
+                           {0, "Unknown", -1.0}));
+    // A gap of 15 % still closes; the stroke is 100 long, up to the last bit.
+    EXPECT_FALSE(rejected({{0.0, 0.0}, {57.5, 0.0}, {15.0, 0.0}}));
+    EXPECT_TRUE(rejected({{0.0, 0.0}, {57.5, 0.0}, {std::nextafter(15.0, 16.0), 0.0}}));
+}
+
+TEST(Recognize, AnswersWithTheScoreThatDidNotSuffice) {
+    ink::Hand hand(29);
+    const auto recognizer = recognizerWith(hand.strokes(9));
+    // A star of many corners weighs nothing, however well it fits.
+    Path corners;
+    for (int k = 0; k <= 20; ++k) {
+        const double radius = k % 2 == 0 ? 200.0 : 80.0;
+        corners.push_back({radius * std::cos(k * 0.314159265), radius * std::sin(k * 0.314159265)});
+    }
+    const auto star = recognizer.recognize(polyline(corners, 20));
+    EXPECT_TRUE(sameAnswer(star, {0, "Unknown", 0.0}));
+    // Only templates that cannot be compared: the largest distance stands.
+    TemplatesGraphicsRecognizer hopeless;
+    hopeless.addTemplate(1, "flat", {{0.0, 0.0}, {10.0, 0.0}, {0.0, 0.0}});
+    hopeless.addTemplate(1, "dot", {{0.0, 0.0}});
+    const auto answer = hopeless.recognize({{0.0, 0.0}, {50.0, 0.0}, {50.0, 50.0}, {0.0, 0.0}});
+    EXPECT_EQ(answer.id, 0);
+    EXPECT_EQ(answer.score, 1.0 - std::numeric_limits<double>::max() / 176.7766952966369);
+}
+
+TEST(StrokeCorners, AreThoseOfTheLiteralScan) {
+    const auto corners = Scrivo::TemplatesGraphicsRecognizerUtil::getAnglesFromPath;
+    EXPECT_EQ(corners({}), (std::vector<int>{0, -1}));
+    EXPECT_EQ(corners(Path(9)), (std::vector<int>{0, 8}));
+    EXPECT_EQ(corners(Path(10)), (std::vector<int>{0}));
+    EXPECT_EQ(corners(Path(11)), (std::vector<int>{0, 10}));
+    EXPECT_EQ(corners(polyline(SQUARE, 20)), (std::vector<int>{0, 20, 40, 60, 80}));
+
+    ink::Hand hand(30);
+    std::vector<std::size_t> lengths(40, 0);
+    for (int k = 0; k < rounds(20000); ++k) {
+        Path stroke = hand.stroke(static_cast<ink::Shape>(1 + k % 4));
+        stroke.resize(static_cast<std::size_t>(hand.below(static_cast<int>(stroke.size()) + 1)));
+        if (k % 3 == 0) {
+            for (Point2D& p : stroke) {
+                p = {std::round(p.x / 16.0), std::round(p.y / 16.0), 0.0};
+            }
+        }
+        if (k % 50 == 0 && !stroke.empty()) {
+            stroke[stroke.size() / 2].x = NOT_A_NUMBER;
+        }
+        const auto expected = literal::getAnglesFromPath(stroke);
+        ASSERT_EQ(corners(stroke), expected);
+        ++lengths[expected.size()];
+    }
+    EXPECT_GT(*std::min_element(lengths.begin() + 2, lengths.begin() + 8), 0U);
+}
+
+TEST(Recognizer, MayBeLoadedWhileItRecognises) {
+    ink::Hand hand(31);
+    TemplatesGraphicsRecognizer recognizer = recognizerWith(hand.strokes(30));
+    const auto later = hand.strokes(rounds(400));
+    const auto drawn = hand.strokes(40);
+    std::atomic<bool> done{false};
+    std::vector<std::thread> readers;
+    std::atomic<int> worse{0};
+    for (int k = 0; k < 3; ++k) {
+        readers.emplace_back([&] {
+            std::vector<double> score(drawn.size(), -INFINITE);
+            do {
+                for (std::size_t i = 0; i < drawn.size(); ++i) {
+                    const double now = recognizer.recognize(drawn[i]).score;
+                    worse += now < score[i] ? 1 : 0;
+                    score[i] = now;
+                }
+            } while (!done);
+        });
+    }
+    for (const Path& outline : later) {
+        recognizer.addTemplate(3, "ellipse", outline);
+    }
+    done = true;
+    for (std::thread& reader : readers) {
+        reader.join();
+    }
+    EXPECT_EQ(worse, 0) << "more templates never lower a score";
+    for (const Path& stroke : drawn) {
+        EXPECT_TRUE(
+            sameAnswer(recognizer.recognize(stroke), literal::recognize(recognizer, stroke)));
+    }
+}
+
+}  // namespace

@@ -1,0 +1,203 @@
+// The normal form of a path: resampling against the quadratic form that inserts
+// the points which it places, then each transformation at its edges.
+
+#include "RecognizerTestSupport.h"
+
+#include <cmath>
+#include <limits>
+#include <random>
+#include <stdexcept>
+
+namespace {
+
+using namespace recognizer_test;
+
+constexpr double NOT_A_NUMBER = std::numeric_limits<double>::quiet_NaN();
+constexpr double INFINITE = std::numeric_limits<double>::infinity();
+const TemplatesGraphicsRecognizer RECOGNIZER;
+
+/// Coordinates of every kind that a resampling can trip over.
+class Coordinates {
+public:
+    explicit Coordinates(std::uint64_t seed) : m_hand(seed) {}
+
+    Path path() {
+        const int n = 1 + m_hand.below(12);
+        const int kind = m_hand.below(5);
+        const double scale = std::pow(2.0, m_hand.uniform(-60.0, 60.0));
+        const double offset = kind == 1 ? std::pow(2.0, m_hand.uniform(0.0, 60.0)) : 0.0;
+        Path path;
+        for (int i = 0; i < n; ++i) {
+            path.push_back({coordinate(kind, scale, offset), coordinate(kind, scale, offset), 0.5});
+            if (m_hand.below(4) == 0) {
+                path.push_back(path.back());
+            }
+        }
+        return path;
+    }
+
+    int count() {
+        static constexpr int COUNTS[] = {1, 2, 3, 7, 64, 65};
+        return COUNTS[m_hand.below(6)];
+    }
+
+private:
+    double coordinate(int kind, double scale, double offset) {
+        switch (kind) {
+            case 2:
+                return m_hand.below(8);
+            case 3: {
+                static constexpr double HOSTILE[] = {NOT_A_NUMBER, INFINITE, -INFINITE, 1e308,
+                                                     -1e308,       5e-324,   0.0,       -0.0};
+                return HOSTILE[m_hand.below(8)];
+            }
+            default:
+                return offset + m_hand.uniform(-1.0, 1.0) * scale;
+        }
+    }
+
+    ink::Hand m_hand;
+};
+
+TEST(Resample, PlacesThePointsOfTheInsertingForm) {
+    Coordinates coordinates(11);
+    int endless = 0;
+    for (int k = 0; k < rounds(40000); ++k) {
+        const Path path = coordinates.path();
+        const int n = coordinates.count();
+        Path expected;
+        try {
+            expected = literal::resampleByCnt(path, n);
+        } catch (const std::length_error&) {
+            ++endless;
+            EXPECT_THROW(RECOGNIZER.resampleByCnt(path, n), std::domain_error) << k;
+            continue;
+        }
+        ASSERT_TRUE(samePath(RECOGNIZER.resampleByCnt(path, n), expected)) << k;
+    }
+    EXPECT_GT(endless, 0) << "no walk was endless: the hard case was never met";
+}
+
+TEST(Resample, TakesStrokesOfAnyLength) {
+    ink::Hand hand(12);
+    for (const Path& stroke : hand.strokes(300)) {
+        ASSERT_TRUE(samePath(RECOGNIZER.resample(stroke), literal::resampleByCnt(stroke, 64)));
+    }
+    // Linear: the inserting form would move 10^11 points.
+    Path spiral;
+    for (int i = 0; i < 400000; ++i) {
+        spiral.push_back({i * std::cos(i * 0.001), i * std::sin(i * 0.001), 0.0});
+    }
+    EXPECT_EQ(RECOGNIZER.resampleByCnt(spiral, 400000).size(), 400000U);
+}
+
+TEST(Resample, KeepsEndsAndForces) {
+    const Path line{{0.0, 0.0, 0.25}, {63.0, 0.0, 0.75}};
+    const Path placed = RECOGNIZER.resample(line);
+    ASSERT_EQ(placed.size(), 64U);
+    for (std::size_t k = 0; k < placed.size(); ++k) {
+        EXPECT_EQ(placed[k].x, static_cast<double>(k));
+        // The last one is placed too: rounding left room for it.
+        EXPECT_EQ(placed[k].force, k == 0 ? 0.25 : 0.0);
+    }
+    const Path shortByOne = RECOGNIZER.resample({{0.0, 0.0, 0.25}, {0.3, 0.0, 0.75}});
+    ASSERT_EQ(shortByOne.size(), 64U);
+    EXPECT_EQ(shortByOne.back().force, 0.75);
+}
+
+TEST(Resample, DegeneratePathsStayShort) {
+    EXPECT_TRUE(RECOGNIZER.resample({}).empty());
+    EXPECT_TRUE(samePath(RECOGNIZER.resample({{3.0, 4.0, 0.5}}), {{3.0, 4.0, 0.5}}));
+    EXPECT_TRUE(samePath(RECOGNIZER.resampleByCnt({{3.0, 4.0, 0.5}}, 2),
+                         {{3.0, 4.0, 0.5}, {3.0, 4.0, 0.5}}));
+    EXPECT_TRUE(samePath(RECOGNIZER.resample(Path(5, {3.0, 4.0, 0.5})),
+                         {{3.0, 4.0, 0.5}, {NOT_A_NUMBER, NOT_A_NUMBER, 0.0}}));
+}
+
+TEST(Resample, RefusesAWalkWithoutEnd) {
+    // Steps of 1, but doubles are 16 apart here.
+    EXPECT_THROW(RECOGNIZER.resample({{1e17, 0.0}, {1e17 + 64.0, 0.0}}), std::domain_error);
+    EXPECT_THROW(RECOGNIZER.resampleByCnt({{0.0, 0.0}, {1.0, 0.0}}, 0), std::domain_error);
+    EXPECT_THROW(
+        RECOGNIZER.resampleByCnt({{0.0, 0.0}, {1.0, 0.0}}, std::numeric_limits<int>::min()),
+        std::domain_error);
+    const auto recognizer = recognizerWith({{{0.0, 0.0}, {1.0, 2.0}, {2.0, 0.0}}});
+    EXPECT_THROW(recognizer.recognize({{1e17, 0.0}, {1e17 + 64.0, 0.0}, {1e17, 0.0}}),
+                 std::domain_error);
+}
+
+TEST(NormalForm, HasItsSizeAndPlace) {
+    ink::Hand hand(13);
+    for (const Path& stroke : hand.strokes(60)) {
+        const Path path = RECOGNIZER.normalizePath(stroke);
+        ASSERT_EQ(path.size(), 64U);
+        const auto box = RECOGNIZER.boundingBox(path);
+        const Point2D centre = RECOGNIZER.centroid(path);
+        EXPECT_NEAR(box.width, 250.0, 1e-9);
+        EXPECT_NEAR(box.height, 250.0, 1e-9);
+        EXPECT_NEAR(centre.x, 0.0, 1e-9);
+        EXPECT_NEAR(centre.y, 0.0, 1e-9);
+        EXPECT_TRUE(samePath(path, literal::normalizePath(stroke, RECOGNIZER)));
+    }
+}
+
+TEST(NormalForm, FollowsTheSettings) {
+    TemplatesGraphicsRecognizer recognizer;
+    recognizer.setRotationInvariance(false);
+    EXPECT_FALSE(recognizer.getRotationInvariance());
+    EXPECT_EQ(recognizer.angleRange, 15.0);
+    const Path box{{0.0, 0.0}, {10.0, 0.0}, {10.0, 20.0}, {0.0, 20.0}, {0.0, 0.0}};
+    EXPECT_EQ(recognizer.normalizePath(box).front().y, recognizer.normalizePath(box)[1].y)
+        << "the first edge stays level";
+    recognizer.setRotationInvariance(true);
+    EXPECT_EQ(recognizer.angleRange, 45.0);
+    recognizer.numPoints = 16;
+    recognizer.squareSize = 100;
+    EXPECT_TRUE(samePath(recognizer.normalizePath(box), literal::normalizePath(box, recognizer)));
+}
+
+TEST(NormalForm, TurnsCounterClockwise) {
+    const Path path{{1.0, 0.0, 0.5}, {-1.0, 0.0, 0.5}};
+    const Path turned = RECOGNIZER.rotateBy(path, std::acos(0.0));
+    EXPECT_NEAR(turned[0].x, 0.0, 1e-15);
+    EXPECT_NEAR(turned[0].y, 1.0, 1e-15);
+    EXPECT_TRUE(samePath(RECOGNIZER.rotateBy(path, 0.0), {{1.0, 0.0, 0.0}, {-1.0, 0.0, 0.0}}));
+    const Path level = RECOGNIZER.rotateToZero({{0.0, 0.0}, {0.0, 4.0}, {0.0, 8.0}});
+    EXPECT_NEAR(level[0].y, level[1].y, 1e-12);
+    EXPECT_LT(level[0].x, level[1].x) << "the first point lies left of the centroid";
+}
+
+TEST(NormalForm, DegeneratePathsGiveWhatTheArithmeticGives) {
+    constexpr double LARGEST = std::numeric_limits<double>::max();
+    const auto nothing = RECOGNIZER.boundingBox({});
+    EXPECT_EQ(nothing.x, LARGEST);
+    EXPECT_EQ(nothing.y, LARGEST);
+    EXPECT_EQ(nothing.width, -INFINITE);
+    EXPECT_EQ(nothing.height, -INFINITE);
+    EXPECT_TRUE(std::isnan(RECOGNIZER.centroid({}).x));
+    EXPECT_EQ(RECOGNIZER.pathLength({}), 0.0);
+    EXPECT_EQ(RECOGNIZER.pathLength({{3.0, 4.0}}), 0.0);
+    EXPECT_EQ(RECOGNIZER.getDistance({0.0, 0.0, 9.0}, {3.0, 4.0, 0.0}), 5.0);
+    for (const Path& path :
+         {RECOGNIZER.normalizePath({}), RECOGNIZER.rotateBy({}, 1.0), RECOGNIZER.rotateToZero({}),
+          RECOGNIZER.scaleToSquare({}), RECOGNIZER.translateToOrigin({})}) {
+        EXPECT_TRUE(path.empty());
+    }
+    const Path flat = RECOGNIZER.scaleToSquare({{0.0, 0.0}, {10.0, 0.0}, {10.0, -0.0}});
+    EXPECT_EQ(flat[1].x, 250.0);
+    EXPECT_TRUE(std::isnan(flat[1].y));
+    EXPECT_EQ(RECOGNIZER.scaleToSquare({{0.0, 2.0}, {10.0, 2.0}})[0].y, INFINITE);
+}
+
+TEST(PathDistance, NeverReadsPastTheShorterPath) {
+    const Path two{{0.0, 0.0}, {0.0, 0.0}};
+    const Path three{{3.0, 4.0}, {0.0, 1.0}, {7.0, 7.0}};
+    EXPECT_EQ(RECOGNIZER.pathDistance(two, three), 3.0);
+    EXPECT_TRUE(std::isnan(RECOGNIZER.pathDistance(three, two)));
+    EXPECT_TRUE(std::isnan(RECOGNIZER.pathDistance({}, two)));
+    EXPECT_TRUE(std::isnan(RECOGNIZER.distanceAtAngle(three, {1, "short", two}, 0.0)));
+    EXPECT_TRUE(std::isnan(RECOGNIZER.distanceAtBestAngle(three, {1, "short", two})));
+    EXPECT_TRUE(std::isnan(RECOGNIZER.distanceAtBestAngle({}, {1, "any", two})));
+}
+
+}  // namespace

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "LiteralRecognizer.h"
+#include "Scrivo/TemplatesGraphicsRecognizer.h"
+#include "SyntheticInk.h"
+
+#include <cstdint>
+#include <cstring>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+namespace recognizer_test {
+
+using Scrivo::GraphicTemplate;
+using Scrivo::Point2D;
+using Scrivo::RecognitionResult;
+using Scrivo::TemplatesGraphicsRecognizer;
+using Path = std::vector<Point2D>;
+
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool SANITIZED = true;
+#elif defined(__has_feature)
+constexpr bool SANITIZED = __has_feature(address_sanitizer);
+#else
+constexpr bool SANITIZED = false;
+#endif
+
+/// Rounds of a random test: fewer where every access is checked.
+constexpr int rounds(int count) {
+    return SANITIZED ? count / 8 : count;
+}
+
+inline bool sameBits(double a, double b) {
+    return std::memcmp(&a, &b, sizeof a) == 0 || (std::isnan(a) && std::isnan(b));
+}
+
+inline ::testing::AssertionResult samePath(const Path& actual, const Path& expected) {
+    if (actual.size() != expected.size()) {
+        return ::testing::AssertionFailure()
+               << actual.size() << " points instead of " << expected.size();
+    }
+    for (std::size_t i = 0; i < actual.size(); ++i) {
+        const Point2D& a = actual[i];
+        const Point2D& e = expected[i];
+        if (!sameBits(a.x, e.x) || !sameBits(a.y, e.y) || !sameBits(a.force, e.force)) {
+            return ::testing::AssertionFailure()
+                   << "point " << i << " is (" << a.x << ", " << a.y << ", " << a.force
+                   << ") instead of (" << e.x << ", " << e.y << ", " << e.force << ")";
+        }
+    }
+    return ::testing::AssertionSuccess();
+}
+
+inline ::testing::AssertionResult sameAnswer(const RecognitionResult& actual,
+                                             const RecognitionResult& expected) {
+    if (actual.id == expected.id && actual.name == expected.name &&
+        sameBits(actual.score, expected.score)) {
+        return ::testing::AssertionSuccess();
+    }
+    return ::testing::AssertionFailure()
+           << actual.name << " (" << actual.id << ") " << std::hexfloat << actual.score
+           << " instead of " << expected.name << " (" << expected.id << ") " << expected.score;
+}
+
+inline TemplatesGraphicsRecognizer recognizerWith(const std::vector<Path>& outlines) {
+    TemplatesGraphicsRecognizer recognizer;
+    for (std::size_t k = 0; k < outlines.size(); ++k) {
+        static const char* const NAMES[] = {"rectangle", "triangle", "ellipse"};
+        recognizer.addTemplate(static_cast<int>(1 + k % 3), NAMES[k % 3], outlines[k]);
+    }
+    return recognizer;
+}
+
+}  // namespace recognizer_test

@@ -1,0 +1,139 @@
+'use strict';
+
+const assert = require('node:assert/strict');
+const { spawnSync } = require('node:child_process');
+const fs = require('node:fs');
+const { createRequire } = require('node:module');
+const os = require('node:os');
+const path = require('node:path');
+const { after, describe, test } = require('node:test');
+const { pathToFileURL } = require('node:url');
+
+const { root } = require('./support.js');
+const scrivo = require('scrivo');
+
+const BUILT = path.join(root, 'build', 'release', 'hello.node');
+
+describe('the package', () => {
+  test('exports the same by require() and import', async () => {
+    const names = ['FigureType', 'initScrivo', 'optimizeAStroke', 'templates'];
+    const imported = await import('scrivo');
+    assert.deepEqual(Object.keys(scrivo).sort(), names);
+    assert.deepEqual(Object.keys(imported).sort(), names);
+    for (const name of names) assert.equal(imported[name], scrivo[name]);
+  });
+
+  test('is sealed but for its entry points', () => {
+    assert.equal(require('scrivo/package.json').name, 'scrivo');
+    assert.throws(() => require('scrivo/lib/native.js'), /lib.native/);
+  });
+
+  test('names the figure codes, for good', () => {
+    const codes = { NONE: 0, POINT: 1, LINE: 2, ANGLE: 4, POLYGON: 6, ELLIPSE: 7 };
+    assert.deepEqual(scrivo.FigureType, codes);
+    assert.ok(Object.isFrozen(scrivo.FigureType));
+  });
+
+  test('declares types for what must compile, and none for what must not', () => {
+    const tsc = path.join(path.dirname(require.resolve('typescript/package.json')), 'bin', 'tsc');
+    const project = path.join(__dirname, 'types');
+    const run = spawnSync(process.execPath, [tsc, '-p', project], { encoding: 'utf8' });
+    assert.equal(run.status, 0, run.stdout + run.stderr);
+  });
+});
+
+describe('finding the native module', () => {
+  const made = [];
+  after(() => made.forEach((folder) => fs.rmSync(folder, { recursive: true })));
+
+  /** A copy of the package's JavaScript with these files: name to content, or BUILT. */
+  function copyWith(files) {
+    const folder = fs.realpathSync(fs.mkdtempSync(path.join(os.tmpdir(), 'scrivo-test-')));
+    made.push(folder);
+    fs.cpSync(path.join(root, 'lib'), path.join(folder, 'lib'), { recursive: true });
+    for (const [name, content] of Object.entries(files)) {
+      const file = path.join(folder, name);
+      fs.mkdirSync(path.dirname(file), { recursive: true });
+      if (content === BUILT) fs.copyFileSync(BUILT, file);
+      else fs.writeFileSync(file, content);
+    }
+    const load = () => createRequire(path.join(folder, 'lib', 'x.js'))('./index.js');
+    return { folder, load };
+  }
+
+  /** Where prebuilt files are, on a system with glibc or one without. */
+  function target(glibc) {
+    const musl = process.platform === 'linux' && !glibc ? '-musl' : '';
+    return `prebuilds/${process.platform}-${process.arch}${musl}`;
+  }
+
+  /** Calls `body` while the process report says which C library there is. */
+  function withLibrary(glibc, body) {
+    const { getReport } = process.report;
+    process.report.getReport = () => ({ header: glibc ? { glibcVersionRuntime: '2.36' } : {} });
+    try {
+      return body();
+    } finally {
+      process.report.getReport = getReport;
+    }
+  }
+
+  test('takes a build of the checkout first, then a prebuilt file', () => {
+    const built = copyWith({
+      'build/release/hello.node': BUILT,
+      [`${target(true)}/hello.node`]: '',
+    });
+    assert.equal(built.load().initScrivo([]), true);
+    for (const glibc of [true, false]) {
+      const shipped = copyWith({
+        [`${target(glibc)}/hello.node`]: BUILT,
+        'prebuilds/other-cpu/hello.node': '',
+      });
+      assert.equal(withLibrary(glibc, shipped.load).initScrivo([]), true);
+    }
+  });
+
+  test('says what it tried and how to build, if there is none', () => {
+    for (const glibc of [true, false]) {
+      const { folder, load } = copyWith({ 'build/debug/hello.node': '' });
+      assert.throws(
+        () => withLibrary(glibc, load),
+        (error) => {
+          assert.equal(error.code, 'MODULE_NOT_FOUND');
+          const tried = ['build/release', target(glibc)].map((place) => path.join(folder, place));
+          assert.deepEqual(
+            error.message.match(/^ {2}.*$/gm),
+            tried.map((place) => `  ${path.join(place, 'hello.node')}`),
+          );
+          assert.match(error.message, /npm run build/);
+          return true;
+        },
+      );
+    }
+  });
+
+  test('reports a file that cannot be loaded instead of trying the next', () => {
+    const files = { 'build/release/hello.node': 'broken', [`${target(true)}/hello.node`]: BUILT };
+    const { folder, load } = copyWith(files);
+    assert.throws(load, (error) => {
+      assert.equal(error.code, 'ERR_DLOPEN_FAILED');
+      assert.ok(error.message.includes(path.join(folder, 'build', 'release', 'hello.node')));
+      assert.ok(error.cause instanceof Error);
+      return true;
+    });
+  });
+
+  test('lists the template files that are there', async () => {
+    const names = ['rectangle', 'triangle', 'isosceles_triangle', 'ellipse'];
+    const files = (some) =>
+      Object.fromEntries(some.map((name) => [`templates/${name}.template`, '0,0,1,1\n']));
+    for (const some of [names, names.slice(2), []]) {
+      const { folder, load } = copyWith({ 'build/release/hello.node': BUILT, ...files(some) });
+      const expected = Object.keys(files(some)).map((name) => path.join(folder, name));
+      assert.deepEqual(load().templates, expected);
+      assert.ok(Object.isFrozen(load().templates));
+      const imported = await import(pathToFileURL(path.join(folder, 'lib', 'index.mjs')));
+      assert.deepEqual(imported.templates, expected);
+    }
+  });
+});

@@ -1,0 +1,59 @@
+'use strict';
+
+const assert = require('node:assert/strict');
+const { spawnSync } = require('node:child_process');
+const path = require('node:path');
+
+const root = path.join(__dirname, '..', '..');
+
+/**
+ * Runs a function in a process of its own and returns what it passes to `report`.
+ * The function sees nothing of this process; it may be async, and it is given
+ *
+ * - `hello`: the path of the native module, which is not loaded yet
+ * - `report(value)`: sets the result, anything that survives JSON
+ * - `work(body)`: runs `body(native, { parentPort, workerData })` in a worker with
+ *   a fresh native module; resolves to what it returns (not awaited), and to
+ *   `{ exitCode }` if the worker ended before that
+ * - `body`: the function given as an option, for use with `work`
+ */
+function runApart(main, { flags = [], body } = {}) {
+  const source = `(${bootstrap})(${main}, ${JSON.stringify(root)}, ${body})`;
+  const child = spawnSync(process.execPath, [...flags, '-e', source], { encoding: 'utf8' });
+  assert.equal(child.status, 0, `ended by ${child.signal ?? child.status}: ${child.stderr}`);
+  return JSON.parse(child.stdout);
+}
+
+function bootstrap(main, root, body) {
+  const { Worker } = require('node:worker_threads');
+  const hello = `${root}/build/release/hello.node`;
+  let result;
+
+  function work(body, options) {
+    const source = `
+      const threads = require('node:worker_threads');
+      const value = (${body})(require(${JSON.stringify(hello)}), threads);
+      threads.parentPort.postMessage(value);`;
+    const worker = new Worker(source, { eval: true, ...options });
+    const done = new Promise((resolve, reject) => {
+      worker.on('message', resolve);
+      worker.on('error', reject);
+      worker.on('exit', (exitCode) => resolve({ exitCode }));
+    });
+    const ended = new Promise((resolve) => worker.on('exit', resolve));
+    return Object.assign(
+      ended.then(() => done),
+      { worker },
+    );
+  }
+
+  Promise.resolve(main({ hello, work, body, report: (value) => (result = value) })).then(
+    () => process.stdout.write(JSON.stringify(result)),
+    (error) => {
+      console.error(error);
+      process.exitCode = 1;
+    },
+  );
+}
+
+module.exports = { root, runApart };

@@ -1,0 +1,68 @@
+'use strict';
+
+// Configures and builds presets of CMakePresets.json.
+//
+//   npm run build                  the release preset
+//   npm run build -- dev asan      other presets
+
+const fs = require('node:fs');
+const os = require('node:os');
+const path = require('node:path');
+const { ROOT, capture, failure, heading, main, run } = require('./support/run.js');
+const { LEVELS, installedPackages } = require('./setup.js');
+
+const JOBS = String(os.availableParallelism?.() ?? os.cpus().length);
+
+function presetNames() {
+  const { buildPresets } = JSON.parse(fs.readFileSync(path.join(ROOT, 'CMakePresets.json')));
+  return buildPresets.map(({ name }) => name);
+}
+
+function checkTools() {
+  const missing = ['cmake', 'ninja'].filter((tool) => capture(tool, ['--version']) === null);
+  const packages = ['node-addon-api', 'node-api-headers'].filter(
+    (name) => !fs.existsSync(path.join(ROOT, 'node_modules', name)),
+  );
+  if (missing.length + packages.length > 0) {
+    throw failure(`Not found: ${[...missing, ...packages].join(', ')}. Run \`npm run setup\`.`);
+  }
+}
+
+/** Whether the libraries of the tests and benchmarks are known to be here. */
+function testLibrariesInstalled() {
+  const installed = installedPackages(LEVELS.test);
+  return installed !== null && LEVELS.test.every((name) => installed.has(name));
+}
+
+/**
+ * Builds one preset. `modulesOnly` builds the Node modules alone, and does
+ * without the libraries of the tests where those are not installed;
+ * `keepGoing` shows the errors of all files.
+ */
+async function build(preset, { modulesOnly = false, keepGoing = false } = {}) {
+  checkTools();
+  const tests = modulesOnly && !testLibrariesInstalled() ? 'OFF' : 'ON';
+  const configure = ['--preset', preset, `-DSCRIVO_TESTS=${tests}`];
+  if (preset === 'release') configure.push(`-DSCRIVO_BENCH=${tests}`);
+  heading(`Configure (${preset})`);
+  if ((await run('cmake', configure)) !== 0) throw failure(`Configuring "${preset}" failed.`);
+  heading(`Build (${preset}, ${JOBS} jobs)`);
+  const compile = ['--build', '--preset', preset, '--parallel', JOBS];
+  if (modulesOnly) compile.push('--target', 'src/all');
+  if (keepGoing) compile.push('--', '-k', '0');
+  if ((await run('cmake', compile)) !== 0) throw failure(`Building "${preset}" failed.`);
+}
+
+async function buildMain(presets) {
+  const known = presetNames();
+  const unknown = presets.filter((name) => !known.includes(name));
+  if (unknown.length > 0) {
+    throw failure(`build: no preset "${unknown.join('", "')}"; there are ${known.join(', ')}`);
+  }
+  for (const preset of presets.length > 0 ? presets : ['release']) await build(preset);
+  return 0;
+}
+
+module.exports = { JOBS, build };
+
+if (require.main === module) main(buildMain);

@@ -1,0 +1,14 @@
+'use strict';
+
+// `npm start`: sets up, builds the module and opens the drawing page's server.
+// Arguments go to the server: npm start -- --port 8080
+
+const { build } = require('./build.js');
+const { setup } = require('./setup.js');
+const { main } = require('./support/run.js');
+
+main(async (args) => {
+  await setup('run');
+  await build('release', { modulesOnly: true });
+  return require('../demo/server.js').serve(args);
+});

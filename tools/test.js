@@ -1,0 +1,142 @@
+'use strict';
+
+// `npm test`: sets up, builds and runs every suite. A suite that fails or finds
+// no test does not stop the others, but the whole then fails.
+//
+//   npm test                    everything
+//   npm test -- node browser    some suites, by name, without setting up
+
+const fs = require('node:fs');
+const path = require('node:path');
+const { JOBS, build } = require('./build.js');
+const { QUICK_CHECKS, lint } = require('./lint.js');
+const { setup } = require('./setup.js');
+const { ROOT, failure, heading, main, run } = require('./support/run.js');
+
+const REPORTS = path.join(ROOT, 'build', 'reports');
+const NODE_TEST_TIMEOUT_MS = 300_000;
+
+function readReport(file) {
+  return fs.existsSync(file) ? fs.readFileSync(file, 'utf8') : '';
+}
+
+function newReport(name) {
+  fs.mkdirSync(REPORTS, { recursive: true });
+  const file = path.join(REPORTS, name);
+  fs.rmSync(file, { force: true }); // a report of an earlier run proves nothing
+  return file;
+}
+
+/** Totals of a JUnit file of ctest. */
+function countJunit(xml) {
+  const attribute = (name) =>
+    Number(new RegExp(`<testsuite[^>]*\\s${name}="(\\d+)"`).exec(xml)?.[1]);
+  const tests = attribute('tests') || 0;
+  const failed = attribute('failures') || 0;
+  const skipped = (attribute('skipped') || 0) + (attribute('disabled') || 0);
+  return { passed: tests - failed - skipped, failed, skipped };
+}
+
+/** Totals that close a TAP stream of Node's test runner. */
+function countTap(tap) {
+  const total = (name) => Number(new RegExp(`^# ${name} (\\d+)$`, 'm').exec(tap)?.[1] ?? 0);
+  const skipped = total('skipped') + total('todo');
+  return { passed: total('pass'), failed: total('fail') + total('cancelled'), skipped };
+}
+
+async function ctest(preset) {
+  await build(preset);
+  heading(`Tests of the core (${preset})`);
+  const report = newReport(`ctest-${preset}.xml`);
+  const args = ['--preset', preset, '--parallel', JOBS, '--output-junit', report];
+  const code = await run('ctest', args);
+  return { code, ...countJunit(readReport(report)) };
+}
+
+function testFiles(folder) {
+  const found = fs.existsSync(folder) ? fs.readdirSync(folder, { withFileTypes: true }) : [];
+  return found.flatMap((entry) => {
+    const file = path.join(folder, entry.name);
+    if (entry.isDirectory()) return testFiles(file);
+    return /\.test\.m?js$/.test(entry.name) ? [file] : [];
+  });
+}
+
+async function nodeTest(name) {
+  const folder = path.join(ROOT, 'test', name);
+  heading(`Tests of test/${name}`);
+  const files = testFiles(folder).sort();
+  if (files.length === 0) return { code: 0, passed: 0, failed: 0, skipped: 0 };
+  const report = newReport(`node-${name}.tap`);
+  const reporters = { spec: 'stdout', tap: report };
+  const flags = Object.entries(reporters).flatMap(([reporter, destination]) => [
+    `--test-reporter=${reporter}`,
+    `--test-reporter-destination=${destination}`,
+  ]);
+  if (Number.parseInt(process.versions.node, 10) >= 20) {
+    flags.push(`--test-timeout=${NODE_TEST_TIMEOUT_MS}`);
+  }
+  const code = await run(process.execPath, ['--test', ...flags, ...files]);
+  return { code, ...countTap(readReport(report)) };
+}
+
+/** Static checks: they fail or not, and count no tests. */
+async function checks() {
+  return { code: (await lint(QUICK_CHECKS)) ? 0 : 1, isCheck: true };
+}
+
+const SUITES = {
+  release: () => ctest('release'),
+  node: () => nodeTest('node'),
+  browser: () => nodeTest('browser'),
+  lint: checks,
+  asan: () => ctest('asan'),
+};
+
+function verdict({ code, passed, failed, isCheck }) {
+  if (code !== 0 || failed > 0) return 'FAILED';
+  return isCheck || passed > 0 ? 'ok' : 'FAILED: no test was run';
+}
+
+async function runSuite(name) {
+  const start = Date.now();
+  let result = { code: 1 };
+  try {
+    result = await SUITES[name]();
+  } catch (error) {
+    console.error(error.expected ? error.message : error);
+  }
+  const { passed = 0, failed = 0, skipped = 0 } = result;
+  return { name, passed, failed, skipped, verdict: verdict(result), ms: Date.now() - start };
+}
+
+function summarise(results) {
+  heading('Summary');
+  for (const { name, passed, failed, skipped, verdict: said, ms } of results) {
+    const counts = `${passed} passed, ${failed} failed, ${skipped} skipped`;
+    console.log(`${name.padEnd(8)} ${counts.padEnd(36)} ${(ms / 1000).toFixed(1)} s  ${said}`);
+  }
+  const sum = (key) => results.reduce((total, result) => total + result[key], 0);
+  const broken = results.filter((result) => result.verdict !== 'ok');
+  if (broken.length > 0) console.log(`\nFailed: ${broken.map(({ name }) => name).join(', ')}`);
+  console.log(`\n${sum('passed')} passed, ${sum('failed')} failed, ${sum('skipped')} skipped`);
+  return broken.length === 0 ? 0 : 1;
+}
+
+async function testMain(names) {
+  const unknown = names.filter((name) => !(name in SUITES));
+  if (unknown.length > 0) {
+    const known = Object.keys(SUITES).join(', ');
+    throw failure(`test: no suite "${unknown.join('", "')}"; there are ${known}`);
+  }
+  if (names.length === 0) await setup('test');
+  const results = [];
+  for (const name of names.length > 0 ? names : Object.keys(SUITES)) {
+    results.push(await runSuite(name));
+  }
+  return summarise(results);
+}
+
+module.exports = { countJunit, countTap };
+
+if (require.main === module) main(testMain);
