@@ -1,9 +1,307 @@
-#include "Scrivo/Scrivo.h"
+#include "Cases.h"
+#include "Scrivo/Ellipse.h"
+#include "Scrivo/Polygon.h"
+#include "Scrivo/ScrivoUtil.h"
+#include "Scrivo/TemplatesGraphicsRecognizer.h"
+#include "Support.h"
 
-#include <gtest/gtest.h>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <utility>
 
-TEST(Pipeline, EmptyStrokeComesBackEmpty) {
-    const auto result = Scrivo::optimizeAStroke({}, 800, 600, {});
-    EXPECT_TRUE(result.path.empty());
-    EXPECT_EQ(result.type, Scrivo::FIGURE_NONE);
+namespace {
+
+using namespace Scrivo::test;
+using Scrivo::initScrivo;
+using Scrivo::judge;
+using Scrivo::optimizeAStroke;
+using Scrivo::Point2D;
+using Scrivo::StrokeResult;
+using Scrivo::UNKNOWN_EXTENT;
+
+/// One stroke of every kind, in units of an area of 800 by 600, with a hand
+/// that shakes.
+std::vector<Stroke> strokesOfAllKinds(Random& random) {
+    const Point2D at{random.in(100, 500), random.in(100, 300)};
+    const double size = random.in(60, 200);
+    const auto along = [&](const Stroke& corners, int steps) {
+        Stroke stroke = chain(corners, steps);
+        for (Point2D& p : stroke) {
+            p = at + size * p + random.jitter(0.01 * size);
+            p.force = random.in(0, 1);
+        }
+        return stroke;
+    };
+    return {
+        {},
+        along({{0, 0}, {1, 0.3}}, 6),
+        withForce(Stroke(12, at), 0.9),
+        along({{0, 0}, {1, random.in(-1, 1)}}, 40),
+        along({{-1, 0.02}, {0, 0}, {0.3, 1}}, 20),
+        along({{0, 0}, {0, 1}, {1, 1}, {1, 0}, {0, 0}}, 20),
+        along({{0, -0.9}, {-0.5, 0}, {0.5, 0}, {0, -0.9}}, 25),
+        along(ellipse({0, 0}, 1, random.in(0.5, 1.1), 0, 70), 1),
+        along({{0, 0}, {0.3, 1}, {0.6, 0}, {0.9, 1}, {1.2, 0}}, 15),
+    };
 }
+
+testing::AssertionResult sameAnswers(const StrokeResult& a, const StrokeResult& b) {
+    return a.type == b.type ? hasBitsOf(a.path, b.path)
+                            : testing::AssertionFailure() << a.type << " and " << b.type;
+}
+
+/// What holds for every answer whatever the stroke.
+void expectAnAnswer(const StrokeResult& answer, const Stroke& stroke) {
+    const std::size_t n = answer.path.size();
+    switch (answer.type) {
+        case Scrivo::FIGURE_NONE:
+            EXPECT_TRUE(hasBitsOf(answer.path, stroke));
+            return;
+        case Scrivo::FIGURE_POINT:
+            EXPECT_EQ(n, 64U);
+            break;
+        case Scrivo::FIGURE_LINE:
+            EXPECT_EQ(n, 21U);
+            break;
+        case Scrivo::FIGURE_ANGLE:
+            EXPECT_EQ(n, 42U);
+            break;
+        case Scrivo::FIGURE_POLYGON:
+            EXPECT_TRUE(n == stroke.size() || (n % 21 == 0 && n >= 63)) << n;
+            return;
+        case Scrivo::FIGURE_ELLIPSE:
+            EXPECT_EQ(n, 85U);
+            break;
+        default:
+            ADD_FAILURE() << "no such code: " << answer.type;
+    }
+    EXPECT_TRUE(isNear(withForce(answer.path, 0), answer.path, 0)) << "forces are 0";
+}
+
+TEST(Judge, ExtentDecidesWhatIsTried) {
+    loadCases();
+    const Stroke straight = chain({{0, 0}, {30, 0}}, 30);  // would be a dot, too
+    const Stroke square = closedChain({{0, 0}, {0, 9}, {9, 9}, {9, 0}}, 20);
+    const Stroke wave = chain({{0, 0}, {9, 90}, {18, 0}, {27, 90}}, 20);
+    struct Case {
+        const char* name;
+        Stroke stroke;
+        Point2D extent;
+        int code;
+    };
+    const Case cases[] = {
+        {"small: dot", straight, {below(9), below(9)}, 1},
+        {"9 wide", straight, {9, 0}, 0},
+        {"9 high", straight, {0, 9}, 0},
+        {"75 is not long", straight, {75, 75}, 0},
+        {"wider: line", straight, {above(75), 0}, 2},
+        {"higher: line", straight, {0, above(75)}, 2},
+        {"small and no dot", Stroke(9, {1, 1}), {0, 0}, 0},
+        {"below 40: nothing", square, {below(40), below(40)}, 0},
+        {"40 wide: a closed figure", square, {40, 0}, 6},
+        {"40 high", square, {0, 40}, 6},
+        {"long and not straight", square, {100, 100}, 6},
+        {"no figure", wave, {100, 100}, 0},
+        {"unknown width", straight, {UNKNOWN_EXTENT, 100}, 0},
+        {"unknown height is just high", straight, {0, UNKNOWN_EXTENT}, 2},
+        {"NaN is no limit", square, {QUIET_NAN, QUIET_NAN}, 6},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(judge(c.stroke, c.extent), c.code) << c.name;
+    }
+}
+
+TEST(Init, SortsTheFilesByName) {
+    const std::filesystem::path folder = std::filesystem::path(testing::TempDir()) / "scrivo-init";
+    const auto write = [&](const std::string& name) {
+        const auto file = folder / name;
+        std::filesystem::create_directories(file.parent_path());
+        std::ofstream(file) << "0,0,0,9,9,9,0,0\n";
+        return file.string();
+    };
+    struct Case {
+        const char* name;
+        std::vector<std::string> paths;
+        std::vector<int> ids;  // of the templates that are added, each with its reverse
+    };
+    const std::string rectangle = write("rectangle.template");
+    const std::string triangle = write("triangle.template");
+    const std::string isosceles = write("isosceles_triangle.template");
+    const std::string ellipse = write("my-ellipse.template.bak");
+    const std::string other = write("rectangle.template.d/ellipse.template");
+    const Case cases[] = {
+        {"none", {}, {}},
+        {"any order", {ellipse, isosceles, triangle, rectangle}, {1, 1, 2, 2, 2, 2, 3, 3}},
+        {"both triangles", {triangle, isosceles}, {2, 2, 2, 2}},
+        {"the last of a kind", {rectangle, other, "missing/triangle.template"}, {1, 1}},
+        {"missing", {rectangle, "missing/rectangle.template"}, {}},
+        {"no name that is known", {write("circle.template"), write("RECTANGLE.template")}, {}},
+    };
+    const auto& templates =
+        std::as_const(Scrivo::TemplatesGraphicsRecognizer::getInstance().allTemplates);
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const std::size_t before = templates.size();
+        EXPECT_TRUE(initScrivo(c.paths));
+        std::vector<int> ids;
+        for (std::size_t i = before; i < templates.size(); ++i) {
+            ids.push_back(templates[i].id);
+        }
+        EXPECT_EQ(ids, c.ids);
+    }
+    std::filesystem::remove_all(folder);
+}
+
+TEST(Pipeline, ShortStrokesComeBackAsDrawn) {
+    for (std::size_t n = 0; n < 10; ++n) {
+        Stroke stroke(n, {0.25, 0.5, 0.9});
+        const auto answer = optimizeAStroke(stroke, 800, 600, {});
+        EXPECT_EQ(answer.type, 0) << n;
+        EXPECT_TRUE(hasBitsOf(answer.path, stroke));
+    }
+    EXPECT_EQ(optimizeAStroke(Stroke(10, {0.25, 0.5, 0.9}), 800, 600, {}).type, 1);
+}
+
+TEST(Pipeline, WorksInUnitsOfTheArea) {
+    // 300 units at a slope of 0.09; as fractions it would be 0.12.
+    const Stroke drawn = fractions(chain({{100, 300}, {400, 327}}, 30), 800, 600);
+    const auto answer = optimizeAStroke(drawn, 800, 600, {});
+    EXPECT_EQ(answer.type, 2);
+    const Stroke level = outline({{100, 300}, {100 + std::hypot(300, 27), 300}});
+    EXPECT_TRUE(isNear(answer.path, fractions(level, 800, 600), 1e-12));
+}
+
+TEST(Pipeline, OtherStrokesAttractByTheirCentroids) {
+    const Stroke drawn = fractions(chain({{100, 300}, {400, 300}}, 30), 800, 600);
+    const auto heightBeside = [&](const std::vector<Stroke>& others) {
+        std::vector<Stroke> inFractions;
+        for (const Stroke& other : others) {
+            inFractions.push_back(fractions(other, 800, 600));
+        }
+        return 600 * optimizeAStroke(drawn, 800, 600, inFractions).path[0].y;
+    };
+    EXPECT_NEAR(heightBeside({}), 300, 1e-9);
+    EXPECT_NEAR(heightBeside({{{200, 100}, {210, 309}, {340, 509}}}), 306, 1e-9);
+    EXPECT_NEAR(heightBeside({{}, {{250, 306}}, {}}), 306, 1e-9) << "empty strokes attract nothing";
+    EXPECT_NEAR(heightBeside({{{250, 311}}}), 300, 1e-9);
+}
+
+TEST(Pipeline, OnlyLinesMayLeaveTheArea) {
+    const Stroke line = fractions(chain({{700, 500}, {900, 800}}, 30), 800, 600);
+    EXPECT_TRUE(isNear(optimizeAStroke(line, 800, 600, {}).path,
+                       fractions(outline({{700, 500}, {900, 800}}), 800, 600), 1e-12));
+    const Stroke angle = fractions(chain({{700, -30}, {850, 60}, {700, 150}}, 20), 800, 600);
+    EXPECT_TRUE(isNear(optimizeAStroke(angle, 800, 600, {}).path,
+                       fractions(outline({{650, 0}, {800, 90}, {650, 180}}), 800, 600), 1e-12));
+}
+
+TEST(Pipeline, AnswersEveryStroke) {
+    loadCases();
+    Random random;
+    std::array<int, 8> seen{};
+    for (int i = 0; i < 100; ++i, random.nextRound()) {
+        SCOPED_TRACE(random.trace());
+        std::vector<Stroke> strokes = strokesOfAllKinds(random);
+        for (Stroke& stroke : strokes) {
+            stroke = fractions(stroke, 800, 600);
+        }
+        std::vector<StrokeResult> answers;
+        for (const Stroke& stroke : strokes) {
+            answers.push_back(optimizeAStroke(stroke, 800, 600, strokes));
+            expectAnAnswer(answers.back(), stroke);
+            ++seen.at(static_cast<std::size_t>(answers.back().type));
+        }
+        // The same bits again, whatever came in between.
+        for (std::size_t k = strokes.size(); k-- > 0;) {
+            EXPECT_TRUE(sameAnswers(optimizeAStroke(strokes[k], 800, 600, strokes), answers[k]));
+        }
+    }
+    for (const int code : {0, 1, 2, 4, 6, 7}) {
+        EXPECT_GE(seen.at(static_cast<std::size_t>(code)), 50) << "code " << code;
+    }
+}
+
+TEST(Pipeline, SurvivesHostileNumbers) {
+    loadCases();
+    Random random;
+    const float sizes[] = {0.0F,
+                           -800.0F,
+                           1e-38F,
+                           3e38F,
+                           std::numeric_limits<float>::infinity(),
+                           -std::numeric_limits<float>::infinity(),
+                           std::numeric_limits<float>::quiet_NaN(),
+                           600.0F};
+    const double odd[] = {QUIET_NAN, INF, -INF, 1e300, -1e300, 1e-300, 0.0, -0.0};
+    testing::internal::CaptureStdout();
+    for (Stroke stroke : strokesOfAllKinds(random)) {
+        for (const float width : sizes) {
+            for (const float height : sizes) {
+                expectAnAnswer(optimizeAStroke(stroke, width, height, {{}, stroke}), stroke);
+            }
+        }
+        for (const double value : odd) {
+            Stroke holed = stroke;
+            for (int i = random.below(4); i >= 0 && !holed.empty(); --i) {
+                Point2D& p =
+                    holed[static_cast<std::size_t>(random.below(static_cast<int>(holed.size())))];
+                (random.below(2) == 0 ? p.x : p.y) = value;
+                p.force = value;
+            }
+            expectAnAnswer(optimizeAStroke(holed, 1, 1, {stroke, holed, {{value, value}}}), holed);
+            const Stroke all(20, {value, value, value});
+            expectAnAnswer(optimizeAStroke(all, 1, 1, {all}), all);
+        }
+    }
+    testing::internal::GetCapturedStdout();
+}
+
+TEST(Pipeline, RedrawingDeclinesOrAppends) {
+    using Redraw = std::int64_t (*)(Stroke&, Stroke);
+    const Redraw routines[] = {
+        Scrivo::reDrawPoint,
+        Scrivo::reDrawAngle,
+        Scrivo::reDrawPolygon,
+        [](Stroke& out, Stroke stroke) { return Scrivo::reDrawLine(out, stroke, {}); },
+        [](Stroke& out, Stroke stroke) { return Scrivo::reDrawEllipse(out, stroke, 0, 0); },
+    };
+    Random random;
+    for (const Stroke& stroke : strokesOfAllKinds(random)) {
+        for (const Redraw redraw : routines) {
+            Stroke alone;
+            redraw(alone, stroke);
+            EXPECT_TRUE(appends([&](Stroke& out) { return redraw(out, stroke); }, alone, 0.0));
+        }
+    }
+}
+
+TEST(Pipeline, UnanswerableStrokeComesBackAsDrawn) {
+    loadCases();
+    // Closed, and too far out to be resampled: the recogniser gives up by an exception.
+    const Point2D far{1e17, 1e17};
+    Stroke stroke = closedChain({{0, 0}, {0, 100}, {100, 100}, {100, 0}}, 20);
+    for (Point2D& p : stroke) {
+        p = far + p;
+    }
+    EXPECT_THROW(judge(stroke, {100, 100}), std::domain_error);
+    const auto answer = optimizeAStroke(stroke, 1, 1, {});
+    EXPECT_EQ(answer.type, 0);
+    EXPECT_TRUE(hasBitsOf(answer.path, stroke));
+}
+
+TEST(Pipeline, AnswersAMillionPoints) {
+    loadCases();
+    const int steps = 250000;
+    const Stroke square{{0.2, 0.2}, {0.2, 0.7}, {0.7, 0.7}, {0.7, 0.2}};
+    EXPECT_EQ(optimizeAStroke(chain({{0.1, 0.1}, {0.8, 0.3}}, 4 * steps), 1000, 1000, {}).type, 2);
+    // A corner spread over so many points bends no span: a square stays as drawn.
+    for (const Stroke& stroke :
+         {closedChain(square, steps), ellipse({0.5, 0.5}, 0.3, 0.2, 0, 4 * steps),
+          chain(Stroke(8, {0.5, 0.5}), steps / 2),
+          chain({{0, 0}, {0.1, 0.9}, {0.2, 0}, {0.3, 0.9}, {0.4, 0}}, steps)}) {
+        expectAnAnswer(optimizeAStroke(stroke, 1000, 1000, {stroke}), stroke);
+    }
+}
+
+}  // namespace

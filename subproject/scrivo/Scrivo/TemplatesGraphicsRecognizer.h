@@ -22,9 +22,8 @@ public:
 }  // namespace detail
 
 /// Tells rectangles, triangles and ellipses apart by comparing a closed stroke
-/// with stored outlines: the unistroke method of Wobbrock, Wilson and Li
-/// (Gestures without libraries, toolkits or training, 2007) with an index that
-/// finds the same template sooner (docs/matching.md).
+/// with stored outlines, point by point, over a golden-section search of the
+/// rotation; an index finds the same template sooner (docs/matching.md).
 ///
 /// Loading, adding and recognising may run on several threads at once. The
 /// public fields are for one thread. Recognition is fast with the settings that

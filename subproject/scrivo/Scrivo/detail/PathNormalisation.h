@@ -42,8 +42,7 @@ Point2D centroid(std::span<const Point2D> path);
 /// empty path has that corner and an extent of -infinity.
 Rect2D boundingBox(std::span<const Point2D> path);
 
-/// `n` points at equal distances along the path (the resampling step of the $1
-/// recogniser: Wobbrock, Wilson, Li: Gestures without libraries, 2007). Walks
+/// `n` points at equal distances along the path. Walks
 /// the path once. The first point keeps its force; so does the last one when
 /// rounding leaves the walk one point short and it is appended.
 /// Throws std::domain_error when the walk would never end: the step is below

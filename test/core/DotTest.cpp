@@ -1,0 +1,77 @@
+#include "Scrivo/Ellipse.h"
+#include "Support.h"
+
+namespace {
+
+using namespace Scrivo::test;
+using Scrivo::isPoint;
+using Scrivo::Point2D;
+using Scrivo::reDrawPoint;
+
+/// Points of these forces.
+Stroke ofForces(std::size_t count, double force, std::initializer_list<double> others = {}) {
+    Stroke stroke(count, {1, 2, force});
+    for (const double other : others) {
+        stroke.push_back({1, 2, other});
+    }
+    return stroke;
+}
+
+TEST(Dot, IsToldByCountAndPressure) {
+    struct Case {
+        const char* name;
+        Stroke stroke;
+        bool isDot;
+    };
+    const Case cases[] = {
+        {"empty", {}, false},
+        {"8 points at full pressure", ofForces(8, 1), false},
+        {"9 points at full pressure", ofForces(9, 1), true},
+        {"25 points without pressure", ofForces(25, 0), false},
+        {"26 points without pressure", ofForces(26, 0), true},
+        {"10 of 0.7", ofForces(10, 0.7), true},
+        {"9 of 0.7, one of 0: all are counted", ofForces(9, 0.7, {0.0}), false},
+        {"a mean of exactly 0.65", ofForces(19, 0, {13.0}), false},
+        {"the next mean", ofForces(19, 0, {above(13.0)}), true},
+        {"negative forces add nothing", ofForces(8, 0.8, {-100}), true},
+        {"nor does NaN", ofForces(8, 0.8, {QUIET_NAN}), true},
+        {"NaN is counted", ofForces(8, 0.7, {QUIET_NAN}), false},
+        {"infinite", ofForces(8, 0, {INF}), true},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(isPoint(c.stroke), c.isDot) << c.name;
+    }
+}
+
+TEST(Dot, MeanForceIsAPlainSum) {
+    // Added one after the other, 20 forces of 0.65 make 13.000000000000002.
+    EXPECT_TRUE(isPoint(ofForces(20, 0.65)));
+}
+
+TEST(Dot, IsThreeClosedRingsAndACentre) {
+    const Stroke tap = withForce({{8, 19}, {12, 19}, {10, 22}, {10, 20}}, 0.9);
+    Stroke out{{7, 7, 0.5}};
+    ASSERT_EQ(reDrawPoint(out, tap), 65);
+    EXPECT_TRUE(hasBitsOf({out[0]}, {{7, 7, 0.5}}));
+    const Stroke dot(out.begin() + 1, out.end());
+    const double radii[] = {2.5, 1.5, 0.5};
+    for (std::size_t ring = 0; ring < 3; ++ring) {
+        for (std::size_t i = 0; i <= 20; ++i) {
+            const Point2D expected =
+                Point2D{10, 20} + polar(radii[ring], 2 * PI * static_cast<double>(i) / 20);
+            EXPECT_TRUE(isNear(dot[ring * 21 + i], expected, 1e-14)) << ring << ", " << i;
+        }
+        EXPECT_TRUE(hasBitsOf({dot[ring * 21 + 20]}, {dot[ring * 21]})) << "closed";
+    }
+    EXPECT_TRUE(hasBitsOf({dot[63]}, {{10, 20}}));
+}
+
+TEST(Dot, OfOnePointAndOfNone) {
+    Stroke one;
+    EXPECT_EQ(reDrawPoint(one, {{-4, 3, 1}}), 64);
+    EXPECT_TRUE(hasBitsOf({one[63]}, {{-4, 3}}));
+    EXPECT_TRUE(appends([](Stroke& out) { return reDrawPoint(out, {}); },
+                        Stroke(64, {QUIET_NAN, QUIET_NAN})));
+}
+
+}  // namespace

@@ -1,0 +1,341 @@
+#include "Scrivo/Polygon.h"
+#include "Support.h"
+
+namespace {
+
+using namespace Scrivo::test;
+using Scrivo::drawLine;
+using Scrivo::fitLine;
+using Scrivo::isStrictLine;
+using Scrivo::Point2D;
+using Scrivo::reDrawLine;
+
+/// `fitLine` returns what it appended, so it is called without a prefix.
+Stroke fitted(const Stroke& stroke) {
+    Stroke out;
+    const auto count = fitLine(out, stroke);
+    EXPECT_EQ(count, static_cast<std::int64_t>(out.size()));
+    return out;
+}
+
+Stroke redrawn(const Stroke& stroke, const Stroke& anchors = {}) {
+    Stroke out;
+    reDrawLine(out, stroke, anchors);
+    return out;
+}
+
+Stroke line(const Point2D& from, const Point2D& to) {
+    return outline({from, to});
+}
+
+TEST(LineFit, RunsAlongTheLongerExtent) {
+    struct Case {
+        const char* name;
+        Stroke stroke;
+        Stroke expected;
+    };
+    const Case cases[] = {
+        {"empty", {}, {}},
+        {"one point", {{1, 1}}, {}},
+        {"level", {{0, 5, 1}, {30, 5, 1}, {10, 5, 1}}, line({0, 5}, {30, 5})},
+        {"right to left", {{30, 5}, {0, 5}}, line({0, 5}, {30, 5})},
+        {"upright", {{7, 50}, {7, -10}, {7, 3}}, line({7, -10}, {7, 50})},
+        // The two extreme pairs are one, a tie: from the smaller y.
+        {"height wins a tie", {{0, 45}, {100, 40}}, line({100, 40}, {0, 45})},
+        // y = 0 (the middle weighs nothing), from x = 0 to x = 40 instead of from (20, -6).
+        {"width wins when longer", {{0, 0}, {20, 6}, {20, -6}, {40, 0}}, line({0, 0}, {40, 0})},
+        {"two points", {{0, 0}, {40, 30}}, line({0, 0}, {40, 30})},
+        {"coincident", Stroke(3, {2, 2}), Stroke(21, {QUIET_NAN, QUIET_NAN})},
+        // y = 0.8 x + 0.3; the ends are the feet of (0, 0) and (3, 3).
+        {"scattered",
+         {{0, 0}, {1, 2}, {2, 1}, {3, 3}},
+         line({-0.24 / 1.64, 0.3 - 0.192 / 1.64}, {5.16 / 1.64, 0.3 + 4.128 / 1.64})},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        EXPECT_TRUE(isNear(fitted(c.stroke), c.expected));
+    }
+}
+
+TEST(LineFit, SteepChordsBecomeUpright) {
+    struct Case {
+        const char* name;
+        Point2D last;
+        bool isSteep;
+    };
+    const Case cases[] = {
+        {"slope 20", {10, 200}, false},
+        {"above 20", {10, above(200)}, true},
+        {"below -20", {10, below(-200)}, true},
+        {"one unit to the right is measured as two", {1, 40}, false},
+        {"above 20 of two", {1, above(40)}, true},
+        {"a little more than a unit is not", {above(1), 21}, true},
+        {"one unit to the left is measured as none", {-1, 0.5}, true},
+        {"0 / 0 is not steep", {-1, 0}, false},
+    };
+    for (const Case& c : cases) {
+        const Stroke out = fitted({{0, 0}, c.last});
+        EXPECT_EQ(out.front().x == out.back().x, c.isSteep) << c.name;
+    }
+    // The mean of all points, not of the ends.
+    EXPECT_TRUE(isNear(fitted({{0, 100}, {0, 60}, {3, 0}}), line({1, 0}, {1, 100})));
+}
+
+TEST(LineFit, DrawLineHas20EvenSteps) {
+    EXPECT_TRUE(appends(
+        [](Stroke& out) {
+            return drawLine(out, {1, 2, 9}, {5, -8, 9});
+        },
+        line({1, 2}, {5, -8}), 1e-14));
+    EXPECT_TRUE(appends(
+        [](Stroke& out) {
+            return drawLine(out, {3, 4}, {3, 4});
+        },
+        Stroke(21, {3, 4}), 0.0));
+}
+
+TEST(LineFit, ThresholdShrinksWithLength) {
+    EXPECT_EQ(Scrivo::threshold(99, 0), 0.1);
+    EXPECT_NEAR(Scrivo::threshold(99, 1000), 0.02, 1e-15);
+    EXPECT_NEAR(Scrivo::threshold(99, -1000), 0.18, 1e-15);
+}
+
+TEST(LineFit, DistancesToTwoPlaces) {
+    using Scrivo::distance2;
+    const double none = Scrivo::UNKNOWN_EXTENT;
+    const Stroke stroke{{0, 0}, {10, 0}, {20, 0}, {3, 1}};
+    EXPECT_TRUE(isNear(distance2(stroke, {3, 4}, {3, 1}), {3, std::sqrt(290.0F)}, 0.0))
+        << "the third point is measured against the second place";
+    EXPECT_TRUE(isNear(distance2(stroke, {3, 4}, {none, 0}), {3, none}, 0.0));
+    EXPECT_TRUE(isNear(distance2(stroke, {3, 4}, {QUIET_NAN, 0}), {3, none}, 0.0));
+    EXPECT_TRUE(isNear(distance2(stroke, {none, 0}, {3, 1}), {none, none}, 0.0));
+    EXPECT_TRUE(isNear(distance2({}, {3, 4}, {3, 1}), {none, none}, 0.0));
+    EXPECT_TRUE(isNear(distance2({}, {3, 4}, {none, 1}), {none, none}, 0.0));
+}
+
+TEST(StrictLine, RatioAndBand) {
+    /// A zigzag 80 units long whose band is 2 * `a` wide.
+    const auto zigzag = [](double a) {
+        return Stroke{{0, 0}, {10, a}, {30, -a}, {50, a}, {70, -a}, {80, 0}};
+    };
+    /// A straight stroke to `far` and back to `end`.
+    const auto back = [](double far, double end) { return Stroke{{0, 0}, {far, 0}, {end, 0}}; };
+    struct Case {
+        const char* name;
+        Stroke stroke;
+        bool isLine;
+    };
+    const Case cases[] = {
+        {"one point", {{1, 1}}, false},
+        {"coincident", Stroke(9, {1, 1}), false},
+        {"straight", chain({{0, 0}, {70, 90}}, 30), true},
+        {"closed", closedChain({{0, 0}, {90, 0}, {50, 1}}, 5), false},
+        // Too long for any band, so that the ratio alone decides.
+        {"ratio 0.98 goes to the band", back(1485, 1470), false},
+        {"ratio above 0.98", back(1485, floatAbove(1470)), true},
+        {"ratio 0.75 goes to the band", back(7, 6), true},
+        {"ratio below 0.75", back(7, floatBelow(6)), false},
+        {"1250 units have no band", back(1250, 1200), false},
+        {"a little less has", back(floatBelow(1250), 1200), true},
+        {"band 7.48 of 80", zigzag(3.74), true},
+        {"band 7.50 of 80", zigzag(3.75), false},
+        {"upright", {{0, 0}, {3.74, 10}, {-3.74, 30}, {3.74, 50}, {-3.74, 70}, {0, 80}}, true},
+        {"NaN is in every band", {{0, 0}, {QUIET_NAN, 1}, {2, 2}}, true},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(isStrictLine(c.stroke), c.isLine) << c.name;
+    }
+}
+
+TEST(LineRedraw, Straightens) {
+    // `drawn` is fitted without a rounding error; see the ends of each case.
+    struct Case {
+        const char* name;
+        Stroke drawn;
+        Point2D first, last;
+    };
+    const Case cases[] = {
+        {"slope 0.05, length kept", {{0, 0}, {100, 5}}, {0, 0}, {std::sqrt(10025.0), 0}},
+        {"slope -0.05", {{0, 50}, {100, 45}}, {100, 45}, {100 - std::sqrt(10025.0), 45}},
+        {"slope 0.125", {{0, 0}, {8, 1}}, {0, 0}, {8, 1}},
+        {"slope 11.5", {{0, 0}, {2, 23}}, {0, 0}, {2, 23}},
+        {"above 11.5, length lost", {{0, 0}, {2, above(23)}}, {0, 0}, {0, 23}},
+        {"below -11.5", {{2, 0}, {0, above(23)}}, {2, 0}, {2, 23}},
+        {"upright", {{9, 70}, {9, 10}}, {9, 10}, {9, 70}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        EXPECT_TRUE(appends([&](Stroke& out) { return reDrawLine(out, c.drawn, {}); },
+                            line(c.first, c.last), 1e-9));
+    }
+}
+
+TEST(LineRedraw, SlopeOfATenthStays) {
+    const Stroke tenth{{0, 0}, {20, 2}};
+    const Stroke fit = fitted(tenth);
+    ASSERT_EQ(fit.back().y - fit.front().y, 0.1 * (fit.back().x - fit.front().x)) << "exact";
+    EXPECT_NEAR(redrawn(tenth).back().y, 2, 1e-12);
+    EXPECT_EQ(redrawn({{0, 0}, {20, 1.9999999999}}).back().y, redrawn({{0, 0}, {20, 1.9}})[0].y);
+}
+
+TEST(LineRedraw, OfTooFewPointsIsNothing) {
+    for (const Stroke& stroke : {Stroke{}, Stroke{{5, 5}}}) {
+        EXPECT_TRUE(appends(
+            [&](Stroke& out) {
+                return reDrawLine(out, stroke, {{5, 5}, {6, 6}});
+            },
+            {}));
+    }
+}
+
+TEST(LineRedraw, OneAnchor) {
+    // A line of slope 3/4; (0.8, 0.6) runs along it, (-0.6, 0.8) off it.
+    const Point2D first{0, 0};
+    const Point2D last{400, 300};
+    const auto place = [](double along, double off) {
+        return Point2D{0.8 * along - 0.6 * off, 0.6 * along + 0.8 * off, 0.0};
+    };
+    struct Case {
+        const char* name;
+        Point2D anchor;
+        Point2D from, to;
+    };
+    const Case cases[] = {
+        {"beside the start: moved", place(0, 5), place(0, 5), place(500, 5)},
+        {"ahead of the start: the start snaps, then moves", place(8, 5), place(8, 5),
+         place(500, 5)},
+        {"behind the start by 8", place(-8, 5), place(-8, 5), place(500, 5)},
+        {"behind the start by 11: none", place(-11, 5), first, last},
+        {"beside the end: drawn from it", place(500, -5), place(500, -5), place(0, -5)},
+        {"beyond the end by 11: none", place(511, 5), first, last},
+        {"in the middle: the parallel", place(250, 5), place(0, 5), place(500, 5)},
+        {"within 20 of the start: it takes its place", place(15, 5), place(15, 5), place(500, 5)},
+        {"beyond 20", place(21, 5), place(0, 5), place(500, 5)},
+        {"within 20 of the end", place(485, 5), place(0, 5), place(485, 5)},
+        {"9.99 off", place(250, 9.99), place(0, 9.99), place(500, 9.99)},
+        {"10.01 off: none", place(250, 10.01), first, last},
+        {"NaN: none", {QUIET_NAN, QUIET_NAN}, first, last},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        EXPECT_TRUE(appends(
+            [&](Stroke& out) {
+                return reDrawLine(out, {first, last}, {c.anchor});
+            },
+            line(c.from, c.to)));
+    }
+}
+
+TEST(LineRedraw, ReachOfAnAnchorIsStrict) {
+    const Stroke level{{0, 0}, {200, 0}};
+    EXPECT_EQ(redrawn(level, {{100, 10}}).front().y, 0.0);
+    EXPECT_EQ(redrawn(level, {{100, floatBelow(10)}}).front().y, floatBelow(10));
+}
+
+TEST(LineRedraw, AnchoredLineKeepsItsSlope) {
+    EXPECT_TRUE(isNear(redrawn({{0, 0}, {100, 5}}, {{50, 2.5}}), line({0, 0}, {100, 5})));
+}
+
+TEST(LineRedraw, UprightLineLeansForAnyAnchor) {
+    const Stroke upright{{100, 100}, {100, 300}};
+    for (const Point2D& far : {Point2D{500, 500}, Point2D{QUIET_NAN, QUIET_NAN}}) {
+        EXPECT_TRUE(isNear(redrawn(upright, {far, far}), line({101, 100}, {101, 300}), 0.0));
+    }
+}
+
+TEST(LineRedraw, UprightBranchPrintsALine) {
+    // Both anchors snap the start, which makes the line upright again, and
+    // neither direction between them is upright. (109, 95) is nearer.
+    testing::internal::CaptureStdout();
+    const Stroke out = redrawn({{100, 100}, {100, 300}}, {{109, 95}, {90.5, 103.9}});
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "hori line \n");
+    EXPECT_TRUE(isNear(out, line({109, 95}, {109, 300})));
+}
+
+TEST(LineRedraw, TiedAnchors) {
+    const Stroke level{{0, 0}, {100, 0}};
+    // First place: the later one. The pair is upright and does not count.
+    EXPECT_EQ(redrawn(level, {{50, 6}, {50, -6}}).front().y, -6);
+    EXPECT_EQ(redrawn(level, {{50, -6}, {50, 6}}).front().y, 6);
+    // Second place: the later one, and of equally good pairs that of the nearer anchors.
+    const auto height = [](const Stroke& out, double x) {
+        const Point2D along = out.back() - out.front();
+        return out.front().y + (x - out.front().x) * along.y / along.x;
+    };
+    EXPECT_NEAR(height(redrawn(level, {{50, 1}, {20, 2}, {80, 2}}), 80), 2, 1e-9);
+    EXPECT_NEAR(height(redrawn(level, {{50, 1}, {80, 2}, {20, 2}}), 20), 2, 1e-9);
+    // Third place: the earlier one, (80, 3). With (20, -3) the best pair were (50, -2), (20, -3).
+    const Stroke out = redrawn(level, {{50, 1}, {50, -2}, {80, 3}, {20, -3}});
+    EXPECT_NEAR(height(out, 50), 1, 1e-9);
+    EXPECT_NEAR(height(out, 80), 3, 1e-9);
+}
+
+TEST(LineRedraw, UnparallelPairLeavesTheNearerAnchor) {
+    // |cosine| 0.8 is too little; the parallel through the nearer anchor is drawn.
+    EXPECT_TRUE(isNear(redrawn({{0, 0}, {100, 0}}, {{50, 8}, {42, 2}}), line({0, 2}, {100, 2})));
+    // 0.8824 (15 along, 8 across) is enough.
+    const Stroke out = redrawn({{0, 0}, {100, 0}}, {{42.5, 0}, {57.5, 8}});
+    EXPECT_NEAR(cross({15, 8}, out.back() - out.front()), 0, 1e-6);
+}
+
+TEST(LineRedraw, PairOfAnchorsLeadsTheLine) {
+    Random random;
+    for (int i = 0; i < 2000; ++i, random.nextRound()) {
+        SCOPED_TRACE(random.trace());
+        const Point2D start = random.jitter(500);
+        const Stroke drawn =
+            chain({start, start + polar(random.in(150, 500), random.in(-PI, PI))}, 30);
+        const Stroke fit = fitted(drawn);
+        const Point2D travel = fit.back() - fit.front();
+        const double size = length(travel);
+        const auto place = [&](double t, double d) {
+            return fit.front() + (t / size) * travel + (d / size) * Point2D{-travel.y, travel.x};
+        };
+        // At least 40 apart and less than 18 across: parallel enough.
+        const double reach = random.in(-8, size - 35);
+        const Point2D a = place(reach, random.in(-8.9, 8.9));
+        const Point2D b = place(random.in(reach + 40, size + 8), random.in(-8.9, 8.9));
+        const Stroke out = random.below(2) == 0 ? redrawn(drawn, {a, b}) : redrawn(drawn, {b, a});
+        ASSERT_EQ(out.size(), 21U);
+        const Point2D ends[] = {out.front(), out.back()};
+
+        const Point2D pair = b - a;
+        for (const Point2D& end : ends) {
+            EXPECT_NEAR(cross(pair, end - a) / length(pair), 0, 1e-9) << "on the line of the pair";
+        }
+        EXPECT_GT(dot(ends[1] - ends[0], travel), 0) << "direction of travel";
+        const bool isForward = dot(pair, travel) > 0;
+        const Point2D own[] = {isForward ? a : b, isForward ? b : a};
+        const Point2D fitEnds[] = {fit.front(), fit.back()};
+        // An upright fit leans by a unit.
+        const double tolerance = fitEnds[0].x == fitEnds[1].x ? 1.0 : 1e-3;
+        for (std::size_t e = 0; e < 2; ++e) {
+            const double left = length(ends[e] - own[e]);
+            EXPECT_TRUE(left < 1e-9 || left > 19.9)
+                << "an end near its anchor lands on it: " << left;
+            const double drawnTo = length(fitEnds[e] - own[e]);
+            EXPECT_TRUE(drawnTo < 20.1 + tolerance || std::abs(left - drawnTo) < tolerance)
+                << "else it keeps its distance: " << left << ", " << drawnTo;
+        }
+    }
+}
+
+TEST(LineRedraw, AnyAnchorsLeaveALine) {
+    Random random;
+    for (int i = 0; i < 2000; ++i, random.nextRound()) {
+        SCOPED_TRACE(random.trace());
+        const Stroke drawn{{0, 0}, {random.in(1, 60), random.in(-5, 5)}};
+        Stroke anchors;
+        for (int k = random.below(6); k > 0; --k) {
+            anchors.push_back({random.in(-15, 75), random.in(-12, 12)});
+        }
+        const Stroke out = redrawn(drawn, anchors);
+        ASSERT_EQ(out.size(), 21U);
+        EXPECT_TRUE(isNear(out, line(out.front(), out.back())));
+        for (const Point2D& anchor : anchors) {
+            EXPECT_LT(length(out.front() - anchor), 200) << "stays near";
+        }
+    }
+}
+
+}  // namespace

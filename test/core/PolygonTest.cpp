@@ -1,0 +1,126 @@
+#include "Scrivo/Polygon.h"
+#include "Support.h"
+
+#include <algorithm>
+
+namespace {
+
+using namespace Scrivo::test;
+using Scrivo::Point2D;
+using Scrivo::reDrawPolygon;
+
+Stroke redrawn(const Stroke& stroke) {
+    Stroke out;
+    reDrawPolygon(out, stroke);
+    return out;
+}
+
+/// The corners of a clean outline; a failure when it is none.
+Stroke cornersOf(const Stroke& clean) {
+    Stroke corners;
+    for (std::size_t i = 0; i + 20 < clean.size(); i += 21) {
+        corners.push_back(clean[i]);
+        EXPECT_TRUE(isNear({clean.begin() + static_cast<std::ptrdiff_t>(i),
+                            clean.begin() + static_cast<std::ptrdiff_t>(i) + 21},
+                           outline({clean[i], clean[i + 20]})));
+        EXPECT_TRUE(isNear(clean[i + 20], clean[(i + 21) % clean.size()])) << "the next corner";
+    }
+    EXPECT_EQ(clean.size(), 21 * corners.size());
+    return corners;
+}
+
+TEST(PolygonRedraw, DeclinesOrReturnsAsDrawn) {
+    const Stroke triangle = closedChain({{0, 0}, {200, 20}, {80, 150}}, 25);
+    const Stroke nine(triangle.begin(), triangle.begin() + 9);
+    EXPECT_TRUE(appends([&](Stroke& out) { return reDrawPolygon(out, nine); }, {}));
+    struct Case {
+        const char* name;
+        Stroke stroke;
+    };
+    Stroke leap = triangle;  // 549 units, 749 with the leap: more than a fifth of it
+    leap.insert(leap.begin(), {-200, 0});
+    const Case cases[] = {
+        {"10 points", {triangle.begin() + 20, triangle.begin() + 30}},
+        {"no corner", chain({{0, 0}, {200, 20}}, 50)},
+        {"corners near the ends only", chain({{0, 9}, {0, 0}, {200, 0}, {200, 9}}, 4)},
+        {"one corner", chain({{0, 0}, {200, 20}, {80, 150}}, 25)},
+        {"first segment too long", leap},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        EXPECT_TRUE(
+            appends([&](Stroke& out) { return reDrawPolygon(out, withForce(c.stroke, 0.5)); },
+                    withForce(c.stroke, 0.5), 0.0));
+    }
+}
+
+TEST(PolygonRedraw, FiveCornersAndMoreStayWhereTheyAre) {
+    for (const int count : {5, 6, 8}) {
+        Stroke corners;
+        for (int i = 0; i < count; ++i) {
+            corners.push_back(Point2D{300, 300} + polar(200, 0.1 + 2 * PI * i / count));
+        }
+        // The corner where the pen started comes last.
+        Stroke expected(corners.begin() + 1, corners.end());
+        expected.push_back(corners[0]);
+        EXPECT_TRUE(isNear(cornersOf(redrawn(closedChain(corners, 20))), expected)) << count;
+    }
+    Stroke open = closedChain({{0, 0}, {150, -50}, {300, 0}, {250, 150}, {50, 150}}, 20);
+    open.back() = {-8, 6, 1};
+    EXPECT_TRUE(isNear(cornersOf(redrawn(open)).back(), {-4, 3, 0})) << "midway between the ends";
+}
+
+TEST(PolygonRedraw, FirstSegmentOfAnAverageEdgeForbidsRegularising) {
+    // An isosceles triangle of 125, 150 and 125 units: its list of corners is
+    // reordered when it is regularised. All lengths are exact.
+    const auto drawnWith = [](double firstSegment) {
+        const Point2D a{0, 0};
+        const Point2D b{75, -100};
+        const Point2D c{-75, -100};
+        Stroke stroke{a};
+        const Stroke rest =
+            chain({firstSegment / 125 * b, b}, static_cast<int>(125 - firstSegment) / 5);
+        stroke.insert(stroke.end(), rest.begin(), rest.end());
+        const Stroke others = chain({b, c, a}, 25);
+        stroke.insert(stroke.end(), others.begin() + 1, others.end());
+        return cornersOf(redrawn(stroke));
+    };
+    EXPECT_TRUE(isNear(drawnWith(80), {{75, -100}, {-75, -100}, {0, 0}})) << "80 of 400 / (3 + 2)";
+    EXPECT_TRUE(isNear(drawnWith(75), {{75, -100}, {0, 0}, {-75, -100}}));
+}
+
+TEST(PolygonRedraw, MeansWhatWasDrawn) {
+    Random random;
+    for (int i = 0; i < 300; ++i, random.nextRound()) {
+        SCOPED_TRACE(random.trace());
+        const double size = random.in(120, 300);
+        const Point2D at{random.in(50, 400), random.in(50, 400)};
+        const auto shaky = [&](const Stroke& corners) {
+            Stroke moved = corners;
+            for (Point2D& corner : moved) {
+                corner = at + size * corner + random.jitter(0.006 * size);
+            }
+            return cornersOf(redrawn(closedChain(moved, 25)));
+        };
+        const Stroke square = shaky({{0, 0}, {1, 0}, {1, 1}, {0, 1}});
+        ASSERT_EQ(square.size(), 4U);
+        const double side = length(square[1] - square[0]);
+        for (std::size_t k = 0; k < 4; ++k) {
+            const Point2D u = square[(k + 1) % 4] - square[k];
+            const Point2D v = square[(k + 3) % 4] - square[k];
+            EXPECT_NEAR(length(u) / side, 1, 1e-12) << "four equal sides";
+            EXPECT_LT(std::abs(dot(u, v)), 1e-12 * side * side) << "right angles";
+            EXPECT_LT(std::min(std::abs(u.x), std::abs(u.y)), 1e-10) << "level";
+        }
+        const Stroke house = shaky({{0, 1}, {0.5, 0.3}, {1, 1}});
+        ASSERT_EQ(house.size(), 3U);
+        Stroke byHeight = house;
+        std::sort(byHeight.begin(), byHeight.end(),
+                  [](const Point2D& p, const Point2D& q) { return p.y < q.y; });
+        EXPECT_NEAR(byHeight[1].y, byHeight[2].y, 1e-10) << "a level base";
+        EXPECT_NEAR(length(byHeight[0] - byHeight[1]), length(byHeight[0] - byHeight[2]), 1e-4)
+            << "two equal legs";
+    }
+}
+
+}  // namespace

@@ -1,0 +1,244 @@
+#include "Scrivo/Polygon.h"
+#include "Support.h"
+
+#include <algorithm>
+
+namespace {
+
+using namespace Scrivo::test;
+using Scrivo::Point2D;
+
+Stroke regular(Stroke corners) {
+    EXPECT_EQ(Scrivo::regularTrigon(corners), 0);
+    return corners;
+}
+
+Stroke levelled(Stroke corners) {
+    Scrivo::horiVertalTrigon(corners);
+    return corners;
+}
+
+struct Case {
+    const char* name;
+    Stroke corners;
+    /// Points that were only moved in the list keep the force 1, others have 0.
+    Stroke expected;
+};
+
+Point2D kept(double x, double y) {
+    return {x, y, 1.0};
+}
+
+void expectRegular(const Case& c, double tolerance) {
+    SCOPED_TRACE(c.name);
+    EXPECT_TRUE(isNear(regular(withForce(c.corners, 1)), c.expected, tolerance));
+}
+
+TEST(Triangle, BecomesEquilateral) {
+    const double height = 100 * std::sqrt(3.0) / 2;
+    const Case cases[] = {
+        // Sides 100, 102, 99.
+        {"level base, apex below",
+         {{0, 0}, {100, 0}, {46.985, 87.14}},
+         {kept(0, 0), kept(100, 0), {50, height}}},
+        {"level base, apex above",
+         {{0, 0}, {100, 0}, {46.985, -87.14}},
+         {kept(0, 0), kept(100, 0), {50, -height}}},
+        {"leaning base",
+         {{0, 0}, {60, 80}, {-40, 91}},
+         {kept(0, 0), kept(60, 80), {30 - 0.8 * height, 40 + 0.6 * height}}},
+        {"leaning base, other side",
+         {{0, 0}, {60, 80}, {100, -11}},
+         {kept(0, 0), kept(60, 80), {30 + 0.8 * height, 40 - 0.6 * height}}},
+        {"upright base",
+         {{5, 0}, {5, 100}, {90, 51}},
+         {kept(5, 0), kept(5, 100), {5 + height, 50}}},
+    };
+    for (const Case& c : cases) {
+        expectRegular(c, 1e-10);
+    }
+}
+
+TEST(Triangle, BecomesIsosceles) {
+    // Apex A, legs of 50 to B and of 52 to C, base 62.6; C goes to 50 from A.
+    const Point2D a = kept(0, 0);
+    const Point2D b = kept(30, 40);
+    const Point2D c = kept(48, -20);
+    const Point2D shorterC = 50.0 / 52 * c;
+    const Point2D longerB = 52.0 / 50 * b;
+    const auto mirror = [](Stroke s) { return mirrored(s); };
+    // The three corners run clockwise in the order A, B, C (y upwards).
+    const Case cases[] = {
+        {"apex in the middle", {b, a, c}, {b, a, shorterC}},
+        {"apex in the middle, backwards", {c, a, b}, {c, a, longerB}},
+        {"apex last, clockwise", {b, c, a}, {b, a, shorterC}},
+        {"apex last, counter-clockwise", {c, b, a}, {b, a, shorterC}},
+        {"apex first, clockwise", {a, b, c}, {c, a, longerB}},
+        {"apex first, counter-clockwise", {a, c, b}, {c, a, longerB}},
+        {"mirrored", mirror({b, c, a}), mirror({c, a, longerB})},
+        // 48 and 50.04 wide apart: 2 units from upright is not upright yet.
+        {"leg 2 wide", {b, a, {2, 50}}, {b, a, {100 / std::sqrt(2504), 2500 / std::sqrt(2504)}}},
+        {"leg narrower", {b, a, {below(2), 50}}, {b, a, {0, 50}}},
+        {"upright leg, upwards", {b, a, {-1, -51}}, {b, a, {0, -50}}},
+    };
+    for (const Case& each : cases) {
+        expectRegular(each, 1e-5);
+    }
+}
+
+TEST(Triangle, BecomesRightAngledAndIsosceles) {
+    const Point2D apex = kept(0, 0);
+    const double leg = std::hypot(50, 2);
+    const Case cases[] = {
+        {"leaning", {{30, 40}, {0, 0}, {-42, 30}}, {kept(30, 40), apex, {-40, 30}}},
+        {"other side", {{30, 40}, {0, 0}, {42, -30}}, {kept(30, 40), apex, {40, -30}}},
+        {"2 high counts as level", {{50, 2}, {0, 0}, {1, 50}}, {kept(50, 2), apex, {0, leg}}},
+        {"higher does not",
+         {{50, above(2)}, {0, 0}, {1, -50}},
+         {kept(50, above(2)), apex, {2, -50}}},
+    };
+    for (const Case& c : cases) {
+        expectRegular(c, 1e-5);
+    }
+}
+
+TEST(Triangle, BecomesRightAngled) {
+    // About 98.8 degrees at B, between legs of 50 and 170.
+    const Point2D a = kept(30, 40);
+    const Point2D b = kept(0, 0);
+    const Point2D c = kept(-150, 80);
+    const Point2D movedC{-136, 102};
+    const Point2D movedA{50 * 8.0 / 17, 50 * 15.0 / 17};
+    const double leg = std::hypot(3, 50);
+    const double lean = leg / std::hypot(100, 1);
+    const Case cases[] = {
+        {"in the middle", {a, b, c}, {a, b, movedC}},
+        {"in the middle, backwards", {c, b, a}, {c, b, movedA}},
+        {"last, counter-clockwise", {a, c, b}, {c, b, movedA}},
+        {"last, clockwise", {c, a, b}, {c, b, movedA}},
+        {"first, clockwise", {b, c, a}, {c, b, movedA}},
+        {"first, counter-clockwise", {b, a, c}, {c, b, movedA}},
+        {"level leg", {{100, 0}, b, {3, 50}}, {kept(100, 0), b, {0, leg}}},
+        {"a hair off level", {{100, 1}, b, {3, 50}}, {kept(100, 1), b, {-lean, 100 * lean}}},
+    };
+    for (const Case& each : cases) {
+        expectRegular(each, 1e-5);
+    }
+}
+
+TEST(Triangle, StaysWhenNothingIsNearlyTrue) {
+    const Stroke unchanged[] = {
+        {{0, 0}, {200, 0}, {60, 60}},   // obtuse, scalene
+        {{105, 0}, {0, 0}, {-60, 80}},  // legs 105 and 100: 1.05 is too much
+        {{95, 0}, {0, 0}, {-60, 80}},   // 0.95 is too little
+        {{0, 0}, {10, 10}, {50, 50}},   // in a line
+        {{3, 3}, {3, 3}, {3, 3}},       // 0 / 0
+        {{0, 0}, {100, 0}, {QUIET_NAN, QUIET_NAN}},
+    };
+    for (const Stroke& corners : unchanged) {
+        EXPECT_TRUE(hasBitsOf(regular(withForce(corners, 1)), withForce(corners, 1)));
+    }
+    EXPECT_TRUE(isNear(regular({{104.99, 0}, {0, 0}, {-60, 80}})[2], {-62.994, 83.992}, 1e-5));
+    EXPECT_TRUE(isNear(regular({{95.01, 0}, {0, 0}, {-60, 80}})[2], {-57.006, 76.008}, 1e-5));
+}
+
+/// Lengths of the sides and cosines of the corners, in double.
+struct Measures {
+    std::array<double, 3> sides{};
+    std::array<double, 3> cosines{};
+    bool hasUprightSide = false;
+
+    explicit Measures(const Stroke& c) {
+        for (std::size_t i = 0; i < 3; ++i) {
+            const Point2D u = c[(i + 1) % 3] - c[i];
+            const Point2D v = c[(i + 2) % 3] - c[i];
+            sides[i] = length(u);
+            hasUprightSide = hasUprightSide || u.x == 0;
+            cosines[i] = dot(u, v) / (length(u) * length(v));
+        }
+        std::sort(sides.begin(), sides.end());
+    }
+    [[nodiscard]] double smallestCosine() const {
+        return std::min({std::abs(cosines[0]), std::abs(cosines[1]), std::abs(cosines[2])});
+    }
+};
+
+TEST(Triangle, RegularMeansExactlyRegular) {
+    // Lengths pass through `distance`, which is single precision; right angles do not.
+    const double lengths = 1e-7;
+    const double angles = 1e-12;
+    Random random;
+    for (int i = 0; i < 1000; ++i, random.nextRound()) {
+        SCOPED_TRACE(random.trace());
+        const double size = random.in(50, 500);
+        const double turn = random.in(-PI, PI);
+        const Point2D at = random.jitter(300);
+        const auto drawn = [&](double ratio, double opening) {
+            const Point2D jitter = random.jitter(0.008 * size);
+            Stroke corners{at, at + polar(size, turn),
+                           at + polar(ratio * size, turn + opening) + jitter};
+            std::rotate(corners.begin(), corners.begin() + random.below(3), corners.end());
+            return regular(random.below(2) == 0 ? corners
+                                                : Stroke{corners[0], corners[2], corners[1]});
+        };
+        const Measures equilateral(drawn(1, PI / 3));
+        EXPECT_NEAR(equilateral.sides[2] / equilateral.sides[0], 1, lengths);
+        const Measures isosceles(drawn(1, 0.6));  // the base is the shortest side
+        EXPECT_NEAR(isosceles.sides[2] / isosceles.sides[1], 1, lengths);
+        const Measures right(drawn(1.4, PI / 2));
+        EXPECT_LT(right.smallestCosine(), angles);
+        const Measures both(drawn(1, PI / 2));
+        // Next to a leg up to 2 units high the other one is placed upright.
+        EXPECT_LT(both.smallestCosine(), both.hasUprightSide ? 2.0 / both.sides[0] : angles);
+        EXPECT_NEAR(both.sides[1] / both.sides[0], 1, lengths);
+    }
+}
+
+TEST(Levelling, TurnsTheFigureAboutItsLowestCorner) {
+    const double turn = std::atan(0.08);
+    const auto turned = [&](double x, double y) {
+        return Point2D{x * std::cos(turn) + y * std::sin(turn),
+                       y * std::cos(turn) - x * std::sin(turn), 0.0};
+    };
+    const Case cases[] = {
+        {"next edge, slope 0.08",
+         {{0, 0}, {-100, -8}, {-50, -90}},
+         {kept(0, 0), turned(-100, -8), turned(-50, -90)}},
+        {"previous edge",
+         {{-50, -90}, {-100, -8}, {0, 0}},
+         {turned(-50, -90), turned(-100, -8), kept(0, 0)}},
+        {"four corners",
+         {{-110, -90}, {-10, -85}, {0, 0}, {-100, -8}},
+         {turned(-110, -90), turned(-10, -85), kept(0, 0), turned(-100, -8)}},
+        {"the flatter of two",
+         {{0, 0}, {-100, -8}, {100, -9}},
+         {kept(0, 0), turned(-100, -8), turned(100, -9)}},
+        {"level already: turned by nothing",
+         {{0, 0}, {-100, 0}, {100, -5}},
+         {kept(0, 0), {-100, 0}, {100, -5}}},
+        {"first of two lowest",
+         {{-50, -90}, {-100, 0}, {0, 0}},
+         {{-50, -90}, kept(-100, 0), {0, 0}}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        EXPECT_TRUE(isNear(levelled(withForce(c.corners, 1)), c.expected, 1e-12));
+    }
+}
+
+TEST(Levelling, LeavesOtherFiguresAlone) {
+    const Stroke unchanged[] = {
+        {{0, 0}, {-100, -8}, {100, -8}},  // equally flat
+        {{0, 0}, {-100, -10}, {0, -90}},  // slope 0.1
+        {{0, 0}, {-5, -100}, {60, -60}},  // nearly upright
+        {{1, QUIET_NAN}, {2, QUIET_NAN}, {3, QUIET_NAN}},
+        {{0, -3e9}, {-100, -4e9}, {50, -5e9}},  // above the start of the search
+        {{0, 0}, {0, -100}, {0, -50}},          // two uprights
+    };
+    for (const Stroke& corners : unchanged) {
+        EXPECT_TRUE(hasBitsOf(levelled(withForce(corners, 1)), withForce(corners, 1)));
+    }
+    EXPECT_EQ(levelled({{0, 0}, {-100, above(-10)}, {0, -90}})[1].y, 0.0) << "below 0.1";
+}
+
+}  // namespace
