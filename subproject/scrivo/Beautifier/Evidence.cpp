@@ -65,7 +65,6 @@ Corners cornersOf(const Coarse& points, const Scatter& scatter, const PolylineFi
             const Vec ink = at(points, first);
             const Vec corner = meet(before, line, ink, size);
             corners.at[static_cast<std::size_t>(corners.count++)] = corner;
-            corners.round = std::max(corners.round, norm(corner - ink));
         }
         corners.worst = std::max(corners.worst, worstDistance(points, line, first + 1, last - 1));
         before = line;

@@ -18,7 +18,6 @@ struct Corners {
     int count = 0;
     std::array<Vec, MAX_PIECES> at{};
     double worst = 0.0;  ///< largest distance of a point from its piece's line
-    double round = 0.0;  ///< largest distance of a corner from the ink at it
 };
 
 /// Fits to a stroke whose ends (nearly) meet.

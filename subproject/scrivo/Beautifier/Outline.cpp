@@ -112,10 +112,11 @@ Frame measure(std::span<const Point2D> stroke, double width, double height) {
     }
     frame.centre = 0.5 * (low + high);
     frame.extent = std::max(high.x - low.x, high.y - low.y);
+    frame.diagonal = norm(high - low);
     frame.length = sum;
     // The sum turns NaN or infinite with any sample, also where min and max
     // skip a NaN.
-    frame.finite = !stroke.empty() && std::isfinite(sum) && std::isfinite(frame.extent) &&
+    frame.finite = !stroke.empty() && std::isfinite(sum) && std::isfinite(frame.diagonal) &&
                    std::isfinite(frame.centre.x) && std::isfinite(frame.centre.y);
     return frame;
 }

@@ -21,6 +21,7 @@ using Coarse = std::array<Vec, COARSE>;
 struct Frame {
     Vec centre;           ///< of the bounding box
     double extent = 0.0;  ///< longer side of the bounding box
+    double diagonal = 0.0;  ///< of the bounding box
     double length = 0.0;  ///< of the polyline through the samples
     bool finite = false;  ///< all of the above are finite and there is a sample
 };
