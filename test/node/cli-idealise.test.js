@@ -100,6 +100,15 @@ describe('what comes out', () => {
     assert.ok(Math.abs(inside) < 1e-3, `leftmost at ${inside}`);
   });
 
+  test('a stroke that is no figure keeps its line to the letter, but for an older answer', async () => {
+    const line = '\uFEFF{ "n": 12345678901234567890, "points": [[1.0, 2e0, null]] }';
+    const { stdout } = await idealise([], `${line}\r\n`);
+    assert.equal(stdout, `${line.slice(1, -1)},"type":0,"figure":"none"}\n`);
+    const again = await idealise([], stdout.replace('"type":0', '"type":7'));
+    assert.equal(again.stdout.match(/"type"/g).length, 1);
+    assert.equal(JSON.parse(again.stdout).type, 0);
+  });
+
   test('lines snap to other strokes only when asked to', async () => {
     const dot = { points: [[300, 106]] };
     const line = { points: shakyLine(200, 100) };
@@ -410,8 +419,8 @@ describe('the output file', () => {
   test('the summary is on standard output, or on standard error when strokes are there', async () => {
     write('three.ndjson', toNdjson([{ points: shakyLine(0, 9) }, { points: [[1, 2]] }]));
     const filed = await idealise(['three.ndjson', '-o', 'three.svg', '--json']);
-    const { seconds, ...summary } = JSON.parse(filed.stdout);
-    assert.ok(seconds > 0);
+    const { seconds, cpu_seconds: cpu, ...summary } = JSON.parse(filed.stdout);
+    assert.ok(seconds > 0 && cpu > 0);
     assert.deepEqual(summary, {
       engine: 'exact',
       output: 'three.svg',
