@@ -91,4 +91,4 @@ function createEngine(name) {
   throw new UserError(`there is no engine ${name}; known: ${Object.keys(ENGINES).join(', ')}`, 2);
 }
 
-module.exports = { createEngine, familyOfAnswer };
+module.exports = { ENGINE_NAMES: Object.keys(ENGINES), createEngine, familyOfAnswer };

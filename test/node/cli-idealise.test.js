@@ -7,6 +7,7 @@ const { after, describe, test } = require('node:test');
 const zlib = require('node:zlib');
 const scrivo = require('../../lib/index.js');
 const { createEngine } = require('../../lib/cli/engines.js');
+const { INK_OPTIONS } = require('../../lib/cli/ink-options.js');
 const { mapOrdered } = require('../../lib/cli/run/map-ordered.js');
 const { drawStrokes, makeFolder, parseLines, run, start, toNdjson } = require('./support/cli.js');
 
@@ -285,6 +286,10 @@ describe('wrong lines and inputs', () => {
       const { code, stdout, stderr } = await run(folder, args);
       assert.deepEqual([code, stderr], [0, '']);
       assert.match(stdout, /usage: scrivo/);
+    }
+    const { stdout } = await run(folder, ['idealise', '--help']);
+    for (const name of [...Object.keys(INK_OPTIONS), 'decimals']) {
+      assert.ok(stdout.includes(`--${name} `), `--${name} is not explained`);
     }
   });
 });
