@@ -34,7 +34,8 @@ bool readStroke(std::istream& in, Stroke& stroke) {
 void printFeatures(const Stroke& stroke) {
     using namespace Scrivo::beautifier;
     const Frame frame = measure(stroke, 1.0, 1.0);
-    std::printf("%.9g %.9g", frame.diagonal, frame.length);
+    std::printf("%.9g %.9g %.9g", frame.extent, frame.diagonal,
+                frame.length);
     if (!frame.finite || frame.extent <= 0.0) {
         std::printf(" -1\n");
         return;
@@ -48,7 +49,7 @@ void printFeatures(const Stroke& stroke) {
 }
 
 void printFeatureNames() {
-    std::printf("diagonal length closed");
+    std::printf("extent diagonal length closed");
     for (int i = 0; i < Scrivo::beautifier::FEATURE_COUNT; ++i) {
         std::printf(" %s", Scrivo::beautifier::featureName(i));
     }

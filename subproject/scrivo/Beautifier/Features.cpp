@@ -19,6 +19,9 @@ constexpr double MOST_TURNS = 4.0 * PI;
 // A gap as wide as the shortest side is a missing side.
 constexpr double MOST_GAP = 1.5;
 
+// Ends of a closed figure that overshoot stray less than this share of the size.
+constexpr double OVERSHOOT = 0.12;
+
 double share(double part, double whole) {
     // The order of arguments makes LEAST_SHARE of 0 / 0.
     return std::log(std::min(std::max(LEAST_SHARE, part / whole), MOST_SHARE));
@@ -40,10 +43,10 @@ struct Bends {
 };
 
 /// Bends between chords of two steps along the points.
-Bends bendsOf(const Coarse& points, bool closed) {
+Bends bendsOf(const Coarse& points) {
     Bends bends;
-    Vec before = closed ? points[COARSE - 1] - points[COARSE - 3] : points[2] - points[0];
-    for (std::size_t i = closed ? 2 : 4; i < points.size(); i += 2) {
+    Vec before = points[2] - points[0];
+    for (std::size_t i = 4; i < points.size(); i += 2) {
         const Vec chord = points[i] - points[i - 2];
         bends.add(turn(before, chord));
         before = chord;
@@ -91,6 +94,7 @@ void openFeatures(const Evidence& e, const Bends& bends, Features& f) {
     f[BOW] = std::abs(bends.sum);
     f[KNOT] = std::max(knotAt(e, e.fine.front()), knotAt(e, e.fine.back()));
     f[TWO_RMS] = share(e.polylines[1].rms, e.size);
+    f[TWO_OVER_ONE] = std::exp(f[TWO_RMS] - f[LINE_RMS]);
     f[THREE_RMS] = share(e.polylines[2].rms, e.size);
     f[FOUR_RMS] = share(e.polylines[3].rms, e.size);
 }
@@ -153,16 +157,16 @@ PolygonFeatures polygonFeatures(const Corners& c, double gap) {
 }
 
 void loopFeatures(const Fine& fine, const ClosedEvidence& c, double size, Features& f) {
-    const Bends bends = bendsOf(c.loop, true);
     const Bends apart = innerBends(fine, c.closure, 4);
     f[GAP] = share(c.closure.gap, size);
     f[TRIMMED] = c.closure.trimmed;
     f[TAIL] = share(tailOf(fine, c), size);
+    f[LONG_TAIL] = std::max(0.0, std::exp(f[TAIL]) - OVERSHOOT);
     f[COUNTER_BENDS] = std::min(0.5 * (apart.absolute - std::abs(apart.sum)), PI);
     f[SHARPEST_BEND] = innerBends(fine, c.closure, 1).sharpest;
-    f[WINDING] = std::abs(std::abs(bends.sum) - 2.0 * PI);
     f[POLYGON3_RMS] = share(c.polygons[2].rms, size);
     f[POLYGON4_RMS] = share(c.polygons[3].rms, size);
+    f[FOUR_OVER_THREE] = std::exp(f[POLYGON4_RMS] - f[POLYGON3_RMS]);
     f[POLYGON5_RMS] = share(c.polygons[4].rms, size);
     f[POLYGON6_RMS] = share(c.polygons[5].rms, size);
 }
@@ -193,7 +197,7 @@ void cornerFeatures(const ClosedEvidence& c, double size, Features& f) {
 
 Features featuresOf(const Evidence& e) {
     Features f{};
-    const Bends bends = bendsOf(e.points, false);
+    const Bends bends = bendsOf(e.points);
     openFeatures(e, bends, f);
     legFeatures(e, bends, f);
     if (e.closed) {

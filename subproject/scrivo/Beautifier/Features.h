@@ -20,6 +20,7 @@ namespace Scrivo::beautifier {
     F(TWO_RMS)          /* residuals of two, three, four straight pieces */      \
     F(THREE_RMS)                                                                 \
     F(FOUR_RMS)                                                                  \
+    F(TWO_OVER_ONE)     /* residual of two pieces over that of one */            \
     F(LEG_WORST)        /* largest distance from the two pieces */               \
     F(LEG_RATIO)        /* shorter over longer leg */                            \
     F(LEG_DETOUR)       /* path length beyond both legs */                       \
@@ -29,13 +30,14 @@ namespace Scrivo::beautifier {
     F(GAP)              /* distance of the trimmed ends */                       \
     F(TRIMMED)          /* share of the path that was trimmed */                 \
     F(TAIL)             /* how far the trimmed ends stray from the loop */       \
+    F(LONG_TAIL)        /* the same, as far as no mere overshoot explains it */  \
     F(COUNTER_BENDS)    /* bends against the sense of the loop, radians */       \
     F(SHARPEST_BEND)    /* largest bend away from the closure, radians */        \
-    F(WINDING)          /* how far the bends miss one full turn, radians */      \
     F(POLYGON3_RMS)     /* residuals of polygons of three to six corners */      \
     F(POLYGON4_RMS)                                                              \
     F(POLYGON5_RMS)                                                              \
     F(POLYGON6_RMS)                                                              \
+    F(FOUR_OVER_THREE)  /* residual of four corners over that of three */        \
     F(ELLIPSE_RMS)      /* residual of the ellipse */                            \
     F(ELLIPSE_WORST)    /* largest distance from it */                           \
     F(ELLIPSE_GAP)      /* gap over its shorter diameter */                      \

@@ -29,9 +29,9 @@ struct FamilyModel {
 };
 
 struct DotModel {
-    double diagonal;  ///< largest diagonal of the box, drawing-area units
-    double detour;    ///< largest path length over that diagonal
-    double logit;     ///< log odds that such a stroke is a dot
+    double extent;  ///< largest longer side of the box, drawing-area units
+    double detour;  ///< largest path length over the diagonal of the box
+    double logit;   ///< log odds that such a stroke is a dot
 };
 
 #include "Beautifier/Model.inc"
@@ -64,7 +64,7 @@ double Verdict::probability() const {
 
 std::optional<Verdict> judgeDot(const Frame& frame) {
     for (const DotModel& model : DOT_MODELS) {
-        if (frame.diagonal <= model.diagonal && frame.length <= model.detour * frame.diagonal) {
+        if (frame.extent <= model.extent && frame.length <= model.detour * frame.diagonal) {
             return Verdict{FigureFamily::DOT, model.logit, 0.0};
         }
     }
