@@ -13,8 +13,9 @@ const { UserError } = require('./user-error.js');
 /**
  * @typedef {object} Engine
  * @property {string} name
- * @property {(options: {templates?: string[]}) => void} load to be called once, before `answer`
- * @property {(stroke: import('./placement.js').PlacedStroke) => Answer} answer
+ * @property {(options: {templates?: string[]}) => void} load to be called once in a process,
+ *   before any of its threads asks for an answer
+ * @property {(stroke: import('./placement.js').PlacedStroke) => Answer} answer in any thread
  */
 
 const FAMILY_OF_TYPE = { 0: 'none', 1: 'dot', 2: 'line', 4: 'angle', 7: 'ellipse' };
@@ -32,23 +33,49 @@ function familyOfAnswer({ type, path }) {
   return 'polygon';
 }
 
-/** The template-matching engine. Its templates are those of the process: loading adds to them. */
+/**
+ * The template-matching engine. Its templates are those of the process: loading adds to them,
+ * and its threads share them.
+ */
 function exactEngine() {
   let native;
+  const binding = () => (native ??= requireNative('../index.js', 'exact'));
   return {
     name: 'exact',
     load({ templates }) {
-      native = requireNative('../index.js', 'exact');
-      native.initScrivo(resolveTemplates(templates));
+      binding().initScrivo(resolveTemplates(templates));
     },
-    answer({ points, width, height }) {
-      const { path, type } = native.optimizeAStroke(points, width, height, []);
+    answer({ points, width, height, others = [] }) {
+      const { path, type } = binding().optimizeAStroke(points, width, height, others);
       return { family: familyOfAnswer({ type, path }), path, type };
     },
   };
 }
 
-const ENGINES = { exact: exactEngine };
+const POLYGON_FAMILY = { triangle: 'triangle', quadrangle: 'quadrangle' };
+
+/** Fits figures directly; needs no templates, so it takes none. */
+function beautifierEngine() {
+  let instance;
+  const beautifier = () =>
+    (instance ??= new (requireNative('../beautifier.js', 'beautifier').Beautifier)());
+  return {
+    name: 'beautifier',
+    load({ templates }) {
+      if (templates?.length > 0) {
+        throw new UserError('the beautifier needs no templates: leave --templates out', 2);
+      }
+      beautifier();
+    },
+    answer({ points, width, height, others = [] }) {
+      const { path, type, figure } = beautifier().beautify(points, width, height, others);
+      const family = POLYGON_FAMILY[figure?.kind] ?? FAMILY_OF_TYPE[type];
+      return { family, path, type };
+    },
+  };
+}
+
+const ENGINES = { exact: exactEngine, beautifier: beautifierEngine };
 
 function requireNative(file, engine) {
   try {
@@ -64,4 +91,4 @@ function createEngine(name) {
   throw new UserError(`there is no engine ${name}; known: ${Object.keys(ENGINES).join(', ')}`, 2);
 }
 
-module.exports = { createEngine, familyOfAnswer };
+module.exports = { ENGINE_NAMES: Object.keys(ENGINES), createEngine, familyOfAnswer };

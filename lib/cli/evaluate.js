@@ -10,6 +10,7 @@ const { formatReport } = require('./report.js');
 const { Score } = require('./score.js');
 const { strokeSheet } = require('./sheet.js');
 const { readLabelledStrokes } = require('./strokes.js');
+const { takeTemplates } = require('./template-files.js');
 const { UserError } = require('./user-error.js');
 
 const USAGE = `Scores an engine on labelled strokes.
@@ -81,10 +82,7 @@ function parseCommandLine(argv) {
   }
   const { values, positionals } = parsed;
   if (values.help) return values;
-  // Of "--templates *.template" the option takes the first name only.
-  const isTemplate = (file) => values.templates !== undefined && file.includes('.template');
-  const files = positionals.filter((file) => !isTemplate(file));
-  const templates = values.templates?.concat(positionals.filter(isTemplate));
+  const { files, templates } = takeTemplates(values.templates, positionals);
   if (files.length === 0) throw new UserError('name a file of strokes; --help tells more', 2);
   return { ...values, unit: parseUnit(values.unit), files, templates };
 }

@@ -69,12 +69,23 @@ async function* readLines(path, { onBytes = () => {} } = {}) {
       yield { number, text };
     }
   } catch (error) {
-    if (error instanceof UserError) throw error;
-    const where = number > 0 ? ` after line ${number}` : '';
-    throw new UserError(`${displayName(path)}: reading failed${where}: ${error.message}`);
+    throw readFailure(path, error, number > 0 ? ` after line ${number}` : '');
   }
 }
 
+/** The error to show when an input breaks off: it is unreadable, or its gzip data is damaged. */
+function readFailure(path, error, where = '') {
+  if (error instanceof UserError) return error;
+  return new UserError(`${displayName(path)}: reading failed${where}: ${error.message}`);
+}
+
+/**
+ * Opens an input, unpacked if it is gzip data.
+ *
+ * @param {string} path file name, `-` for standard input
+ * @param {(count: number) => void} onBytes told the bytes taken from the input, packed
+ * @returns {Promise<AsyncIterable<Buffer>>}
+ */
 async function openInput(path, onBytes) {
   const raw = path === STDIN ? process.stdin : fs.createReadStream(path);
   const chunks = countBytes(raw, onBytes);
@@ -126,4 +137,12 @@ async function* splitLines(stream) {
   if (overlong || pending !== '') yield overlong ? undefined : pending;
 }
 
-module.exports = { MAX_LINE_LENGTH, STDIN, checkInputs, displayName, readLines };
+module.exports = {
+  MAX_LINE_LENGTH,
+  STDIN,
+  checkInputs,
+  displayName,
+  openInput,
+  readFailure,
+  readLines,
+};

@@ -13,6 +13,8 @@ const FILL = 0.8;
  *   the drawing area; force and time only where they were recorded
  * @property {number} width of the drawing area
  * @property {number} height of the drawing area
+ * @property {Array<Array<{x: number, y: number}>>} [others] strokes that a line may snap to,
+ *   fractions of the drawing area
  */
 
 /**

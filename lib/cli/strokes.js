@@ -104,4 +104,10 @@ function describe(value) {
   return text.length > 40 ? `${text.slice(0, 40)}...` : text;
 }
 
-module.exports = { FAMILIES, LABELLED_FAMILIES, problemOfStroke, readLabelledStrokes };
+module.exports = {
+  FAMILIES,
+  LABELLED_FAMILIES,
+  describe,
+  problemOfStroke,
+  readLabelledStrokes,
+};

@@ -57,4 +57,21 @@ function expandDirectory(name) {
   return files;
 }
 
-module.exports = { TEMPLATE_FILES, resolveTemplates };
+/**
+ * Of "--templates *.template" the option takes the first name only; the shell makes arguments of
+ * the others.
+ *
+ * @param {string[]|undefined} templates names given to the option
+ * @param {string[]} positionals
+ * @returns {{files: string[], templates: string[]|undefined}}
+ */
+function takeTemplates(templates, positionals) {
+  if (templates === undefined) return { files: positionals, templates };
+  const isTemplate = (name) => name.includes('.template');
+  return {
+    files: positionals.filter((name) => !isTemplate(name)),
+    templates: [...templates, ...positionals.filter(isTemplate)],
+  };
+}
+
+module.exports = { TEMPLATE_FILES, resolveTemplates, takeTemplates };
