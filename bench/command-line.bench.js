@@ -34,37 +34,64 @@ function round(value, parts) {
   return Math.round(value * parts) / parts;
 }
 
+/** @returns {{wall: number, cpu: number}} seconds, of the whole program */
 function timeProgram(folder, jobs) {
   const args = [PROGRAM, 'idealise', 'ink.ndjson', '-o', 'ideal.ndjson', '--force', '--json'];
   const start = process.hrtime.bigint();
-  const { status, stderr } = spawnSync(process.execPath, [...args, '--jobs', String(jobs)], {
-    cwd: folder,
-  });
+  const { status, stdout, stderr } = spawnSync(
+    process.execPath,
+    [...args, '--jobs', String(jobs)],
+    { cwd: folder, encoding: 'utf8' },
+  );
   if (status !== 0) throw new Error(`scrivo idealise failed: ${stderr}`);
-  return seconds(start);
+  return { wall: secondsSince(start), cpu: JSON.parse(stdout).cpu_seconds };
 }
 
 function timeEngine(strokes) {
   const engine = createEngine('exact');
   const placed = strokes.map((points) => placeInArea({ points }).placed);
+  const cpuBefore = process.cpuUsage();
   const start = process.hrtime.bigint();
   for (const stroke of placed) engine.answer(stroke);
-  return seconds(start);
+  const { user, system } = process.cpuUsage(cpuBefore);
+  return { wall: secondsSince(start), cpu: (user + system) / 1e6 };
 }
 
-function seconds(start) {
+function secondsSince(start) {
   return Number(process.hrtime.bigint() - start) / 1e9;
 }
 
+/** The least wall and processor time of each way. */
 function measure(folder, strokes) {
-  const runs = [1, ...(os.availableParallelism() > 1 ? [2] : [])];
-  const best = new Map();
-  const keep = (name, time) => best.set(name, Math.min(time, best.get(name) ?? Infinity));
+  const ways = {
+    '--jobs 1': () => timeProgram(folder, 1),
+    ...(os.cpus().length > 1 && { '--jobs 2': () => timeProgram(folder, 2) }),
+    'engine alone': () => timeEngine(strokes),
+  };
+  const best = {};
   for (let i = 0; i < ROUNDS; i += 1) {
-    for (const jobs of runs) keep(`--jobs ${jobs}`, timeProgram(folder, jobs));
-    keep('engine alone', timeEngine(strokes));
+    for (const [name, run] of Object.entries(ways)) {
+      const { wall, cpu } = run();
+      const before = best[name] ?? { wall: Infinity, cpu: Infinity };
+      best[name] = { wall: Math.min(wall, before.wall), cpu: Math.min(cpu, before.cpu) };
+    }
   }
   return best;
+}
+
+function report(best, bytes) {
+  for (const [name, { wall, cpu }] of Object.entries(best)) {
+    const rate = STROKES / wall;
+    const hours = (BILLION / rate) * HOURS;
+    const columns = [
+      name.padEnd(12),
+      `${Math.round(rate)} strokes/s`.padStart(16),
+      `${(bytes / wall / 1e6).toFixed(1)} MB/s`.padStart(10),
+      `${((cpu / STROKES) * 1e6).toFixed(0)} us of a core a stroke`.padStart(26),
+      `a billion in ${hours.toFixed(1)} h`,
+    ];
+    console.log(columns.join('  '));
+  }
 }
 
 function main() {
@@ -79,15 +106,7 @@ function main() {
         `${(text.length / 1e6).toFixed(0)} MB; best of ${ROUNDS} runs, Node ${process.version}`,
     );
     createEngine('exact').load({});
-    for (const [name, time] of measure(folder, strokes)) {
-      const rate = STROKES / time;
-      const hours = (BILLION / rate) * HOURS;
-      console.log(
-        `${name.padEnd(12)} ${Math.round(rate).toString().padStart(7)} strokes/s, ` +
-          `${(text.length / time / 1e6).toFixed(1).padStart(5)} MB/s, ` +
-          `a billion in ${hours.toFixed(1)} h`,
-      );
-    }
+    report(measure(folder, strokes), text.length);
   } finally {
     fs.rmSync(folder, { recursive: true });
   }

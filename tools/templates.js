@@ -16,6 +16,7 @@ const {
 } = require('../lib/cli/template-outlines.js');
 const { coverOf, prepareCandidates, selectCandidates } = require('../lib/cli/template-search.js');
 const { UserError } = require('../lib/cli/user-error.js');
+const { FIGURES, HANDS, drawInk } = require('./ink/index.js');
 const { createRandom } = require('./ink/random.js');
 
 const USAGE = `Makes the template files from their parameters, or searches for parameters.
@@ -26,9 +27,9 @@ usage: templates                  write templates/ from tools/template-parameter
   --check DEV       with --search: say what the choice reaches on strokes it has not seen
   --candidates N    outlines of each figure to choose from (3000)
   --seed N          of the random candidates (1)
-  --harm N          what a wrong answer costs, in right answers (2)
+  --harm N          what a wrong answer costs, in right answers (2.5)
   --margin N        distance, in 250ths of the figure, by which a stroke must lie within the
-                    reach of a template to count as found (6)
+                    reach of a template to count as found (5)
   --price N         right answers a template must add to be kept (2)
 `;
 
@@ -37,8 +38,8 @@ const OPTIONS = {
   check: { type: 'string' },
   candidates: { type: 'string', default: '3000' },
   seed: { type: 'string', default: '1' },
-  harm: { type: 'string', default: '2' },
-  margin: { type: 'string', default: '6' },
+  harm: { type: 'string', default: '2.5' },
+  margin: { type: 'string', default: '5' },
   price: { type: 'string', default: '2' },
   help: { type: 'boolean', default: false },
 };
@@ -46,10 +47,15 @@ const OPTIONS = {
 const PARAMETER_FILE = path.join(__dirname, 'template-parameters.json');
 const TEMPLATE_FOLDER = path.join(__dirname, '..', 'templates');
 
-const FIGURES = TEMPLATE_FILES.map((file) => path.basename(file, '.template'));
+const TEMPLATE_FIGURES = TEMPLATE_FILES.map((file) => path.basename(file, '.template'));
 
 // Scale at which strokes are looked at, as in the evaluation.
 const UNIT = 200;
+
+// Generated strokes that stand beside the collected ones, of each figure.
+const PRACTICE_STROKES = 25;
+const PRACTICE_SEED = 1000;
+const PRACTICE_HAND = { ...HANDS.ordinary, rate: 60 };
 
 /**
  * Writes one file for each figure.
@@ -59,7 +65,7 @@ const UNIT = 200;
  */
 function writeTemplates(folder, templates) {
   fs.mkdirSync(folder, { recursive: true });
-  for (const figure of FIGURES) {
+  for (const figure of TEMPLATE_FIGURES) {
     const outlines = templates
       .filter((parameters) => parameters.figure === figure)
       .map(templateOutline);
@@ -79,11 +85,15 @@ async function search(options) {
   );
   const train = await readCovered(options.search, prepared);
   const check = options.check ? await readCovered(options.check, prepared) : [];
-  answerAll([...train, ...check], parameters);
+  const practice = practiceStrokes().map((stroke) => covered(stroke, prepared));
+  answerAll([...train, ...check, ...practice], parameters);
 
-  const chosen = choose(train, parameters, settings);
+  const chooseFor = (harm) => choose([...train, ...practice], parameters, { ...settings, harm });
+  const chosen = chooseFor(settings.harm);
+  const every = [...parameters.keys()];
+  printTable('limit', ['every candidate'], () => every, train, check);
   printCurve(chosen, train, check);
-  printTradeOff(train, check, parameters, settings);
+  printTradeOff(chooseFor, train, check);
   saveParameters(
     chosen.map((i) => parameters[i]),
     settings,
@@ -108,11 +118,28 @@ async function readCovered(file, prepared) {
   const strokes = [];
   const onWrongLine = (line, message) => process.stderr.write(`${file}:${line}: ${message}\n`);
   for await (const stroke of readLabelledStrokes(file, { onWrongLine })) {
-    const placed = placeStroke(stroke, UNIT);
-    const units = placed.points.map(({ x, y }) => ({ x: x * placed.width, y: y * placed.height }));
-    strokes.push({ family: stroke.family, placed, cover: coverOf(units, prepared) });
+    strokes.push(covered(stroke, prepared));
   }
   return strokes;
+}
+
+function covered(stroke, prepared) {
+  const placed = placeStroke(stroke, UNIT);
+  const units = placed.points.map(({ x, y }) => ({ x: x * placed.width, y: y * placed.height }));
+  return { family: stroke.family, placed, cover: coverOf(units, prepared) };
+}
+
+/**
+ * Plain figures, begun at any corner and drawn either way. Collected strokes have their habits:
+ * a square begun at the lower right is rare in them, and is to be recognised all the same.
+ */
+function practiceStrokes() {
+  const figures = Object.keys(FIGURES).filter((name) => FIGURES[name].family !== 'none');
+  return figures.flatMap((figure) =>
+    Array.from({ length: PRACTICE_STROKES }, (_, i) =>
+      drawInk({ figure, seed: PRACTICE_SEED + i, hand: PRACTICE_HAND }),
+    ),
+  );
 }
 
 /**
@@ -146,7 +173,7 @@ function choose(strokes, parameters, { harm, margin, price }) {
   }));
   const ofFigure = (figure) =>
     [...parameters.keys()].filter((i) => parameters[i].figure === figure);
-  return selectCandidates(weighted, { price, margin, groups: FIGURES.map(ofFigure) });
+  return selectCandidates(weighted, { price, margin, groups: TEMPLATE_FIGURES.map(ofFigure) });
 }
 
 /** A polygon of too many corners comes back as drawn: no help to a figure, and no harm. */
@@ -173,11 +200,9 @@ function printCurve(chosen, train, check) {
   printTable('first', sizes, (size) => chosen.slice(0, size), train, check);
 }
 
-/** What each price of harm leads to. */
-function printTradeOff(train, check, parameters, settings) {
-  const choices = new Map(
-    [0.5, 1, 2, 4, 8].map((harm) => [harm, choose(train, parameters, { ...settings, harm })]),
-  );
+/** What other costs of a wrong answer lead to. */
+function printTradeOff(chooseFor, train, check) {
+  const choices = new Map([0.5, 1, 1.75, 2.5, 3.25, 4, 8].map((harm) => [harm, chooseFor(harm)]));
   printTable('harm', [...choices.keys()], (harm) => choices.get(harm), train, check);
 }
 

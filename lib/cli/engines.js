@@ -52,7 +52,30 @@ function exactEngine() {
   };
 }
 
-const ENGINES = { exact: exactEngine };
+const POLYGON_FAMILY = { triangle: 'triangle', quadrangle: 'quadrangle' };
+
+/** Fits figures directly; needs no templates, so it takes none. */
+function beautifierEngine() {
+  let instance;
+  const beautifier = () =>
+    (instance ??= new (requireNative('../beautifier.js', 'beautifier').Beautifier)());
+  return {
+    name: 'beautifier',
+    load({ templates }) {
+      if (templates?.length > 0) {
+        throw new UserError('the beautifier needs no templates: leave --templates out', 2);
+      }
+      beautifier();
+    },
+    answer({ points, width, height, others = [] }) {
+      const { path, type, figure } = beautifier().beautify(points, width, height, others);
+      const family = POLYGON_FAMILY[figure?.kind] ?? FAMILY_OF_TYPE[type];
+      return { family, path, type };
+    },
+  };
+}
+
+const ENGINES = { exact: exactEngine, beautifier: beautifierEngine };
 
 function requireNative(file, engine) {
   try {
@@ -68,4 +91,4 @@ function createEngine(name) {
   throw new UserError(`there is no engine ${name}; known: ${Object.keys(ENGINES).join(', ')}`, 2);
 }
 
-module.exports = { createEngine, familyOfAnswer };
+module.exports = { ENGINE_NAMES: Object.keys(ENGINES), createEngine, familyOfAnswer };

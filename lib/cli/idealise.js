@@ -17,6 +17,9 @@ examples
   scrivo idealise page.inkml -o page.svg
   zcat ink-*.gz | scrivo idealise | jq -r .figure | sort | uniq -c
 
+Coordinates
+      --decimals N          round them (all digits in NDJSON, 3 decimals in SVG and InkML)
+
 ${inkHelp('ndjson, svg or inkml, by default by the ending of OUT, else ndjson')}`;
 
 const OPTIONS = { ...INK_OPTIONS, decimals: { type: 'string' } };

@@ -3,6 +3,7 @@
 const os = require('node:os');
 const path = require('node:path');
 const { parseArgs } = require('node:util');
+const { ENGINE_NAMES } = require('./engines.js');
 const { takeTemplates } = require('./template-files.js');
 const { UserError } = require('./user-error.js');
 
@@ -33,7 +34,7 @@ const INK_HELP = `Ink
       --step N              distance of samples along SVG curves, in drawing units (4)
 
 Figures
-      --engine NAME         exact (the default)
+      --engine NAME         ENGINES (exact by default)
       --templates FILE...   template files, or a directory that holds them, instead of the
                             shipped ones
       --snap                let lines snap to the centres of other strokes: those before it in the
@@ -55,7 +56,9 @@ command line, or nothing could be done.
 
 /** The help text of a command, its output formats filled in. */
 function inkHelp(formats) {
-  return INK_HELP.replace('FORMATS', formats).replace('JOBS', String(defaultJobs()));
+  return INK_HELP.replace('FORMATS', formats)
+    .replace('ENGINES', ENGINE_NAMES.join(' or '))
+    .replace('JOBS', String(defaultJobs()));
 }
 
 function defaultJobs() {

@@ -7,6 +7,7 @@ const { after, describe, test } = require('node:test');
 const zlib = require('node:zlib');
 const scrivo = require('../../lib/index.js');
 const { createEngine } = require('../../lib/cli/engines.js');
+const { INK_OPTIONS } = require('../../lib/cli/ink-options.js');
 const { mapOrdered } = require('../../lib/cli/run/map-ordered.js');
 const { drawStrokes, makeFolder, parseLines, run, start, toNdjson } = require('./support/cli.js');
 
@@ -98,6 +99,15 @@ describe('what comes out', () => {
     assert.ok(Math.abs((await leftmost()) + 20) < 1);
     const inside = await leftmost('--width', '800', '--height', '600');
     assert.ok(Math.abs(inside) < 1e-3, `leftmost at ${inside}`);
+  });
+
+  test('a stroke that is no figure keeps its line to the letter, but for an older answer', async () => {
+    const line = '\uFEFF{ "n": 12345678901234567890, "points": [[1.0, 2e0, null]] }';
+    const { stdout } = await idealise([], `${line}\r\n`);
+    assert.equal(stdout, `${line.slice(1, -1)},"type":0,"figure":"none"}\n`);
+    const again = await idealise([], stdout.replace('"type":0', '"type":7'));
+    assert.equal(again.stdout.match(/"type"/g).length, 1);
+    assert.equal(JSON.parse(again.stdout).type, 0);
   });
 
   test('lines snap to other strokes only when asked to', async () => {
@@ -277,6 +287,10 @@ describe('wrong lines and inputs', () => {
       assert.deepEqual([code, stderr], [0, '']);
       assert.match(stdout, /usage: scrivo/);
     }
+    const { stdout } = await run(folder, ['idealise', '--help']);
+    for (const name of [...Object.keys(INK_OPTIONS), 'decimals']) {
+      assert.ok(stdout.includes(`--${name} `), `--${name} is not explained`);
+    }
   });
 });
 
@@ -410,8 +424,8 @@ describe('the output file', () => {
   test('the summary is on standard output, or on standard error when strokes are there', async () => {
     write('three.ndjson', toNdjson([{ points: shakyLine(0, 9) }, { points: [[1, 2]] }]));
     const filed = await idealise(['three.ndjson', '-o', 'three.svg', '--json']);
-    const { seconds, ...summary } = JSON.parse(filed.stdout);
-    assert.ok(seconds > 0);
+    const { seconds, cpu_seconds: cpu, ...summary } = JSON.parse(filed.stdout);
+    assert.ok(seconds > 0 && cpu > 0);
     assert.deepEqual(summary, {
       engine: 'exact',
       output: 'three.svg',

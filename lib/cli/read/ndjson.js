@@ -65,17 +65,18 @@ function parseBlock({ bytes, overlong }) {
   const texts = Buffer.from(bytes.buffer, bytes.byteOffset, bytes.length).toString().split('\n');
   // A line feed ends the last line rather than starting another.
   if (texts.at(-1) === '') texts.pop();
-  const records = texts.flatMap((text, i) =>
-    text.trim() === '' ? [] : [{ line: i + 1, ...parseLine(text) }],
-  );
+  const records = texts.flatMap((untrimmed, i) => {
+    // A byte order mark, which some editors begin a file with, counts as white space.
+    const text = untrimmed.trim();
+    return text === '' ? [] : [{ line: i + 1, ...parseLine(text) }];
+  });
   return { lines: texts.length, records };
 }
 
 function parseLine(text) {
   let value;
   try {
-    // Some editors begin a file with a byte order mark.
-    value = JSON.parse(text.startsWith('\uFEFF') ? text.slice(1) : text);
+    value = JSON.parse(text);
   } catch (error) {
     return { problem: `not JSON: ${error.message}` };
   }
@@ -88,7 +89,7 @@ function parseLine(text) {
   if (area.problem) return area;
   const others = readOthers(value);
   if (others.problem) return others;
-  return { stroke: { points, asObjects, fields: value, ...area, ...others } };
+  return { stroke: { points, asObjects, fields: value, text, ...area, ...others } };
 }
 
 /** The drawing area that the line itself gives: "width" and "height", both or none. */

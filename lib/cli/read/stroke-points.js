@@ -11,6 +11,7 @@ const REQUIRED = 2;
  *   or time that was not recorded is null, or missing at the end
  * @property {boolean} [asObjects] points came as {x, y, force, time}
  * @property {object} fields whatever else is known of the stroke, to be passed on
+ * @property {string} [text] the JSON object that the fields, points included, were read from
  * @property {{x: number, y: number, width: number, height: number}} [area] the drawing area
  * @property {number} [scale] drawing units a unit of the input
  * @property {number[][][]} [others] points of other strokes on the drawing surface

@@ -139,6 +139,8 @@ class Report {
 
   summary() {
     const seconds = Number(process.hrtime.bigint() - this.start) / 1e9;
+    // Of all threads, since the program started.
+    const { user, system } = process.cpuUsage();
     return {
       engine: this.engine,
       output: this.output,
@@ -148,6 +150,7 @@ class Report {
       passed_over: this.passedOver,
       unread: this.unread,
       seconds: Number(seconds.toFixed(3)),
+      cpu_seconds: Number(((user + system) / 1e6).toFixed(3)),
     };
   }
 

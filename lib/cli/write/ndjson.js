@@ -5,9 +5,13 @@
  * and the figure. Points are written in the form they were read in, and a stroke that is no
  * figure keeps its own to the letter.
  */
-function formatLine({ fields, points: drawn, asObjects }, { points, type, figure }, round) {
-  const ideal =
-    points === drawn ? (fields.points ?? drawn) : formatPoints(points, asObjects, round);
+function formatLine({ fields, points: drawn, asObjects, text }, answer, round) {
+  const { points, type, figure } = answer;
+  const isAsDrawn = points === drawn;
+  if (isAsDrawn && text && fields.type === undefined && fields.figure === undefined) {
+    return [`${text.slice(0, -1)},"type":${type},"figure":"${figure}"}\n`];
+  }
+  const ideal = isAsDrawn ? (fields.points ?? drawn) : formatPoints(points, asObjects, round);
   return [`${JSON.stringify({ ...fields, points: ideal, type, figure })}\n`];
 }
 

@@ -14,7 +14,7 @@ TemplateList::TemplateList(Templates templates) : TemplateList() {
 
 TemplateList::TemplateList(const TemplateList& other)
     : m_templates(other.m_templates),
-      m_index(std::make_unique<detail::TemplateIndex>(*other.m_index)),
+      m_index(other.m_index ? std::make_unique<detail::TemplateIndex>(*other.m_index) : nullptr),
       m_edited(other.m_edited) {}
 
 TemplateList::TemplateList(TemplateList&& other) : TemplateList() {
@@ -29,11 +29,16 @@ TemplateList& TemplateList::operator=(TemplateList other) {
 TemplateList::~TemplateList() = default;
 
 void TemplateList::push_back(GraphicTemplate added) {
-    // Stays edited when memory runs out half-way.
-    const bool edited = std::exchange(m_edited, true);
     m_templates.push_back(std::move(added));
-    m_index->append(m_templates.back().points);
-    m_edited = edited;
+    if (!m_index) {
+        return;
+    }
+    try {
+        m_index->append(m_templates.back().points);
+    } catch (...) {
+        m_index.reset();
+        throw;
+    }
 }
 
 void TemplateList::swap(TemplateList& other) {
@@ -43,7 +48,8 @@ void TemplateList::swap(TemplateList& other) {
 }
 
 const detail::TemplateIndex* TemplateList::index() const {
-    return !m_edited || m_index->describes(m_templates) ? m_index.get() : nullptr;
+    const bool isCurrent = m_index && (!m_edited || m_index->describes(m_templates));
+    return isCurrent ? m_index.get() : nullptr;
 }
 
 }  // namespace Scrivo

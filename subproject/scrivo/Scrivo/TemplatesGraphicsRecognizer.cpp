@@ -203,6 +203,11 @@ void TemplatesGraphicsRecognizer::store(GraphicTemplate added) {
 }
 
 RecognitionResult TemplatesGraphicsRecognizer::recognize(std::vector<Point2D> stroke) const {
+    return recognizeView(stroke);
+}
+
+RecognitionResult TemplatesGraphicsRecognizer::recognizeView(
+    std::span<const Point2D> stroke) const {
     const std::shared_lock guard(m_lock);
     return recognizeStroke(*this, stroke);
 }

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <shared_mutex>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -60,6 +61,8 @@ public:
     /// templates wins. Throws std::domain_error when the stroke cannot be
     /// resampled.
     [[nodiscard]] RecognitionResult recognize(std::vector<Point2D> stroke) const;
+    /// The same for a stroke that is only looked at.
+    [[nodiscard]] RecognitionResult recognizeView(std::span<const Point2D> stroke) const;
 
     /// The smallest mean distance that a golden-section search over
     /// [-angleRange, angleRange] meets; the path turns about its centroid. NaN

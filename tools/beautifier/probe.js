@@ -1,0 +1,30 @@
+'use strict';
+
+const { spawnSync } = require('node:child_process');
+const { existsSync } = require('node:fs');
+const path = require('node:path');
+
+const ROOT = path.join(__dirname, '..', '..');
+const PROBE = path.join(ROOT, 'build', 'release', 'tools', 'beautifier', 'beautifier_probe');
+
+/** Runs the probe on strokes (arrays of [x, y]); one object a stroke. */
+function probe(mode, strokes) {
+  if (!existsSync(PROBE)) {
+    throw new Error(`${PROBE} is missing. Build it: cmake --preset release && cmake --build --preset release`);
+  }
+  const lines = strokes.map((points) => `${points.length} ${points.map((p) => `${p[0]} ${p[1]}`).join(' ')}`);
+  const { status, stdout, stderr } = spawnSync(PROBE, [mode], {
+    input: `${lines.join('\n')}\n`,
+    encoding: 'utf8',
+    maxBuffer: 1 << 30,
+  });
+  if (status !== 0) throw new Error(`beautifier_probe failed: ${stderr}`);
+  const [head, ...rows] = stdout.trim().split('\n');
+  const names = head.split(' ');
+  return rows.map((row) => {
+    const values = row.split(' ').map(Number);
+    return Object.fromEntries(values.map((value, i) => [names[i], value]));
+  });
+}
+
+module.exports = { ROOT, probe };
