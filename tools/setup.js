@@ -16,6 +16,7 @@ const PACKAGES = {
     'libgtest-dev',
     'libgmock-dev',
     'libbenchmark-dev',
+    'nlohmann-json3-dev', // the case files
     'chromium', // the browser test
     'clang', // clang-tidy's preset compiles with it
     'clang-format',

@@ -92,12 +92,7 @@ VectorXd fit(const MatrixXd& x, const MatrixXd& y) {
     return solver.eigenvectors().col(largest).real();
 }
 
-/// Semi-axes (x, y) about a centre, turned by `angle` radians.
-struct EllipseShape {
-    Point2D centre;
-    Point2D radii;
-    double angle;
-};
+using detail::EllipseShape;
 
 bool isComplete(const EllipseShape& e) {
     return !std::isnan(e.centre.x) && !std::isnan(e.centre.y) && !std::isnan(e.radii.x) &&
@@ -119,29 +114,6 @@ EllipseShape fitShape(detail::Stroke stroke) {
             ellipse_angle_of_rotation(coefficients)};
 }
 
-/// Nearly round becomes round, nearly upright or lying becomes exactly so.
-EllipseShape snapped(EllipseShape e) {
-    const double ratio = e.radii.x / e.radii.y;
-    if (ratio > CIRCLE_RATIO_MIN && ratio < CIRCLE_RATIO_MAX) {
-        e.radii.x = e.radii.y = (e.radii.x + e.radii.y) / 2;
-    }
-    if (std::abs(e.angle) < LEVEL_ANGLE) {
-        e.angle = 0.0;
-    }
-    return e;
-}
-
-void appendOutline(std::vector<Point2D>& out, const EllipseShape& e) {
-    for (int i = 0; i <= OUTLINE_SEGMENTS; ++i) {
-        // The last point takes the first one's parameter and closes the outline.
-        const double t = (i % OUTLINE_SEGMENTS) / static_cast<double>(OUTLINE_SEGMENTS);
-        const double phi = (t + t) * PI;
-        const Point2D p{e.centre.x + e.radii.x * std::cos(phi),
-                        e.centre.y + e.radii.y * std::sin(phi), 0.0};
-        out.push_back(rotation(p, e.centre, e.angle));
-    }
-}
-
 void appendRing(std::vector<Point2D>& out, const Point2D& centre, double radius) {
     for (int i = 0; i <= RING_SEGMENTS; ++i) {
         const double a = (i % RING_SEGMENTS) * PI * 2 / RING_SEGMENTS;
@@ -152,6 +124,32 @@ void appendRing(std::vector<Point2D>& out, const Point2D& centre, double radius)
 }  // namespace
 
 namespace detail {
+
+EllipseShape rounded(EllipseShape e) {
+    const double ratio = e.radii.x / e.radii.y;
+    if (ratio > CIRCLE_RATIO_MIN && ratio < CIRCLE_RATIO_MAX) {
+        e.radii.x = e.radii.y = (e.radii.x + e.radii.y) / 2;
+    }
+    return e;
+}
+
+EllipseShape levelled(EllipseShape e) {
+    if (std::abs(e.angle) < LEVEL_ANGLE) {
+        e.angle = 0.0;
+    }
+    return e;
+}
+
+void appendEllipse(std::vector<Point2D>& out, const EllipseShape& e) {
+    for (int i = 0; i <= OUTLINE_SEGMENTS; ++i) {
+        // The last point takes the first one's parameter and closes the outline.
+        const double t = (i % OUTLINE_SEGMENTS) / static_cast<double>(OUTLINE_SEGMENTS);
+        const double phi = (t + t) * PI;
+        const Point2D p{e.centre.x + e.radii.x * std::cos(phi),
+                        e.centre.y + e.radii.y * std::sin(phi), 0.0};
+        out.push_back(rotation(p, e.centre, e.angle));
+    }
+}
 
 bool isPoint(Stroke stroke) {
     const std::size_t n = stroke.size();
@@ -191,7 +189,7 @@ std::int64_t reDrawEllipse(std::vector<Point2D>& out, Stroke stroke, std::int32_
     if (!isComplete(shape)) {
         return 0;
     }
-    appendOutline(out, snapped(shape));
+    appendEllipse(out, levelled(rounded(shape)));
     return static_cast<std::int64_t>(out.size());
 }
 

@@ -80,6 +80,15 @@ void appendOutline(std::vector<Point2D>& out, const std::vector<Point2D>& corner
 
 namespace detail {
 
+void levelLegs(Point2D& first, const Point2D& corner, Point2D& last) {
+    const double k = legToLevel(first, corner, last);
+    if (k != 0.0) {
+        const double angle = std::atan(k);
+        first = rotationLine(corner, first, angle);
+        last = rotationLine(corner, last, angle);
+    }
+}
+
 std::int64_t reDrawAngle(std::vector<Point2D>& out, Stroke stroke) {
     const auto corners = findCorners(stroke, 1);
     if (corners.size() != 1 || !hasStraightLegs(stroke, corners.front())) {
@@ -88,12 +97,7 @@ std::int64_t reDrawAngle(std::vector<Point2D>& out, Stroke stroke) {
     const Point2D& corner = corners.front();
     Point2D first = stroke.front();
     Point2D last = stroke.back();
-    const double k = legToLevel(first, corner, last);
-    if (k != 0.0) {
-        const double angle = std::atan(k);
-        first = rotationLine(corner, first, angle);
-        last = rotationLine(corner, last, angle);
-    }
+    levelLegs(first, corner, last);
     drawLine(out, first, corner);
     drawLine(out, corner, last);
     return sizeOf(out);

@@ -24,6 +24,9 @@ void levelLowestEdge(std::vector<Point2D>& corners);
 void regulariseQuadrangle(std::vector<Point2D>& corners);
 
 // Polygon.cpp
+/// Turns both legs of an angle about its corner so that a nearly horizontal one
+/// becomes horizontal.
+void levelLegs(Point2D& first, const Point2D& corner, Point2D& last);
 std::int64_t reDrawAngle(std::vector<Point2D>& out, Stroke stroke);
 std::int64_t reDrawPolygon(std::vector<Point2D>& out, Stroke stroke);
 

@@ -1,0 +1,138 @@
+#pragma once
+
+#include "Scrivo/Scrivo.h"
+
+#include <array>
+#include <cstdint>
+#include <set>
+#include <span>
+#include <variant>
+#include <vector>
+
+/// Right about real ink: fits every figure to a stroke and answers with the one
+/// that wins, or with the stroke as drawn. Needs no templates. The answer does
+/// not depend on how densely or evenly the stroke was sampled.
+namespace Scrivo {
+
+/// What a stroke can be taken for. Circles are ellipses.
+enum class FigureFamily : std::uint8_t { DOT, LINE, ANGLE, TRIANGLE, QUADRANGLE, ELLIPSE };
+
+struct BeautifierOptions {
+    /// The figures wanted. A stroke that is taken for another one stays ink.
+    std::set<FigureFamily> figures{FigureFamily::DOT,        FigureFamily::LINE,
+                                   FigureFamily::ANGLE,      FigureFamily::TRIANGLE,
+                                   FigureFamily::QUADRANGLE, FigureFamily::ELLIPSE};
+    /// Strokes whose longer side is below this many drawing-area units stay ink,
+    /// dots included: small strokes are handwriting. At least 0 and finite.
+    double minSize = 0.0;
+    /// From 0 (only sure figures) to 1 (eager). Raising it never turns a figure
+    /// back into ink and never makes another figure of it.
+    double sensitivity = 0.5;
+    /// Nearly horizontal and vertical lines, legs, edges and axes become so.
+    bool horizontalVertical = true;
+    /// Nearly regular triangles, quadrangles and ellipses become regular.
+    bool regularFigures = true;
+    /// The ends of lines snap to nearby strokes.
+    bool nearbyStrokes = true;
+};
+
+// Parameters of the ideal figures, in drawing-area units, y downwards. Points
+// have force 0.
+
+struct DotFigure {
+    Point2D centre;
+};
+
+struct LineFigure {
+    Point2D from;
+    Point2D to;
+};
+
+struct AngleFigure {
+    Point2D from;
+    Point2D vertex;
+    Point2D to;
+    double opening = 0.0;  ///< radians, from 0 to pi
+};
+
+/// A right triangle that is isosceles too counts as right.
+enum class TriangleKind : std::uint8_t { GENERAL, EQUILATERAL, ISOSCELES, RIGHT };
+
+struct TriangleFigure {
+    std::array<Point2D, 3> corners;  ///< in drawing order
+    TriangleKind kind = TriangleKind::GENERAL;
+};
+
+enum class QuadrangleKind : std::uint8_t {
+    GENERAL,
+    SQUARE,
+    RECTANGLE,
+    RHOMBUS,
+    PARALLELOGRAM,
+    TRAPEZOID
+};
+
+struct QuadrangleFigure {
+    std::array<Point2D, 4> corners;  ///< in drawing order
+    QuadrangleKind kind = QuadrangleKind::GENERAL;
+};
+
+struct CircleFigure {
+    Point2D centre;
+    double radius = 0.0;
+};
+
+struct EllipseFigure {
+    Point2D centre;
+    Point2D radii;          ///< along the first (x) and the second axis (y)
+    double rotation = 0.0;  ///< of the first axis, radians, within [-pi/4, pi/4]
+};
+
+/// `std::monostate` when the stroke stays as drawn.
+using Figure = std::variant<std::monostate, DotFigure, LineFigure, AngleFigure, TriangleFigure,
+                            QuadrangleFigure, CircleFigure, EllipseFigure>;
+
+/// Why a stroke stays as drawn.
+enum class Reason : std::uint8_t {
+    RECOGNISED,  ///< it does not: a figure was recognised
+    INVALID,     ///< no point, a coordinate that is no finite number, an empty area
+    TOO_SMALL,   ///< below `minSize`
+    NOT_WANTED,  ///< the figure that it resembles is not among `figures`
+    NOT_SURE,    ///< it resembles a figure, but not enough for this sensitivity
+    NO_FIGURE,   ///< it resembles none
+};
+
+struct Beautified {
+    /// Fractions of the drawing area: the figure's outline as the other engine
+    /// draws it (a dot of 64, a line of 21, an angle of 42, an ellipse of 85
+    /// points, 21 an edge), or the stroke as drawn.
+    std::vector<Point2D> path;
+    std::int32_t type = FIGURE_NONE;  ///< a `FigureType`
+    /// Probability, from 0 to 1, that the answer is right: calibrated on strokes
+    /// of people that the model had not seen.
+    double confidence = 0.0;
+    Figure figure;
+    Reason reason = Reason::NO_FIGURE;
+};
+
+/// Immutable: any number of threads may share one.
+class Beautifier {
+public:
+    /// Throws std::invalid_argument when `minSize` or `sensitivity` is out of
+    /// range or `figures` holds no member of the enumeration.
+    explicit Beautifier(BeautifierOptions options = {});
+
+    const BeautifierOptions& options() const { return m_options; }
+
+    /// Answers for one stroke. `stroke` and `others` (the strokes that line ends
+    /// may snap to) are in fractions of the drawing area, `width` and `height`
+    /// in any unit; sizes count in that unit. Force is ignored. Every input has
+    /// an answer; throws std::bad_alloc only.
+    Beautified beautify(std::span<const Point2D> stroke, double width, double height,
+                        std::span<const std::vector<Point2D>> others = {}) const;
+
+private:
+    BeautifierOptions m_options;
+};
+
+}  // namespace Scrivo

@@ -1,0 +1,254 @@
+#include "Beautifier/Idealise.h"
+
+#include "Scrivo/Polygon.h"
+#include "Scrivo/detail/Ellipse.h"
+#include "Scrivo/detail/Polygon.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace Scrivo::beautifier {
+
+namespace {
+
+// Regularised corners come from single-precision roots: equal lengths and right
+// angles are exact to this share only.
+constexpr double EXACT = 1e-4;
+
+class ToUnits {
+public:
+    explicit ToUnits(const Frame& frame) : m_frame(frame) {}
+
+    Point2D operator()(Vec p) const {
+        const Vec q = m_frame.centre + m_frame.extent * p;
+        return {q.x, q.y, 0.0};
+    }
+    double length(double share) const { return share * m_frame.extent; }
+
+private:
+    const Frame& m_frame;
+};
+
+Vec difference(const Point2D& a, const Point2D& b) {
+    return {b.x - a.x, b.y - a.y};
+}
+
+bool equal(double a, double b) {
+    return std::abs(a - b) <= EXACT * std::max(std::abs(a), std::abs(b));
+}
+
+bool perpendicular(Vec a, Vec b) {
+    return std::abs(dot(a, b)) <= EXACT * norm(a) * norm(b);
+}
+
+bool parallel(Vec a, Vec b) {
+    return std::abs(cross(a, b)) <= EXACT * norm(a) * norm(b);
+}
+
+TriangleKind kindOf(const std::array<Point2D, 3>& c) {
+    const std::array sides{difference(c[0], c[1]), difference(c[1], c[2]), difference(c[2], c[0])};
+    int equals = 0;
+    bool right = false;
+    for (std::size_t i = 0; i < 3; ++i) {
+        const Vec next = sides[(i + 1) % 3];
+        equals += equal(norm(sides[i]), norm(next)) ? 1 : 0;
+        right = right || perpendicular(sides[i], next);
+    }
+    if (equals == 3) {
+        return TriangleKind::EQUILATERAL;
+    }
+    if (right) {
+        return TriangleKind::RIGHT;
+    }
+    return equals > 0 ? TriangleKind::ISOSCELES : TriangleKind::GENERAL;
+}
+
+QuadrangleKind kindOf(const std::array<Point2D, 4>& c) {
+    const Vec a = difference(c[0], c[1]);
+    const Vec b = difference(c[1], c[2]);
+    const bool twoPairs =
+        parallel(a, difference(c[2], c[3])) && parallel(b, difference(c[3], c[0]));
+    if (twoPairs) {
+        const bool right = perpendicular(a, b);
+        if (equal(norm(a), norm(b))) {
+            return right ? QuadrangleKind::SQUARE : QuadrangleKind::RHOMBUS;
+        }
+        return right ? QuadrangleKind::RECTANGLE : QuadrangleKind::PARALLELOGRAM;
+    }
+    const bool onePair = parallel(a, difference(c[2], c[3])) || parallel(b, difference(c[3], c[0]));
+    return onePair ? QuadrangleKind::TRAPEZOID : QuadrangleKind::GENERAL;
+}
+
+std::vector<Point2D> unsnapped(const std::vector<Point2D>& stroke) {
+    std::vector<Point2D> fitted;
+    fitLine(fitted, stroke);
+    return fitted;
+}
+
+/// The line with its ends at anchors, straightened where there are none.
+std::vector<Point2D> lineOutline(const std::vector<Point2D>& stroke,
+                                 const BeautifierOptions& options,
+                                 std::span<const Point2D> anchors) {
+    std::vector<Point2D> straightened;
+    detail::reDrawLine(straightened, stroke, {});
+    std::vector<Point2D> snapped;
+    if (options.nearbyStrokes && !anchors.empty()) {
+        detail::reDrawLine(snapped, stroke, anchors);
+    }
+    const auto differs = [](const Point2D& a, const Point2D& b) {
+        return a.x != b.x || a.y != b.y;
+    };
+    const bool hasSnapped = !snapped.empty() && (differs(snapped.front(), straightened.front()) ||
+                                                 differs(snapped.back(), straightened.back()));
+    if (hasSnapped) {
+        return snapped;
+    }
+    return options.horizontalVertical ? straightened : unsnapped(stroke);
+}
+
+Ideal idealLine(const Evidence& e, const ToUnits& units, const BeautifierOptions& options,
+                std::span<const Point2D> anchors) {
+    std::vector<Point2D> stroke(e.points.size());
+    std::transform(e.points.begin(), e.points.end(), stroke.begin(), units);
+    Ideal ideal;
+    ideal.outline = lineOutline(stroke, options, anchors);
+    ideal.figure = LineFigure{ideal.outline.front(), ideal.outline.back()};
+    return ideal;
+}
+
+Ideal idealAngle(const Evidence& e, const ToUnits& units, const BeautifierOptions& options) {
+    AngleFigure angle{units(e.points.front()), units(e.vertex.at[0]), units(e.points.back()), 0.0};
+    if (options.horizontalVertical) {
+        detail::levelLegs(angle.from, angle.vertex, angle.to);
+    }
+    angle.opening =
+        std::abs(turn(difference(angle.vertex, angle.from), difference(angle.vertex, angle.to)));
+    Ideal ideal;
+    drawLine(ideal.outline, angle.from, angle.vertex);
+    drawLine(ideal.outline, angle.vertex, angle.to);
+    ideal.figure = angle;
+    return ideal;
+}
+
+template <typename Shape>
+Ideal idealPolygon(const Corners& fitted, const ToUnits& units, const BeautifierOptions& options,
+                   void (*regularise)(std::vector<Point2D>&)) {
+    Shape shape;
+    std::vector<Point2D> corners(shape.corners.size());
+    std::transform(fitted.at.begin(), fitted.at.begin() + fitted.count, corners.begin(), units);
+    if (options.regularFigures) {
+        regularise(corners);
+    }
+    if (options.horizontalVertical) {
+        detail::levelLowestEdge(corners);
+    }
+    Ideal ideal;
+    for (std::size_t i = 0; i < corners.size(); ++i) {
+        shape.corners[i] = {corners[i].x, corners[i].y, 0.0};
+        drawLine(ideal.outline, corners[i], corners[(i + 1) % corners.size()]);
+    }
+    shape.kind = kindOf(shape.corners);
+    ideal.figure = shape;
+    return ideal;
+}
+
+/// Radii and angle as the conic fit gives them: the first axis is the one that
+/// lies within 45 degrees of the horizontal.
+detail::EllipseShape shapeOf(const EllipseFit& fit, const ToUnits& units) {
+    constexpr double QUARTER = std::numbers::pi / 2.0;
+    const double quarters = std::round(fit.angle / QUARTER);
+    const bool swapped = std::fmod(std::abs(quarters), 2.0) == 1.0;
+    const double a = units.length(swapped ? fit.b : fit.a);
+    const double b = units.length(swapped ? fit.a : fit.b);
+    // To float and back, as the other engine does before it levels.
+    const auto angle = static_cast<float>(fit.angle - quarters * QUARTER);
+    return {units(fit.centre), {a, b, 0.0}, angle};
+}
+
+Ideal idealEllipse(const EllipseFit& fit, const ToUnits& units, const BeautifierOptions& options) {
+    detail::EllipseShape shape = shapeOf(fit, units);
+    if (options.regularFigures) {
+        shape = detail::rounded(shape);
+    }
+    if (options.horizontalVertical) {
+        shape = detail::levelled(shape);
+    }
+    Ideal ideal;
+    detail::appendEllipse(ideal.outline, shape);
+    if (shape.radii.x == shape.radii.y) {
+        ideal.figure = CircleFigure{shape.centre, shape.radii.x};
+    } else {
+        ideal.figure = EllipseFigure{shape.centre, shape.radii, shape.angle};
+    }
+    return ideal;
+}
+
+}  // namespace
+
+Ideal idealDot(Point2D centre) {
+    Ideal ideal;
+    detail::reDrawPoint(ideal.outline, {&centre, 1});
+    ideal.figure = DotFigure{centre};
+    return ideal;
+}
+
+Ideal idealFigure(FigureFamily family, const Evidence& evidence, const Frame& frame,
+                  const BeautifierOptions& options, std::span<const Point2D> anchors) {
+    const ToUnits units(frame);
+    switch (family) {
+        case FigureFamily::LINE:
+            return idealLine(evidence, units, options, anchors);
+        case FigureFamily::ANGLE:
+            return idealAngle(evidence, units, options);
+        case FigureFamily::TRIANGLE:
+            return idealPolygon<TriangleFigure>(evidence.closed->triangle, units, options,
+                                                detail::regulariseTriangle);
+        case FigureFamily::QUADRANGLE:
+            return idealPolygon<QuadrangleFigure>(evidence.closed->quadrangle, units, options,
+                                                  detail::regulariseQuadrangle);
+        case FigureFamily::ELLIPSE:
+            return idealEllipse(evidence.closed->ellipse, units, options);
+        case FigureFamily::DOT:
+            break;
+    }
+    return idealDot(units({}));
+}
+
+namespace {
+
+struct Mover {
+    double dx;
+    double dy;
+
+    void move(Point2D& p) const {
+        p.x += dx;
+        p.y += dy;
+    }
+    void operator()(std::monostate&) const {}
+    void operator()(LineFigure& f) const {
+        move(f.from);
+        move(f.to);
+    }
+    void operator()(AngleFigure& f) const {
+        move(f.from);
+        move(f.vertex);
+        move(f.to);
+    }
+    template <typename Shape>
+    void operator()(Shape& f) const {
+        if constexpr (requires { f.corners; }) {
+            std::for_each(f.corners.begin(), f.corners.end(), [this](Point2D& p) { move(p); });
+        } else {
+            move(f.centre);
+        }
+    }
+};
+
+}  // namespace
+
+void shift(Figure& figure, double dx, double dy) {
+    std::visit(Mover{dx, dy}, figure);
+}
+
+}  // namespace Scrivo::beautifier

@@ -1,0 +1,145 @@
+'use strict';
+
+// Which features speak for and against each figure, and how. `share` terms enter
+// beside the logarithm of the same quantity, `square` terms beside the quantity.
+
+const { dot, logistic, sigmoid } = require('./learn.js');
+
+const FORMS = {
+  AS_IS: (value) => value,
+  SHARE: (value) => Math.exp(value),
+  SQUARE: (value) => value * value,
+};
+
+const terms = (plain, share = '', square = '') => {
+  const list = (names, form) =>
+    names
+      .split(' ')
+      .filter(Boolean)
+      .map((feature) => ({ feature, form }));
+  return [...list(plain, 'AS_IS'), ...list(share, 'SHARE'), ...list(square, 'SQUARE')];
+};
+
+const LOOP = 'GAP TRIMMED TAIL COUNTER_BENDS';
+const POLYGONS = 'POLYGON3_RMS POLYGON4_RMS POLYGON5_RMS POLYGON6_RMS ELLIPSE_RMS';
+
+const FAMILIES = {
+  line: {
+    closed: false,
+    terms: terms(
+      'LINE_RMS LINE_WORST DETOUR TURNING BOW KNOT TWO_RMS THREE_RMS FOUR_RMS',
+      'LINE_RMS LINE_WORST DETOUR',
+      'KNOT',
+    ),
+  },
+  angle: {
+    closed: false,
+    terms: terms(
+      'LINE_RMS LINE_WORST KNOT TWO_RMS TWO_OVER_ONE ' +
+        'LEG_WORST LEG_RATIO LEG_DETOUR LEG_TURNING OPENING',
+      'TWO_RMS LEG_WORST LEG_DETOUR',
+      'KNOT OPENING',
+    ),
+  },
+  triangle: {
+    closed: true,
+    terms: terms(
+      `${LOOP} LONG_TAIL ${POLYGONS} TRIANGLE_WORST TRIANGLE_SIDE TRIANGLE_ANGLE TRIANGLE_GAP`,
+      'POLYGON3_RMS TRIANGLE_WORST',
+      'TRIANGLE_ANGLE',
+    ),
+  },
+  quadrangle: {
+    closed: true,
+    terms: terms(
+      `${LOOP} SHARPEST_BEND ${POLYGONS} FOUR_OVER_THREE QUADRANGLE_WORST QUADRANGLE_SIDE ` +
+        'QUADRANGLE_ANGLE QUADRANGLE_GAP QUADRANGLE_WINDING',
+      'GAP TAIL POLYGON4_RMS QUADRANGLE_WORST',
+      'QUADRANGLE_ANGLE QUADRANGLE_GAP COUNTER_BENDS',
+    ),
+  },
+  ellipse: {
+    closed: true,
+    terms: terms(
+      `${LOOP} SHARPEST_BEND ${POLYGONS} ELLIPSE_WORST ELLIPSE_GAP`,
+      'GAP TAIL ELLIPSE_RMS ELLIPSE_WORST',
+    ),
+  },
+};
+
+const NAMES = Object.keys(FAMILIES);
+
+/** The values of a family's terms for one row of features. */
+function valuesOf(family, row) {
+  return FAMILIES[family].terms.map(({ feature, form }) => FORMS[form](row.features[feature]));
+}
+
+const competes = (family, row) => row.closed === 1 || !FAMILIES[family].closed;
+
+/** One logistic score a family; `rows` are { family, closed, importance, features }. */
+function fitFamilies(rows, penalty) {
+  const model = {};
+  for (const family of NAMES) {
+    const used = rows.filter((row) => competes(family, row));
+    model[family] = logistic(
+      used.map((row) => valuesOf(family, row)),
+      used.map((row) => (row.family === family ? 1 : 0)),
+      used.map((row) => row.importance),
+      penalty,
+    );
+  }
+  return model;
+}
+
+/** The family of the highest score, and that score. */
+function judge(model, row) {
+  let best = { family: 'none', score: -Infinity };
+  for (const family of NAMES) {
+    if (!competes(family, row)) continue;
+    const { weights, bias } = model[family];
+    const score = bias + dot(weights, valuesOf(family, row));
+    if (score > best.score) best = { family, score };
+  }
+  return best;
+}
+
+// Calibrated where it matters: log odds beyond these are as good as sure, and
+// there are so many that they alone would decide the slope.
+const DOUBTFUL = 4;
+
+/**
+ * Platt scaling (Platt: Probabilistic outputs for support vector machines,
+ * 1999) of each family's winning scores, from judgements { row, family, score }
+ * of strokes that the scores were not fitted to: { slope, offset } a family.
+ */
+function calibration(judgements) {
+  const scale = {};
+  for (const family of NAMES) {
+    const won = judgements.filter(
+      (judgement) => judgement.family === family && Math.abs(judgement.score) < DOUBTFUL,
+    );
+    const { weights, bias } = logistic(
+      won.map(({ score }) => [score]),
+      won.map(({ row }) => (row.family === family ? 1 : 0)),
+      won.map(() => 1),
+      0.1,
+    );
+    scale[family] = { slope: weights[0], offset: bias };
+  }
+  return scale;
+}
+
+/** Folds the calibration into weights and bias: scores become log odds. */
+function calibrated(model, scale) {
+  const out = {};
+  for (const family of NAMES) {
+    const { slope, offset } = scale[family];
+    out[family] = {
+      weights: model[family].weights.map((weight) => slope * weight),
+      bias: slope * model[family].bias + offset,
+    };
+  }
+  return out;
+}
+
+module.exports = { FAMILIES, NAMES, calibrated, calibration, fitFamilies, judge, sigmoid };

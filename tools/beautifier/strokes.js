@@ -1,0 +1,73 @@
+'use strict';
+
+const { readFileSync } = require('node:fs');
+const { gunzipSync } = require('node:zlib');
+
+/** Strokes of a (gzipped) file of one JSON object a line. */
+function readStrokes(file) {
+  const raw = readFileSync(file);
+  const text = (raw[0] === 0x1f && raw[1] === 0x8b ? gunzipSync(raw) : raw).toString('utf8');
+  return text
+    .split('\n')
+    .filter((line) => line.trim() !== '')
+    .map((line) => JSON.parse(line));
+}
+
+/** A small seeded generator (mulberry32): numbers in [0, 1). */
+function generator(seed) {
+  let state = seed >>> 0;
+  return () => {
+    state = (state + 0x6d2b79f5) >>> 0;
+    let t = Math.imul(state ^ (state >>> 15), state | 1);
+    t ^= t + Math.imul(t ^ (t >>> 7), t | 61);
+    return ((t ^ (t >>> 14)) >>> 0) / 4294967296;
+  };
+}
+
+/** FNV-1a hash of a text. */
+function hash(text) {
+  let h = 0x811c9dc5;
+  for (let i = 0; i < text.length; i++) h = Math.imul(h ^ text.charCodeAt(i), 0x01000193) >>> 0;
+  return h;
+}
+
+/** Position of the box and its longer side. */
+function boxOf(points) {
+  const xs = points.map((p) => p[0]);
+  const ys = points.map((p) => p[1]);
+  const [x, y] = [Math.min(...xs), Math.min(...ys)];
+  return { x, y, extent: Math.max(Math.max(...xs) - x, Math.max(...ys) - y) };
+}
+
+/** Moves the points so that the box starts at (0, 0) and its longer side is `side`. */
+function scaled(points, side) {
+  const { x, y, extent } = boxOf(points);
+  const k = extent > 0 ? side / extent : 1;
+  return points.map((p) => [(p[0] - x) * k, (p[1] - y) * k]);
+}
+
+const MOST_THINNING = 4; // every fourth point
+const LEAST_POINTS = 14;
+const JITTER = 0.003; // of the longer side
+
+/**
+ * The stroke as drawn; backwards and turned; thinned, shaken, mirrored and
+ * turned. The turns and shakes depend on the stroke alone.
+ */
+function variants(stroke) {
+  const drawn = stroke.points.map(([x, y]) => [x, y]);
+  const random = generator(hash(stroke.source + stroke.id));
+  const turned = (points, mirror) => {
+    const angle = 2 * Math.PI * random();
+    const [c, s] = [Math.cos(angle), Math.sin(angle)];
+    return points.map(([x, y]) => [c * x - mirror * s * y, s * x + mirror * c * y]);
+  };
+  const backwards = turned([...drawn].reverse(), 1);
+  const step = Math.max(1, Math.min(MOST_THINNING, Math.floor(drawn.length / LEAST_POINTS)));
+  const thinned = drawn.filter((_, i) => i % step === 0 || i === drawn.length - 1);
+  const shake = JITTER * boxOf(drawn).extent;
+  const shaken = turned(thinned, -1).map((p) => p.map((v) => v + (2 * random() - 1) * shake));
+  return [drawn, backwards, shaken];
+}
+
+module.exports = { boxOf, generator, hash, readStrokes, scaled, variants };
