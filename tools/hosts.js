@@ -52,21 +52,26 @@ function stage(target, modules) {
   return folder;
 }
 
-/** Runs one test file; its counts, with `failed` at least 1 when the host ended badly. */
+/**
+ * Runs one test file; its counts, with `failed` at least 1 when the host ended
+ * badly. The output goes to a file: Wine knows no other descriptor of Node's.
+ */
 function runFile(host, { command, env }, folder, file) {
   const [program, ...args] = host.testCommand(command, path.posix.join('test/node', file));
-  const { error, status, stdout, stderr } = spawnSync(program, args, {
+  const log = path.join(FOLDER, `${host.name}-${file}.log`);
+  const descriptor = fs.openSync(log, 'w');
+  const { error, status, signal } = spawnSync(program, args, {
     cwd: folder,
-    encoding: 'utf8',
     env: { ...process.env, NO_COLOR: '1', ...env },
-    maxBuffer: 1 << 28,
+    stdio: ['ignore', descriptor, descriptor],
     timeout: TIMEOUT_MS,
   });
-  const output = stdout + stderr;
-  const { passed = 0, failed = 0, skipped = 0 } = host.count(output);
+  fs.closeSync(descriptor);
+  const { passed, failed, skipped } = host.count(fs.readFileSync(log, 'utf8'));
   const ok = status === 0 && failed === 0 && passed > 0;
-  if (!ok) console.error(`${file}: ${error?.message ?? `exit code ${status}`}\n${output}`);
   console.log(`${file}: ${passed} passed, ${failed} failed, ${skipped} skipped`);
+  const end = error?.message ?? `ended by ${signal ?? status}`;
+  if (!ok) console.error(`${file}: ${end}, see ${path.relative(ROOT, log)}`);
   return { passed, failed: ok ? 0 : Math.max(failed, 1), skipped };
 }
 

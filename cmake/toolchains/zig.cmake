@@ -25,11 +25,11 @@ set(CMAKE_CXX_ARCHIVE_APPEND "\"${zig}\" ar q <TARGET> <OBJECTS>")
 set(CMAKE_CXX_ARCHIVE_FINISH "\"${zig}\" ranlib <TARGET>")
 
 set(CMAKE_MODULE_LINKER_FLAGS_INIT -s)
+# The C++ library goes into the module.
+set(SCRIVO_STAY_LOADED ON CACHE BOOL "")
 if(CMAKE_SYSTEM_NAME STREQUAL Darwin)
-  # A bundle is what CMake asks for, and what Zig does not link: a library is loaded
-  # just as well. CMake's own settings follow this file, so it is read once more.
-  set(CMAKE_SHARED_MODULE_CREATE_CXX_FLAGS -dynamiclib)
-  set(CMAKE_PROJECT_INCLUDE "${CMAKE_CURRENT_LIST_FILE}")
+  # CMake's own settings come after this file, and this after them.
+  set(CMAKE_PROJECT_INCLUDE "${CMAKE_CURRENT_LIST_DIR}/zig-macos.cmake")
   # A question of style to the system's headers, thousands of times.
   set(CMAKE_CXX_FLAGS_INIT -Wno-nullability-completeness)
 endif()

@@ -12,7 +12,13 @@ const { linkForMusl } = require('./musl-library.js');
  * bits where the module's C library and processor are those of the core, and
  * allows for the tolerance that a case states elsewhere.
  */
-const TEST_FILES = ['cases.test.js', 'binding.test.js', 'package.test.js', 'loading.test.js'];
+const TEST_FILES = [
+  'cases.test.js',
+  'binding.test.js',
+  'beautifier.test.js',
+  'package.test.js',
+  'loading.test.js',
+];
 
 /** Files that a kind of host cannot run, with the reason. Single tests: `skipIn` in the tests. */
 const EXCEPTIONS = {

@@ -41,7 +41,9 @@ EllipseFit fromMoments(const Coarse& loop) {
     xy = xy / area - fit.centre.x * fit.centre.y;
     yy = yy / area - fit.centre.y * fit.centre.y;
     const double mean = 0.5 * (xx + yy);
-    const double spread = std::hypot(0.5 * (xx - yy), xy);
+    // Not std::hypot, which would have the library ask for a glibc of 2022.
+    const double half = 0.5 * (xx - yy);
+    const double spread = std::sqrt(half * half + xy * xy);
     fit.found = mean > spread;  // self-crossing curves may enclose negative area
     fit.a = std::max(2.0 * std::sqrt(std::max(mean + spread, 0.0)), LEAST_RADIUS);
     fit.b = std::max(2.0 * std::sqrt(std::max(mean - spread, 0.0)), LEAST_RADIUS);
