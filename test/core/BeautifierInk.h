@@ -122,10 +122,10 @@ inline std::vector<Example> others() {
     const Curve wave = [](double t) {
         return Point2D{300.0 + 200.0 * t, 300.0 + 40.0 * std::sin(9.0 * t), 0.0};
     };
-    const Curve pentagon = polyline(
-        {{400, 200}, {495, 269}, {459, 381}, {341, 381}, {305, 269}, {400, 200}});
-    const Curve star = polyline(
-        {{400, 200}, {459, 381}, {305, 269}, {495, 269}, {341, 381}, {400, 200}});
+    const Curve pentagon =
+        polyline({{400, 200}, {495, 269}, {459, 381}, {341, 381}, {305, 269}, {400, 200}});
+    const Curve star =
+        polyline({{400, 200}, {459, 381}, {305, 269}, {495, 269}, {341, 381}, {400, 200}});
     return {{"zigzag", zigzag, 0, 0},
             {"spiral", spiral, 0, 0},
             {"wave", wave, 0, 0},

@@ -1,10 +1,8 @@
 #include "Beautifier/Beautifier.h"
-
 #include "BeautifierInk.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
+#include <gtest/gtest.h>
 #include <limits>
 #include <numbers>
 #include <stdexcept>
@@ -160,8 +158,8 @@ TEST(BeautifierInk, PolygonsOfFewSamplesKeepTheirCorners) {
 
 TEST(BeautifierInk, TailsBeyondTheClosureAreNoCorners) {
     // The second edge pair overshoots: the ends cross and run on for a tenth.
-    const Path path = sample(
-        polyline({{280, 205}, {500, 200}, {505, 340}, {300, 335}, {302, 185}}), 100);
+    const Path path =
+        sample(polyline({{280, 205}, {500, 200}, {505, 340}, {300, 335}, {302, 185}}), 100);
     const Beautified answer = beautify(path);
     ASSERT_EQ(answer.figure.index(), 5U);
     for (const Point2D& p : answer.path) {
@@ -175,11 +173,10 @@ TEST(BeautifierDots, AreTapsScribblesAndSlipsButNotSmallLetters) {
     EXPECT_EQ(beautify(Path(9, {100, 100})).type, Scrivo::FIGURE_POINT);
     EXPECT_EQ(beautify({{100, 100}, {103, 101}, {101, 102}, {102, 100}}).type,
               Scrivo::FIGURE_POINT);
-    EXPECT_EQ(beautify(sample(polyline({{100, 100}, {106, 103}}), 6)).type,
-              Scrivo::FIGURE_POINT);
+    EXPECT_EQ(beautify(sample(polyline({{100, 100}, {106, 103}}), 6)).type, Scrivo::FIGURE_POINT);
     // A letter as large as that slip.
-    const Path letter = sample(
-        polyline({{100, 100}, {103, 106}, {104, 101}, {106, 106}, {107, 100}}), 40);
+    const Path letter =
+        sample(polyline({{100, 100}, {103, 106}, {104, 101}, {106, 106}, {107, 100}}), 40);
     EXPECT_EQ(beautify(letter).type, 0);
     const auto dot = std::get<Scrivo::DotFigure>(beautify(Path(9, {100, 90})).figure);
     EXPECT_NEAR(dot.centre.x, 100.0, 1e-9);
@@ -289,8 +286,8 @@ TEST(BeautifierFigure, NamesRegularPolygons) {
 
 TEST(BeautifierOptionsTest, SwitchTheIdealOff) {
     const Path flat = sample(polyline({{300, 300}, {500, 308}}), 50);
-    const Path square = sample(
-        polyline({{300, 200}, {500, 206}, {497, 399}, {301, 401}, {300, 201}}), 120);
+    const Path square =
+        sample(polyline({{300, 200}, {500, 206}, {497, 399}, {301, 401}, {300, 201}}), 120);
     BeautifierOptions plain;
     plain.horizontalVertical = plain.regularFigures = false;
     EXPECT_DOUBLE_EQ(beautify(flat).path.front().y, beautify(flat).path.back().y);
@@ -331,8 +328,8 @@ TEST(BeautifierOptionsTest, AreChecked) {
     constexpr double NOT_A_NUMBER = std::numeric_limits<double>::quiet_NaN();
     EXPECT_NO_THROW(Beautifier{with(0.0, 0.0)});
     EXPECT_NO_THROW(Beautifier{with(1e9, 1.0)});
-    for (const auto& bad : {with(-1, 0.5), with(NOT_A_NUMBER, 0.5), with(0, -0.01),
-                            with(0, 1.01), with(0, NOT_A_NUMBER)}) {
+    for (const auto& bad : {with(-1, 0.5), with(NOT_A_NUMBER, 0.5), with(0, -0.01), with(0, 1.01),
+                            with(0, NOT_A_NUMBER)}) {
         EXPECT_THROW(Beautifier{bad}, std::invalid_argument);
     }
     BeautifierOptions unknown;
@@ -345,12 +342,11 @@ TEST(BeautifierInput, DegenerateStrokesHaveAnAnswer) {
     constexpr double HUGE_VALUE = std::numeric_limits<double>::max();
     constexpr double TINY = std::numeric_limits<double>::denorm_min();
     const Beautifier beautifier;
-    const std::vector<Path> invalid{
-        {},
-        {{std::nan(""), 0.5}, {0.1, 0.2}},
-        {{0.5, 0.5}, {0.1, std::nan("")}},
-        {{INF, 0.5}},
-        {{-HUGE_VALUE, 0}, {HUGE_VALUE, 1}}};
+    const std::vector<Path> invalid{{},
+                                    {{std::nan(""), 0.5}, {0.1, 0.2}},
+                                    {{0.5, 0.5}, {0.1, std::nan("")}},
+                                    {{INF, 0.5}},
+                                    {{-HUGE_VALUE, 0}, {HUGE_VALUE, 1}}};
     for (const Path& path : invalid) {
         const Beautified answer = beautifier.beautify(path, WIDTH, HEIGHT);
         EXPECT_EQ(answer.reason, Reason::INVALID);

@@ -59,9 +59,9 @@ TEST(LineFit, RunsAlongTheLongerExtent) {
 
 TEST(LineFit, SteepChordsBecomeUpright) {
     struct Case {
-        const char* name;
+        const char* name = nullptr;
         Point2D last;
-        bool isSteep;
+        bool isSteep = false;
     };
     const Case cases[] = {
         {"slope 20", {10, 200}, false},
@@ -196,7 +196,7 @@ TEST(LineRedraw, OneAnchor) {
         return Point2D{0.8 * along - 0.6 * off, 0.6 * along + 0.8 * off, 0.0};
     };
     struct Case {
-        const char* name;
+        const char* name = nullptr;
         Point2D anchor;
         Point2D from, to;
     };

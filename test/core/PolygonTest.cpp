@@ -73,13 +73,13 @@ TEST(PolygonRedraw, FiveCornersAndMoreStayWhereTheyAre) {
 TEST(PolygonRedraw, FirstSegmentOfAnAverageEdgeForbidsRegularising) {
     /// Steps of `unit`, but for the first one. All lengths are exact.
     const auto drawnWith = [](const Stroke& corners, double firstSegment, double unit) {
-        Stroke stroke{corners[0]};
+        Stroke stroke{corners[0], corners[0] + firstSegment / length(corners[1] - corners[0]) *
+                                                   (corners[1] - corners[0])};
         for (std::size_t i = 0; i < corners.size(); ++i) {
-            const Point2D edge = corners[(i + 1) % corners.size()] - corners[i];
-            const double skipped = i == 0 ? firstSegment : 0.0;
-            for (double t = skipped + (i == 0 ? 0.0 : unit); t <= length(edge); t += unit) {
-                stroke.push_back(corners[i] + t / length(edge) * edge);
-            }
+            const Point2D& to = corners[(i + 1) % corners.size()];
+            const double left = length(to - stroke.back());
+            const Stroke edge = chain({stroke.back(), to}, static_cast<int>(left / unit + 0.5));
+            stroke.insert(stroke.end(), edge.begin() + 1, edge.end());
         }
         return cornersOf(redrawn(stroke));
     };

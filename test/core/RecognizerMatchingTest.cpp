@@ -67,7 +67,7 @@ std::vector<GraphicTemplate> mixedTemplates(ink::Hand& hand, int count) {
             templates[static_cast<std::size_t>(hand.below(static_cast<int>(templates.size())))];
         switch (hand.below(6)) {
             case 0:
-                templates.push_back(GraphicTemplate(old));
+                templates.emplace_back(old);
                 break;
             case 1:
                 std::reverse(stroke.begin(), stroke.end());
@@ -418,6 +418,7 @@ TEST(Recognizer, MayBeLoadedWhileItRecognises) {
     const auto later = hand.strokes(rounds(400));
     const auto drawn = hand.strokes(40);
     std::vector<std::thread> readers;
+    readers.reserve(3);
     std::atomic<int> worse{0};
     for (int k = 0; k < 3; ++k) {
         readers.emplace_back([&] {

@@ -11,7 +11,6 @@ const { probe } = require('./probe.js');
 const { bins } = require('./reliability.js');
 const { readStrokes, scaled } = require('./strokes.js');
 
-
 const FIGURES = ['none', 'dot', 'line', 'angle', 'triangle', 'quadrangle', 'ellipse', 'ellipse'];
 const percent = (part, whole) => `${((100 * part) / whole).toFixed(2)} %`;
 
@@ -30,14 +29,22 @@ function print(title, rows) {
   const figures = rows.filter((row) => row.family !== 'none');
   const right = (list) => list.filter((row) => row.answer === row.family).length;
   for (const [family, list] of group(figures, 'family')) {
-    console.log(`  ${family.padEnd(14)} recall  ${percent(right(list), list.length)} of ${list.length}`);
+    console.log(
+      `  ${family.padEnd(14)} recall  ${percent(right(list), list.length)} of ${list.length}`,
+    );
   }
-  console.log(`  ${'all figures'.padEnd(14)} recall  ${percent(right(figures), figures.length)} of ${figures.length}`);
+  console.log(
+    `  ${'all figures'.padEnd(14)} recall  ${percent(right(figures), figures.length)} of ${figures.length}`,
+  );
   const none = rows.filter((row) => row.family === 'none');
   const changed = (list) => list.filter((row) => row.answer !== 'none').length;
-  console.log(`  ${'no figure'.padEnd(14)} changed ${percent(changed(none), none.length)} of ${none.length}`);
+  console.log(
+    `  ${'no figure'.padEnd(14)} changed ${percent(changed(none), none.length)} of ${none.length}`,
+  );
   for (const [label, list] of group(none, 'label')) {
-    console.log(`    ${label.padEnd(14)} changed ${percent(changed(list), list.length)} of ${list.length}`);
+    console.log(
+      `    ${label.padEnd(14)} changed ${percent(changed(list), list.length)} of ${list.length}`,
+    );
   }
   const hand = none.filter((row) => row.label === 'handwriting');
   const dots = hand.filter((row) => row.answer === 'dot').length;
@@ -65,7 +72,9 @@ function main() {
     print(natural ? 'natural size' : 'longer side 200 units', rows);
     if (!natural) {
       console.log('  confidence of the answers and how many of them are right:');
-      const table = bins(rows.map((row) => ({ confidence: row.confidence, right: row.answer === row.family })));
+      const table = bins(
+        rows.map((row) => ({ confidence: row.confidence, right: row.answer === row.family })),
+      );
       for (const bin of table) {
         console.log(`    ${bin.confidence.toFixed(2)}  ${percent(bin.right, 1)} of ${bin.count}`);
       }

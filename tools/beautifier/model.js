@@ -103,6 +103,10 @@ function judge(model, row) {
   return best;
 }
 
+// Calibrated where it matters: log odds beyond these are as good as sure, and
+// there are so many that they alone would decide the slope.
+const DOUBTFUL = 4;
+
 /**
  * Platt scaling (Platt: Probabilistic outputs for support vector machines,
  * 1999) of each family's winning scores, from judgements { row, family, score }
@@ -111,7 +115,9 @@ function judge(model, row) {
 function calibration(judgements) {
   const scale = {};
   for (const family of NAMES) {
-    const won = judgements.filter((judgement) => judgement.family === family);
+    const won = judgements.filter(
+      (judgement) => judgement.family === family && Math.abs(judgement.score) < DOUBTFUL,
+    );
     const { weights, bias } = logistic(
       won.map(({ score }) => [score]),
       won.map(({ row }) => (row.family === family ? 1 : 0)),

@@ -7,14 +7,19 @@ const path = require('node:path');
 const ROOT = path.join(__dirname, '..', '..');
 const PROBE = path.join(ROOT, 'build', 'release', 'tools', 'beautifier', 'beautifier_probe');
 
-/** Runs the probe on strokes (arrays of [x, y]); one object a stroke. */
+/** The probe's input: one stroke (an array of [x, y]) a line. */
+function asText(strokes) {
+  const line = (points) => `${points.length} ${points.map((p) => `${p[0]} ${p[1]}`).join(' ')}\n`;
+  return strokes.map(line).join('');
+}
+
+/** Runs the probe on strokes; one object a stroke. */
 function probe(mode, strokes) {
   if (!existsSync(PROBE)) {
-    throw new Error(`${PROBE} is missing. Build it: cmake --preset release && cmake --build --preset release`);
+    throw new Error(`${PROBE} is missing. Build it: npm run build`);
   }
-  const lines = strokes.map((points) => `${points.length} ${points.map((p) => `${p[0]} ${p[1]}`).join(' ')}`);
   const { status, stdout, stderr } = spawnSync(PROBE, [mode], {
-    input: `${lines.join('\n')}\n`,
+    input: asText(strokes),
     encoding: 'utf8',
     maxBuffer: 1 << 30,
   });
@@ -27,4 +32,4 @@ function probe(mode, strokes) {
   });
 }
 
-module.exports = { ROOT, probe };
+module.exports = { PROBE, ROOT, asText, probe };

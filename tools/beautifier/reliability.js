@@ -29,8 +29,12 @@ function axes() {
   const ticks = [0, 0.2, 0.4, 0.6, 0.8, 1];
   return [
     `<rect x="${x(0)}" y="${y(1)}" width="${SIDE}" height="${SIDE}" fill="#fff" stroke="#999"/>`,
-    ...ticks.map((t) => `<text x="${x(t)}" y="${Number(y(0)) + 18}" text-anchor="middle">${t}</text>`),
-    ...ticks.map((t) => `<text x="${x(0) - 8}" y="${Number(y(t)) + 4}" text-anchor="end">${t}</text>`),
+    ...ticks.map(
+      (t) => `<text x="${x(t)}" y="${Number(y(0)) + 18}" text-anchor="middle">${t}</text>`,
+    ),
+    ...ticks.map(
+      (t) => `<text x="${x(0) - 8}" y="${Number(y(t)) + 4}" text-anchor="end">${t}</text>`,
+    ),
     `<line x1="${x(0)}" y1="${y(0)}" x2="${x(1)}" y2="${y(1)}" stroke="#999" stroke-dasharray="4 4"/>`,
     `<text x="${x(0.5)}" y="${Number(y(0)) + 38}" text-anchor="middle">confidence of the best figure</text>`,
     `<text transform="translate(${x(0) - 38} ${y(0.5)}) rotate(-90)" text-anchor="middle">share that was right</text>`,
@@ -46,8 +50,13 @@ function reliabilityPlot(answers) {
     `<rect width="100%" height="100%" fill="#fff"/>`,
     ...axes(),
     `<polyline points="${line}" fill="none" stroke="#1565c0" stroke-width="2"/>`,
-    ...points.map((p) => `<circle cx="${x(p.confidence)}" cy="${y(p.right)}" r="4" fill="#1565c0"/>`),
-    ...points.map((p) => `<text x="${Number(x(p.confidence)) + 7}" y="${Number(y(p.right)) + 14}" font-size="10" fill="#555">${p.count}</text>`),
+    ...points.map(
+      (p) => `<circle cx="${x(p.confidence)}" cy="${y(p.right)}" r="4" fill="#1565c0"/>`,
+    ),
+    ...points.map(
+      (p) =>
+        `<text x="${Number(x(p.confidence)) + 7}" y="${Number(y(p.right)) + 14}" font-size="10" fill="#555">${p.count}</text>`,
+    ),
     '</svg>',
     '',
   ].join('\n');

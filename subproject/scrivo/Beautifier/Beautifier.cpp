@@ -80,9 +80,8 @@ void keepInside(Ideal& ideal, double width, double height) {
 }
 
 bool isFinite(const std::vector<Point2D>& outline) {
-    return std::all_of(outline.begin(), outline.end(), [](const Point2D& p) {
-        return std::isfinite(p.x) && std::isfinite(p.y);
-    });
+    return std::all_of(outline.begin(), outline.end(),
+                       [](const Point2D& p) { return std::isfinite(p.x) && std::isfinite(p.y); });
 }
 
 Beautified answerWith(Ideal ideal, const Verdict& verdict, double width, double height) {

@@ -59,9 +59,8 @@ double residual(const EllipseFit& fit, Vec p, double c, double s, Row* derivativ
     const double slope = std::max(2.0 * norm(g), 1e-9);
     if (derivatives != nullptr) {
         const double k = 2.0 / slope;
-        *derivatives = {-k * (c * g.x - s * g.y), -k * (s * g.x + c * g.y),
-                        -k * u.x * g.x / fit.a, -k * u.y * g.y / fit.b,
-                        k * (g.x * u.y - g.y * u.x)};
+        *derivatives = {-k * (c * g.x - s * g.y), -k * (s * g.x + c * g.y), -k * u.x * g.x / fit.a,
+                        -k * u.y * g.y / fit.b, k * (g.x * u.y - g.y * u.x)};
     }
     return value / slope;
 }

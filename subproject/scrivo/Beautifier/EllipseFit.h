@@ -6,11 +6,11 @@ namespace Scrivo::beautifier {
 
 struct EllipseFit {
     Vec centre;
-    double a = 0.0;         ///< longer radius
-    double b = 0.0;         ///< shorter radius
-    double angle = 0.0;     ///< of the longer radius, radians
-    double rms = 0.0;       ///< root mean square distance of the points
-    double worst = 0.0;     ///< largest distance
+    double a = 0.0;      ///< longer radius
+    double b = 0.0;      ///< shorter radius
+    double angle = 0.0;  ///< of the longer radius, radians
+    double rms = 0.0;    ///< root mean square distance of the points
+    double worst = 0.0;  ///< largest distance
     bool found = false;
 };
 

@@ -53,8 +53,8 @@ double worstDistance(const Coarse& points, const FittedLine& line, int first, in
 }
 
 /// Corners between successive pieces, for a closed fit also at the start.
-Corners cornersOf(const Coarse& points, const Scatter& scatter, const PolylineFit& fit,
-                  bool closed, double size) {
+Corners cornersOf(const Coarse& points, const Scatter& scatter, const PolylineFit& fit, bool closed,
+                  double size) {
     Corners corners;
     FittedLine before = lineOf(scatter, fit, closed ? fit.pieces - 1 : 0);
     for (int k = 0; k < fit.pieces; ++k) {

@@ -37,7 +37,7 @@ struct Evidence {
     double length = 0.0;  ///< of the outline
     FittedLine line;
     PolylineFits polylines;
-    Corners vertex;                       ///< of the two-piece polyline: one corner
+    Corners vertex;                        ///< of the two-piece polyline: one corner
     std::optional<ClosedEvidence> closed;  ///< absent when the ends stay far apart
 };
 

@@ -27,7 +27,9 @@ double share(double part, double whole) {
     return std::log(std::min(std::max(LEAST_SHARE, part / whole), MOST_SHARE));
 }
 
-Vec at(const Fine& fine, int i) { return fine[static_cast<std::size_t>(i)]; }
+Vec at(const Fine& fine, int i) {
+    return fine[static_cast<std::size_t>(i)];
+}
 
 /// Sums over the bends between successive chords.
 struct Bends {

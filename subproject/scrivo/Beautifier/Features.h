@@ -11,29 +11,29 @@ namespace Scrivo::beautifier {
 // below it a fit is as good as a hand can draw, and better is not more.
 #define SCRIVO_FEATURES(F)                                                       \
     /* any stroke */                                                             \
-    F(LINE_RMS)         /* residual of the straight line */                      \
-    F(LINE_WORST)       /* largest distance from it */                           \
-    F(DETOUR)           /* path length beyond the extent along it */             \
-    F(TURNING)          /* sum of absolute bends, radians */                     \
-    F(BOW)              /* absolute sum of bends, radians */                     \
-    F(KNOT)             /* log of the path within a disc about an end */         \
-    F(TWO_RMS)          /* residuals of two, three, four straight pieces */      \
+    F(LINE_RMS)   /* residual of the straight line */                            \
+    F(LINE_WORST) /* largest distance from it */                                 \
+    F(DETOUR)     /* path length beyond the extent along it */                   \
+    F(TURNING)    /* sum of absolute bends, radians */                           \
+    F(BOW)        /* absolute sum of bends, radians */                           \
+    F(KNOT)       /* log of the path within a disc about an end */               \
+    F(TWO_RMS)    /* residuals of two, three, four straight pieces */            \
     F(THREE_RMS)                                                                 \
     F(FOUR_RMS)                                                                  \
-    F(TWO_OVER_ONE)     /* residual of two pieces over that of one */            \
-    F(LEG_WORST)        /* largest distance from the two pieces */               \
-    F(LEG_RATIO)        /* shorter over longer leg */                            \
-    F(LEG_DETOUR)       /* path length beyond both legs */                       \
-    F(LEG_TURNING)      /* bends beyond the one between the legs, radians */     \
-    F(OPENING)          /* angle between the legs, radians */                    \
+    F(TWO_OVER_ONE) /* residual of two pieces over that of one */                \
+    F(LEG_WORST)    /* largest distance from the two pieces */                   \
+    F(LEG_RATIO)    /* shorter over longer leg */                                \
+    F(LEG_DETOUR)   /* path length beyond both legs */                           \
+    F(LEG_TURNING)  /* bends beyond the one between the legs, radians */         \
+    F(OPENING)      /* angle between the legs, radians */                        \
     /* strokes whose ends meet */                                                \
-    F(GAP)              /* distance of the trimmed ends */                       \
-    F(TRIMMED)          /* share of the path that was trimmed */                 \
-    F(TAIL)             /* how far the trimmed ends stray from the loop */       \
-    F(LONG_TAIL)        /* the same, as far as no mere overshoot explains it */  \
-    F(COUNTER_BENDS)    /* bends against the sense of the loop, radians */       \
-    F(SHARPEST_BEND)    /* largest bend away from the closure, radians */        \
-    F(POLYGON3_RMS)     /* residuals of polygons of three to six corners */      \
+    F(GAP)           /* distance of the trimmed ends */                          \
+    F(TRIMMED)       /* share of the path that was trimmed */                    \
+    F(TAIL)          /* how far the trimmed ends stray from the loop */          \
+    F(LONG_TAIL)     /* the same, as far as no mere overshoot explains it */     \
+    F(COUNTER_BENDS) /* bends against the sense of the loop, radians */          \
+    F(SHARPEST_BEND) /* largest bend away from the closure, radians */           \
+    F(POLYGON3_RMS)  /* residuals of polygons of three to six corners */         \
     F(POLYGON4_RMS)                                                              \
     F(POLYGON5_RMS)                                                              \
     F(POLYGON6_RMS)                                                              \

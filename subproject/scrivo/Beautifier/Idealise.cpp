@@ -67,7 +67,8 @@ TriangleKind kindOf(const std::array<Point2D, 3>& c) {
 QuadrangleKind kindOf(const std::array<Point2D, 4>& c) {
     const Vec a = difference(c[0], c[1]);
     const Vec b = difference(c[1], c[2]);
-    const bool twoPairs = parallel(a, difference(c[2], c[3])) && parallel(b, difference(c[3], c[0]));
+    const bool twoPairs =
+        parallel(a, difference(c[2], c[3])) && parallel(b, difference(c[3], c[0]));
     if (twoPairs) {
         const bool right = perpendicular(a, b);
         if (equal(norm(a), norm(b))) {
@@ -95,10 +96,11 @@ std::vector<Point2D> lineOutline(const std::vector<Point2D>& stroke,
     if (options.nearbyStrokes && !anchors.empty()) {
         detail::reDrawLine(snapped, stroke, anchors);
     }
-    const auto differs = [](const Point2D& a, const Point2D& b) { return a.x != b.x || a.y != b.y; };
-    const bool hasSnapped =
-        !snapped.empty() && (differs(snapped.front(), straightened.front()) ||
-                             differs(snapped.back(), straightened.back()));
+    const auto differs = [](const Point2D& a, const Point2D& b) {
+        return a.x != b.x || a.y != b.y;
+    };
+    const bool hasSnapped = !snapped.empty() && (differs(snapped.front(), straightened.front()) ||
+                                                 differs(snapped.back(), straightened.back()));
     if (hasSnapped) {
         return snapped;
     }
@@ -120,8 +122,8 @@ Ideal idealAngle(const Evidence& e, const ToUnits& units, const BeautifierOption
     if (options.horizontalVertical) {
         detail::levelLegs(angle.from, angle.vertex, angle.to);
     }
-    angle.opening = std::abs(
-        turn(difference(angle.vertex, angle.from), difference(angle.vertex, angle.to)));
+    angle.opening =
+        std::abs(turn(difference(angle.vertex, angle.from), difference(angle.vertex, angle.to)));
     Ideal ideal;
     drawLine(ideal.outline, angle.from, angle.vertex);
     drawLine(ideal.outline, angle.vertex, angle.to);

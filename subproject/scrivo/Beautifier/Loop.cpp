@@ -6,13 +6,14 @@ namespace Scrivo::beautifier {
 
 namespace {
 
-constexpr int REACH = FINE / 4;        // steps that may be cut at either end
-constexpr double CHARGE = 0.3;         // gap that a unit of cut length must close
+constexpr int REACH = FINE / 4;  // steps that may be cut at either end
+constexpr double CHARGE = 0.3;   // gap that a unit of cut length must close
 
-Vec at(const Fine& fine, int i) { return fine[static_cast<std::size_t>(i)]; }
+Vec at(const Fine& fine, int i) {
+    return fine[static_cast<std::size_t>(i)];
+}
 
-/// The outline cut to its closure, its last point one step (or the gap) before
-/// the first.
+/// Index of the point farthest from the mean.
 std::size_t farthest(const Coarse& points) {
     Vec centre;
     for (const Vec& p : points) {
@@ -43,8 +44,8 @@ double pieceDistance(Vec a, Vec b, Vec c, Vec d) {
     if (crosses(a, b, c, d)) {
         return 0.0;
     }
-    return std::min({distanceToPiece(a, c, d), distanceToPiece(b, c, d),
-                     distanceToPiece(c, a, b), distanceToPiece(d, a, b)});
+    return std::min({distanceToPiece(a, c, d), distanceToPiece(b, c, d), distanceToPiece(c, a, b),
+                     distanceToPiece(d, a, b)});
 }
 
 /// Smallest distance of the outline about `first` from the outline about
@@ -53,8 +54,8 @@ double exactGap(const Fine& fine, int first, int last) {
     double gap = norm(at(fine, first) - at(fine, last));
     for (int i = std::max(first - 1, 0); i <= first; ++i) {
         for (int k = last - 1; k <= std::min(last, FINE - 2); ++k) {
-            gap = std::min(gap, pieceDistance(at(fine, i), at(fine, i + 1), at(fine, k),
-                                              at(fine, k + 1)));
+            gap = std::min(
+                gap, pieceDistance(at(fine, i), at(fine, i + 1), at(fine, k), at(fine, k + 1)));
         }
     }
     return gap;
@@ -96,10 +97,10 @@ Coarse loop(const Fine& fine, const Closure& closure) {
     const Coarse open = resample(fine, closure.first, closure.last);
     const std::size_t start = farthest(open);
     Coarse out;
-    // The ends of the cut stroke are one point of the loop when they meet and
-    // two when they leave a gap; the one that is left out stands a step away.
+    // The last point is left out: where the ends meet it is the first one, where
+    // a gap stays the closing piece is a step longer.
     for (std::size_t i = 0; i + 1 < out.size(); ++i) {
-        out[i] = open[(start + i) % (COARSE - 1)];
+        out[i] = open[(start + i) % LOOP];
     }
     out.back() = out.front();
     return out;

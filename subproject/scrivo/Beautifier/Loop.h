@@ -8,7 +8,7 @@ namespace Scrivo::beautifier {
 
 /// What is left of a stroke when the ends that overshoot the closure are cut.
 struct Closure {
-    int first = 0;         ///< indices into the fine outline
+    int first = 0;  ///< indices into the fine outline
     int last = FINE - 1;
     double gap = 0.0;      ///< distance of the ends that remain
     double trimmed = 0.0;  ///< length that was cut, as a share of the whole length

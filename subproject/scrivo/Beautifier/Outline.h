@@ -19,11 +19,11 @@ using Coarse = std::array<Vec, COARSE>;
 
 /// The stroke's position and size in drawing-area units.
 struct Frame {
-    Vec centre;           ///< of the bounding box
-    double extent = 0.0;  ///< longer side of the bounding box
+    Vec centre;             ///< of the bounding box
+    double extent = 0.0;    ///< longer side of the bounding box
     double diagonal = 0.0;  ///< of the bounding box
-    double length = 0.0;  ///< of the polyline through the samples
-    bool finite = false;  ///< all of the above are finite and there is a sample
+    double length = 0.0;    ///< of the polyline through the samples
+    bool finite = false;    ///< all of the above are finite and there is a sample
 };
 
 /// Measures `stroke`, whose samples are fractions of a `width` by `height` area.

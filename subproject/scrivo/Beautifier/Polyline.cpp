@@ -15,7 +15,9 @@ constexpr double INF = std::numeric_limits<double>::infinity();
 using Row = std::array<double, COARSE>;
 using Parents = std::array<std::array<int, COARSE>, MAX_PIECES>;
 
-std::size_t index(int i) { return static_cast<std::size_t>(i); }
+std::size_t index(int i) {
+    return static_cast<std::size_t>(i);
+}
 
 /// Costs of all pieces, by last point and number of steps.
 class Costs {
@@ -51,8 +53,7 @@ PolylineFit trace(const Parents& parents, int pieces, double squares, int start)
 }
 
 /// One more piece behind the best polylines of `pieces` - 1 pieces.
-void extend(Row& best, std::array<int, COARSE>& parent, int pieces, const Costs& costs,
-            int start) {
+void extend(Row& best, std::array<int, COARSE>& parent, int pieces, const Costs& costs, int start) {
     Row next;
     next.fill(INF);
     for (int j = pieces * MIN_STEPS; j < COARSE; ++j) {

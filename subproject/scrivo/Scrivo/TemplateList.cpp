@@ -17,14 +17,13 @@ TemplateList::TemplateList(const TemplateList& other)
       m_index(other.m_index ? std::make_unique<detail::TemplateIndex>(*other.m_index) : nullptr),
       m_edited(other.m_edited) {}
 
-TemplateList::TemplateList(TemplateList&& other) : TemplateList() {
-    swap(other);
+TemplateList::TemplateList(TemplateList&& other) noexcept = default;
+
+TemplateList& TemplateList::operator=(const TemplateList& other) {
+    return *this = TemplateList(other);
 }
 
-TemplateList& TemplateList::operator=(TemplateList other) {
-    swap(other);
-    return *this;
-}
+TemplateList& TemplateList::operator=(TemplateList&& other) noexcept = default;
 
 TemplateList::~TemplateList() = default;
 
@@ -39,12 +38,6 @@ void TemplateList::push_back(GraphicTemplate added) {
         m_index.reset();
         throw;
     }
-}
-
-void TemplateList::swap(TemplateList& other) {
-    m_templates.swap(other.m_templates);
-    m_index.swap(other.m_index);
-    std::swap(m_edited, other.m_edited);
 }
 
 const detail::TemplateIndex* TemplateList::index() const {

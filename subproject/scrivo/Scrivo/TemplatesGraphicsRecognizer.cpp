@@ -143,13 +143,10 @@ void readTemplates(std::vector<GraphicTemplate>& out, const std::string& fileNam
 }  // namespace
 
 TemplatesGraphicsRecognizer::TemplatesGraphicsRecognizer()
-    : halfDiagonal(176.7766952966369),
-      angleRange(detail::STANDARD_SEARCH.range),
+    : angleRange(detail::STANDARD_SEARCH.range),
       anglePrecision(detail::STANDARD_SEARCH.precision),
       goldenRatio(detail::STANDARD_SEARCH.goldenRatio),
-      numPoints(detail::Outline::POINTS),
-      squareSize(250),
-      rotationInvariant(true) {}
+      numPoints(detail::Outline::POINTS) {}
 
 TemplatesGraphicsRecognizer& TemplatesGraphicsRecognizer::getInstance() {
     static TemplatesGraphicsRecognizer m_Instance;

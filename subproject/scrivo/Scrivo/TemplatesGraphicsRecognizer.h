@@ -19,6 +19,7 @@ public:
     OwnLock() = default;
     OwnLock(const OwnLock& /*other*/) {}
     OwnLock& operator=(const OwnLock& /*other*/) { return *this; }
+    ~OwnLock() = default;
 };
 }  // namespace detail
 
@@ -108,7 +109,7 @@ public:
     double getDistance(Point2D a, Point2D b) const;
 
     /// The mean distance, in units of the reference square, that scores 0.
-    double halfDiagonal;
+    double halfDiagonal = 176.7766952966369;
     /// Half-width of the rotation search in radians (several turns, on purpose:
     /// the outlines are tuned to the angles that this search meets).
     double angleRange;
@@ -119,8 +120,8 @@ public:
     /// Points of a path in normal form.
     std::int32_t numPoints;
     /// Side of the reference square.
-    std::int32_t squareSize;
-    bool rotationInvariant;
+    std::int32_t squareSize = 250;
+    bool rotationInvariant = true;
     /// The templates with id 3.
     TemplateList ellipseTemplates;
     /// The templates with id 1 or 2.

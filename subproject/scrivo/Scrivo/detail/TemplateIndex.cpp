@@ -117,7 +117,7 @@ struct SearchPlan {
     };
     static constexpr int ROUNDS = 8;
     static constexpr int INTERVALS = (2 << ROUNDS) - 1;
-    std::array<Turn, INTERVALS + 1> turns;
+    std::array<Turn, INTERVALS + 1> turns{};
 
     SearchPlan() {
         const SearchInterval first = SearchInterval::first(STANDARD_SEARCH);
@@ -349,7 +349,7 @@ public:
             std::pop_heap(m_heap.begin(), m_heap.end());
             const std::int32_t item = m_heap.back().item;
             m_heap.pop_back();
-            item < 0 ? open(m_index.m_boxes[static_cast<std::size_t>(~item)]) : consider(item);
+            item < 0 ? open(~item) : consider(item);
         }
         for (const Entry& entry : m_shortlist) {
             if (mayWin(entry.bound)) {
@@ -396,14 +396,15 @@ private:
         }
     }
 
-    void open(const Box& box) {
+    void open(std::int32_t k) {
+        const Box& box = m_index.m_boxes[static_cast<std::size_t>(k)];
         if (box.secondHalf != 0) {
-            pushBox(static_cast<std::int32_t>(&box - m_index.m_boxes.data()) + 1);
+            pushBox(k + 1);
             pushBox(box.secondHalf);
             return;
         }
-        for (std::int32_t k = box.first; k < box.last; ++k) {
-            pushOutline(k);
+        for (std::int32_t outline = box.first; outline < box.last; ++outline) {
+            pushOutline(outline);
         }
     }
 
