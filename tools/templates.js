@@ -106,7 +106,7 @@ function searchSettings(options) {
     names.map((name) => {
       const value = Number(options[name]);
       if (!Number.isFinite(value) || value < 0) {
-        throw new UserError(`--${name} must be a number of 0 or more, found ${options[name]}`, 2);
+        throw new UserError(`--${name} must be a number of 0 or more, found ${options[name]}`);
       }
       return [name, value];
     }),
@@ -230,7 +230,7 @@ function parseCommandLine() {
   try {
     return parseArgs({ options: OPTIONS }).values;
   } catch (error) {
-    throw new UserError(`${error.message}\n\n${USAGE}`, 2);
+    throw new UserError(`${error.message}\n\n${USAGE}`);
   }
 }
 
@@ -248,7 +248,7 @@ if (require.main === module) {
   main().catch((error) => {
     const isUserError = error instanceof UserError;
     process.stderr.write(`templates: ${isUserError ? error.message : error.stack}\n`);
-    process.exitCode = isUserError ? error.exitCode : 1;
+    process.exitCode = 2;
   });
 }
 

@@ -1,6 +1,8 @@
 'use strict';
 
 const assert = require('node:assert/strict');
+const { spawnSync } = require('node:child_process');
+const path = require('node:path');
 const { describe, it } = require('node:test');
 const { boundingBox } = require('../../lib/cli/placement.js');
 const { FIGURES, HANDS, drawInk } = require('../../tools/ink/index.js');
@@ -77,5 +79,23 @@ describe('ink generator', () => {
       Array.from({ length: 40 }, (_, i) => gapOf(hand, i)).reduce((a, b) => a + b) / 40;
     assert.ok(mean(HANDS.careful) < 0.5 * mean(HANDS.hasty));
     assert.ok(mean(HANDS.hasty) < 0.2 * 200);
+  });
+
+  it('writes labelled lines of every figure, seed by seed', () => {
+    const tool = path.join(__dirname, '..', '..', 'tools', 'ink', 'write.js');
+    const run = (...args) => spawnSync(process.execPath, [tool, ...args], { encoding: 'utf8' });
+    const { status, stdout } = run('--count', '2', '--seed', '7', '--hand', 'hasty');
+    assert.equal(status, 0);
+    const strokes = stdout
+      .trimEnd()
+      .split('\n')
+      .map((line) => JSON.parse(line));
+    assert.deepEqual(
+      strokes.map(({ label }) => label),
+      names.flatMap((name) => [name, name]),
+    );
+    const hand = { ...HANDS.hasty, rate: 60 };
+    assert.deepEqual(strokes[3], drawInk({ figure: names[1], seed: 8, hand }));
+    assert.equal(run('--hand', 'third').status, 2);
   });
 });
