@@ -13,12 +13,14 @@
 #include "SyntheticInk.h"
 
 #include <benchmark/benchmark.h>
+#include <bit>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -74,7 +76,8 @@ std::vector<ink::Path> strokes(bool matching) {
 }
 
 bool sameBits(const RecognitionResult& a, const RecognitionResult& b) {
-    return a.id == b.id && a.name == b.name && std::memcmp(&a.score, &b.score, sizeof a.score) == 0;
+    return a.id == b.id && a.name == b.name &&
+           std::bit_cast<std::uint64_t>(a.score) == std::bit_cast<std::uint64_t>(b.score);
 }
 
 template <typename Recognize>

@@ -29,27 +29,33 @@ function* candidates(name) {
 }
 
 /**
+ * The file to load NAME.node from.
+ *
+ * @param {string} name file name without the extension
+ * @returns {string} its absolute path
+ * @throws {Error} `MODULE_NOT_FOUND`, with the list of files that were tried
+ */
+function findNative(name) {
+  const tried = [...candidates(name)];
+  const found = tried.find((file) => fs.existsSync(file));
+  if (found) return found;
+  const error = new Error(
+    `Cannot find the native module ${name}.node. Tried:\n` +
+      tried.map((file) => `  ${file}\n`).join('') +
+      `Build it from the sources: (cd ${JSON.stringify(root)} && npm run build)`,
+  );
+  throw Object.assign(error, { code: 'MODULE_NOT_FOUND' });
+}
+
+/**
  * Loads the native module NAME.node.
  *
  * @param {string} name file name without the extension
  * @returns {object} the module's exports
- * @throws {Error} `MODULE_NOT_FOUND`, with the list of files that were tried;
- *   `ERR_DLOPEN_FAILED` when a file is there but cannot be loaded, with its path:
- *   falling through to the next one would hide a broken build
+ * @throws {Error} as {@link findNative}; `ERR_DLOPEN_FAILED` when the file cannot be
+ *   loaded, with its path: falling through to the next one would hide a broken build
  */
-function loadNative(name) {
-  const tried = [];
-  for (const file of candidates(name)) {
-    if (fs.existsSync(file)) return open(file);
-    tried.push(file);
-  }
-  const error = new Error(
-    `Cannot find the native module ${name}.node. Tried:\n` +
-      tried.map((file) => `  ${file}\n`).join('') +
-      `Build it from the sources with: npm run build`,
-  );
-  throw Object.assign(error, { code: 'MODULE_NOT_FOUND' });
-}
+const loadNative = (name) => open(findNative(name));
 
 function open(file) {
   try {
@@ -60,4 +66,4 @@ function open(file) {
   }
 }
 
-module.exports = { loadNative };
+module.exports = { findNative, loadNative };

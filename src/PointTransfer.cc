@@ -123,10 +123,11 @@ PointTransfer::PointTransfer(Napi::Env env) : env_(env) {
     napi_value functions = nullptr;
     constexpr std::size_t COUNT = POINTS + 3 * BLOCK;
     if (attempt(env, napi_create_arraybuffer, COUNT * sizeof(double), &shared, &buffer) &&
-        attempt(env, napi_create_typedarray, napi_float64_array, COUNT, buffer, 0, &view) &&
+        attempt(env, napi_create_typedarray, napi_float64_array, COUNT, buffer, std::size_t{0},
+                &view) &&
         attempt(env, napi_create_string_latin1, FUNCTIONS, sizeof(FUNCTIONS) - 1, &source) &&
         attempt(env, napi_run_script, source, &factory) &&
-        attempt(env, napi_call_function, view, factory, 1, &view, &functions)) {
+        attempt(env, napi_call_function, view, factory, std::size_t{1}, &view, &functions)) {
         shared_ = static_cast<double*>(shared);
         read_ = Napi::Persistent(Napi::Function(env, element(env, functions, 0)));
         write_ = Napi::Persistent(Napi::Function(env, element(env, functions, 1)));

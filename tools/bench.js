@@ -1,7 +1,7 @@
 'use strict';
 
 // `npm run bench`: builds the release preset and runs every benchmark in
-// bench/: the programs made from bench/*.cpp, then the scripts bench/*.bench.js.
+// bench/: the programs made from bench/*.cpp, then the scripts bench/*.js.
 //
 //   npm run bench -- matching                    those whose name contains a word
 //   npm run bench -- --benchmark_filter=Ellipse  options for the programs
@@ -27,7 +27,7 @@ function benchmarks(options) {
     .map(({ name }) => ({ name, command: [path.join(PROGRAMS, name), ...options] }));
   const scripts = fs
     .readdirSync(SCRIPTS)
-    .filter((name) => name.endsWith('.bench.js'))
+    .filter((name) => name.endsWith('.js'))
     .map((name) => ({ name, command: [process.execPath, path.join(SCRIPTS, name)] }));
   return [...programs, ...scripts];
 }

@@ -74,8 +74,11 @@ async function types() {
  * checked again. To the build a new configuration is no change: start over.
  */
 async function clangTidy() {
-  const config = fs.readFileSync(path.join(ROOT, '.clang-tidy'));
-  const digest = crypto.createHash('sha256').update(config).digest('hex');
+  const hash = crypto.createHash('sha256');
+  for (const name of sourceFiles(/(^|\/)\.clang-tidy$/)) {
+    hash.update(fs.readFileSync(path.join(ROOT, name)));
+  }
+  const digest = hash.digest('hex');
   const folder = path.join(ROOT, 'build', 'tidy');
   const stamp = path.join(folder, '.clang-tidy.sha256');
   if (!fs.existsSync(stamp) || fs.readFileSync(stamp, 'utf8') !== digest) {

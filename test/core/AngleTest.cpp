@@ -146,9 +146,9 @@ TEST(AngleRedraw, LevelsANearlyLevelLeg) {
         return polar(length(p), std::atan2(p.y, p.x) - angle);
     };
     struct Case {
-        const char* name;
+        const char* name = nullptr;
         Point2D first, last;
-        double turn;
+        double turn = 0.0;
     };
     const double none = 0.0;
     const Case cases[] = {

@@ -107,6 +107,27 @@ TEST(Ellipse, FitRecoversTheDrawnEllipse) {
     }
 }
 
+TEST(Ellipse, FitSolvesTheConstrainedProblem) {
+    // The minimum of v'Sv with v'Cv = 1 satisfies Sv = lambda Cv.
+    Random random;
+    Eigen::MatrixXd constraint = Eigen::MatrixXd::Zero(6, 6);
+    constraint(0, 2) = constraint(2, 0) = 2;
+    constraint(1, 1) = -1;
+    for (int i = 0; i < 50; ++i, random.nextRound()) {
+        SCOPED_TRACE(random.trace());
+        const Stroke stroke = drawn(random, ellipse({0.2, 0.1}, 1.5, 0.8, 0.4, 60), 0.2);
+        Eigen::MatrixXd scatter = Eigen::MatrixXd::Zero(6, 6);
+        for (const Point2D& p : stroke) {
+            const auto row = conic({p.x * p.x, p.x * p.y, p.y * p.y, p.x, p.y, 1});
+            scatter += row * row.transpose();
+        }
+        const Eigen::VectorXd v = fit(stroke);
+        const Eigen::VectorXd left = (scatter * v).normalized();
+        EXPECT_NEAR(left.dot((constraint * v).normalized()), 1, 1e-9);
+        EXPECT_GT(v.dot(constraint * v), 0) << "an ellipse";
+    }
+}
+
 TEST(EllipseRedraw, SnapsToCirclesAndToTheAxes) {
     struct Case {
         const char* name;

@@ -57,9 +57,9 @@ TEST(Geometry, SimpleLine) {
     EXPECT_FALSE(isSimpleLine(closedChain({{0, 0}, {9, 0}, {9, 9}, {0, 9}}, 5)));
     EXPECT_FALSE(isSimpleLine({{0, 0}, {19.5, 0}, {19, 0}})) << "19 / 20 is not above 0.95";
     EXPECT_TRUE(isSimpleLine({{0, 0}, {19.5, 0}, {floatAbove(19), 0}}));
-    // Summed in double the path is 17207402.5 and the ratio below 0.95, in float 17207402 and
-    // above.
-    EXPECT_FALSE(isSimpleLine({{0, 0}, {0, 16777216}, {0, 16777217}, {0, 16347031.5}}));
+    // Summed in double the path is 17207402.125 long and the ratio below 0.95; in
+    // float it is 17207402 long and the ratio above.
+    EXPECT_FALSE(isSimpleLine({{0, 0}, {0, 16777216}, {0, 16777217}, {0, 16347031.875}}));
 }
 
 TEST(Geometry, ScaleOfGraph) {

@@ -59,9 +59,9 @@ TEST(LineFit, RunsAlongTheLongerExtent) {
 
 TEST(LineFit, SteepChordsBecomeUpright) {
     struct Case {
-        const char* name;
+        const char* name = nullptr;
         Point2D last;
-        bool isSteep;
+        bool isSteep = false;
     };
     const Case cases[] = {
         {"slope 20", {10, 200}, false},
@@ -196,7 +196,7 @@ TEST(LineRedraw, OneAnchor) {
         return Point2D{0.8 * along - 0.6 * off, 0.6 * along + 0.8 * off, 0.0};
     };
     struct Case {
-        const char* name;
+        const char* name = nullptr;
         Point2D anchor;
         Point2D from, to;
     };
@@ -250,6 +250,13 @@ TEST(LineRedraw, UprightBranchPrintsALine) {
     const Stroke out = redrawn({{100, 100}, {100, 300}}, {{109, 95}, {90.5, 103.9}});
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "hori line \n");
     EXPECT_TRUE(isNear(out, line({109, 95}, {109, 300})));
+    // Each anchor carries the start 9 units on, past the end; the nearest one
+    // is 21 units from the start and 15 from the end, which goes to its height.
+    testing::internal::CaptureStdout();
+    EXPECT_TRUE(
+        isNear(redrawn({{100, 95}, {100, 115}}, {{101, 100}, {92, 109}, {109.5, 112}, {90.1, 121}}),
+               line({101, 121}, {101, 100})));
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "hori line \n");
 }
 
 TEST(LineRedraw, TiedAnchors) {
@@ -262,8 +269,8 @@ TEST(LineRedraw, TiedAnchors) {
         const Point2D along = out.back() - out.front();
         return out.front().y + (x - out.front().x) * along.y / along.x;
     };
-    EXPECT_NEAR(height(redrawn(level, {{50, 1}, {20, 2}, {80, 2}}), 80), 2, 1e-9);
-    EXPECT_NEAR(height(redrawn(level, {{50, 1}, {80, 2}, {20, 2}}), 20), 2, 1e-9);
+    EXPECT_NEAR(height(redrawn(level, {{20, 0}, {80, 2}, {80, -2}}), 80), -2, 1e-9);
+    EXPECT_NEAR(height(redrawn(level, {{20, 0}, {80, -2}, {80, 2}}), 80), 2, 1e-9);
     // Third place: the earlier one, (80, 3). With (20, -3) the best pair were (50, -2), (20, -3).
     const Stroke out = redrawn(level, {{50, 1}, {50, -2}, {80, 3}, {20, -3}});
     EXPECT_NEAR(height(out, 50), 1, 1e-9);
@@ -276,6 +283,13 @@ TEST(LineRedraw, UnparallelPairLeavesTheNearerAnchor) {
     // 0.8824 (15 along, 8 across) is enough.
     const Stroke out = redrawn({{0, 0}, {100, 0}}, {{42.5, 0}, {57.5, 8}});
     EXPECT_NEAR(cross({15, 8}, out.back() - out.front()), 0, 1e-6);
+}
+
+TEST(LineRedraw, CrowdedPairKeepsTheDirectionOfTravel) {
+    // Three anchors carry the start from 0 to 27 on a line of 30 units. Measured
+    // from (0, 9) it would lie beyond the end, which lands on (16, 0).
+    const Stroke anchors{{0, 9}, {16, 0}, {9, -9.9}, {18, -9.9}, {27, -9.9}};
+    EXPECT_TRUE(isNear(redrawn({{0, 0}, {30, 0}}, anchors), line({0, 9}, {16, 0})));
 }
 
 TEST(LineRedraw, PairOfAnchorsLeadsTheLine) {

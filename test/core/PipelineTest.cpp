@@ -176,6 +176,7 @@ TEST(Pipeline, OtherStrokesAttractByTheirCentroids) {
     const Stroke drawn = fractions(chain({{100, 300}, {400, 300}}, 30), 800, 600);
     const auto heightBeside = [&](const std::vector<Stroke>& others) {
         std::vector<Stroke> inFractions;
+        inFractions.reserve(others.size());
         for (const Stroke& other : others) {
             inFractions.push_back(fractions(other, 800, 600));
         }
@@ -235,7 +236,7 @@ TEST(Pipeline, SurvivesHostileNumbers) {
                            600.0F};
     const double odd[] = {QUIET_NAN, INF, -INF, 1e300, -1e300, 1e-300, 0.0, -0.0};
     testing::internal::CaptureStdout();
-    for (Stroke stroke : strokesOfAllKinds(random)) {
+    for (const Stroke& stroke : strokesOfAllKinds(random)) {
         for (const float width : sizes) {
             for (const float height : sizes) {
                 expectAnAnswer(optimizeAStroke(stroke, width, height, {{}, stroke}), stroke);

@@ -71,22 +71,28 @@ TEST(PolygonRedraw, FiveCornersAndMoreStayWhereTheyAre) {
 }
 
 TEST(PolygonRedraw, FirstSegmentOfAnAverageEdgeForbidsRegularising) {
-    // An isosceles triangle of 125, 150 and 125 units: its list of corners is
-    // reordered when it is regularised. All lengths are exact.
-    const auto drawnWith = [](double firstSegment) {
-        const Point2D a{0, 0};
-        const Point2D b{75, -100};
-        const Point2D c{-75, -100};
-        Stroke stroke{a};
-        const Stroke rest =
-            chain({firstSegment / 125 * b, b}, static_cast<int>(125 - firstSegment) / 5);
-        stroke.insert(stroke.end(), rest.begin(), rest.end());
-        const Stroke others = chain({b, c, a}, 25);
-        stroke.insert(stroke.end(), others.begin() + 1, others.end());
+    /// Steps of `unit`, but for the first one. All lengths are exact.
+    const auto drawnWith = [](const Stroke& corners, double firstSegment, double unit) {
+        Stroke stroke{corners[0], corners[0] + firstSegment / length(corners[1] - corners[0]) *
+                                                   (corners[1] - corners[0])};
+        for (std::size_t i = 0; i < corners.size(); ++i) {
+            const Point2D& to = corners[(i + 1) % corners.size()];
+            const double left = length(to - stroke.back());
+            const Stroke edge = chain({stroke.back(), to}, static_cast<int>(left / unit + 0.5));
+            stroke.insert(stroke.end(), edge.begin() + 1, edge.end());
+        }
         return cornersOf(redrawn(stroke));
     };
-    EXPECT_TRUE(isNear(drawnWith(80), {{75, -100}, {-75, -100}, {0, 0}})) << "80 of 400 / (3 + 2)";
-    EXPECT_TRUE(isNear(drawnWith(75), {{75, -100}, {0, 0}, {-75, -100}}));
+    // 125, 150 and 125 units: regularising reorders the corners. 400 / (3 + 2) = 80.
+    const Point2D apex{0, 0};
+    const Point2D right{75, -100};
+    const Point2D left{-75, -100};
+    EXPECT_TRUE(isNear(drawnWith({apex, right, left}, 80, 5), {right, left, apex}));
+    EXPECT_TRUE(isNear(drawnWith({apex, right, left}, 75, 5), {right, apex, left}));
+    // 100 by 104 units: regularising makes a square of 102. 408 / (4 + 2) = 68.
+    const Stroke upright{{0, 0}, {0, 104}, {100, 104}, {100, 0}};
+    EXPECT_TRUE(isNear(drawnWith(upright, 68, 4), {upright[1], upright[2], upright[3], apex}));
+    EXPECT_TRUE(isNear(drawnWith(upright, 64, 4)[1], {102, 104}));
 }
 
 TEST(PolygonRedraw, MeansWhatWasDrawn) {

@@ -74,9 +74,9 @@ TEST_F(TemplateFile, TokensBecomePathsInBothDirections) {
         ASSERT_EQ(paths.size(), 2 * c.forward.size()) << c.text;
         for (std::size_t k = 0; k < c.forward.size(); ++k) {
             Path expected = c.forward[k];
-            EXPECT_TRUE(samePath(paths[2 * k], expected)) << c.text;
+            EXPECT_TRUE(hasBitsOf(paths[2 * k], expected)) << c.text;
             std::reverse(expected.begin(), expected.end());
-            EXPECT_TRUE(samePath(paths[2 * k + 1], expected)) << c.text;
+            EXPECT_TRUE(hasBitsOf(paths[2 * k + 1], expected)) << c.text;
         }
     }
 }
@@ -101,7 +101,7 @@ TEST_F(TemplateFile, FilesFillTheListsInOrder) {
     EXPECT_EQ(recognizer.polygonTemplates.size(), 8U);
     EXPECT_EQ(recognizer.ellipseTemplates.size(), 2U);
     EXPECT_TRUE(
-        samePath(all[0].points, literal::normalizePath(loadPathes(rectangle)[0], recognizer)));
+        hasBitsOf(all[0].points, literal::normalizePath(loadPathes(rectangle)[0], recognizer)));
     recognizer.loadTemplatesFromFile("", triangle, m_folder / "missing", ellipse);
     EXPECT_EQ(all.size(), 14U);
     EXPECT_EQ(recognizer.addTemplate(2, "triangle", loadPathes(triangle)[0]), 7);
@@ -204,9 +204,9 @@ TEST_F(TemplateFile, NumbersTakeTheLocalesDecimalSeparator) {
     const auto paths = loadPathes(file);
     std::setlocale(LC_NUMERIC, "C");
     ASSERT_EQ(paths.size(), 2U);
-    EXPECT_TRUE(samePath(paths[0], {{1.0, 2.0}, {3.0, 4.0}}))
+    EXPECT_TRUE(hasBitsOf(paths[0], {{1.0, 2.0}, {3.0, 4.0}}))
         << "a point ends the number where the comma is the separator";
-    EXPECT_TRUE(samePath(loadPathes(file)[0], {{1.5, 2.75}, {3.0, 4.0}}));
+    EXPECT_TRUE(hasBitsOf(loadPathes(file)[0], {{1.5, 2.75}, {3.0, 4.0}}));
 }
 
 }  // namespace

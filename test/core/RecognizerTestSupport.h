@@ -2,20 +2,25 @@
 
 #include "LiteralRecognizer.h"
 #include "Scrivo/TemplatesGraphicsRecognizer.h"
+#include "Support.h"
 #include "SyntheticInk.h"
 
-#include <cstdint>
-#include <cstring>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
 
+/// What the recogniser's suites share.
 namespace recognizer_test {
 
 using Scrivo::GraphicTemplate;
 using Scrivo::Point2D;
 using Scrivo::RecognitionResult;
 using Scrivo::TemplatesGraphicsRecognizer;
+using Scrivo::test::chain;
+using Scrivo::test::hasBitsOf;
+using Scrivo::test::INF;
+using Scrivo::test::QUIET_NAN;
+using Scrivo::test::sameBits;
 using Path = std::vector<Point2D>;
 
 #if defined(__SANITIZE_ADDRESS__)
@@ -29,27 +34,6 @@ constexpr bool SANITIZED = false;
 /// Rounds of a random test: fewer where every access is checked.
 constexpr int rounds(int count) {
     return SANITIZED ? count / 8 : count;
-}
-
-inline bool sameBits(double a, double b) {
-    return std::memcmp(&a, &b, sizeof a) == 0 || (std::isnan(a) && std::isnan(b));
-}
-
-inline ::testing::AssertionResult samePath(const Path& actual, const Path& expected) {
-    if (actual.size() != expected.size()) {
-        return ::testing::AssertionFailure()
-               << actual.size() << " points instead of " << expected.size();
-    }
-    for (std::size_t i = 0; i < actual.size(); ++i) {
-        const Point2D& a = actual[i];
-        const Point2D& e = expected[i];
-        if (!sameBits(a.x, e.x) || !sameBits(a.y, e.y) || !sameBits(a.force, e.force)) {
-            return ::testing::AssertionFailure()
-                   << "point " << i << " is (" << a.x << ", " << a.y << ", " << a.force
-                   << ") instead of (" << e.x << ", " << e.y << ", " << e.force << ")";
-        }
-    }
-    return ::testing::AssertionSuccess();
 }
 
 inline ::testing::AssertionResult sameAnswer(const RecognitionResult& actual,

@@ -30,10 +30,9 @@ function answersOfThePackage() {
   return Object.fromEntries(cases.map((figure) => [figure.name, answer(figure)]));
 }
 
-function answersOfTheCore() {
-  const program = path.join(root, 'build', 'release', 'test', 'core', 'case_results');
-  return JSON.parse(execFileSync(program, { encoding: 'utf8' }));
-}
+/** Made by the build that made the module; not there where the module came prebuilt. */
+const core = path.join(root, 'build', 'release', 'test', 'core', 'case_results');
+const prebuilt = !fs.existsSync(path.join(root, 'CMakeLists.txt')) && !fs.existsSync(core);
 
 const answers = answersOfThePackage();
 
@@ -61,6 +60,7 @@ for (const { name, why, type, points, path: stroke, width, height, tolerance } o
   });
 }
 
-test('the package answers with the doubles of the core', () => {
-  assert.deepEqual(answers, answersOfTheCore()); // strict: every bit counts
+test('the package answers with the doubles of the core', { skip: prebuilt }, () => {
+  const answersOfTheCore = JSON.parse(execFileSync(core, { encoding: 'utf8' }));
+  assert.deepEqual(answers, answersOfTheCore); // strict: every bit counts
 });

@@ -9,13 +9,12 @@ const path = require('node:path');
 const { after, describe, test } = require('node:test');
 const { pathToFileURL } = require('node:url');
 
-const { root } = require('./support.js');
+const { builtModule: BUILT, root, skipIn } = require('./support.js');
 const scrivo = require('scrivo');
 
-const BUILT = path.join(root, 'build', 'release', 'hello.node');
-
 describe('the package', () => {
-  test('exports the same by require() and import', async () => {
+  const reason = { deno: 'import() in a CommonJS file takes the entry for require()' };
+  test('exports the same by require() and import', { skip: skipIn(reason) }, async () => {
     const names = ['FigureType', 'initScrivo', 'optimizeAStroke', 'templates'];
     const imported = await import('scrivo');
     assert.deepEqual(Object.keys(scrivo).sort(), names);
@@ -51,6 +50,7 @@ describe('finding the native module', () => {
     const folder = fs.realpathSync(fs.mkdtempSync(path.join(os.tmpdir(), 'scrivo-test-')));
     made.push(folder);
     fs.cpSync(path.join(root, 'lib'), path.join(folder, 'lib'), { recursive: true });
+    fs.copyFileSync(path.join(root, 'package.json'), path.join(folder, 'package.json'));
     for (const [name, content] of Object.entries(files)) {
       const file = path.join(folder, name);
       fs.mkdirSync(path.dirname(file), { recursive: true });

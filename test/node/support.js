@@ -4,7 +4,15 @@ const assert = require('node:assert/strict');
 const { spawnSync } = require('node:child_process');
 const path = require('node:path');
 
+const { findNative } = require('../../lib/native.js');
+
 const root = path.join(__dirname, '..', '..');
+const builtModule = findNative('hello');
+
+const host = ['bun', 'deno'].find((name) => name in process.versions) ?? 'node';
+
+/** For the option `skip` of a test: the reason, in a host that has one, or false. */
+const skipIn = (reasons) => reasons[host] ?? false;
 
 /**
  * Runs a function in a process of its own and returns what it passes to `report`.
@@ -18,15 +26,14 @@ const root = path.join(__dirname, '..', '..');
  * - `body`: the function given as an option, for use with `work`
  */
 function runApart(main, { flags = [], body } = {}) {
-  const source = `(${bootstrap})(${main}, ${JSON.stringify(root)}, ${body})`;
+  const source = `(${bootstrap})(${main}, ${JSON.stringify(builtModule)}, ${body})`;
   const child = spawnSync(process.execPath, [...flags, '-e', source], { encoding: 'utf8' });
   assert.equal(child.status, 0, `ended by ${child.signal ?? child.status}: ${child.stderr}`);
   return JSON.parse(child.stdout);
 }
 
-function bootstrap(main, root, body) {
+function bootstrap(main, hello, body) {
   const { Worker } = require('node:worker_threads');
-  const hello = `${root}/build/release/hello.node`;
   let result;
 
   function work(body, options) {
@@ -56,4 +63,4 @@ function bootstrap(main, root, body) {
   );
 }
 
-module.exports = { root, runApart };
+module.exports = { builtModule, root, runApart, skipIn };

@@ -59,7 +59,7 @@ std::int32_t classify(detail::Stroke stroke, const Point2D& extent) {
         return FIGURE_NONE;
     }
     const auto& recogniser = TemplatesGraphicsRecognizer::getInstance();
-    return figureOf(recogniser.recognize({stroke.begin(), stroke.end()}).id);
+    return figureOf(recogniser.recognizeView(stroke).id);
 }
 
 std::vector<Point2D> scaled(const std::vector<Point2D>& stroke, double width, double height) {

@@ -25,8 +25,9 @@ public:
     TemplateList();
     TemplateList(Templates templates);
     TemplateList(const TemplateList& other);
-    TemplateList(TemplateList&& other);
-    TemplateList& operator=(TemplateList other);
+    TemplateList(TemplateList&& other) noexcept;
+    TemplateList& operator=(const TemplateList& other);
+    TemplateList& operator=(TemplateList&& other) noexcept;
     ~TemplateList();
 
     void push_back(GraphicTemplate added);
@@ -73,8 +74,6 @@ public:
     [[nodiscard]] const detail::TemplateIndex* index() const;
 
 private:
-    void swap(TemplateList& other);
-
     Templates m_templates;
     std::unique_ptr<detail::TemplateIndex> m_index;
     bool m_edited = false;

@@ -143,13 +143,10 @@ void readTemplates(std::vector<GraphicTemplate>& out, const std::string& fileNam
 }  // namespace
 
 TemplatesGraphicsRecognizer::TemplatesGraphicsRecognizer()
-    : halfDiagonal(176.7766952966369),
-      angleRange(detail::STANDARD_SEARCH.range),
+    : angleRange(detail::STANDARD_SEARCH.range),
       anglePrecision(detail::STANDARD_SEARCH.precision),
       goldenRatio(detail::STANDARD_SEARCH.goldenRatio),
-      numPoints(detail::Outline::POINTS),
-      squareSize(250),
-      rotationInvariant(true) {}
+      numPoints(detail::Outline::POINTS) {}
 
 TemplatesGraphicsRecognizer& TemplatesGraphicsRecognizer::getInstance() {
     static TemplatesGraphicsRecognizer m_Instance;
@@ -203,6 +200,11 @@ void TemplatesGraphicsRecognizer::store(GraphicTemplate added) {
 }
 
 RecognitionResult TemplatesGraphicsRecognizer::recognize(std::vector<Point2D> stroke) const {
+    return recognizeView(stroke);
+}
+
+RecognitionResult TemplatesGraphicsRecognizer::recognizeView(
+    std::span<const Point2D> stroke) const {
     const std::shared_lock guard(m_lock);
     return recognizeStroke(*this, stroke);
 }

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <shared_mutex>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,7 @@ public:
     OwnLock() = default;
     OwnLock(const OwnLock& /*other*/) {}
     OwnLock& operator=(const OwnLock& /*other*/) { return *this; }
+    ~OwnLock() = default;
 };
 }  // namespace detail
 
@@ -60,6 +62,8 @@ public:
     /// templates wins. Throws std::domain_error when the stroke cannot be
     /// resampled.
     [[nodiscard]] RecognitionResult recognize(std::vector<Point2D> stroke) const;
+    /// The same for a stroke that is only looked at.
+    [[nodiscard]] RecognitionResult recognizeView(std::span<const Point2D> stroke) const;
 
     /// The smallest mean distance that a golden-section search over
     /// [-angleRange, angleRange] meets; the path turns about its centroid. NaN
@@ -81,7 +85,7 @@ public:
     /// empty. Interpolated points have force 0, the first one keeps its own,
     /// the last one when rounding left the result a point short. Linear time.
     /// Throws std::domain_error when the spacing vanishes beside the
-    /// coordinates' own, or when `n` is below 1.
+    /// coordinates' own, or when `n` is below 1 and the path has a length.
     std::vector<Point2D> resampleByCnt(std::vector<Point2D> path, int n) const;
     /// Turned so that the centroid lies level with the first point, to its
     /// right.
@@ -105,7 +109,7 @@ public:
     double getDistance(Point2D a, Point2D b) const;
 
     /// The mean distance, in units of the reference square, that scores 0.
-    double halfDiagonal;
+    double halfDiagonal = 176.7766952966369;
     /// Half-width of the rotation search in radians (several turns, on purpose:
     /// the outlines are tuned to the angles that this search meets).
     double angleRange;
@@ -116,8 +120,8 @@ public:
     /// Points of a path in normal form.
     std::int32_t numPoints;
     /// Side of the reference square.
-    std::int32_t squareSize;
-    bool rotationInvariant;
+    std::int32_t squareSize = 250;
+    bool rotationInvariant = true;
     /// The templates with id 3.
     TemplateList ellipseTemplates;
     /// The templates with id 1 or 2.

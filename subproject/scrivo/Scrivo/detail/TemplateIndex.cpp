@@ -7,6 +7,7 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <numeric>
 
 namespace Scrivo::detail {
 
@@ -116,7 +117,7 @@ struct SearchPlan {
     };
     static constexpr int ROUNDS = 8;
     static constexpr int INTERVALS = (2 << ROUNDS) - 1;
-    std::array<Turn, INTERVALS + 1> turns;
+    std::array<Turn, INTERVALS + 1> turns{};
 
     SearchPlan() {
         const SearchInterval first = SearchInterval::first(STANDARD_SEARCH);
@@ -218,12 +219,10 @@ void TemplateIndex::append(std::span<const Point2D> points) {
         m_outlineOf.push_back(kind);
         return;
     }
-    const auto outline = static_cast<std::int32_t>(m_outlines.size());
+    m_outlineOf.push_back(static_cast<std::int32_t>(m_outlines.size()));
     m_outlines.push_back(detail::outlineOf(points));
     m_positions.push_back(position);
-    m_order.push_back(outline);
     growForest();
-    m_outlineOf.push_back(outline);
 }
 
 /// Trees of LEAF times a power of two, the largest first, no two alike; fewer
@@ -236,22 +235,22 @@ void TemplateIndex::growForest() {
     }
     Tree tree{size - LEAF, LEAF, static_cast<std::int32_t>(m_boxes.size())};
     while (!m_trees.empty() && m_trees.back().count == tree.count) {
-        tree = {m_trees.back().firstOutline, 2 * tree.count, m_trees.back().root};
+        tree = {m_trees.back().first, 2 * tree.count, m_trees.back().root};
         m_trees.pop_back();
     }
     m_boxes.resize(static_cast<std::size_t>(tree.root));
-    build(tree.firstOutline, size);
     m_trees.push_back(tree);
+    std::vector<std::int32_t> order(static_cast<std::size_t>(tree.count));
+    std::iota(order.begin(), order.end(), tree.first);
+    build(order, tree.first);
+    arrange(order, tree.first);
 }
 
-TemplateIndex::Box TemplateIndex::boxAbout(std::int32_t first, std::int32_t last) const {
+TemplateIndex::Box TemplateIndex::boxAbout(std::span<const std::int32_t> outlines) const {
     Box box{};
     std::fill_n(box.low, BLOCKS, std::numeric_limits<float>::max());
-    box.first = first;
-    box.last = last;
-    for (std::int32_t k = first; k < last; ++k) {
-        const Outline& outline =
-            m_outlines[static_cast<std::size_t>(m_order[static_cast<std::size_t>(k)])];
+    for (const std::int32_t k : outlines) {
+        const Outline& outline = m_outlines[static_cast<std::size_t>(k)];
         for (int j = 0; j < BLOCKS; ++j) {
             box.low[j] = std::min(box.low[j], outline.block[j]);
             box.high[j] = std::max(box.high[j], outline.block[j]);
@@ -260,28 +259,47 @@ TemplateIndex::Box TemplateIndex::boxAbout(std::int32_t first, std::int32_t last
     return box;
 }
 
-std::int32_t TemplateIndex::build(std::int32_t first, std::int32_t last) {
+/// Sorts the outlines into halves, by their widest block sums, down to the
+/// leaves; they will lie from `first` on.
+void TemplateIndex::build(std::span<std::int32_t> outlines, std::int32_t first) {
     const auto self = m_boxes.size();
-    const Box box = boxAbout(first, last);
+    Box box = boxAbout(outlines);
+    box.first = first;
+    box.last = first + static_cast<std::int32_t>(outlines.size());
     m_boxes.push_back(box);
-    if (last - first > LEAF) {
-        int widest = 0;
-        for (int j = 1; j < BLOCKS; ++j) {
-            if (box.high[j] - box.low[j] > box.high[widest] - box.low[widest]) {
-                widest = j;
-            }
-        }
-        const std::int32_t middle = first + (last - first) / 2;
-        const auto value = [&](std::int32_t k) {
-            return m_outlines[static_cast<std::size_t>(k)].block[widest];
-        };
-        std::nth_element(m_order.begin() + first, m_order.begin() + middle, m_order.begin() + last,
-                         [&](std::int32_t a, std::int32_t b) { return value(a) < value(b); });
-        build(first, middle);
-        const std::int32_t second = build(middle, last);
-        m_boxes[self].secondHalf = second;
+    if (outlines.size() <= LEAF) {
+        return;
     }
-    return static_cast<std::int32_t>(self);
+    int widest = 0;
+    for (int j = 1; j < BLOCKS; ++j) {
+        if (box.high[j] - box.low[j] > box.high[widest] - box.low[widest]) {
+            widest = j;
+        }
+    }
+    const auto value = [&](std::int32_t k) {
+        return m_outlines[static_cast<std::size_t>(k)].block[widest];
+    };
+    const std::size_t half = outlines.size() / 2;
+    std::nth_element(outlines.begin(), outlines.begin() + static_cast<std::ptrdiff_t>(half),
+                     outlines.end(),
+                     [&](std::int32_t a, std::int32_t b) { return value(a) < value(b); });
+    build(outlines.first(half), first);
+    m_boxes[self].secondHalf = static_cast<std::int32_t>(m_boxes.size());
+    build(outlines.subspan(half), first + static_cast<std::int32_t>(half));
+}
+
+/// Moves the outlines to where the tree has them, `first` and following.
+void TemplateIndex::arrange(std::span<const std::int32_t> order, std::int32_t first) {
+    std::vector<Outline> outlines;
+    std::vector<std::int32_t> positions;
+    for (const std::int32_t k : order) {
+        outlines.push_back(m_outlines[static_cast<std::size_t>(k)]);
+        positions.push_back(m_positions[static_cast<std::size_t>(k)]);
+        m_outlineOf[static_cast<std::size_t>(positions.back())] =
+            first + static_cast<std::int32_t>(positions.size()) - 1;
+    }
+    std::copy(outlines.begin(), outlines.end(), m_outlines.begin() + first);
+    std::copy(positions.begin(), positions.end(), m_positions.begin() + first);
 }
 
 bool TemplateIndex::describes(std::span<const GraphicTemplate> templates) const {
@@ -331,7 +349,7 @@ public:
             std::pop_heap(m_heap.begin(), m_heap.end());
             const std::int32_t item = m_heap.back().item;
             m_heap.pop_back();
-            item < 0 ? open(m_index.m_boxes[static_cast<std::size_t>(~item)]) : consider(item);
+            item < 0 ? open(~item) : consider(item);
         }
         for (const Entry& entry : m_shortlist) {
             if (mayWin(entry.bound)) {
@@ -378,14 +396,15 @@ private:
         }
     }
 
-    void open(const Box& box) {
+    void open(std::int32_t k) {
+        const Box& box = m_index.m_boxes[static_cast<std::size_t>(k)];
         if (box.secondHalf != 0) {
-            pushBox(static_cast<std::int32_t>(&box - m_index.m_boxes.data()) + 1);
+            pushBox(k + 1);
             pushBox(box.secondHalf);
             return;
         }
-        for (std::int32_t k = box.first; k < box.last; ++k) {
-            pushOutline(m_index.m_order[static_cast<std::size_t>(k)]);
+        for (std::int32_t outline = box.first; outline < box.last; ++outline) {
+            pushOutline(outline);
         }
     }
 

@@ -24,19 +24,20 @@ struct alignas(16) Outline {
     static constexpr int POINTS = 64;
     static constexpr int BLOCKS = 8;
 
-    float x[POINTS];
-    float y[POINTS];
-    /// Distances of the points from the origin, which no rotation changes.
-    float radius[POINTS];
     /// Sums of `radius` over runs of POINTS / BLOCKS points.
     float block[BLOCKS];
+    /// Distances of the points from the origin, which no rotation changes.
+    float radius[POINTS];
+    float x[POINTS];
+    float y[POINTS];
 };
 
 /// Describes a list of templates that grows at its end. The templates stay with
 /// the caller, who passes the list to every query.
 class TemplateIndex {
 public:
-    /// Takes over the next template of the list; amortised O(log^2 n).
+    /// Takes over the next template of the list; amortised O(log^2 n). The index
+    /// is void when memory runs out here.
     void append(std::span<const Point2D> points);
 
     /// Whether the list still holds what was appended.
@@ -48,7 +49,7 @@ public:
                                              std::span<const GraphicTemplate> templates) const;
 
 private:
-    /// A box about the block sums of the outlines m_order[first] to m_order[last - 1].
+    /// A box about the block sums of the outlines `first` to `last` - 1.
     struct Box {
         alignas(16) float low[Outline::BLOCKS];
         alignas(16) float high[Outline::BLOCKS];
@@ -58,16 +59,18 @@ private:
         std::int32_t secondHalf;
     };
     struct Tree {
-        std::int32_t firstOutline;
+        std::int32_t first;
         std::int32_t count;
         std::int32_t root;
     };
     class Query;
 
     void growForest();
-    std::int32_t build(std::int32_t first, std::int32_t last);
-    [[nodiscard]] Box boxAbout(std::int32_t first, std::int32_t last) const;
+    void build(std::span<std::int32_t> outlines, std::int32_t first);
+    [[nodiscard]] Box boxAbout(std::span<const std::int32_t> outlines) const;
+    void arrange(std::span<const std::int32_t> order, std::int32_t first);
 
+    /// The outlines of a leaf lie side by side.
     std::vector<Outline> m_outlines;
     /// Position of each outline in the list.
     std::vector<std::int32_t> m_positions;
@@ -76,7 +79,6 @@ private:
     /// Finite templates too large for the error bounds: always measured.
     std::vector<std::int32_t> m_oversized;
 
-    std::vector<std::int32_t> m_order;
     std::vector<Box> m_boxes;
     std::vector<Tree> m_trees;
 };

@@ -63,6 +63,7 @@ public:
     /// `count` strokes, the three families in turn.
     std::vector<Path> strokes(int count) {
         std::vector<Path> result;
+        result.reserve(static_cast<std::size_t>(count));
         for (int k = 0; k < count; ++k) {
             result.push_back(stroke(static_cast<Shape>(1 + k % 3)));
         }

@@ -220,6 +220,16 @@ inline std::vector<int> getAnglesFromPath(Path p) {
     return corners;
 }
 
+inline double shareOfStraightPieces(Path stroke, std::vector<int> corners) {
+    int count = 0;
+    for (std::size_t k = 0; k + 1 < corners.size(); ++k) {
+        if (isSimpleLine(Path(stroke.begin() + corners[k], stroke.begin() + corners[k + 1] + 1))) {
+            ++count;
+        }
+    }
+    return static_cast<double>(count) / static_cast<double>(corners.size() - 1);
+}
+
 inline Scrivo::RecognitionResult recognize(const Scrivo::TemplatesGraphicsRecognizer& r,
                                            Path stroke) {
     if (stroke.size() < 2) {
@@ -235,14 +245,7 @@ inline Scrivo::RecognitionResult recognize(const Scrivo::TemplatesGraphicsRecogn
     double weight = 1.0;
     double share = 1.0;
     if (c >= 3) {
-        int count = 0;
-        for (std::size_t k = 0; k + 1 < c; ++k) {
-            if (isSimpleLine(
-                    Path(stroke.begin() + corners[k], stroke.begin() + corners[k + 1] + 1))) {
-                ++count;
-            }
-        }
-        share = static_cast<double>(count) / static_cast<double>(c - 1);
+        share = shareOfStraightPieces(stroke, corners);
         if (share > 0.5) {
             candidates = {r.polygonTemplates.begin(), r.polygonTemplates.end()};
             weight = c < 9 ? 1.0 : 0.0;

@@ -1,0 +1,35 @@
+# One compiler for every system: Zig's Clang with the C and C++ libraries of the
+# target. Set in the environment, because CMake reads this file again for each of
+# its own small test projects:
+#   SCRIVO_ZIG         the compiler's path
+#   SCRIVO_ZIG_TARGET  what to build for, as x86_64-linux-musl
+set(zig "$ENV{SCRIVO_ZIG}")
+set(target "$ENV{SCRIVO_ZIG_TARGET}")
+if(NOT zig OR NOT target)
+  message(FATAL_ERROR "SCRIVO_ZIG and SCRIVO_ZIG_TARGET must be set: npm run prebuilds does so")
+endif()
+
+string(REGEX MATCH "^([a-z0-9_]+)-([a-z]+)" _ "${target}")
+set(CMAKE_SYSTEM_PROCESSOR ${CMAKE_MATCH_1})
+set(systems_linux Linux)
+set(systems_macos Darwin)
+set(systems_windows Windows)
+set(CMAKE_SYSTEM_NAME ${systems_${CMAKE_MATCH_2}})
+
+# The plainest processor of the kind: results must not depend on the machine.
+set(CMAKE_CXX_COMPILER "${zig}" c++ -target "${target}" -mcpu=baseline)
+
+# The archiver of this system knows the object files of this system only.
+set(CMAKE_CXX_ARCHIVE_CREATE "\"${zig}\" ar qc <TARGET> <OBJECTS>")
+set(CMAKE_CXX_ARCHIVE_APPEND "\"${zig}\" ar q <TARGET> <OBJECTS>")
+set(CMAKE_CXX_ARCHIVE_FINISH "\"${zig}\" ranlib <TARGET>")
+
+set(CMAKE_MODULE_LINKER_FLAGS_INIT -s)
+
+# Where Debian and others put packages of headers alone, such as Eigen. Elsewhere:
+# set Eigen3_ROOT in the environment.
+list(APPEND CMAKE_PREFIX_PATH /usr /usr/local /opt/homebrew)
+
+# CMake's checks of the compiler link nothing: a program would have Zig compile
+# the C++ library once more, with the options of a debug build.
+set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)

@@ -1,0 +1,142 @@
+/**
+ * Right about real ink: every figure is fitted to the stroke, and the one that wins is the answer,
+ * or the stroke as drawn. Needs no template files, and the answer does not depend on how densely
+ * the device sampled.
+ */
+
+/** A point of a stroke: fractions of the drawing area, y downwards. */
+export interface InkPoint {
+  readonly x: number;
+  readonly y: number;
+  /** Pen pressure. It does not decide anything and comes back with ink that stays as drawn. */
+  readonly force?: number;
+}
+
+/** A place in drawing-area units, y downwards. */
+export interface Place {
+  readonly x: number;
+  readonly y: number;
+}
+
+export type FigureFamily = 'dot' | 'line' | 'angle' | 'triangle' | 'quadrangle' | 'ellipse';
+
+/** All figures, the default of {@link BeautifierOptions.figures}. */
+export declare const FIGURES: readonly FigureFamily[];
+
+export interface BeautifierOptions {
+  /** The figures wanted; circles are ellipses. Default: all. */
+  readonly figures?: readonly FigureFamily[];
+  /**
+   * Strokes whose longer side is below this many drawing-area units stay ink, dots included: small
+   * strokes are handwriting. Default: 0.
+   */
+  readonly minSize?: number;
+  /**
+   * From 0 (only sure figures) to 1 (eager). A higher value never turns a figure back into ink.
+   * Default: 0.5.
+   */
+  readonly sensitivity?: number;
+  /** Nearly horizontal and vertical lines, legs, edges and axes become so. Default: true. */
+  readonly horizontalVertical?: boolean;
+  /** Nearly regular triangles, quadrangles and ellipses become regular. Default: true. */
+  readonly regularFigures?: boolean;
+  /** The ends of lines snap to nearby strokes. Default: true. */
+  readonly nearbyStrokes?: boolean;
+  /** What a Float64Array holds of each point: x, y and force (`'xyf'`, the default) or x, y. */
+  readonly layout?: 'xy' | 'xyf';
+}
+
+/** The ideal figure in drawing-area units; it agrees with the path to rounding. */
+export type Figure =
+  | { kind: 'dot'; centre: Place }
+  | { kind: 'line'; from: Place; to: Place }
+  | {
+      kind: 'angle';
+      from: Place;
+      vertex: Place;
+      to: Place;
+      /** Radians, from 0 to pi. */
+      opening: number;
+    }
+  | {
+      kind: 'triangle';
+      /** In the order of the path. */
+      corners: [Place, Place, Place];
+      /** A right triangle that is isosceles too counts as right. */
+      subtype: 'general' | 'equilateral' | 'isosceles' | 'right';
+    }
+  | {
+      kind: 'quadrangle';
+      corners: [Place, Place, Place, Place];
+      subtype: 'general' | 'square' | 'rectangle' | 'rhombus' | 'parallelogram' | 'trapezoid';
+    }
+  | { kind: 'circle'; centre: Place; radius: number }
+  | {
+      kind: 'ellipse';
+      centre: Place;
+      /** Along the first axis (x) and the second (y). */
+      radii: Place;
+      /** Of the first axis, radians, clockwise on the screen, within [-pi/4, pi/4]. */
+      rotation: number;
+    };
+
+/**
+ * Why a stroke stays as drawn: it has no points or lies outside what numbers can measure; it is
+ * smaller than `minSize`; it resembles a figure that is not wanted; it resembles one, but not
+ * enough for this `sensitivity`; it resembles none.
+ */
+export type Reason = 'invalid' | 'too-small' | 'not-wanted' | 'not-sure' | 'no-figure';
+
+export interface Beautified<Path> {
+  /**
+   * Fractions of the drawing area, in the form of the stroke that was given: a dot has 64 points, a
+   * line 21, an angle 42, an ellipse 85, polygons 21 an edge. Points of figures have no force.
+   */
+  path: Path;
+  /** A figure code: 0, 1, 2, 4, 6 or 7, as `FigureType` of the main entry names them. */
+  type: number;
+  /** Probability, from 0 to 1, that the answer is right. */
+  confidence: number;
+  /** Null when the stroke stays as drawn. */
+  figure: Figure | null;
+  /** Null when a figure was recognised. */
+  reason: Reason | null;
+}
+
+/** A stroke as point objects, or packed as `layout` says. */
+export type Ink = readonly InkPoint[] | Float64Array;
+
+/** Immutable. Each thread makes its own; several with different options may stand side by side. */
+export declare class Beautifier {
+  /**
+   * @throws TypeError when an option has the wrong type
+   * @throws RangeError when an option is unknown or out of range; messages name the option and
+   *   what was found
+   */
+  constructor(options?: BeautifierOptions);
+
+  /** All options, with the defaults of those that were not given. Frozen. */
+  readonly options: Required<BeautifierOptions>;
+
+  /**
+   * Answers for one stroke. Nothing is remembered, the stroke is not changed.
+   *
+   * @param stroke the stroke as drawn; may be empty
+   * @param width of the drawing area, above 0, in the unit in which the user sees it
+   * @param height the same
+   * @param others the other strokes, to which the ends of lines may snap
+   * @throws TypeError, RangeError naming the argument, the index and what was found
+   */
+  beautify(
+    stroke: readonly InkPoint[],
+    width: number,
+    height: number,
+    others?: readonly Ink[],
+  ): Beautified<InkPoint[]>;
+  beautify(
+    stroke: Float64Array,
+    width: number,
+    height: number,
+    others?: readonly Ink[],
+  ): Beautified<Float64Array>;
+}

@@ -1,0 +1,162 @@
+'use strict';
+
+const { loadNative } = require('./native.js');
+const { packObjects, packOthers, checkPacked, unpackObjects } = require('./packing.js');
+
+const native = loadNative('beautifier');
+
+/** In the order of the native enumeration. */
+const FIGURES = Object.freeze(['dot', 'line', 'angle', 'triangle', 'quadrangle', 'ellipse']);
+
+/** In the order of the native enumeration; no reason when a figure was recognised. */
+const REASONS = [null, 'invalid', 'too-small', 'not-wanted', 'not-sure', 'no-figure'];
+
+const TRIANGLES = ['general', 'equilateral', 'isosceles', 'right'];
+const QUADRANGLES = ['general', 'square', 'rectangle', 'rhombus', 'parallelogram', 'trapezoid'];
+
+const DEFAULTS = {
+  figures: FIGURES,
+  minSize: 0,
+  sensitivity: 0.5,
+  horizontalVertical: true,
+  regularFigures: true,
+  nearbyStrokes: true,
+  layout: 'xyf',
+};
+
+/** Numbers a point in a Float64Array. */
+const STRIDES = { xy: 2, xyf: 3 };
+
+const found = (value) => (typeof value === 'string' ? JSON.stringify(value) : String(value));
+
+function checkNumber(name, value, min, max) {
+  if (typeof value !== 'number') {
+    throw new TypeError(`${name} must be a number, found ${found(value)}`);
+  }
+  if (!(value >= min && value <= max)) {
+    throw new RangeError(`${name} must be from ${min} to ${max}, found ${value}`);
+  }
+}
+
+function checkFigures(figures) {
+  if (!Array.isArray(figures)) {
+    throw new TypeError(`options.figures must be an array, found ${found(figures)}`);
+  }
+  figures.forEach((figure, i) => {
+    if (!FIGURES.includes(figure)) {
+      const known = FIGURES.join(', ');
+      throw new RangeError(`options.figures[${i}] must be one of ${known}, found ${found(figure)}`);
+    }
+  });
+}
+
+function checkOptions(options) {
+  if (typeof options !== 'object' || options === null) {
+    throw new TypeError(`options must be an object, found ${found(options)}`);
+  }
+  for (const name of Object.keys(options)) {
+    if (!Object.hasOwn(DEFAULTS, name)) {
+      const known = Object.keys(DEFAULTS).join(', ');
+      throw new RangeError(`options.${name} is unknown; there are ${known}`);
+    }
+  }
+}
+
+/** The options with their defaults, frozen, or an error that names the wrong one. */
+function completeOptions(options) {
+  checkOptions(options);
+  const given = Object.entries(options).filter(([, value]) => value !== undefined);
+  const complete = { ...DEFAULTS, ...Object.fromEntries(given) };
+  checkFigures(complete.figures);
+  checkNumber('options.minSize', complete.minSize, 0, Number.MAX_VALUE);
+  checkNumber('options.sensitivity', complete.sensitivity, 0, 1);
+  for (const name of ['horizontalVertical', 'regularFigures', 'nearbyStrokes']) {
+    if (typeof complete[name] !== 'boolean') {
+      throw new TypeError(`options.${name} must be a boolean, found ${found(complete[name])}`);
+    }
+  }
+  if (!Object.hasOwn(STRIDES, complete.layout)) {
+    throw new RangeError(`options.layout must be 'xy' or 'xyf', found ${found(complete.layout)}`);
+  }
+  return Object.freeze({ ...complete, figures: Object.freeze([...complete.figures]) });
+}
+
+function checkSide(name, value) {
+  if (typeof value !== 'number') {
+    throw new TypeError(`${name} must be a number, found ${found(value)}`);
+  }
+  if (!(value > 0 && value < Infinity)) {
+    throw new RangeError(`${name} must be above 0 and finite, found ${value}`);
+  }
+}
+
+/** The k-th pair of parameters as a point. */
+const point = (p, k) => ({ x: p[2 * k], y: p[2 * k + 1] });
+
+const corners = (p, count) => Array.from({ length: count }, (_, k) => point(p, k));
+
+/** By the native number of a figure's kind: its parameters as an object. */
+const MAKE_FIGURE = [
+  () => null,
+  (p) => ({ kind: 'dot', centre: point(p, 0) }),
+  (p) => ({ kind: 'line', from: point(p, 0), to: point(p, 1) }),
+  (p) => ({
+    kind: 'angle',
+    from: point(p, 0),
+    vertex: point(p, 1),
+    to: point(p, 2),
+    opening: p[6],
+  }),
+  (p, subtype) => ({ kind: 'triangle', corners: corners(p, 3), subtype: TRIANGLES[subtype] }),
+  (p, subtype) => ({ kind: 'quadrangle', corners: corners(p, 4), subtype: QUADRANGLES[subtype] }),
+  (p) => ({ kind: 'circle', centre: point(p, 0), radius: p[2] }),
+  (p) => ({ kind: 'ellipse', centre: point(p, 0), radii: point(p, 1), rotation: p[4] }),
+];
+
+class Beautifier {
+  #native;
+  #stride;
+
+  constructor(options = {}) {
+    this.options = completeOptions(options);
+    this.#stride = STRIDES[this.options.layout];
+    const { figures, minSize, sensitivity } = this.options;
+    this.#native = new native.Beautifier(
+      figures.map((figure) => FIGURES.indexOf(figure)),
+      minSize,
+      sensitivity,
+      this.options.horizontalVertical,
+      this.options.regularFigures,
+      this.options.nearbyStrokes,
+    );
+    Object.freeze(this);
+  }
+
+  beautify(stroke, width, height, others = []) {
+    const isPacked = stroke instanceof Float64Array;
+    const stride = isPacked ? this.#stride : STRIDES.xyf;
+    const points = isPacked
+      ? checkPacked('stroke', stroke, stride)
+      : packObjects('stroke', stroke, stride);
+    checkSide('width', width);
+    checkSide('height', height);
+    const { values, lengths } = packOthers('others', others, this.#stride);
+    const [path, type, confidence, reason, kind, subtype, parameters] = this.#native.beautify(
+      points,
+      stride,
+      width,
+      height,
+      values,
+      lengths,
+    );
+    return {
+      path: isPacked ? path : unpackObjects(path),
+      type,
+      confidence,
+      figure: MAKE_FIGURE[kind](parameters, subtype),
+      reason: REASONS[reason],
+    };
+  }
+}
+
+module.exports = { Beautifier, FIGURES };

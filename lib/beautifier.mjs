@@ -1,0 +1,3 @@
+import beautifier from './beautifier.js';
+
+export const { Beautifier, FIGURES } = beautifier;

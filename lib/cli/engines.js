@@ -1,0 +1,94 @@
+'use strict';
+
+const { resolveTemplates } = require('./template-files.js');
+const { UserError } = require('./user-error.js');
+
+/**
+ * @typedef {object} Answer
+ * @property {string} family a figure, 'polygon' for one of neither three nor four edges, or 'none'
+ * @property {Array<{x: number, y: number}>} path the redrawn stroke, fractions of the area
+ * @property {number} type the figure code
+ */
+
+/**
+ * @typedef {object} Engine
+ * @property {string} name
+ * @property {(options: {templates?: string[]}) => void} load to be called once in a process,
+ *   before any of its threads asks for an answer
+ * @property {(stroke: import('./placement.js').PlacedStroke) => Answer} answer in any thread
+ */
+
+const FAMILY_OF_TYPE = { 0: 'none', 1: 'dot', 2: 'line', 4: 'angle', 7: 'ellipse' };
+const POLYGON_TYPE = 6;
+const POINTS_AN_EDGE = 21;
+
+/**
+ * Names the figure of an answer. A polygon comes as 21 points an edge; a path of another length
+ * is the drawn stroke, given back because no three or four corners were found in it.
+ */
+function familyOfAnswer({ type, path }) {
+  if (type !== POLYGON_TYPE) return FAMILY_OF_TYPE[type] ?? 'none';
+  if (path.length === 3 * POINTS_AN_EDGE) return 'triangle';
+  if (path.length === 4 * POINTS_AN_EDGE) return 'quadrangle';
+  return 'polygon';
+}
+
+/**
+ * The template-matching engine. Its templates are those of the process: loading adds to them,
+ * and its threads share them.
+ */
+function exactEngine() {
+  let native;
+  const binding = () => (native ??= requireNative('../index.js', 'exact'));
+  return {
+    name: 'exact',
+    load({ templates }) {
+      binding().initScrivo(resolveTemplates(templates));
+    },
+    answer({ points, width, height, others = [] }) {
+      const { path, type } = binding().optimizeAStroke(points, width, height, others);
+      return { family: familyOfAnswer({ type, path }), path, type };
+    },
+  };
+}
+
+const POLYGON_FAMILY = { triangle: 'triangle', quadrangle: 'quadrangle' };
+
+/** Fits figures directly; needs no templates, so it takes none. */
+function beautifierEngine() {
+  let instance;
+  const beautifier = () =>
+    (instance ??= new (requireNative('../beautifier.js', 'beautifier').Beautifier)());
+  return {
+    name: 'beautifier',
+    load({ templates }) {
+      if (templates?.length > 0) {
+        throw new UserError('the beautifier needs no templates: leave --templates out');
+      }
+      beautifier();
+    },
+    answer({ points, width, height, others = [] }) {
+      const { path, type, figure } = beautifier().beautify(points, width, height, others);
+      const family = POLYGON_FAMILY[figure?.kind] ?? FAMILY_OF_TYPE[type];
+      return { family, path, type };
+    },
+  };
+}
+
+const ENGINES = { exact: exactEngine, beautifier: beautifierEngine };
+
+function requireNative(file, engine) {
+  try {
+    return require(file);
+  } catch (error) {
+    throw new UserError(`engine ${engine} cannot be loaded: ${error.message}`);
+  }
+}
+
+/** @returns {Engine} */
+function createEngine(name) {
+  if (Object.hasOwn(ENGINES, name)) return ENGINES[name]();
+  throw new UserError(`there is no engine ${name}; known: ${Object.keys(ENGINES).join(', ')}`);
+}
+
+module.exports = { ENGINE_NAMES: Object.keys(ENGINES), createEngine, familyOfAnswer };

@@ -1,0 +1,148 @@
+'use strict';
+
+const fs = require('node:fs');
+const { Readable, pipeline } = require('node:stream');
+const zlib = require('node:zlib');
+const { StringDecoder } = require('node:string_decoder');
+const { UserError } = require('./user-error.js');
+
+const STDIN = '-';
+
+// A stroke of a million points is about 30 MB of text. Beyond this a file is not
+// made of lines, and holding one would cost memory without bound.
+const MAX_LINE_LENGTH = 64 * 1024 * 1024;
+
+/** Name of an input for messages. */
+function displayName(path) {
+  return path === STDIN ? 'standard input' : path;
+}
+
+/**
+ * Checks that every input can be opened, so that a long run does not end on a misspelt name.
+ *
+ * @param {string[]} paths file names, `-` for standard input
+ * @returns {number|undefined} total size in bytes, undefined when an input has no known size
+ */
+function checkInputs(paths) {
+  if (paths.filter((path) => path === STDIN).length > 1) {
+    throw new UserError('standard input (-) can be read once only');
+  }
+  const sizes = paths.map((path) => (path === STDIN ? undefined : sizeOfInput(path)));
+  return sizes.includes(undefined) ? undefined : sizes.reduce((sum, size) => sum + size, 0);
+}
+
+function sizeOfInput(path) {
+  try {
+    const status = fs.statSync(path);
+    if (status.isDirectory()) {
+      throw new UserError(`${path} is a directory: name the files in it`);
+    }
+    fs.accessSync(path, fs.constants.R_OK);
+    return status.isFile() ? status.size : undefined;
+  } catch (error) {
+    throw error instanceof UserError ? error : new UserError(openFailure(path, error));
+  }
+}
+
+function openFailure(path, error) {
+  if (error.code === 'ENOENT') return `${path}: no such file`;
+  if (error.code === 'EACCES') return `${path}: no permission to read it`;
+  return `${path}: ${error.message}`;
+}
+
+/**
+ * Reads a text input line by line, gzip or not (told by the first two bytes).
+ *
+ * Only a line feed ends a line: the separators U+2028 and U+2029 are legal inside JSON.
+ *
+ * @param {string} path file name, `-` for standard input
+ * @param {object} [options]
+ * @param {(count: number) => void} [options.onBytes] told the bytes taken from the input
+ * @yields {{number: number, text: string|undefined}} lines counted from 1; text is undefined
+ *   for a line too long to hold
+ */
+async function* readLines(path, { onBytes = () => {} } = {}) {
+  let number = 0;
+  try {
+    for await (const text of splitLines(await openInput(path, onBytes))) {
+      number += 1;
+      yield { number, text };
+    }
+  } catch (error) {
+    throw readFailure(path, error, number > 0 ? ` after line ${number}` : '');
+  }
+}
+
+/** The error to show when an input breaks off: it is unreadable, or its gzip data is damaged. */
+function readFailure(path, error, where = '') {
+  if (error instanceof UserError) return error;
+  return new UserError(`${displayName(path)}: reading failed${where}: ${error.message}`);
+}
+
+/**
+ * Opens an input, unpacked if it is gzip data.
+ *
+ * @param {string} path file name, `-` for standard input
+ * @param {(count: number) => void} onBytes told the bytes taken from the input, packed
+ * @returns {Promise<AsyncIterable<Buffer>>}
+ */
+async function openInput(path, onBytes) {
+  const raw = path === STDIN ? process.stdin : fs.createReadStream(path);
+  const chunks = countBytes(raw, onBytes);
+  const head = await takeHead(chunks, 2);
+  const whole = Readable.from(chain(head, chunks), { objectMode: false });
+  const isGzip = head.length >= 2 && head[0] === 0x1f && head[1] === 0x8b;
+  // The callback only silences the rejection: the reader of the result sees the error.
+  return isGzip ? pipeline(whole, zlib.createGunzip(), () => {}) : whole;
+}
+
+async function* countBytes(stream, onBytes) {
+  for await (const chunk of stream) {
+    onBytes(chunk.length);
+    yield chunk;
+  }
+}
+
+async function takeHead(chunks, length) {
+  let head = Buffer.alloc(0);
+  while (head.length < length) {
+    const { value, done } = await chunks.next();
+    if (done) break;
+    head = Buffer.concat([head, value]);
+  }
+  return head;
+}
+
+async function* chain(head, rest) {
+  if (head.length > 0) yield head;
+  yield* rest;
+}
+
+async function* splitLines(stream) {
+  const decoder = new StringDecoder('utf8');
+  let pending = '';
+  let overlong = false;
+  for await (const chunk of stream) {
+    const pieces = decoder.write(chunk).split('\n');
+    const rest = pieces.pop();
+    for (const piece of pieces) {
+      yield overlong ? undefined : pending + piece;
+      pending = '';
+      overlong = false;
+    }
+    overlong ||= pending.length + rest.length > MAX_LINE_LENGTH;
+    pending = overlong ? '' : pending + rest;
+  }
+  pending += decoder.end();
+  if (overlong || pending !== '') yield overlong ? undefined : pending;
+}
+
+module.exports = {
+  MAX_LINE_LENGTH,
+  STDIN,
+  checkInputs,
+  displayName,
+  openInput,
+  readFailure,
+  readLines,
+};

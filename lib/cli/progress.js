@@ -1,0 +1,61 @@
+'use strict';
+
+const readline = require('node:readline');
+const { SingleBar, Presets } = require('cli-progress');
+
+const SIZED = '{bar} {percentage} %  {strokes} strokes  {rate}/s  {eta_formatted} left';
+const UNSIZED = '{strokes} strokes  {rate}/s  {duration_formatted}';
+
+/**
+ * Shows how far a run is: a bar on a terminal, elsewhere one line a finished input or nothing.
+ *
+ * @param {object} options
+ * @param {number} [options.totalBytes] of all inputs together; without it the time left is unknown
+ * @param {NodeJS.WriteStream} [options.stream]
+ * @param {boolean} [options.silentElsewhere] nothing but messages where there is no terminal
+ * @returns {{advance(bytes: number): void, count(strokes: number): void, log(text: string): void,
+ *   finish(name: string, strokes: number): void, stop(): void}}
+ */
+function createProgress({ totalBytes, stream = process.stderr, silentElsewhere = false }) {
+  if (!stream.isTTY) return plainProgress(stream, silentElsewhere);
+  const bar = new SingleBar(
+    {
+      format: totalBytes === undefined ? UNSIZED : SIZED,
+      clearOnComplete: true,
+      etaBuffer: 100,
+      // Its handlers would keep an interrupt from ending the process.
+      gracefulExit: false,
+      stream,
+    },
+    Presets.shades_classic,
+  );
+  const start = process.hrtime.bigint();
+  bar.start(totalBytes ?? 1, 0, { strokes: 0, rate: 0 });
+  return {
+    advance: (bytes) => totalBytes !== undefined && bar.increment(bytes),
+    count(strokes) {
+      const seconds = Number(process.hrtime.bigint() - start) / 1e9;
+      bar.update({ strokes, rate: Math.round(strokes / seconds) });
+    },
+    log(text) {
+      // The bar draws itself again below.
+      readline.cursorTo(stream, 0);
+      readline.clearLine(stream, 0);
+      stream.write(`${text}\n`);
+    },
+    finish: () => {},
+    stop: () => bar.stop(),
+  };
+}
+
+function plainProgress(stream, silent) {
+  return {
+    advance: () => {},
+    count: () => {},
+    log: (text) => stream.write(`${text}\n`),
+    finish: (name, strokes) => silent || stream.write(`${name}: ${strokes} strokes\n`),
+    stop: () => {},
+  };
+}
+
+module.exports = { createProgress };

@@ -1,0 +1,61 @@
+'use strict';
+
+const { displayName, openInput, readFailure } = require('../input.js');
+const { UserError } = require('../user-error.js');
+const { readBlocks } = require('./ndjson.js');
+const { readXml } = require('./xml.js');
+
+const LESS_THAN = '<'.charCodeAt(0);
+
+/**
+ * Reads the ink of an input, whatever its name: NDJSON, InkML or SVG, gzip or not.
+ *
+ * @param {string} path file name, `-` for standard input
+ * @param {object} options
+ * @param {number} options.step distance of samples along SVG curves, drawing units
+ * @param {number} [options.scale] drawing units a unit of the input, whatever a document says
+ * @param {(count: number) => void} options.onBytes told the bytes taken from the input
+ * @yields {{bytes: Uint8Array, overlong?: true}|{records: object[], passedOver: string[]}|
+ *   {damage: string}} blocks of lines, records of a document, and last what kept the rest of the
+ *   input from being read
+ */
+async function* readInk(path, { step, scale, onBytes }) {
+  try {
+    const chunks = (await openInput(path, onBytes))[Symbol.asyncIterator]();
+    const head = await takeHead(chunks);
+    const whole = chain(head, chunks);
+    yield* isXml(head) ? readXml(head, whole, { step, scale }) : readBlocks(whole);
+  } catch (error) {
+    const { message } = readFailure(path, error);
+    const name = displayName(path);
+    yield { damage: message.startsWith(`${name}:`) ? message : `${name}: ${message}` };
+  }
+}
+
+/** The first bytes that are no white space, with all before and what came along. */
+async function takeHead(chunks) {
+  let head = Buffer.alloc(0);
+  for (;;) {
+    const { value, done } = await chunks.next();
+    if (done) return head;
+    head = head.length === 0 ? value : Buffer.concat([head, value]);
+    if (head.length >= 4 && head.toString('latin1').trim() !== '') return head;
+  }
+}
+
+function isXml(head) {
+  // Byte order marks, and the zeros of two-byte characters.
+  const first = head.find((byte) => !MARK_BYTES.has(byte) && byte > 0x20);
+  if (first === LESS_THAN) return true;
+  if (head.includes(0)) throw new UserError('neither NDJSON (in UTF-8), InkML nor SVG');
+  return false;
+}
+
+const MARK_BYTES = new Set([0xef, 0xbb, 0xbf, 0xfe, 0xff]);
+
+async function* chain(head, rest) {
+  if (head.length > 0) yield head;
+  yield* { [Symbol.asyncIterator]: () => rest };
+}
+
+module.exports = { readInk };

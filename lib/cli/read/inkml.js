@@ -1,0 +1,227 @@
+'use strict';
+
+const { pixelsPer } = require('./units.js');
+
+const VALUE = /([!'"]?)\s*([-+]?(?:\d+\.?\d*|\.\d+)(?:[eE][-+]?\d+)?|#[\dA-Fa-f]+|[*?TF])\s*/y;
+
+/**
+ * @typedef {object} TraceFormat
+ * @property {Array<{name: string, min: number, max: number}>} channels in the order of a
+ *   point's values
+ * @property {number} required how many of them every point has
+ * @property {number} [scale] CSS pixels a unit, where the ink says how long its unit is
+ */
+
+/** The format of ink that declares none. */
+function plainFormat() {
+  return { channels: [{ name: 'X' }, { name: 'Y' }], required: 2 };
+}
+
+/**
+ * Collects the traces of an InkML document from its elements.
+ *
+ * A trace uses the format its context refers to, else the one declared last. Mappings and canvas
+ * transforms are not applied.
+ */
+class InkmlReader {
+  constructor({ onStroke, onProblem, onPassedOver }) {
+    Object.assign(this, { onStroke, onProblem, onPassedOver });
+    this.formats = new Map();
+    this.current = plainFormat();
+    /** Open elements that a format is declared for, by their identifiers. */
+    this.owners = [];
+    /** Open trace groups: their annotations and the context they refer to. */
+    this.groups = [];
+    this.intermittent = false;
+    this.trace = undefined;
+    this.annotation = undefined;
+  }
+
+  open(name, attributes, line) {
+    const handler = OPEN[name];
+    if (handler) handler.call(this, attributes, line);
+  }
+
+  close(name) {
+    const handler = CLOSE[name];
+    if (handler) handler.call(this);
+  }
+
+  text(text) {
+    if (this.annotation) this.annotation.text += text;
+    else if (this.trace) this.trace.text += text;
+  }
+
+  formatOf(reference) {
+    return this.formats.get(reference?.replace(/^.*#/, '')) ?? this.current;
+  }
+
+  pushOwner(attributes) {
+    const reference = attributes.traceFormatRef ?? attributes.inkSourceRef ?? attributes.contextRef;
+    this.owners.push(identifier(attributes));
+    if (reference) this.useFormat(this.formatOf(reference));
+  }
+
+  useFormat(format) {
+    this.current = format;
+    for (const id of this.owners) if (id !== undefined) this.formats.set(id, format);
+  }
+
+  emitTrace() {
+    const { text, line, id, format } = this.trace;
+    this.trace = undefined;
+    const { points, problem } = decodeTrace(text, format);
+    if (problem) {
+      this.onProblem(line, problem);
+      return;
+    }
+    const annotations = this.groups.map((group) => group.annotations);
+    const fields = Object.assign({}, ...annotations, id !== undefined && { id });
+    this.onStroke(line, { points, fields, ...(format.scale && { scale: format.scale }) });
+  }
+}
+
+const OPEN = {
+  context(attributes) {
+    this.pushOwner(attributes);
+  },
+  inkSource(attributes) {
+    this.pushOwner(attributes);
+  },
+  traceFormat(attributes) {
+    this.owners.push(identifier(attributes));
+    this.useFormat({ channels: [], required: 0 });
+    this.intermittent = false;
+  },
+  intermittentChannels() {
+    this.intermittent = true;
+  },
+  channel({ name, min, max, units }) {
+    this.current.channels.push({ name, min: Number(min ?? 0), max: Number(max) });
+    if (!this.intermittent) this.current.required += 1;
+    if (name === 'X' && pixelsPer(units)) this.current.scale = pixelsPer(units);
+  },
+  /** The resolution says how many units make an inch or a centimetre: "1000", "1/cm". */
+  channelProperty({ channel, name, value, units }) {
+    if (channel !== 'X' || name !== 'resolution') return;
+    const scale = pixelsPer(units?.replace(/^1\//, '')) / Number(value);
+    if (scale > 0 && Number.isFinite(scale)) this.current.scale = scale;
+  },
+  traceGroup({ contextRef }) {
+    this.groups.push({ annotations: {}, contextRef });
+  },
+  annotation({ type }) {
+    if (this.groups.length > 0 && type) this.annotation = { type, text: '' };
+  },
+  trace(attributes, line) {
+    if (attributes.type === 'penUp') return;
+    const reference =
+      attributes.contextRef ?? this.groups.findLast((group) => group.contextRef)?.contextRef;
+    const id = identifier(attributes);
+    this.trace = { text: '', line, id, format: this.formatOf(reference) };
+  },
+};
+
+const CLOSE = {
+  context() {
+    this.owners.pop();
+  },
+  inkSource() {
+    this.owners.pop();
+  },
+  traceFormat() {
+    this.owners.pop();
+  },
+  traceGroup() {
+    this.groups.pop();
+  },
+  annotation() {
+    if (!this.annotation) return;
+    this.groups.at(-1).annotations[this.annotation.type] = this.annotation.text.trim();
+    this.annotation = undefined;
+  },
+  trace() {
+    if (this.trace) this.emitTrace();
+  },
+};
+
+function identifier(attributes) {
+  return attributes['xml:id'] ?? attributes.id;
+}
+
+/**
+ * Reads the text of a trace. A value is explicit (!), a first difference (') or a second
+ * difference ("); the mark holds for its channel until another one comes.
+ *
+ * @param {string} text points divided by commas
+ * @param {TraceFormat} format
+ * @returns {{points: number[][]}|{problem: string}}
+ */
+function decodeTrace(text, format) {
+  const decoders = format.channels.map(() => createChannelDecoder());
+  const points = [];
+  for (const part of text.split(',')) {
+    const values = decodeValues(part.trim(), decoders);
+    if (values === undefined) return { problem: `point ${points.length} cannot be read: ${part}` };
+    if (values.length === 0) continue;
+    const { point, problem } = toPoint(values, format);
+    if (problem) return { problem: `point ${points.length} ${problem}` };
+    points.push(point);
+  }
+  return points.length > 0 ? { points } : { problem: 'a trace without points' };
+}
+
+function decodeValues(text, decoders) {
+  const values = [];
+  VALUE.lastIndex = 0;
+  while (VALUE.lastIndex < text.length) {
+    const match = VALUE.exec(text);
+    if (!match || values.length === decoders.length) return undefined;
+    values.push(decoders[values.length](match[1], match[2]));
+  }
+  return values;
+}
+
+/** Decodes the values of one channel, which may depend on those before. */
+function createChannelDecoder() {
+  let mode = '!';
+  let [number, value, velocity] = [0, 0, 0];
+  return (prefix, token) => {
+    if (prefix) mode = prefix;
+    if (token === '?') return undefined;
+    // A star repeats what came before, in the mode that holds.
+    if (token !== '*') number = toNumber(token);
+    const previous = value;
+    if (mode === '!') value = number;
+    else if (mode === "'") value += number;
+    else value += velocity + number;
+    velocity = value - previous;
+    return value;
+  };
+}
+
+function toNumber(token) {
+  if (token === 'T') return 1;
+  if (token === 'F') return 0;
+  return token.startsWith('#') ? Number.parseInt(token.slice(1), 16) : Number(token);
+}
+
+function toPoint(values, { channels, required }) {
+  if (values.length < required) {
+    return { problem: `has ${values.length} values where its format has ${required}` };
+  }
+  const value = (name) => values[channels.findIndex((channel) => channel.name === name)];
+  const [x, y, force, time] = [value('X'), value('Y'), value('F'), value('T')];
+  if (!Number.isFinite(x) || !Number.isFinite(y)) return { problem: 'has no X or no Y' };
+  if (force === undefined && time === undefined) return { point: [x, y] };
+  const share = force === undefined ? null : toShare(force, channels);
+  return { point: time === undefined ? [x, y, share] : [x, y, share, time] };
+}
+
+/** Pressure as a share of the greatest, where the greatest is known. */
+function toShare(force, channels) {
+  const { min, max } = channels.find(({ name }) => name === 'F');
+  return max > min ? (force - min) / (max - min) : force;
+}
+
+module.exports = { InkmlReader };

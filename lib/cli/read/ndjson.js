@@ -1,0 +1,116 @@
+'use strict';
+
+const { MAX_LINE_LENGTH } = require('../input.js');
+const { describe } = require('../strokes.js');
+const { readPoints } = require('./stroke-points.js');
+
+const LINE_FEED = 10;
+
+/**
+ * Cuts a text into blocks of whole lines, so that lines are looked at where strokes are worked
+ * on. What has arrived is passed on at once: a program that waits for the answer to a line before
+ * it writes the next one gets it.
+ *
+ * @param {AsyncIterable<Buffer>} chunks
+ * @yields {{bytes: Uint8Array, overlong?: true}} a block with a buffer of its own; overlong, and
+ *   empty, for a single line too long to hold
+ */
+async function* readBlocks(chunks) {
+  let pending = [];
+  let length = 0;
+  let overlong = false;
+  for await (const chunk of chunks) {
+    const end = chunk.lastIndexOf(LINE_FEED) + 1;
+    if (end > 0) {
+      let start = 0;
+      if (overlong) {
+        start = chunk.indexOf(LINE_FEED) + 1;
+        yield { bytes: new Uint8Array(0), overlong };
+      }
+      if (start < end) yield { bytes: join([...pending, chunk.subarray(start, end)]) };
+      [pending, length, overlong] = [[], 0, false];
+    }
+    length += chunk.length - end;
+    overlong ||= length > MAX_LINE_LENGTH;
+    if (overlong) pending = [];
+    else if (end < chunk.length) pending.push(chunk.subarray(end));
+  }
+  if (overlong || pending.length > 0) yield { bytes: join(pending), ...(overlong && { overlong }) };
+}
+
+/** A copy that can be handed to another thread: chunks may share their memory. */
+function join(parts) {
+  const bytes = new Uint8Array(parts.reduce((sum, part) => sum + part.length, 0));
+  let offset = 0;
+  for (const part of parts) {
+    bytes.set(part, offset);
+    offset += part.length;
+  }
+  return bytes;
+}
+
+/**
+ * Reads the strokes of a block. Empty lines mean nothing.
+ *
+ * @param {{bytes: Uint8Array, overlong?: true}} block
+ * @returns {Array<{line: number, stroke?: import('./stroke-points.js').Stroke,
+ *   problem?: string}>} lines counted from 1 at the block's start; `lines` of the array tells how
+ *   many the block has
+ */
+function parseBlock({ bytes, overlong }) {
+  if (overlong) {
+    const problem = `longer than ${MAX_LINE_LENGTH} characters`;
+    return { lines: 1, records: [{ line: 1, problem }] };
+  }
+  const texts = Buffer.from(bytes.buffer, bytes.byteOffset, bytes.length).toString().split('\n');
+  // A line feed ends the last line rather than starting another.
+  if (texts.at(-1) === '') texts.pop();
+  const records = texts.flatMap((untrimmed, i) => {
+    // A byte order mark, which some editors begin a file with, counts as white space.
+    const text = untrimmed.trim();
+    return text === '' ? [] : [{ line: i + 1, ...parseLine(text) }];
+  });
+  return { lines: texts.length, records };
+}
+
+function parseLine(text) {
+  let value;
+  try {
+    value = JSON.parse(text);
+  } catch (error) {
+    return { problem: `not JSON: ${error.message}` };
+  }
+  if (value === null || typeof value !== 'object' || Array.isArray(value)) {
+    return { problem: `an object was expected, found ${describe(value)}` };
+  }
+  const { points, asObjects, problem } = readPoints(value.points);
+  if (problem) return { problem };
+  const area = readArea(value);
+  if (area.problem) return area;
+  const others = readOthers(value);
+  if (others.problem) return others;
+  return { stroke: { points, asObjects, fields: value, text, ...area, ...others } };
+}
+
+/** The drawing area that the line itself gives: "width" and "height", both or none. */
+function readArea({ width, height }) {
+  if (width === undefined && height === undefined) return {};
+  for (const [name, value] of Object.entries({ width, height })) {
+    if (!(Number.isFinite(value) && value > 0)) {
+      return { problem: `"${name}" must be a positive number, found ${describe(value)}` };
+    }
+  }
+  return { area: { x: 0, y: 0, width, height } };
+}
+
+function readOthers({ others }) {
+  if (others === undefined) return {};
+  if (!Array.isArray(others)) {
+    return { problem: `"others" must be an array of strokes, found ${describe(others)}` };
+  }
+  const strokes = others.map((other, i) => readPoints(other, `others[${i}]`));
+  const problem = strokes.find((stroke) => stroke.problem)?.problem;
+  return problem ? { problem } : { others: strokes.map(({ points }) => points) };
+}
+
+module.exports = { parseBlock, readBlocks };

@@ -1,0 +1,63 @@
+'use strict';
+
+const { describe } = require('../strokes.js');
+
+const FIELDS = ['x', 'y', 'force', 'time'];
+const REQUIRED = 2;
+
+/**
+ * @typedef {object} Stroke ink as it was read
+ * @property {number[][]} points [x, y, force, time] of each, in the units of the input; a force
+ *   or time that was not recorded is null, or missing at the end
+ * @property {boolean} [asObjects] points came as {x, y, force, time}
+ * @property {object} fields whatever else is known of the stroke, to be passed on
+ * @property {string} [text] the JSON object that the fields, points included, were read from
+ * @property {{x: number, y: number, width: number, height: number}} [area] the drawing area
+ * @property {number} [scale] drawing units a unit of the input
+ * @property {number[][][]} [others] points of other strokes on the drawing surface
+ */
+
+/**
+ * Reads the points of a stroke in either of their forms: [x, y, force, time] or an object.
+ *
+ * @param {unknown} value
+ * @param {string} name of the value in messages
+ * @returns {{points: number[][], asObjects: boolean}|{problem: string}}
+ */
+function readPoints(value, name = 'points') {
+  if (value === undefined) return { problem: `"${name}" is missing` };
+  if (!Array.isArray(value))
+    return { problem: `"${name}" must be an array, found ${describe(value)}` };
+  if (value.length === 0) return { problem: `"${name}" is empty` };
+  const asObjects = !Array.isArray(value[0]);
+  const points = value.map((point) => (Array.isArray(point) ? point : pointOfObject(point)));
+  for (let i = 0; i < points.length; i += 1) {
+    const problem = problemOfPoint(points[i]);
+    if (problem) return { problem: `${name}[${i}] ${problem}` };
+  }
+  return { points, asObjects };
+}
+
+function pointOfObject(value) {
+  if (value === null || typeof value !== 'object') return value;
+  const { x, y, force, time } = value;
+  if (time !== undefined) return [x, y, force ?? null, time];
+  return force === undefined ? [x, y] : [x, y, force];
+}
+
+function problemOfPoint(point) {
+  if (!Array.isArray(point)) {
+    return `must be [x, y, force, time] or {x, y, force, time}, found ${describe(point)}`;
+  }
+  for (let i = 0; i < FIELDS.length; i += 1) {
+    const value = point[i];
+    if (i >= REQUIRED && (value === undefined || value === null)) continue;
+    // JSON has no infinity, but reads 1e999 as one.
+    if (!Number.isFinite(value)) {
+      return `${FIELDS[i]} must be a finite number, found ${describe(value)}`;
+    }
+  }
+  return undefined;
+}
+
+module.exports = { readPoints };

@@ -1,0 +1,66 @@
+'use strict';
+
+const { boundingBox } = require('../placement.js');
+
+// Room around a stroke that has no drawing area, in drawing units besides its own size: no figure
+// reaches further, so none is moved.
+const ROOM = 64;
+
+/**
+ * Puts a stroke into its drawing area, as an engine takes it.
+ *
+ * Without an area the stroke gets one that no figure can leave.
+ *
+ * @param {import('../read/stroke-points.js').Stroke} stroke
+ * @param {object} options
+ * @param {{x: number, y: number, width: number, height: number}} [options.area] in units of the
+ *   input, instead of the stroke's own
+ * @param {number} [options.scale] drawing units a unit of the input, instead of the stroke's own
+ * @returns {{placed: import('../placement.js').PlacedStroke, toInput: Function}} toInput takes a
+ *   point of the answer and returns it in the units of the input, as [x, y] or [x, y, force]
+ */
+function placeInArea(stroke, { area = stroke.area, scale = stroke.scale ?? 1 } = {}) {
+  const { x: left, y: top, width, height } = area ?? areaAround(stroke.points, scale);
+  const toFraction = ([x, y, force, time]) => {
+    const point = { x: (x - left) / width, y: (y - top) / height };
+    if (force) point.force = force;
+    if (typeof time === 'number') point.time = time;
+    return point;
+  };
+  return {
+    placed: {
+      points: stroke.points.map(toFraction),
+      width: width * scale,
+      height: height * scale,
+      others: stroke.others?.map((other) => other.map(toFraction)),
+    },
+    toInput({ x, y, force }) {
+      const point = [x * width + left, y * height + top];
+      return force === undefined ? point : [...point, force];
+    },
+  };
+}
+
+/** A square of a power of two drawing units, on a grid: so coordinates are rounded the least. */
+function areaAround(points, scale) {
+  const box = boundingBox(points);
+  const room = Math.max(box.width, box.height) + ROOM / scale;
+  const side = 2 ** Math.ceil(Math.log2(3 * room * scale)) / scale;
+  const grid = side / 1024;
+  const before = (value) => Math.floor((value - room) / grid) * grid;
+  return { x: before(box.x), y: before(box.y), width: side, height: side };
+}
+
+/** The area that two have in common: both when they are the same, null when they are not. */
+function commonArea(a, b) {
+  if (a === undefined) return b;
+  if (a === null || b === null || b === undefined) return b === undefined ? a : null;
+  return Object.keys(a).every((key) => a[key] === b[key]) ? a : null;
+}
+
+/** Smallest box around two, as [left, top, right, bottom]. */
+function uniteBoxes(a, b) {
+  return [Math.min(a[0], b[0]), Math.min(a[1], b[1]), Math.max(a[2], b[2]), Math.max(a[3], b[3])];
+}
+
+module.exports = { commonArea, placeInArea, uniteBoxes };

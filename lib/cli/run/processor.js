@@ -1,0 +1,104 @@
+'use strict';
+
+const { createEngine } = require('../engines.js');
+const { parseBlock } = require('../read/ndjson.js');
+const { createWriter } = require('../write/formats.js');
+const { boundingBox } = require('../placement.js');
+const { commonArea, placeInArea, uniteBoxes } = require('./area.js');
+
+/**
+ * @typedef {object} ProcessorOptions plain data, the same for every job of a run
+ * @property {string} engine name of it
+ * @property {string[]} [templates]
+ * @property {boolean} [loads] this process has not loaded the engine's templates yet
+ * @property {boolean} snap lines may snap to other strokes
+ * @property {string} format of the output
+ * @property {number} [decimals] the coordinates are rounded to
+ * @property {{x: number, y: number, width: number, height: number}} [area]
+ * @property {number} [scale]
+ */
+
+/**
+ * @typedef {object} JobResult
+ * @property {Uint8Array[]} parts text for each part of the output
+ * @property {number} lines of the block, 0 for a document
+ * @property {Record<string, number>} figures strokes by figure
+ * @property {Array<[number, string]>} problems line and message of each stroke left out
+ * @property {number[]} box left, top, right, bottom of all that is drawn, units of the output, as
+ *   far as the format needs to know
+ * @property {{x: number, y: number, width: number, height: number}|null} [area] the drawing area
+ *   of all strokes, null when they have none in common, undefined without strokes
+ */
+
+/**
+ * @param {ProcessorOptions} options
+ * @returns {(job: {bytes: Uint8Array}|{records: object[]}) => JobResult}
+ */
+function createProcessor(options) {
+  const engine = createEngine(options.engine);
+  if (options.loads) engine.load(options);
+  const writer = createWriter(options);
+  return (job) => {
+    const { lines, records } = job.records ? { lines: 0, records: job.records } : parseBlock(job);
+    const tally = new Tally(writer.parts);
+    for (const { line, stroke, problem } of records) {
+      if (problem) tally.problems.push([line, problem]);
+      else tally.add(stroke, answerStroke(engine, stroke, options), writer);
+    }
+    return tally.toResult(lines);
+  };
+}
+
+/** What a job comes to, stroke by stroke. */
+class Tally {
+  constructor(parts) {
+    this.texts = Array.from({ length: parts }, () => []);
+    this.figures = {};
+    this.problems = [];
+    this.box = [Infinity, Infinity, -Infinity, -Infinity];
+    this.area = undefined;
+  }
+
+  add(stroke, answer, writer) {
+    writer.write(stroke, answer).forEach((text, part) => this.texts[part].push(text));
+    this.figures[answer.figure] = (this.figures[answer.figure] ?? 0) + 1;
+    this.area = commonArea(this.area, stroke.area ?? null);
+    if (!writer.needsBox) return;
+    const unit = writer.unitOf(stroke);
+    this.enclose(stroke.points, unit);
+    if (answer.points !== stroke.points) this.enclose(answer.points, unit);
+  }
+
+  enclose(points, unit) {
+    const { x, y, width, height } = boundingBox(points);
+    this.box = uniteBoxes(
+      this.box,
+      [x, y, x + width, y + height].map((value) => value * unit),
+    );
+  }
+
+  toResult(lines) {
+    const { figures, problems, box, area } = this;
+    const encoder = new TextEncoder();
+    const parts = this.texts.map((texts) => encoder.encode(texts.join('')));
+    return { parts, lines, figures, problems, box, area };
+  }
+}
+
+/**
+ * @returns {{points: number[][], type: number, figure: string}} in the units of the input; the
+ *   stroke's own points where no figure was seen
+ */
+function answerStroke(engine, stroke, { area, scale, snap }) {
+  const { placed, toInput } = placeInArea(snap ? stroke : { ...stroke, others: undefined }, {
+    area,
+    scale,
+  });
+  const { family, path, type } = engine.answer(placed);
+  const points = type === 0 ? stroke.points : path.map(toInput);
+  const isDrawable = points.every(([x, y]) => Number.isFinite(x) && Number.isFinite(y));
+  if (!isDrawable) return { points: stroke.points, type: 0, figure: 'none' };
+  return { points, type, figure: family };
+}
+
+module.exports = { createProcessor };

@@ -1,0 +1,172 @@
+'use strict';
+
+const { STDIN, checkInputs, displayName } = require('../input.js');
+const { createProgress } = require('../progress.js');
+const { readInk } = require('../read/ink.js');
+const { createDocument } = require('../write/document.js');
+const { inspectOutput } = require('../write/output-file.js');
+const { commonArea, uniteBoxes } = require('./area.js');
+const { mapOrdered } = require('./map-ordered.js');
+const { Neighbours } = require('./neighbours.js');
+const { createRunner } = require('./runner.js');
+
+// Jobs read ahead for each that runs: enough that no core waits for the disk.
+const AHEAD = 3;
+
+/** Room around the ink where no drawing area is given, drawing units. */
+const MARGIN = 10;
+
+/**
+ * @typedef {object} RunOptions
+ * @property {string[]} inputs file names, `-` for standard input
+ * @property {string} output file name, `-` for standard output
+ * @property {boolean} force overwrite the output
+ * @property {string} format of the output
+ * @property {(text: string) => Uint8Array} [convert] see createDocument
+ * @property {string} engine
+ * @property {string[]} [templates]
+ * @property {{x: number, y: number, width: number, height: number}} [area]
+ * @property {number} [scale] drawing units a unit of the input
+ * @property {boolean} snap lines may snap to other strokes
+ * @property {number} step distance of samples along SVG curves, drawing units
+ * @property {number} [decimals]
+ * @property {number} jobs
+ */
+
+/**
+ * Idealises the strokes of all inputs into one output, in their order.
+ *
+ * @param {RunOptions} options
+ * @param {{stderr: NodeJS.WriteStream}} io
+ * @returns {Promise<object>} the summary of the run, as `--json` prints it
+ */
+async function runStrokes(options, { stderr }) {
+  const totalBytes = checkInputs(options.inputs);
+  const target = inspectOutput(options.output, options);
+  const { engine, templates, area, scale, snap, format, decimals, jobs } = options;
+  const runner = createRunner(
+    { engine, templates, area, scale, snap, format, decimals },
+    { jobs, writesToStdout: target.kind !== 'file' },
+  );
+  const progress = createProgress({ totalBytes, stream: stderr, silentElsewhere: true });
+  const report = new Report(options, progress);
+  const document = createDocument(target, format, options.convert);
+  try {
+    await document.start();
+    const results = mapOrdered(
+      readJobs(options, (bytes) => progress.advance(bytes)),
+      (job) => runJob(runner, job),
+      AHEAD * jobs,
+    );
+    for await (const result of results) {
+      if (result.parts) await document.add(result.parts);
+      report.add(result);
+    }
+    await document.finish({ view: report.view(), figures: report.figures });
+    return report.summary();
+  } catch (error) {
+    document.abandon();
+    throw error;
+  } finally {
+    progress.stop();
+    await runner.close();
+    // Nothing of it is wanted any more, and an open one would keep the process alive.
+    if (options.inputs.includes(STDIN)) process.stdin.destroy();
+  }
+}
+
+/** The work of all inputs, each piece with the name of its input. */
+async function* readJobs({ inputs, step, scale, snap }, onBytes) {
+  for (const input of inputs) {
+    const name = displayName(input);
+    const neighbours = snap ? new Neighbours() : undefined;
+    for await (const job of readInk(input, { step, scale, onBytes })) {
+      for (const { stroke } of job.records ?? []) {
+        if (stroke) neighbours?.meet(stroke, scale ?? stroke.scale ?? 1);
+      }
+      yield { input: name, ...job };
+    }
+  }
+}
+
+async function runJob(runner, job) {
+  const { input, damage, passedOver = [], ...work } = job;
+  if (damage) return { input, damage };
+  return { input, passedOver, ...(await runner.run(work)) };
+}
+
+/** What a run has come to, and its messages. */
+class Report {
+  constructor({ engine, output, area, scale }, progress) {
+    Object.assign(this, { engine, output, givenArea: area, scale: scale ?? 1, progress });
+    this.strokes = 0;
+    this.figures = {};
+    this.skipped = 0;
+    this.unread = [];
+    this.passedOver = 0;
+    this.box = [Infinity, Infinity, -Infinity, -Infinity];
+    this.area = undefined;
+    this.start = process.hrtime.bigint();
+    /** Lines before the block that comes next, and of which input. */
+    this.position = { input: undefined, lines: 0 };
+  }
+
+  add({ input, damage, passedOver, lines, figures, problems, box, area }) {
+    if (damage) {
+      this.unread.push(input);
+      this.progress.log(damage);
+      return;
+    }
+    this.locate(input);
+    for (const [line, problem] of problems) {
+      this.progress.log(`${input}:${this.position.lines + line}: ${problem}`);
+    }
+    this.position.lines += lines;
+    this.skipped += problems.length;
+    this.passedOver += passedOver.length;
+    this.box = uniteBoxes(this.box, box);
+    this.area = commonArea(this.area, area);
+    for (const [figure, n] of Object.entries(figures)) {
+      this.figures[figure] = (this.figures[figure] ?? 0) + n;
+      this.strokes += n;
+    }
+    this.progress.count(this.strokes);
+  }
+
+  locate(input) {
+    if (this.position.input !== input) this.position = { input, lines: 0 };
+  }
+
+  summary() {
+    const seconds = Number(process.hrtime.bigint() - this.start) / 1e9;
+    // Of all threads, since the program started.
+    const { user, system } = process.cpuUsage();
+    return {
+      engine: this.engine,
+      output: this.output,
+      strokes: this.strokes,
+      figures: this.figures,
+      skipped: this.skipped,
+      passed_over: this.passedOver,
+      unread: this.unread,
+      seconds: Number(seconds.toFixed(3)),
+      cpu_seconds: Number(((user + system) / 1e6).toFixed(3)),
+    };
+  }
+
+  /** What a picture of the output shows: the drawing area, or the ink where there is none. */
+  view() {
+    if (this.givenArea ?? this.area) return this.givenArea ?? this.area;
+    const [left, top, right, bottom] = this.box;
+    if (!(left <= right)) return { x: 0, y: 0, width: 100, height: 100 };
+    const margin = MARGIN / this.scale;
+    return {
+      x: left - margin,
+      y: top - margin,
+      width: right - left + 2 * margin,
+      height: bottom - top + 2 * margin,
+    };
+  }
+}
+
+module.exports = { runStrokes };

@@ -1,0 +1,117 @@
+'use strict';
+
+// Strokes between arrays of point objects and packed numbers. A wrong value is
+// named by its place in the argument.
+
+const found = (value) => (typeof value === 'string' ? JSON.stringify(value) : String(value));
+
+function checkCoordinate(name, value) {
+  if (typeof value !== 'number') {
+    throw new TypeError(`${name} must be a number, found ${found(value)}`);
+  }
+  if (!Number.isFinite(value)) throw new RangeError(`${name} must be finite, found ${value}`);
+}
+
+/** Says what is wrong with the point; one property of it is. */
+function rejectPoint(name, point) {
+  if (typeof point !== 'object' || point === null) {
+    throw new TypeError(`${name} must be an object with x and y, found ${found(point)}`);
+  }
+  checkCoordinate(`${name}.x`, point.x);
+  checkCoordinate(`${name}.y`, point.y);
+  checkCoordinate(`${name}.force`, point.force);
+}
+
+function checkArray(name, value) {
+  if (!Array.isArray(value)) {
+    throw new TypeError(
+      `${name} must be an array of points or a Float64Array, found ${found(value)}`,
+    );
+  }
+}
+
+/**
+ * @param {string} name of the argument, for messages
+ * @param {Array<{x: number, y: number, force?: number}>} points
+ * @param {2 | 3} stride
+ * @returns {Float64Array} x, y and, with a stride of 3, force (0 when absent) of each point
+ */
+function packObjects(name, points, stride) {
+  checkArray(name, points);
+  const packed = new Float64Array(points.length * stride);
+  for (let i = 0, k = 0; i < points.length; i++, k += stride) {
+    const point = points[i];
+    const { x, y, force = 0 } = point ?? rejectPoint(`${name}[${i}]`, point);
+    if (!Number.isFinite(x) || !Number.isFinite(y) || !Number.isFinite(force)) {
+      rejectPoint(`${name}[${i}]`, point);
+    }
+    packed[k] = x;
+    packed[k + 1] = y;
+    if (stride > 2) packed[k + 2] = force;
+  }
+  return packed;
+}
+
+/** The array itself, once its length and its numbers are seen to be right. */
+function checkPacked(name, packed, stride) {
+  if (packed.length % stride !== 0) {
+    throw new RangeError(
+      `${name} must hold ${stride} numbers a point, found ${packed.length} numbers`,
+    );
+  }
+  for (let k = 0; k < packed.length; k++) {
+    if (!Number.isFinite(packed[k])) {
+      throw new RangeError(`${name}[${k}] must be finite, found ${packed[k]}`);
+    }
+  }
+  return packed;
+}
+
+/** x and y of packed points of any stride. */
+function coordinates(packed, stride) {
+  if (stride === 2) return packed;
+  const count = packed.length / stride;
+  const result = new Float64Array(2 * count);
+  for (let i = 0; i < count; i++) {
+    result[2 * i] = packed[stride * i];
+    result[2 * i + 1] = packed[stride * i + 1];
+  }
+  return result;
+}
+
+/**
+ * Several strokes, one behind the other.
+ *
+ * @returns {{values: Float64Array, lengths: Uint32Array}} x and y of all points, and the number
+ *   of points of each stroke
+ */
+function packOthers(name, strokes, stride) {
+  if (!Array.isArray(strokes)) {
+    throw new TypeError(`${name} must be an array of strokes, found ${found(strokes)}`);
+  }
+  const parts = strokes.map((stroke, i) =>
+    stroke instanceof Float64Array
+      ? coordinates(checkPacked(`${name}[${i}]`, stroke, stride), stride)
+      : packObjects(`${name}[${i}]`, stroke, 2),
+  );
+  const values = new Float64Array(parts.reduce((sum, part) => sum + part.length, 0));
+  let at = 0;
+  for (const part of parts) {
+    values.set(part, at);
+    at += part.length;
+  }
+  return { values, lengths: Uint32Array.from(parts, (part) => part.length / 2) };
+}
+
+/** Packed x, y, force as point objects; `force` only where it is not 0. */
+function unpackObjects(packed) {
+  const points = [];
+  for (let k = 0; k < packed.length; k += 3) {
+    const point = { x: packed[k], y: packed[k + 1] };
+    if (packed[k + 2] !== 0) point.force = packed[k + 2];
+    points.push(point);
+  }
+  return points;
+}
+
+module.exports = { packObjects, packOthers, checkPacked, unpackObjects };

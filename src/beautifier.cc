@@ -1,0 +1,186 @@
+#include "Beautifier/Beautifier.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <exception>
+#include <napi.h>
+#include <span>
+#include <utility>
+#include <vector>
+
+/// The native module "beautifier": one class over packed numbers. The package's
+/// lib/beautifier.js checks the arguments, packs and unpacks them; nothing else
+/// is meant to call this module.
+namespace binding {
+namespace {
+
+using Points = std::vector<Scrivo::Point2D>;
+
+/// `count` points from `values`, `stride` numbers each: x, y and, from a stride
+/// of 3 on, force.
+Points unpack(std::span<const double> values, std::size_t stride) {
+    Points points;
+    points.reserve(values.size() / stride);
+    for (std::size_t k = 0; k + stride <= values.size(); k += stride) {
+        points.push_back({values[k], values[k + 1], stride > 2 ? values[k + 2] : 0.0});
+    }
+    return points;
+}
+
+std::span<const double> view(const Napi::Float64Array& array) {
+    return {array.Data(), array.ElementLength()};
+}
+
+Napi::Float64Array pack(Napi::Env env, const Points& points, std::size_t stride) {
+    Napi::Float64Array array = Napi::Float64Array::New(env, points.size() * stride);
+    double* next = array.Data();
+    for (const Scrivo::Point2D& p : points) {
+        *next++ = p.x;
+        *next++ = p.y;
+        if (stride > 2) *next++ = p.force;
+    }
+    return array;
+}
+
+/// A figure's kind and subtype by their numbers in lib/beautifier.js, and its
+/// parameters in the order in which the structs declare them.
+struct Flat {
+    std::uint32_t kind = 0;
+    std::uint32_t subtype = 0;
+    std::vector<double> parameters;
+
+    void add(double value) { parameters.push_back(value); }
+    void add(const Scrivo::Point2D& p) {
+        add(p.x);
+        add(p.y);
+    }
+};
+
+struct Flatten {
+    Flat operator()(std::monostate /*none*/) const { return {}; }
+    Flat operator()(const Scrivo::DotFigure& f) const { return flat(1, f.centre); }
+    Flat operator()(const Scrivo::LineFigure& f) const { return flat(2, f.from, f.to); }
+    Flat operator()(const Scrivo::AngleFigure& f) const {
+        return flat(3, f.from, f.vertex, f.to, f.opening);
+    }
+    Flat operator()(const Scrivo::TriangleFigure& f) const { return corners(4, f); }
+    Flat operator()(const Scrivo::QuadrangleFigure& f) const { return corners(5, f); }
+    Flat operator()(const Scrivo::CircleFigure& f) const { return flat(6, f.centre, f.radius); }
+    Flat operator()(const Scrivo::EllipseFigure& f) const {
+        return flat(7, f.centre, f.radii, f.rotation);
+    }
+
+private:
+    template <typename... Parameters>
+    static Flat flat(std::uint32_t kind, const Parameters&... parameters) {
+        Flat result{kind, 0, {}};
+        (result.add(parameters), ...);
+        return result;
+    }
+
+    template <typename Figure>
+    static Flat corners(std::uint32_t kind, const Figure& figure) {
+        Flat result{kind, static_cast<std::uint32_t>(figure.kind), {}};
+        for (const Scrivo::Point2D& corner : figure.corners) result.add(corner);
+        return result;
+    }
+};
+
+class Beautifier : public Napi::ObjectWrap<Beautifier> {
+public:
+    static Napi::Function define(Napi::Env env) {
+        return DefineClass(env, "Beautifier", {InstanceMethod<&Beautifier::beautify>("beautify")});
+    }
+
+    /// (families: number[], minSize, sensitivity, horizontalVertical,
+    /// regularFigures, nearbyStrokes)
+    explicit Beautifier(const Napi::CallbackInfo& info)
+        : Napi::ObjectWrap<Beautifier>(info), beautifier_(readOptions(info)) {}
+
+private:
+    static Scrivo::BeautifierOptions readOptions(const Napi::CallbackInfo& info) {
+        const Napi::Env env = info.Env();
+        Scrivo::BeautifierOptions options;
+        options.figures.clear();
+        const Napi::Array families(env, info[0]);
+        for (std::uint32_t i = 0; i < families.Length(); ++i) {
+            const std::uint32_t family = Napi::Number(env, families.Get(i)).Uint32Value();
+            options.figures.insert(static_cast<Scrivo::FigureFamily>(family));
+        }
+        options.minSize = Napi::Number(env, info[1]).DoubleValue();
+        options.sensitivity = Napi::Number(env, info[2]).DoubleValue();
+        options.horizontalVertical = Napi::Boolean(env, info[3]).Value();
+        options.regularFigures = Napi::Boolean(env, info[4]).Value();
+        options.nearbyStrokes = Napi::Boolean(env, info[5]).Value();
+        return options;
+    }
+
+    /// (points: Float64Array, stride, width, height, others: Float64Array,
+    /// lengths: Uint32Array), others holding x and y of all points of the other
+    /// strokes and lengths the number of points of each. Returns
+    /// [path, type, confidence, reason, kind, subtype, parameters].
+    Napi::Value beautify(const Napi::CallbackInfo& info) {
+        const Napi::Env env = info.Env();
+        try {
+            const std::size_t stride = Napi::Number(env, info[1]).Uint32Value();
+            const Points stroke = unpack(view(Napi::Float64Array(env, info[0])), stride);
+            const double width = Napi::Number(env, info[2]).DoubleValue();
+            const double height = Napi::Number(env, info[3]).DoubleValue();
+            return toArray(env, stride,
+                           beautifier_.beautify(stroke, width, height, readOthers(info)));
+        } catch (const std::exception& error) {
+            // Out of memory; a drawing must not take its host down.
+            Napi::Error::New(env, error.what()).ThrowAsJavaScriptException();
+            return env.Undefined();
+        }
+    }
+
+    static std::vector<Points> readOthers(const Napi::CallbackInfo& info) {
+        const Napi::Env env = info.Env();
+        std::span<const double> values = view(Napi::Float64Array(env, info[4]));
+        const Napi::Uint32Array lengths(env, info[5]);
+        std::vector<Points> others;
+        others.reserve(lengths.ElementLength());
+        for (std::size_t i = 0; i < lengths.ElementLength(); ++i) {
+            const std::size_t count = 2 * static_cast<std::size_t>(lengths[i]);
+            others.push_back(unpack(values.first(count), 2));
+            values = values.subspan(count);
+        }
+        return others;
+    }
+
+    static Napi::Value toArray(Napi::Env env, std::size_t stride,
+                               const Scrivo::Beautified& answer) {
+        const Flat figure = std::visit(Flatten{}, answer.figure);
+        Napi::Float64Array parameters = Napi::Float64Array::New(env, figure.parameters.size());
+        for (std::size_t i = 0; i < figure.parameters.size(); ++i) {
+            parameters[i] = figure.parameters[i];
+        }
+        const std::array<napi_value, 7> parts{
+            pack(env, answer.path, stride),
+            Napi::Number::New(env, answer.type),
+            Napi::Number::New(env, answer.confidence),
+            Napi::Number::New(env, static_cast<double>(answer.reason)),
+            Napi::Number::New(env, figure.kind),
+            Napi::Number::New(env, figure.subtype),
+            parameters,
+        };
+        Napi::Array result = Napi::Array::New(env, parts.size());
+        for (std::uint32_t i = 0; i < parts.size(); ++i) result.Set(i, parts[i]);
+        return result;
+    }
+
+    Scrivo::Beautifier beautifier_;
+};
+
+Napi::Object Init(Napi::Env env, Napi::Object exports) {
+    exports.Set("Beautifier", Beautifier::define(env));
+    return exports;
+}
+
+}  // namespace
+
+NODE_API_MODULE(beautifier, Init)
+
+}  // namespace binding

@@ -1,0 +1,442 @@
+'use strict';
+
+const assert = require('node:assert/strict');
+const fs = require('node:fs');
+const path = require('node:path');
+const { after, describe, test } = require('node:test');
+const zlib = require('node:zlib');
+const scrivo = require('../../lib/index.js');
+const { createEngine } = require('../../lib/cli/engines.js');
+const { INK_OPTIONS } = require('../../lib/cli/ink-options.js');
+const { mapOrdered } = require('../../lib/cli/run/map-ordered.js');
+const { drawStrokes, makeFolder, parseLines, run, start, toNdjson } = require('./support/cli.js');
+
+const folder = makeFolder(after);
+const inFolder = (name) => path.join(folder, name);
+const write = (name, content) => fs.writeFileSync(inFolder(name), content);
+const read = (name) => fs.readFileSync(inFolder(name), 'utf8');
+const idealise = (args, stdin) => run(folder, ['idealise', ...args], stdin);
+
+/** A level line of 41 points that trembles by half a unit. */
+function shakyLine(left, y) {
+  return Array.from({ length: 41 }, (_, i) => [left + 5 * i, y + 0.5 * Math.sin(i)]);
+}
+
+function assertClose(actual, expected, tolerance) {
+  assert.equal(actual.length, expected.length);
+  actual.forEach(([x, y], i) => {
+    const off = Math.hypot(x - expected[i][0], y - expected[i][1]);
+    assert.ok(off <= tolerance, `point ${i} is off by ${off}`);
+  });
+}
+
+describe('what comes out', () => {
+  test('is what the engine answers, in the units and form of the input', async () => {
+    const strokes = drawStrokes(40).map((stroke, i) => {
+      const [width, height] = [1920 + i, 1080];
+      if (i % 2 === 0) return { width, height, ...stroke };
+      return { width, height, ...stroke, points: stroke.points.map(([x, y]) => ({ x, y })) };
+    });
+    const { code, stdout, stderr } = await idealise(['-'], toNdjson(strokes));
+    assert.deepEqual([code, stderr], [0, '']);
+
+    createEngine('exact').load({});
+    const answers = parseLines(stdout);
+    assert.equal(answers.length, strokes.length);
+    const figures = new Set();
+    strokes.forEach((stroke, i) => {
+      const { width, height } = stroke;
+      const { points, type, figure, ...rest } = answers[i];
+      const pairs = stroke.points.map((point) => (i % 2 === 0 ? point : [point.x, point.y, 0]));
+      const expected = scrivo.optimizeAStroke(
+        pairs.map(([x, y, force]) => ({ x: x / width, y: y / height, ...(force && { force }) })),
+        width,
+        height,
+        [],
+      );
+      figures.add(figure);
+      assert.equal(type, expected.type);
+      const { points: drawn, ...fields } = stroke;
+      assert.deepEqual(rest, fields);
+      if (type === 0) assert.deepEqual(points, drawn);
+      else {
+        const scaled = expected.path.map(({ x, y }) => [x * width, y * height]);
+        const plain = points.map((point) => (i % 2 === 0 ? point.slice(0, 2) : [point.x, point.y]));
+        assert.deepEqual(plain, scaled);
+      }
+    });
+    for (const figure of ['line', 'angle', 'triangle', 'quadrangle', 'ellipse', 'none']) {
+      assert.ok(figures.has(figure), `no ${figure} among the strokes`);
+    }
+  });
+
+  test('does not depend on where the ink lies, on its unit or on borders it has not', async () => {
+    const drawn = drawStrokes(21);
+    const moved = (scale, dx) =>
+      drawn.map(({ points }) => ({ points: points.map(([x, y]) => [x * scale + dx, y * scale]) }));
+    const figuresOf = async (strokes, ...options) => {
+      const { stdout } = await idealise(options, toNdjson(strokes));
+      return parseLines(stdout).map(({ figure }) => figure);
+    };
+    const figures = await figuresOf(moved(1, 0));
+    assert.ok(new Set(figures).size >= 5, `only ${new Set(figures)}`);
+    assert.deepEqual(await figuresOf(moved(1, -4096)), figures);
+    assert.deepEqual(await figuresOf(moved(0.001, 0), '--scale', '1000'), figures);
+    assert.deepEqual(await figuresOf(moved(64, 0), '--scale', '0.015625'), figures);
+  });
+
+  test('stays in the drawing area that is given, and only there', async () => {
+    const circle = Array.from({ length: 80 }, (_, i) => {
+      const angle = (2 * Math.PI * i) / 79;
+      return [100 + 120 * Math.cos(angle), 300 + 120 * Math.sin(angle)];
+    });
+    const leftmost = async (...options) => {
+      const { stdout } = await idealise(options, toNdjson([{ points: circle }]));
+      const [{ figure, points }] = parseLines(stdout);
+      assert.equal(figure, 'ellipse');
+      return Math.min(...points.map(([x]) => x));
+    };
+    assert.ok(Math.abs((await leftmost()) + 20) < 1);
+    const inside = await leftmost('--width', '800', '--height', '600');
+    assert.ok(Math.abs(inside) < 1e-3, `leftmost at ${inside}`);
+  });
+
+  test('a stroke that is no figure keeps its line to the letter, but for an older answer', async () => {
+    const line = '\uFEFF{ "n": 12345678901234567890, "points": [[1.0, 2e0, null]] }';
+    const { stdout } = await idealise([], `${line}\r\n`);
+    assert.equal(stdout, `${line.slice(1, -1)},"type":0,"figure":"none"}\n`);
+    const again = await idealise([], stdout.replace('"type":0', '"type":7'));
+    assert.equal(again.stdout.match(/"type"/g).length, 1);
+    assert.equal(JSON.parse(again.stdout).type, 0);
+  });
+
+  test('lines snap to other strokes only when asked to', async () => {
+    const dot = { points: [[300, 106]] };
+    const line = { points: shakyLine(200, 100) };
+    const heightOf = async (args, stdin) => {
+      const { stdout } = await idealise(args, stdin);
+      return parseLines(stdout).at(-1).points[0][1];
+    };
+    const besides = toNdjson([{ ...line, others: [dot.points] }]);
+    assert.ok(Math.abs((await heightOf([], besides)) - 100) < 0.5);
+    assert.ok(Math.abs((await heightOf(['--snap'], besides)) - 106) < 0.5);
+
+    write(
+      'dot.svg',
+      `<svg><path d="M300 106h0"/><polyline points="${line.points.join(' ')}"/></svg>`,
+    );
+    assert.ok(Math.abs((await heightOf(['dot.svg'])) - 100) < 0.5);
+    assert.ok(Math.abs((await heightOf(['dot.svg', '--snap'])) - 106) < 0.5);
+    await idealise(['dot.svg', '--snap', '-o', 'snapped.ndjson']);
+    assert.ok(Math.abs(parseLines(read('snapped.ndjson'))[1].points[0][1] - 106) < 0.5);
+  });
+});
+
+describe('formats', () => {
+  test('ink goes round all formats, gzip too, and comes back', async () => {
+    const strokes = drawStrokes(24).map(({ id, points }) => ({ id, points }));
+    write('ink.ndjson', toNdjson(strokes));
+    const steps = ['a.inkml', 'b.svg', 'c.ndjson.gz', 'd.svg.gz', 'e.inkml.gz', 'f.ndjson'];
+    let from = 'ink.ndjson';
+    for (const to of steps) {
+      // At 22 units across, between a dot and the least figure, nearly all stay as drawn.
+      const { code, stderr } = await idealise([from, '-o', to, '--scale', '0.15', '--force']);
+      assert.deepEqual([code, stderr], [0, '']);
+      from = to;
+    }
+    const back = parseLines(read('f.ndjson'));
+    assert.equal(back.length, strokes.length);
+    back.forEach(({ id, points, figure }, i) => {
+      assert.equal(id, strokes[i].id);
+      if (figure === 'none') assertClose(points, strokes[i].points, 0.002);
+    });
+    const asDrawn = back.filter(({ figure }) => figure === 'none').length;
+    assert.ok(asDrawn >= 18, `${asDrawn} as drawn`);
+    assert.equal(fs.readFileSync(inFolder('d.svg.gz')).readUInt16BE(), 0x1f8b);
+  });
+
+  test('text that XML has no place for does no harm', async () => {
+    const stroke = {
+      id: '<"&>\u0000\ud800é',
+      'a"b': 'x',
+      points: [
+        [1, 2],
+        [3, 4],
+      ],
+    };
+    for (const format of ['inkml', 'svg']) {
+      const written = await idealise(['--format', format], toNdjson([stroke]));
+      const { code, stdout, stderr } = await idealise([], written.stdout);
+      assert.deepEqual([code, stderr], [0, '']);
+      const [{ id, points }] = parseLines(stdout);
+      assert.deepEqual(points, stroke.points);
+      assert.match(id, /^<"&>\ufffd?é$/);
+    }
+  });
+
+  test('an SVG document keeps its drawing area; other ink is framed', async () => {
+    write('sheet.svg', '<svg viewBox="0 0 640 480"><path stroke="red" d="M1 2L3 4"/></svg>');
+    const kept = await idealise(['sheet.svg', '--format', 'svg']);
+    assert.match(kept.stdout, /viewBox="0 0 640 480"/);
+    assert.match(kept.stdout, /<polyline stroke="red" data-figure="none" points="1,2 3,4"\/>/);
+    const framed = await idealise(['--format', 'svg'], '{"points":[[100,50],[300,90]]}');
+    assert.match(framed.stdout, /viewBox="90 40 220 60"/);
+    const empty = await idealise(['--format', 'svg'], '');
+    assert.match(empty.stdout, /^<svg [^>]*viewBox="0 0 100 100">[^]*<\/svg>\n$/);
+  });
+
+  test('decimals', async () => {
+    const ink = toNdjson([{ points: shakyLine(0.12345, 100) }]);
+    const { stdout } = await idealise(['--decimals', '1'], ink);
+    const [{ points, figure }] = parseLines(stdout);
+    assert.equal(figure, 'line');
+    for (const value of points.flat()) assert.equal(value, Number(value.toFixed(1)));
+  });
+
+  test('render draws ink and figures side by side, as SVG and PNG', async () => {
+    write('page.ndjson', toNdjson(drawStrokes(24)));
+    const svg = await run(folder, ['render', 'page.ndjson']);
+    assert.equal(svg.code, 0);
+    assert.match(svg.stdout, /<tspan fill="[^"]+">ellipse \d+<\/tspan>/);
+    const paths = svg.stdout.match(/<path /g);
+    assert.equal(paths.length, 3 * 24, 'ink, its shadow and its figure');
+    assert.doesNotMatch(svg.stdout, /NaN|Infinity|undefined/);
+
+    const png = await run(folder, ['render', 'page.ndjson', '-o', 'page.png', '--pixels', '640']);
+    assert.deepEqual([png.code, png.stderr], [0, '']);
+    const bytes = fs.readFileSync(inFolder('page.png'));
+    assert.equal(bytes.toString('latin1', 1, 4), 'PNG');
+    assert.equal(bytes.readUInt32BE(16), 640, 'width in the header');
+  });
+});
+
+describe('wrong lines and inputs', () => {
+  test('are named; the rest goes on, numbered through all blocks', async () => {
+    const line = '{"points":[[1,2]]}';
+    const lines = Array.from({ length: 20000 }, (_, i) => (i % 5000 === 4321 ? 'broken' : line));
+    write('wrong.ndjson', lines.join('\n'));
+    write('other.ndjson', `${line}\nbroken too\n`);
+    const { code, stdout, stderr } = await idealise([
+      'wrong.ndjson',
+      'other.ndjson',
+      '--jobs',
+      '3',
+    ]);
+    assert.equal(code, 1);
+    assert.equal(stdout.split('\n').length - 1, 19996 + 1);
+    assert.deepEqual(
+      stderr.split('\n').map((text) => text.split(': ')[0]),
+      [4322, 9322, 14322, 19322].map((n) => `wrong.ndjson:${n}`).concat('other.ndjson:2', ''),
+    );
+  });
+
+  test('an input that breaks off keeps what could be read; the next one is read', async () => {
+    const packed = zlib.gzipSync(toNdjson(drawStrokes(200)));
+    write('half.gz', packed.subarray(0, packed.length / 2));
+    write('picture', Buffer.from([0x89, 0x50, 0x4e, 0x47, 0, 0]));
+    write('good', '{"id":"last","points":[[1,2]]}');
+    const args = ['half.gz', 'picture', 'good', '-o', 'rest.ndjson', '--json'];
+    const { code, stdout, stderr } = await idealise(args);
+    assert.equal(code, 1);
+    const { strokes, unread, skipped } = JSON.parse(stdout);
+    assert.deepEqual([unread, skipped], [['half.gz', 'picture'], 0]);
+    assert.match(stderr, /^half\.gz: reading failed: unexpected end of file\npicture: neither/);
+    const answers = parseLines(read('rest.ndjson'));
+    assert.equal(answers.length, strokes);
+    assert.ok(strokes > 50, `${strokes} strokes`);
+    assert.equal(answers.at(-1).id, 'last');
+  });
+
+  test('a command line that cannot be carried out says what to do, and does nothing', async () => {
+    write('taken.ndjson', 'mine');
+    fs.mkdirSync(inFolder('sub'), { recursive: true });
+    const cases = [
+      [[], /name a command/],
+      [['frobnicate'], /there is no command frobnicate/],
+      [['idealise', 'missing.ndjson'], /missing\.ndjson: no such file/],
+      [['idealise', 'sub'], /sub is a directory/],
+      [['idealise', '-', '-'], /standard input \(-\) can be read once only/],
+      [['idealise', '-o', 'taken.ndjson'], /taken\.ndjson exists; --force overwrites it/],
+      [['idealise', '-o', 'no/where.ndjson'], /there is no directory no/],
+      [['idealise', '-o', 'ink.pdf'], /the name tells no format .* say --format ndjson/],
+      [['idealise', '--format', 'pdf'], /--format must be one of ndjson, svg, inkml, found pdf/],
+      [['idealise', '--colour'], /Unknown option '--colour'[^]*--help lists the options/],
+      [['idealise', '--width', '10'], /give both --width and --height/],
+      [['idealise', '--scale', '0'], /--scale must be a positive number, found 0/],
+      [['idealise', '--jobs', '1.5'], /--jobs must be a whole number/],
+      [['idealise', '--engine', 'steam'], /there is no engine steam; known: exact/],
+      [['idealise', '--templates', 'nowhere'], /nowhere: no such template file/],
+      [['render', '--pixels', '0'], /--pixels must be a whole number/],
+    ];
+    const before = fs.readdirSync(folder);
+    for (const [args, message] of cases) {
+      const { code, stdout, stderr } = await run(folder, args);
+      assert.deepEqual([code, stdout], [2, ''], args.join(' '));
+      assert.match(stderr, message);
+      assert.doesNotMatch(stderr, /\.js:\d/, 'no stack');
+    }
+    assert.deepEqual(fs.readdirSync(folder), before);
+    assert.equal(read('taken.ndjson'), 'mine');
+  });
+
+  test('help and version go to standard output', async () => {
+    const { version } = require('../../package.json');
+    assert.equal((await run(folder, ['--version'])).stdout, `${version}\n`);
+    for (const args of [['--help'], ['idealise', '--help'], ['render', '-h']]) {
+      const { code, stdout, stderr } = await run(folder, args);
+      assert.deepEqual([code, stderr], [0, '']);
+      assert.match(stdout, /usage: scrivo/);
+    }
+    const { stdout } = await run(folder, ['idealise', '--help']);
+    for (const name of [...Object.keys(INK_OPTIONS), 'decimals']) {
+      assert.ok(stdout.includes(`--${name} `), `--${name} is not explained`);
+    }
+  });
+});
+
+describe('many strokes', () => {
+  const ink = toNdjson(drawStrokes(1500));
+
+  test('keep their order and their answers, however many threads work on them', async () => {
+    const [alone, ...others] = await Promise.all(
+      ['1', '2', '5'].map((jobs) => idealise(['--jobs', jobs], ink)),
+    );
+    const ids = parseLines(alone.stdout).map(({ id }) => id);
+    assert.deepEqual(
+      ids,
+      Array.from({ length: 1500 }, (_, i) => `s${i}`),
+    );
+    for (const { code, stdout, stderr } of others) {
+      assert.deepEqual([code, stderr], [0, '']);
+      assert.ok(stdout === alone.stdout, 'other answers than one thread gives');
+    }
+  });
+
+  test('a reader that has enough ends the run, also while more could come', async () => {
+    const child = start(folder, ['idealise']);
+    child.stdout.once('data', () => child.stdout.destroy());
+    const feeding = setInterval(() => child.stdin.write(ink), 20);
+    const { code, stderr } = await child.ended;
+    clearInterval(feeding);
+    assert.deepEqual([code, stderr], [0, '']);
+  });
+
+  test('an answer does not wait for the next line', async () => {
+    for (const jobs of ['1', '2']) {
+      const child = start(folder, ['idealise', '--jobs', jobs]);
+      for (let i = 0; i < 3; i += 1) {
+        child.stdin.write(`{"id":${i},"points":[[1,2]]}\n`);
+        const [text] = await new Promise((resolve) => {
+          child.stdout.once('data', (...data) => resolve(data));
+        });
+        assert.equal(JSON.parse(text).id, i);
+      }
+      child.stdin.end();
+      assert.equal((await child.ended).code, 0);
+    }
+  });
+
+  test('no more is taken ahead than asked for, and failures arrive in their turn', async () => {
+    let taken = 0;
+    let given = 0;
+    async function* endless() {
+      for (;;) yield (taken += 1);
+    }
+    const later = (item) => new Promise((resolve) => setTimeout(resolve, item % 3, item));
+    for await (const item of mapOrdered(endless(), later, 4)) {
+      given += 1;
+      assert.equal(item, given);
+      assert.ok(taken - given <= 5, `${taken} taken, ${given} given`);
+      if (given === 50) break;
+    }
+    const seen = [];
+    const failing = async (item) => {
+      if (item === 3) throw new Error('third');
+      return item;
+    };
+    await assert.rejects(async () => {
+      for await (const item of mapOrdered(endless3(), failing, 4)) seen.push(item);
+    }, /third/);
+    assert.deepEqual(seen, [1, 2]);
+    async function* endless3() {
+      yield* [1, 2, 3, 4];
+    }
+  });
+});
+
+describe('the output file', () => {
+  /** Starts a run that has begun to write and waits for more. */
+  async function interruptible(name) {
+    const child = start(folder, ['idealise', '-o', name, '--jobs', '2']);
+    child.stdin.write(toNdjson(drawStrokes(100)));
+    const begun = () => fs.readdirSync(folder).find((file) => file.startsWith(`.${name}.`));
+    while (!begun() || fs.statSync(inFolder(begun())).size === 0) {
+      await new Promise((resolve) => setTimeout(resolve, 10));
+    }
+    return child;
+  }
+
+  test('an interrupted run leaves no half file, and its scraps only if it was killed', async () => {
+    for (const signal of ['SIGINT', 'SIGTERM', 'SIGKILL']) {
+      const name = `${signal}.ndjson`;
+      const child = await interruptible(name);
+      child.kill(signal);
+      assert.equal((await child.ended).signal, signal);
+      const left = fs.readdirSync(folder).filter((file) => file.includes(name));
+      assert.equal(left.includes(name), false);
+      assert.equal(left.length, signal === 'SIGKILL' ? 1 : 0, left.join());
+    }
+  });
+
+  test('a file that appears meanwhile is not overwritten', async () => {
+    const child = await interruptible('contested.ndjson');
+    write('contested.ndjson', 'mine');
+    child.stdin.end();
+    const { code, stderr } = await child.ended;
+    assert.equal(code, 2);
+    assert.match(stderr, /contested\.ndjson cannot be written: .*meanwhile/);
+    assert.equal(read('contested.ndjson'), 'mine');
+    const scraps = fs.readdirSync(folder).filter((file) => file.startsWith('.contested'));
+    assert.deepEqual(scraps, []);
+  });
+
+  test('--force replaces what a link leads to, keeps its permissions, also onto its input', async () => {
+    write('real.ndjson', '{"points":[[1,2]]}\n');
+    fs.chmodSync(inFolder('real.ndjson'), 0o640);
+    fs.symlinkSync('real.ndjson', inFolder('link.ndjson'));
+    const args = ['link.ndjson', '-o', 'link.ndjson', '--force'];
+    assert.equal((await idealise(args)).code, 0);
+    assert.ok(fs.lstatSync(inFolder('link.ndjson')).isSymbolicLink());
+    assert.equal(fs.statSync(inFolder('real.ndjson')).mode & 0o777, 0o640);
+    assert.equal(parseLines(read('real.ndjson'))[0].figure, 'none');
+  });
+
+  test('a device is written to as it is, and a full one is an error', async () => {
+    const ink = '{"points":[[1,2]]}\n';
+    const nowhere = await idealise(['-o', '/dev/null', '--format', 'ndjson'], ink);
+    assert.deepEqual([nowhere.code, nowhere.stderr], [0, '']);
+    const full = await idealise(['-o', '/dev/full', '--format', 'ndjson'], ink);
+    assert.equal(full.code, 2);
+    assert.match(full.stderr, /\/dev\/full cannot be written: ENOSPC/);
+    assert.ok(fs.statSync('/dev/null').isCharacterDevice());
+  });
+
+  test('the summary is on standard output, or on standard error when strokes are there', async () => {
+    write('three.ndjson', toNdjson([{ points: shakyLine(0, 9) }, { points: [[1, 2]] }]));
+    const filed = await idealise(['three.ndjson', '-o', 'three.svg', '--json']);
+    const { seconds, cpu_seconds: cpu, ...summary } = JSON.parse(filed.stdout);
+    assert.ok(seconds > 0 && cpu > 0);
+    assert.deepEqual(summary, {
+      engine: 'exact',
+      output: 'three.svg',
+      strokes: 2,
+      figures: { line: 1, none: 1 },
+      skipped: 0,
+      passed_over: 0,
+      unread: [],
+    });
+    const piped = await idealise(['three.ndjson', '--json']);
+    assert.equal(parseLines(piped.stdout).length, 2);
+    assert.equal(JSON.parse(piped.stderr).strokes, 2);
+  });
+});

@@ -1,0 +1,256 @@
+'use strict';
+
+const assert = require('node:assert/strict');
+const { spawnSync } = require('node:child_process');
+const fs = require('node:fs');
+const os = require('node:os');
+const path = require('node:path');
+const { after, before, describe, it } = require('node:test');
+const zlib = require('node:zlib');
+const { familyOfAnswer } = require('../../lib/cli/engines.js');
+const { boundingBox, placeStroke } = require('../../lib/cli/placement.js');
+const { Score } = require('../../lib/cli/score.js');
+const { drawInk } = require('../../tools/ink/index.js');
+
+const TOOL = path.join(__dirname, '..', '..', 'tools', 'evaluate.js');
+const FIGURES = ['dot', 'line', 'line', 'circle', 'ellipse', 'wave', 'zigzag'];
+const STROKES = FIGURES.map((figure, i) => drawInk({ figure, seed: i }));
+const LINES = STROKES.map((stroke) => JSON.stringify(stroke));
+
+let folder;
+before(() => {
+  folder = fs.mkdtempSync(path.join(os.tmpdir(), 'scrivo-evaluate-'));
+});
+after(() => fs.rmSync(folder, { recursive: true }));
+
+function write(name, content) {
+  const file = path.join(folder, name);
+  fs.writeFileSync(file, content);
+  return file;
+}
+
+function evaluate(args, input) {
+  const { status, stdout, stderr } = spawnSync(process.execPath, [TOOL, ...args], {
+    input,
+    encoding: 'utf8',
+  });
+  return { status, stdout, stderr };
+}
+
+function figuresOf(args, input, status = 0) {
+  const run = evaluate(['--json', ...args], input);
+  assert.equal(run.status, status, run.stderr);
+  const { microseconds, ...figures } = JSON.parse(run.stdout);
+  assert.ok(microseconds.median > 0 && microseconds.p99 >= microseconds.median);
+  return { ...run, figures };
+}
+
+describe('evaluate', () => {
+  it('counts the answers by family', () => {
+    const { figures } = figuresOf([write('strokes.ndjson', `${LINES.join('\n')}\n`)]);
+    assert.deepEqual(Object.keys(figures), [
+      'engine',
+      'strokes',
+      'skipped',
+      'families',
+      'recall',
+      'negatives',
+    ]);
+    assert.equal(figures.engine, 'exact');
+    assert.equal(figures.strokes, 7);
+    assert.equal(figures.skipped, 0);
+    assert.deepEqual(figures.families.dot, { n: 1, right: 1 });
+    assert.deepEqual(figures.families.line, { n: 2, right: 2 });
+    assert.deepEqual(figures.families.ellipse, { n: 2, right: 2 });
+    assert.deepEqual(figures.families.triangle, { n: 0, right: 0 });
+    assert.equal(figures.recall, 1);
+    assert.deepEqual(figures.negatives, {
+      n: 2,
+      changed: 0,
+      by_label: { wave: { n: 1, changed: 0 }, zigzag: { n: 1, changed: 0 } },
+    });
+  });
+
+  it('prints a table for people', () => {
+    const { status, stdout } = evaluate([write('table.ndjson', LINES.join('\n'))]);
+    assert.equal(status, 0);
+    assert.match(stdout, /Engine exact, 7 strokes scaled to 200 units/);
+    assert.match(stdout, /^line +\. +2 .* 2 +100\.0 %$/m);
+    assert.match(stdout, /No figure, yet changed: 0 of 2 \(0\.0 %\)/);
+  });
+
+  it('reads gzip, several files and standard input alike', () => {
+    const plain = write('a.ndjson', LINES.slice(0, 3).join('\n'));
+    // Two gzip members one after the other are one file.
+    const packed = write(
+      'b.ndjson',
+      Buffer.concat([zlib.gzipSync(`${LINES[3]}\n`), zlib.gzipSync(LINES[4])]),
+    );
+    const { figures } = figuresOf([plain, packed, '-'], zlib.gzipSync(LINES.slice(5).join('\r\n')));
+    assert.deepEqual(figures, figuresOf(['-'], `\uFEFF${LINES.join('\n\n')}`).figures);
+  });
+
+  it('says what is wrong with a line, counts it and goes on', () => {
+    const wrong = [
+      ['{"family":', /not JSON/],
+      ['[1]', /an object was expected, found an array/],
+      ['{"points":[[1,2]]}', /"family" is missing/],
+      ['{"family":"cube","points":[[1,2]]}', /"family" must be one of .*, found "cube"/],
+      ['{"family":"dot"}', /"points" is missing/],
+      ['{"family":"dot","points":[]}', /"points" is empty/],
+      ['{"family":"dot","points":[[1,2],[1,"2"]]}', /points\[1\] y must be .*, found "2"/],
+      ['{"family":"dot","points":[[1,2],{"x":1}]}', /points\[1\] must be \[x, y, force, time\]/],
+      ['{"family":"dot","points":[[1e999,2]]}', /points\[0\] x must be .*, found Infinity/],
+      ['{"family":"dot","points":[[1,2,"hard"]]}', /points\[0\] force must be/],
+    ];
+    const file = write(
+      'wrong.ndjson',
+      [LINES[0], ...wrong.map(([line]) => line), LINES[1]].join('\n'),
+    );
+    const { figures, stderr } = figuresOf([file], '', 1);
+    assert.equal(figures.strokes, 2);
+    assert.equal(figures.skipped, wrong.length);
+    wrong.forEach(([line, message], i) => {
+      const said = stderr.split('\n').find((text) => text.startsWith(`${file}:${i + 2}: `));
+      assert.match(said ?? `nothing about ${line}`, message);
+    });
+    assert.match(evaluate([file]).stdout, /10 lines skipped/);
+  });
+
+  it('scores what a broken archive still gives, and fails', () => {
+    const many = Array.from({ length: 200 }, (_, seed) =>
+      JSON.stringify(drawInk({ figure: 'line', seed })),
+    );
+    const packed = zlib.gzipSync(many.join('\n'));
+    const run = evaluate(['--json', write('cut.ndjson.gz', packed.subarray(0, packed.length / 2))]);
+    assert.equal(run.status, 1);
+    assert.match(
+      run.stderr,
+      /cut\.ndjson\.gz: reading failed after line \d+: unexpected end of file/,
+    );
+    assert.ok(JSON.parse(run.stdout).strokes > 10);
+  });
+
+  it('refuses a command line it cannot obey', () => {
+    const file = write('one.ndjson', LINES[0]);
+    const empty = write('empty.ndjson', '\n');
+    const misnamed = write('square.txt', '0,0,1,1');
+    const cases = [
+      [[], /name a file of strokes/],
+      [['--fast', file], /--fast/],
+      [['--engine', 'best', file], /there is no engine best; known: exact, beautifier/],
+      [['--unit=-3', file], /--unit must be a positive number or natural, found -3/],
+      [['--templates', misnamed, file], /square\.txt: the name contains none of rectangle/],
+      [['--templates', path.join(folder, 'nowhere'), file], /nowhere: no such template file/],
+      [['-', '-'], /standard input \(-\) can be read once only/],
+      [[path.join(folder, 'missing.ndjson')], /missing\.ndjson: no such file/],
+      [[folder], /is a directory/],
+      [[empty], /there is no stroke in the input/],
+      [['--svg', '-', file], /--svg needs a file/],
+      [['--svg', path.join(folder, 'no', 'sheet.svg'), file], /there is no directory/],
+    ];
+    for (const [args, message] of cases) {
+      const run = evaluate(args);
+      assert.equal(run.status, 2, `${args}: ${run.stderr}`);
+      assert.match(run.stderr, message);
+      assert.equal(run.stdout, '');
+    }
+  });
+
+  it('draws the wrong answers on a sheet and never overwrites unasked', () => {
+    // A line that claims to be a wave is answered wrongly.
+    const mislabelled = { ...STROKES[1], family: 'none', label: '<wave> & co' };
+    const file = write('sheet.ndjson', [...LINES, JSON.stringify(mislabelled)].join('\n'));
+    const sheet = path.join(folder, 'sheet.svg');
+    assert.equal(evaluate([file, '--svg', sheet]).status, 0);
+    const drawn = fs.readFileSync(sheet, 'utf8');
+    assert.equal(drawn.match(/<g /g).length, 1);
+    assert.match(drawn, />&lt;wave&gt; &amp; co<.*>line</);
+
+    fs.writeFileSync(sheet, 'precious');
+    const refused = evaluate([file, '--svg', sheet]);
+    assert.equal(refused.status, 2);
+    assert.match(refused.stderr, /sheet\.svg exists; --force overwrites it/);
+    assert.equal(fs.readFileSync(sheet, 'utf8'), 'precious');
+    assert.equal(evaluate([file, '--svg', sheet, '--force']).status, 0);
+    assert.equal(fs.readFileSync(sheet, 'utf8'), drawn);
+    assert.deepEqual(
+      fs.readdirSync(folder).filter((name) => name.endsWith('.tmp')),
+      [],
+    );
+  });
+});
+
+describe('placement of a stroke', () => {
+  const boxOf = (stroke, unit) => {
+    const { points, width, height } = placeStroke(stroke, unit);
+    return boundingBox(points.map(({ x, y }) => [x * width, y * height]));
+  };
+
+  it('scales the longer side, dots excepted, and stays inside the area', () => {
+    const triangle = {
+      family: 'triangle',
+      points: [
+        [-50, 4000],
+        [-30, 4000],
+        [-30, 4010],
+      ],
+    };
+    const box = boxOf(triangle, 200);
+    assert.ok(Math.abs(box.width - 200) < 1e-9 && Math.abs(box.height - 100) < 1e-9);
+    assert.ok(Math.abs(boxOf({ ...triangle, family: 'dot' }, 200).width - 20) < 1e-9);
+    assert.ok(Math.abs(boxOf(triangle, 'natural').width - 20) < 1e-9);
+    for (const unit of [200, 5000]) {
+      const inside = placeStroke(triangle, unit).points.every(
+        ({ x, y }) => x > 0 && x < 1 && y > 0 && y < 1,
+      );
+      assert.ok(inside, `unit ${unit}`);
+    }
+  });
+
+  it('hands force and time on only where they were recorded', () => {
+    const { points } = placeStroke(
+      {
+        family: 'line',
+        points: [
+          [0, 0, 0, null],
+          [1, 1, 0.5, 7],
+        ],
+      },
+      200,
+    );
+    assert.deepEqual(Object.keys(points[0]), ['x', 'y']);
+    assert.equal(points[1].force, 0.5);
+    assert.equal(points[1].time, 7);
+  });
+});
+
+describe('score', () => {
+  it('names polygons by the points of their path', () => {
+    const answer = (type, points) => familyOfAnswer({ type, path: new Array(points) });
+    assert.equal(answer(6, 63), 'triangle');
+    assert.equal(answer(6, 84), 'quadrangle');
+    assert.equal(answer(6, 62), 'polygon');
+    assert.deepEqual(
+      [0, 1, 2, 4, 7].map((type) => answer(type, 84)),
+      ['none', 'dot', 'line', 'angle', 'ellipse'],
+    );
+  });
+
+  it('counts an unnamed polygon as a change and as no figure', () => {
+    const score = new Score();
+    const polygon = { family: 'polygon', type: 6 };
+    assert.equal(score.add({ family: 'none', label: 'star' }, polygon, 1000n), false);
+    assert.equal(score.add({ family: 'quadrangle', label: 'square' }, polygon, 3000n), false);
+    const { families, recall, negatives } = score.summary();
+    assert.deepEqual(families.quadrangle, { n: 1, right: 0 });
+    assert.equal(recall, 0);
+    assert.deepEqual(negatives, { n: 1, changed: 1, by_label: { star: { n: 1, changed: 1 } } });
+  });
+
+  it('has no recall without figures', () => {
+    const score = new Score();
+    score.add({ family: 'none', label: 'wave' }, { family: 'none', type: 0 }, 1n);
+    assert.equal(score.summary().recall, null);
+  });
+});

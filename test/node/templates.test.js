@@ -1,0 +1,169 @@
+'use strict';
+
+const assert = require('node:assert/strict');
+const fs = require('node:fs');
+const os = require('node:os');
+const path = require('node:path');
+const { after, before, describe, it } = require('node:test');
+const { createEngine } = require('../../lib/cli/engines.js');
+const { gatesOf } = require('../../lib/cli/matching.js');
+const { lengthOf, polygon, roundCorners, trace, turnAt } = require('../../lib/cli/outlines.js');
+const { placeStroke } = require('../../lib/cli/placement.js');
+const { TEMPLATE_FILES } = require('../../lib/cli/template-files.js');
+const { templateOutline } = require('../../lib/cli/template-outlines.js');
+const {
+  coverOf,
+  prepareCandidates,
+  selectCandidates,
+} = require('../../lib/cli/template-search.js');
+const { FIGURES, HANDS, drawInk } = require('../../tools/ink/index.js');
+const { readParameters, writeTemplates } = require('../../tools/templates.js');
+
+const SHIPPED = path.join(__dirname, '..', '..', 'templates');
+
+function inUnits(stroke) {
+  const placed = placeStroke(stroke, 200);
+  const points = placed.points.map(({ x, y }) => ({ x: x * placed.width, y: y * placed.height }));
+  return { placed, points };
+}
+
+describe('template files', () => {
+  let folder;
+  before(() => {
+    folder = fs.mkdtempSync(path.join(os.tmpdir(), 'scrivo-templates-'));
+    writeTemplates(folder, readParameters());
+  });
+  after(() => fs.rmSync(folder, { recursive: true }));
+
+  it('are what their generator writes', () => {
+    for (const file of TEMPLATE_FILES) {
+      const written = fs.readFileSync(path.join(folder, file), 'utf8');
+      assert.equal(fs.readFileSync(path.join(SHIPPED, file), 'utf8'), written, file);
+    }
+  });
+
+  it('hold an outline of finite coordinates a line', () => {
+    for (const file of TEMPLATE_FILES) {
+      const lines = fs.readFileSync(path.join(SHIPPED, file), 'utf8').trimEnd().split('\n');
+      for (const line of lines) {
+        const numbers = line.split(',').map(Number);
+        assert.ok(numbers.length >= 8 && numbers.length % 2 === 0, file);
+        assert.ok(numbers.every(Number.isFinite), file);
+      }
+    }
+  });
+
+  it('let figures of an ordinary hand come back as what they are', () => {
+    const engine = createEngine('exact');
+    engine.load({});
+    const hand = { ...HANDS.ordinary, rate: 60 };
+    const closed = Object.keys(FIGURES).filter((name) =>
+      ['triangle', 'quadrangle', 'ellipse'].includes(FIGURES[name].family),
+    );
+    for (const figure of closed) {
+      const strokes = Array.from({ length: 20 }, (_, seed) => drawInk({ figure, seed, hand }));
+      const right = strokes.filter(
+        (stroke) => engine.answer(placeStroke(stroke, 200)).family === stroke.family,
+      );
+      assert.ok(right.length >= 18, `${figure}: ${right.length} of 20`);
+    }
+  });
+});
+
+describe('template search', () => {
+  // The search works the matching out by itself; were it to differ from the engine, it would
+  // choose for another one.
+  it('foresees which strokes the engine recognises', () => {
+    const prepared = prepareCandidates(
+      readParameters().map((each) => ({ figure: each.figure, outline: templateOutline(each) })),
+    );
+    const engine = createEngine('exact');
+    engine.load({});
+    const foreseen = { polygons: 0, ellipses: 0, none: 0 };
+    for (const figure of Object.keys(FIGURES)) {
+      for (const hand of Object.values(HANDS)) {
+        for (const seed of [1, 2, 3, 4]) {
+          const { placed, points } = inUnits(drawInk({ figure, seed, hand }));
+          const { group } = gatesOf(points);
+          if (group === 'all') continue; // the nearest decides, not only who is reached
+          const reached = coverOf(points, prepared).size > 0;
+          const { type } = engine.answer(placed);
+          assert.equal(type === 6 || type === 7, reached, `${figure} ${seed}`);
+          if (reached) assert.equal(type, group === 'polygons' ? 6 : 7);
+          foreseen[reached ? group : 'none'] += 1;
+        }
+      }
+    }
+    assert.ok(Math.min(...Object.values(foreseen)) > 10, JSON.stringify(foreseen));
+  });
+
+  it('takes what adds most, stops at its price and shuns harm', () => {
+    const stroke = (gain, cover) => ({
+      gain,
+      cover: new Map(Object.entries(cover).map(([k, v]) => [Number(k), v])),
+    });
+    const strokes = [
+      stroke(1, { 0: 9, 1: 9 }),
+      stroke(1, { 0: 9, 2: 9 }),
+      stroke(1, { 1: 9, 3: 9 }),
+      stroke(1, { 0: 9 }),
+      stroke(-2, { 3: 0.5 }),
+      stroke(1, { 4: 0.5 }),
+    ];
+    assert.deepEqual(selectCandidates(strokes, { price: 1, margin: 1 }), [0, 1]);
+    assert.deepEqual(selectCandidates(strokes, { price: 2, margin: 1 }), [0]);
+    // Without a margin the stroke at the edge of reach counts too.
+    assert.deepEqual(selectCandidates(strokes, { price: 1, margin: 0 }), [0, 1, 4]);
+    assert.deepEqual(
+      selectCandidates(strokes, {
+        price: 5,
+        margin: 1,
+        groups: [
+          [2, 4],
+          [1, 3],
+        ],
+      }),
+      [2, 1],
+    );
+  });
+});
+
+describe('outlines', () => {
+  const square = polygon([
+    [0, 0],
+    [10, 0],
+    [10, 10],
+    [0, 10],
+  ]);
+
+  it('are traced from anywhere, short of the start or beyond it', () => {
+    const ends = (way) => [way[0], way.at(-1)].map(({ x, y }) => [x, y]);
+    assert.deepEqual(ends(trace(square, 0, 1)), [
+      [0, 0],
+      [0, 0],
+    ]);
+    assert.deepEqual(ends(trace(square, 0.125, 1.25)), [
+      [5, 0],
+      [10, 5],
+    ]);
+    assert.deepEqual(ends(trace(square, 0.5, 0.75)), [
+      [10, 10],
+      [10, 0],
+    ]);
+    for (const start of [0, 0.1, 0.25, 0.9]) {
+      for (const sweep of [0.8, 1, 1.3]) {
+        assert.ok(Math.abs(lengthOf(trace(square, start, sweep)) - 40 * sweep) < 1e-9);
+      }
+    }
+  });
+
+  it('lose their corners to arcs and keep their ends', () => {
+    const way = trace(square, 0.125, 1);
+    const rounded = roundCorners(way, 2);
+    const turns = rounded.slice(1, -1).map((point, i) => turnAt(rounded[i], point, rounded[i + 2]));
+    assert.ok(Math.max(...turns) < 0.5, 'no turn of 90 degrees is left');
+    assert.deepEqual([rounded[0], rounded.at(-1)], [way[0], way.at(-1)]);
+    assert.ok(lengthOf(rounded) < lengthOf(way));
+    assert.deepEqual(roundCorners(way, 0), way);
+  });
+});

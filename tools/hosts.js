@@ -1,0 +1,120 @@
+'use strict';
+
+// Runs the tests of the package under the programs that may load it: one binary
+// a system, the one in prebuilds/ (for this system the build, if none is there).
+//
+//   npm run test:hosts                    all hosts
+//   npm run test:hosts -- node-18 deno    some hosts, by name
+//
+// Prints a table for docs/hosts.md. A host that cannot be started here is listed
+// as not run, with the reason; only a test that fails makes the whole fail.
+
+const { spawnSync } = require('node:child_process');
+const fs = require('node:fs');
+const path = require('node:path');
+const { EXCEPTIONS, HOSTS, TEST_FILES } = require('./support/hosts.js');
+const { hasPrebuilds, moduleNames, prebuiltFiles } = require('./support/modules.js');
+const { installPackages } = require('./support/packages.js');
+const { ROOT, failure, heading, main } = require('./support/run.js');
+
+const FOLDER = path.join(ROOT, 'build', 'hosts');
+const TIMEOUT_MS = 900_000;
+const THIS_TARGET = `${process.platform}-${process.arch}`;
+
+/** The modules to test for a target, or null when they were not built. */
+function modulesFor(target) {
+  if (hasPrebuilds(target)) return prebuiltFiles(target);
+  const built = moduleNames().map((name) => path.join(ROOT, 'build', 'release', `${name}.node`));
+  return target === THIS_TARGET && built.every((file) => fs.existsSync(file)) ? built : null;
+}
+
+/**
+ * A copy of the package as it is installed, for one target, with its tests; the
+ * modules of other targets and the checkout's build are out of its sight.
+ */
+function stage(target, modules) {
+  const folder = path.join(FOLDER, 'stage', target);
+  fs.rmSync(folder, { recursive: true, force: true });
+  const places = ['package.json', 'lib', 'bin', 'templates', 'test/cases', 'test/node'];
+  for (const place of places.filter((name) => fs.existsSync(path.join(ROOT, name)))) {
+    fs.cpSync(path.join(ROOT, place), path.join(folder, place), { recursive: true });
+  }
+  const prebuilds = path.join(folder, 'prebuilds', target);
+  fs.mkdirSync(prebuilds, { recursive: true });
+  for (const file of modules) fs.copyFileSync(file, path.join(prebuilds, path.basename(file)));
+  fs.symlinkSync(path.join(ROOT, 'node_modules'), path.join(folder, 'node_modules'));
+  // The core's answers bind the modules that do the same arithmetic.
+  const core = 'build/release/test/core/case_results';
+  if (target === THIS_TARGET && fs.existsSync(path.join(ROOT, core))) {
+    fs.mkdirSync(path.join(folder, path.dirname(core)), { recursive: true });
+    fs.copyFileSync(path.join(ROOT, core), path.join(folder, core));
+  }
+  return folder;
+}
+
+/** Runs one test file; its counts, with `failed` at least 1 when the host ended badly. */
+function runFile(host, { command, env }, folder, file) {
+  const [program, ...args] = host.testCommand(command, path.posix.join('test/node', file));
+  const { error, status, stdout, stderr } = spawnSync(program, args, {
+    cwd: folder,
+    encoding: 'utf8',
+    env: { ...process.env, NO_COLOR: '1', ...env },
+    maxBuffer: 1 << 28,
+    timeout: TIMEOUT_MS,
+  });
+  const output = stdout + stderr;
+  const { passed = 0, failed = 0, skipped = 0 } = host.count(output);
+  const ok = status === 0 && failed === 0 && passed > 0;
+  if (!ok) console.error(`${file}: ${error?.message ?? `exit code ${status}`}\n${output}`);
+  console.log(`${file}: ${passed} passed, ${failed} failed, ${skipped} skipped`);
+  return { passed, failed: ok ? 0 : Math.max(failed, 1), skipped };
+}
+
+/** Tests one host: the sums of its counts, or why it was not run. */
+async function testHost(host) {
+  heading(`${host.label} ${host.version} (${host.target})`);
+  const modules = modulesFor(host.target);
+  if (!modules) return { why: `not built: npm run prebuilds -- ${host.target}` };
+  const missing = host.needs.filter((file) => !fs.existsSync(file));
+  if (missing.length > 0) return { why: `not there: ${missing.join(', ')}` };
+  await installPackages(FOLDER, { [host.name]: `${host.package}@${host.version}` });
+  const program = path.join(FOLDER, 'node_modules', host.name, host.program);
+  const launch = host.launch(program, FOLDER);
+  const folder = stage(host.target, modules);
+  const sum = { passed: 0, failed: 0, skipped: 0 };
+  for (const file of TEST_FILES.filter((name) => !EXCEPTIONS[host.kind]?.[name])) {
+    const counts = runFile(host, launch, folder, file);
+    for (const key of Object.keys(sum)) sum[key] += counts[key];
+  }
+  return sum;
+}
+
+function row(host, { why, passed, failed, skipped }) {
+  const counts = why
+    ? `not run (${why})`
+    : `${passed} passed, ${failed} failed, ${skipped} skipped`;
+  return `| ${host.label} ${host.version} | \`${host.target}\` | ${host.how} | ${counts} |`;
+}
+
+async function hostsMain(names) {
+  const unknown = names.filter((name) => !HOSTS.some((host) => host.name === name));
+  if (unknown.length > 0) {
+    const known = HOSTS.map(({ name }) => name).join(', ');
+    throw failure(`test:hosts: no host "${unknown.join('", "')}"; there are ${known}`);
+  }
+  if (THIS_TARGET !== 'linux-x64') {
+    throw failure(`test:hosts: the hosts are those of linux-x64, this is ${THIS_TARGET}.`);
+  }
+  const results = [];
+  for (const host of HOSTS.filter(({ name }) => names.length === 0 || names.includes(name))) {
+    results.push({ host, ...(await testHost(host)) });
+  }
+  heading('Hosts');
+  console.log('| host | binary | run | tests |\n| --- | --- | --- | --- |');
+  for (const result of results) console.log(row(result.host, result));
+  const sum = (key) => results.reduce((total, result) => total + (result[key] ?? 0), 0);
+  console.log(`\n${sum('passed')} passed, ${sum('failed')} failed, ${sum('skipped')} skipped`);
+  return sum('failed') > 0 || sum('passed') === 0 ? 1 : 0;
+}
+
+main(hostsMain);

@@ -1,0 +1,44 @@
+'use strict';
+
+// Bun for musl wants the GNU C++ library, which Debian has for glibc only. What a
+// program takes from it hardly depends on the C library: those few members of the
+// static library are linked into a shared one here, for tests alone.
+
+const { execFileSync } = require('node:child_process');
+const fs = require('node:fs');
+const path = require('node:path');
+
+// What the members ask of glibc that musl lacks. -1 is "not found", after which
+// the unwinder looks for the library's tables in the way known to musl.
+const GLIBC_PARTS = `
+char __libc_single_threaded;
+int _dl_find_object(void *address, void *result) { return -1; }
+unsigned arc4random(void) { return 4; }
+`;
+
+const NEEDED = /^(_Z(St|NS|NKS|T[IV]N10__cxxabiv)|__cxa_[bdgp]|__dynamic_cast|__gxx|_Unwind)/;
+
+/** Makes libstdc++.so.6 for `program`; returns the folder that it is in. */
+function linkForMusl(program, folder) {
+  const library = path.join(folder, 'libstdc++.so.6');
+  if (fs.existsSync(library)) return folder;
+  fs.mkdirSync(folder, { recursive: true });
+  const parts = path.join(folder, 'glibc-parts.c');
+  fs.writeFileSync(parts, GLIBC_PARTS);
+  const symbols = execFileSync('nm', ['-D', '--format=just-symbols', program], {
+    encoding: 'utf8',
+    maxBuffer: 1 << 26,
+  });
+  const wanted = symbols.split('\n').filter((name) => NEEDED.test(name));
+  const part = (name) => execFileSync('g++', [`-print-file-name=${name}`], { encoding: 'utf8' });
+  const archives = ['libstdc++.a', 'libgcc_eh.a', 'libgcc.a'].map((name) => part(name).trim());
+  execFileSync('gcc', [
+    ...['-shared', '-fPIC', '-nostdlib', '-o', library, parts],
+    ...wanted.map((name) => `-Wl,--undefined=${name}`),
+    ...[part('crtbeginS.o').trim(), '-Wl,--start-group', ...archives, '-Wl,--end-group'],
+    part('crtendS.o').trim(),
+  ]);
+  return folder;
+}
+
+module.exports = { linkForMusl };
