@@ -7,7 +7,6 @@ const { createRequire } = require('node:module');
 const os = require('node:os');
 const path = require('node:path');
 const { after, describe, test } = require('node:test');
-const { pathToFileURL } = require('node:url');
 
 const { builtModule: BUILT, root, skipIn } = require('./support.js');
 const scrivo = require('scrivo');
