@@ -74,7 +74,7 @@ function runFile(host, { command, env }, folder, file) {
 async function testHost(host) {
   heading(`${host.label} ${host.version} (${host.target})`);
   const modules = modulesFor(host.target);
-  if (!modules) return { why: `not built: npm run prebuild -- ${host.target}` };
+  if (!modules) return { why: `not built: npm run prebuilds -- ${host.target}` };
   const missing = host.needs.filter((file) => !fs.existsSync(file));
   if (missing.length > 0) return { why: `not there: ${missing.join(', ')}` };
   await installPackages(FOLDER, { [host.name]: `${host.package}@${host.version}` });

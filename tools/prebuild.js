@@ -3,8 +3,8 @@
 // Builds the modules for every system that the package ships them for, into
 // prebuilds/<platform>-<arch>[-musl]/.
 //
-//   npm run prebuild                        all targets
-//   npm run prebuild -- linux-x64-musl ...  some targets
+//   npm run prebuilds                        all targets
+//   npm run prebuilds -- linux-x64-musl ...  some targets
 //
 // One compiler for all of them, Zig from npm: its C++ library goes into the module,
 // so nothing is asked of a Linux system but glibc 2.28, the one that Node 18 wants.

@@ -17,6 +17,7 @@ const PACKAGES = {
     'libgmock-dev',
     'libbenchmark-dev',
     'nlohmann-json3-dev', // the case files
+    'parallel', // an example of the command line's documents
     'chromium', // the browser test
     'clang', // clang-tidy's preset compiles with it
     'clang-format',

@@ -6,7 +6,7 @@
 set(zig "$ENV{SCRIVO_ZIG}")
 set(target "$ENV{SCRIVO_ZIG_TARGET}")
 if(NOT zig OR NOT target)
-  message(FATAL_ERROR "SCRIVO_ZIG and SCRIVO_ZIG_TARGET must be set: npm run prebuild does so")
+  message(FATAL_ERROR "SCRIVO_ZIG and SCRIVO_ZIG_TARGET must be set: npm run prebuilds does so")
 endif()
 
 string(REGEX MATCH "^([a-z0-9_]+)-([a-z]+)" _ "${target}")

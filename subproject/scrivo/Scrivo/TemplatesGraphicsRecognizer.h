@@ -85,7 +85,7 @@ public:
     /// empty. Interpolated points have force 0, the first one keeps its own,
     /// the last one when rounding left the result a point short. Linear time.
     /// Throws std::domain_error when the spacing vanishes beside the
-    /// coordinates' own, or when `n` is below 1.
+    /// coordinates' own, or when `n` is below 1 and the path has a length.
     std::vector<Point2D> resampleByCnt(std::vector<Point2D> path, int n) const;
     /// Turned so that the centroid lies level with the first point, to its
     /// right.
