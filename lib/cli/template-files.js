@@ -39,7 +39,7 @@ function resolveTemplates(names = [SHIPPED]) {
     const slot = SLOTS.find((name) => file.includes(name));
     if (!slot) throw new UserError(`${file}: the name contains none of ${SLOTS.join(', ')}`);
     if (taken.has(slot)) {
-      throw new UserError(`${taken.get(slot)} and ${file} are both a ${slot}: name one`);
+      throw new UserError(`${taken.get(slot)} and ${file} are both ${slot}: name one`);
     }
     taken.set(slot, file);
   }
