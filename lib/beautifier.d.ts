@@ -2,6 +2,8 @@
  * Right about real ink: every figure is fitted to the stroke, and the one that wins is the answer,
  * or the stroke as drawn. Needs no template files, and the answer does not depend on how densely
  * the device sampled.
+ *
+ * @packageDocumentation
  */
 
 /** A point of a stroke: fractions of the drawing area, y downwards. */
@@ -18,11 +20,13 @@ export interface Place {
   readonly y: number;
 }
 
+/** What a stroke can be taken for. Circles are ellipses. */
 export type FigureFamily = 'dot' | 'line' | 'angle' | 'triangle' | 'quadrangle' | 'ellipse';
 
 /** All figures, the default of {@link BeautifierOptions.figures}. */
 export declare const FIGURES: readonly FigureFamily[];
 
+/** What a beautifier is to look for, and how eagerly. */
 export interface BeautifierOptions {
   /** The figures wanted; circles are ellipses. Default: all. */
   readonly figures?: readonly FigureFamily[];
@@ -87,6 +91,7 @@ export type Figure =
  */
 export type Reason = 'invalid' | 'too-small' | 'not-wanted' | 'not-sure' | 'no-figure';
 
+/** The answer to one stroke. */
 export interface Beautified<Path> {
   /**
    * Fractions of the drawing area, in the form of the stroke that was given: a dot has 64 points, a

@@ -12,6 +12,8 @@
  * ```
  *
  * Everything runs synchronously on the calling thread.
+ *
+ * @packageDocumentation
  */
 
 /** A sample of a stroke. Properties other than these three are ignored. */

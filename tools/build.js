@@ -18,14 +18,27 @@ function presetNames() {
   return buildPresets.map(({ name }) => name);
 }
 
-function checkTools() {
-  const missing = ['cmake', 'ninja'].filter((tool) => capture(tool, ['--version']) === null);
-  const packages = ['node-addon-api', 'node-api-headers'].filter(
-    (name) => !fs.existsSync(path.join(ROOT, 'node_modules', name)),
-  );
-  if (missing.length + packages.length > 0) {
-    throw failure(`Not found: ${[...missing, ...packages].join(', ')}. Run \`npm run setup\`.`);
+/** Whether this is a clone; the installed package has the sources, but no tests. */
+const IS_CLONE = fs.existsSync(path.join(ROOT, 'test'));
+
+function isInstalled(packageName) {
+  try {
+    return Boolean(require.resolve(`${packageName}/package.json`, { paths: [ROOT] }));
+  } catch {
+    return false;
   }
+}
+
+function checkTools() {
+  const missing = [
+    ...['cmake', 'ninja'].filter((tool) => capture(tool, ['--version']) === null),
+    ...['node-addon-api', 'node-api-headers'].filter((name) => !isInstalled(name)),
+  ];
+  if (missing.length === 0) return;
+  const advice = IS_CLONE
+    ? 'Run `npm run setup`.'
+    : `A build needs these or their equivalents: ${LEVELS.run.join(', ')}.`;
+  throw failure(`Not found: ${missing.join(', ')}. ${advice}`);
 }
 
 /** Whether the libraries of the tests and benchmarks are known to be here. */
@@ -41,9 +54,10 @@ function testLibrariesInstalled() {
  */
 async function build(preset, { modulesOnly = false, keepGoing = false } = {}) {
   checkTools();
-  const tests = modulesOnly && !testLibrariesInstalled() ? 'OFF' : 'ON';
+  const tests = IS_CLONE && (!modulesOnly || testLibrariesInstalled()) ? 'ON' : 'OFF';
   const configure = ['--preset', preset, `-DSCRIVO_TESTS=${tests}`];
   if (preset === 'release') configure.push(`-DSCRIVO_BENCH=${tests}`);
+  if (!IS_CLONE) configure.push('-DSCRIVO_WERROR=OFF'); // users have other compilers
   heading(`Configure (${preset})`);
   if ((await run('cmake', configure)) !== 0) throw failure(`Configuring "${preset}" failed.`);
   heading(`Build (${preset}, ${JOBS} jobs)`);

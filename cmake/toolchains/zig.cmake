@@ -25,6 +25,14 @@ set(CMAKE_CXX_ARCHIVE_APPEND "\"${zig}\" ar q <TARGET> <OBJECTS>")
 set(CMAKE_CXX_ARCHIVE_FINISH "\"${zig}\" ranlib <TARGET>")
 
 set(CMAKE_MODULE_LINKER_FLAGS_INIT -s)
+if(CMAKE_SYSTEM_NAME STREQUAL Darwin)
+  # A bundle is what CMake asks for, and what Zig does not link: a library is loaded
+  # just as well. CMake's own settings follow this file, so it is read once more.
+  set(CMAKE_SHARED_MODULE_CREATE_CXX_FLAGS -dynamiclib)
+  set(CMAKE_PROJECT_INCLUDE "${CMAKE_CURRENT_LIST_FILE}")
+  # A question of style to the system's headers, thousands of times.
+  set(CMAKE_CXX_FLAGS_INIT -Wno-nullability-completeness)
+endif()
 
 # Where Debian and others put packages of headers alone, such as Eigen. Elsewhere:
 # set Eigen3_ROOT in the environment.

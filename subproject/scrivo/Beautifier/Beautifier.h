@@ -17,6 +17,7 @@ namespace Scrivo {
 /// What a stroke can be taken for. Circles are ellipses.
 enum class FigureFamily : std::uint8_t { DOT, LINE, ANGLE, TRIANGLE, QUADRANGLE, ELLIPSE };
 
+/// What a beautifier is to look for, and how eagerly.
 struct BeautifierOptions {
     /// The figures wanted. A stroke that is taken for another one stays ink.
     std::set<FigureFamily> figures{FigureFamily::DOT,        FigureFamily::LINE,
@@ -39,30 +40,35 @@ struct BeautifierOptions {
 // Parameters of the ideal figures, in drawing-area units, y downwards. Points
 // have force 0.
 
+/// A tap.
 struct DotFigure {
-    Point2D centre;
+    Point2D centre;  ///< of the rings that are drawn
 };
 
+/// A straight line.
 struct LineFigure {
-    Point2D from;
-    Point2D to;
+    Point2D from;  ///< where the pen was put down
+    Point2D to;    ///< where it was lifted
 };
 
+/// Two straight legs.
 struct AngleFigure {
-    Point2D from;
-    Point2D vertex;
-    Point2D to;
+    Point2D from;          ///< where the pen was put down
+    Point2D vertex;        ///< where the legs meet
+    Point2D to;            ///< where the pen was lifted
     double opening = 0.0;  ///< radians, from 0 to pi
 };
 
 /// A right triangle that is isosceles too counts as right.
 enum class TriangleKind : std::uint8_t { GENERAL, EQUILATERAL, ISOSCELES, RIGHT };
 
+/// A closed outline of three edges.
 struct TriangleFigure {
-    std::array<Point2D, 3> corners;  ///< in drawing order
-    TriangleKind kind = TriangleKind::GENERAL;
+    std::array<Point2D, 3> corners;             ///< in drawing order
+    TriangleKind kind = TriangleKind::GENERAL;  ///< what it was made to be
 };
 
+/// The most special kind counts: a square is called neither rectangle nor rhombus.
 enum class QuadrangleKind : std::uint8_t {
     GENERAL,
     SQUARE,
@@ -72,18 +78,21 @@ enum class QuadrangleKind : std::uint8_t {
     TRAPEZOID
 };
 
+/// A closed outline of four edges.
 struct QuadrangleFigure {
-    std::array<Point2D, 4> corners;  ///< in drawing order
-    QuadrangleKind kind = QuadrangleKind::GENERAL;
+    std::array<Point2D, 4> corners;                 ///< in drawing order
+    QuadrangleKind kind = QuadrangleKind::GENERAL;  ///< what it was made to be
 };
 
+/// An ellipse whose axes are equally long.
 struct CircleFigure {
-    Point2D centre;
-    double radius = 0.0;
+    Point2D centre;       ///< of the outline
+    double radius = 0.0;  ///< above 0
 };
 
+/// An ellipse that is no circle.
 struct EllipseFigure {
-    Point2D centre;
+    Point2D centre;         ///< of the outline
     Point2D radii;          ///< along the first (x) and the second axis (y)
     double rotation = 0.0;  ///< of the first axis, radians, within [-pi/4, pi/4]
 };
@@ -102,6 +111,7 @@ enum class Reason : std::uint8_t {
     NO_FIGURE,   ///< it resembles none
 };
 
+/// The answer to one stroke.
 struct Beautified {
     /// Fractions of the drawing area: the figure's outline as the other engine
     /// draws it (a dot of 64, a line of 21, an angle of 42, an ellipse of 85
@@ -111,8 +121,8 @@ struct Beautified {
     /// Probability, from 0 to 1, that the answer is right: calibrated on strokes
     /// of people that the model had not seen.
     double confidence = 0.0;
-    Figure figure;
-    Reason reason = Reason::NO_FIGURE;
+    Figure figure;                      ///< in drawing-area units
+    Reason reason = Reason::NO_FIGURE;  ///< why there is no figure
 };
 
 /// Immutable: any number of threads may share one.
@@ -122,6 +132,7 @@ public:
     /// range or `figures` holds no member of the enumeration.
     explicit Beautifier(BeautifierOptions options = {});
 
+    /// As given to the constructor.
     const BeautifierOptions& options() const { return m_options; }
 
     /// Answers for one stroke. `stroke` and `others` (the strokes that line ends

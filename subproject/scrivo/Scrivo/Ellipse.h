@@ -15,9 +15,9 @@ class Matrix;
 /// Ellipses (direct least-squares conic fit) and dots.
 namespace Scrivo {
 
-/// Dense, dynamic-size double matrix and column vector: `Eigen::MatrixXd` and
-/// `Eigen::VectorXd`.
+/// `Eigen::MatrixXd`: dense, of any size.
 using MatrixXd = Eigen::Matrix<double, -1, -1, 0, -1, -1>;
+/// `Eigen::VectorXd`: a column of any length.
 using VectorXd = Eigen::Matrix<double, -1, 1, 0, -1, 1>;
 
 /// Fits a conic a0 x^2 + a1 xy + a2 y^2 + a3 x + a4 y + a5 = 0 under the

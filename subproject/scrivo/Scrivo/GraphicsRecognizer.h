@@ -9,28 +9,27 @@
 /// What the template recogniser stores and answers.
 namespace Scrivo {
 
-/// Axis-parallel box; (`x`, `y`) is the corner of the smallest coordinates.
+/// Axis-parallel box.
 struct Rect2D {
-    double x = 0.0;
-    double y = 0.0;
-    double width = 0.0;
-    double height = 0.0;
+    double x = 0.0;       ///< left edge: the smallest x
+    double y = 0.0;       ///< upper edge: the smallest y
+    double width = 0.0;   ///< largest x less the smallest
+    double height = 0.0;  ///< largest y less the smallest
 };
 
-/// One example outline. `id` is 1 for "rectangle", 2 for "triangle", 3 for
-/// "ellipse"; `points` is the outline in normal form, every force 0.
+/// One example outline.
 struct GraphicTemplate {
-    std::int32_t id = 0;
-    std::string name;
-    std::vector<Point2D> points;
+    std::int32_t id = 0;          ///< 1 rectangle, 2 triangle, 3 ellipse
+    std::string name;             ///< "rectangle", "triangle", "ellipse"
+    std::vector<Point2D> points;  ///< the outline in normal form, every force 0
 };
 
-/// The best template's `id` and `name` with the score that it reached, at most
-/// 1, or 0 and "Unknown" with the score that did not suffice; -1 when the
-/// stroke was rejected before any comparison.
+/// What a stroke was taken for.
 struct RecognitionResult {
-    std::int32_t id = 0;
-    std::string name;
+    std::int32_t id = 0;  ///< of the best template, or 0
+    std::string name;     ///< of the best template, or "Unknown"
+    /// That the best template reached, at most 1, sufficient or not; -1 when the
+    /// stroke was rejected before any comparison.
     double score = 0.0;
 };
 

@@ -9,12 +9,12 @@
 namespace Scrivo {
 
 /// A sample of a stroke, or a plain pair of doubles (`force` then is 0).
-/// `x` and `y` are fractions of the drawing area at the front door and
-/// drawing-area units everywhere behind it, y downwards. No value is rejected:
-/// NaN and infinities travel through the arithmetic.
+/// Coordinates are fractions of the drawing area at the front door and
+/// drawing-area units everywhere behind it. No value is rejected: NaN and
+/// infinities travel through the arithmetic.
 struct Point2D {
-    double x = 0.0;
-    double y = 0.0;
+    double x = 0.0;  ///< to the right
+    double y = 0.0;  ///< downwards
     /// Pen pressure as the caller delivered it; 0 when unknown, and 0 in every
     /// point that the library makes itself.
     double force = 0.0;

@@ -20,16 +20,22 @@ class TemplateIndex;
 /// a const reference to avoid that.
 class TemplateList {
 public:
+    /// What the list holds.
     using Templates = std::vector<GraphicTemplate>;
 
     TemplateList();
+    /// A list of templates that were made elsewhere, indexed.
     TemplateList(Templates templates);
+    /// A copy makes an index of its own.
+    /// @{
     TemplateList(const TemplateList& other);
     TemplateList(TemplateList&& other) noexcept;
     TemplateList& operator=(const TemplateList& other);
     TemplateList& operator=(TemplateList&& other) noexcept;
+    /// @}
     ~TemplateList();
 
+    /// Adds a template to the list and to its index.
     void push_back(GraphicTemplate added);
 
     /// The vector, for any change.
@@ -37,9 +43,14 @@ public:
         m_edited = true;
         return m_templates;
     }
+    /// The vector, to be changed or to be read only.
+    /// @{
     operator Templates&() { return edit(); }
     operator const Templates&() const { return m_templates; }
+    /// @}
 
+    /// As of a vector, to read.
+    /// @{
     [[nodiscard]] std::size_t size() const { return m_templates.size(); }
     [[nodiscard]] bool empty() const { return m_templates.empty(); }
 
@@ -49,7 +60,10 @@ public:
     [[nodiscard]] const GraphicTemplate& back() const { return m_templates.back(); }
     [[nodiscard]] auto begin() const { return m_templates.begin(); }
     [[nodiscard]] auto end() const { return m_templates.end(); }
+    /// @}
 
+    /// As of a vector, to change it: see `edit()`.
+    /// @{
     GraphicTemplate& operator[](std::size_t k) { return edit()[k]; }
     GraphicTemplate& at(std::size_t k) { return edit().at(k); }
     GraphicTemplate& front() { return edit().front(); }
@@ -69,6 +83,7 @@ public:
     auto insert(Arguments&&... arguments) {
         return edit().insert(std::forward<Arguments>(arguments)...);
     }
+    /// @}
 
     /// The index of exactly these templates, or null when there is none.
     [[nodiscard]] const detail::TemplateIndex* index() const;

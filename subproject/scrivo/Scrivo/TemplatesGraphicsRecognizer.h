@@ -40,6 +40,7 @@ public:
     /// Whether paths are turned to their indicative angle when normalised.
     /// Sets `angleRange` too: 45 when on, 15 when off.
     void setRotationInvariance(bool on);
+    /// Whether paths are turned to their indicative angle: `rotationInvariant`.
     [[nodiscard]] bool getRotationInvariance() const;
 
     /// Adds every outline of the files, as drawn and backwards. Files are read
@@ -121,6 +122,7 @@ public:
     std::int32_t numPoints;
     /// Side of the reference square.
     std::int32_t squareSize = 250;
+    /// Set by `setRotationInvariance`.
     bool rotationInvariant = true;
     /// The templates with id 3.
     TemplateList ellipseTemplates;

@@ -1,0 +1,187 @@
+'use strict';
+
+// The package as its users get it: packed, then installed into an empty project.
+// The archive holds the module of this build, as the prebuilt file of this system.
+
+const assert = require('node:assert/strict');
+const { execFileSync, spawnSync } = require('node:child_process');
+const fs = require('node:fs');
+const os = require('node:os');
+const path = require('node:path');
+const { after, before, describe, test } = require('node:test');
+
+const { moduleNames } = require('../../tools/support/modules.js');
+const { ROOT } = require('../../tools/support/run.js');
+
+const folder = fs.realpathSync(fs.mkdtempSync(path.join(os.tmpdir(), 'scrivo-install-')));
+after(() => fs.rmSync(folder, { recursive: true }));
+const project = path.join(folder, 'project');
+const installed = path.join(project, 'node_modules', 'scrivo');
+
+const THIS_TARGET = `${process.platform}-${process.arch}`;
+const PREBUILT = moduleNames().map((name) => `prebuilds/${THIS_TARGET}/${name}.node`);
+
+const npm = (cwd, ...args) =>
+  execFileSync('npm', [...args, '--loglevel=error'], { cwd, encoding: 'utf8' });
+const run = (...args) => execFileSync(process.execPath, args, { cwd: project, encoding: 'utf8' });
+
+function trackedFiles() {
+  const options = ['--cached', '--others', '--exclude-standard', '-z'];
+  const listed = execFileSync('git', ['ls-files', ...options], { cwd: ROOT, encoding: 'utf8' });
+  return listed.split('\0').filter((name) => name && fs.existsSync(path.join(ROOT, name)));
+}
+
+function copy(name, to) {
+  fs.mkdirSync(path.dirname(to), { recursive: true });
+  fs.copyFileSync(path.join(ROOT, name), to);
+}
+
+/** Packs a copy of the clone; what npm says about the archive. */
+function pack() {
+  const clone = path.join(folder, 'clone');
+  for (const name of trackedFiles()) copy(name, path.join(clone, name));
+  for (const file of PREBUILT) {
+    copy(path.join('build', 'release', path.basename(file)), path.join(clone, file));
+  }
+  return JSON.parse(npm(clone, 'pack', '--json', '--pack-destination', folder))[0];
+}
+
+/**
+ * Every package that one in the lock file needs, by name, as the folder that it is
+ * installed in here: a project can then be filled without asking a registry.
+ */
+function dependencies() {
+  const { packages } = JSON.parse(fs.readFileSync(path.join(ROOT, 'package-lock.json'), 'utf8'));
+  const found = {};
+  const visit = (entry) => {
+    for (const name of Object.keys(entry.dependencies ?? {}).filter((key) => !found[key])) {
+      found[name] = `file:${path.join(ROOT, 'node_modules', name)}`;
+      visit(packages[`node_modules/${name}`]);
+    }
+  };
+  visit(packages['']);
+  return found;
+}
+
+function install(archive) {
+  fs.mkdirSync(project, { recursive: true });
+  const manifest = { private: true, dependencies: dependencies() };
+  fs.writeFileSync(path.join(project, 'package.json'), JSON.stringify(manifest));
+  const options = ['--offline', '--ignore-scripts', '--install-links', '--omit=optional'];
+  npm(project, 'install', ...options, '--no-audit', '--no-fund', archive);
+}
+
+describe('the archive', () => {
+  let archive;
+  let names;
+  before(() => {
+    archive = pack();
+    names = archive.files.map((file) => file.path);
+    install(path.join(folder, archive.filename));
+  });
+
+  test('holds what is run, what it is built from, and nothing else', () => {
+    const inFolder = /^(bin|lib|src|subproject|templates)\//;
+    const alone = [
+      ...['CHANGELOG.md', 'CMakeLists.txt', 'CMakePresets.json', 'LICENSE', 'README.md'],
+      ...['cmake/ScrivoCompileOptions.cmake', 'cmake/ScrivoConfig.cmake.in', 'package.json'],
+      ...['tools/build.js', 'tools/setup.js', 'tools/support/run.js'],
+    ];
+    const expected = trackedFiles().filter((name) => inFolder.test(name) || alone.includes(name));
+    assert.deepEqual([...names].sort(), [...expected, ...PREBUILT].sort());
+    assert.ok(alone.every((name) => names.includes(name)));
+    assert.deepEqual(
+      names.filter((name) => /test|\.ndjson|\.md$/.test(path.basename(name))).sort(),
+      ['CHANGELOG.md', 'README.md'],
+    );
+  });
+
+  test('is small, the modules aside', () => {
+    const modules = archive.files.filter((file) => file.path.endsWith('.node'));
+    assert.equal(modules.length, moduleNames().length);
+    assert.ok(archive.unpackedSize - modules.reduce((sum, { size }) => sum + size, 0) < 0.75e6);
+  });
+
+  test('runs nothing when it is installed', () => {
+    const lock = path.join(project, 'node_modules', '.package-lock.json');
+    const entry = JSON.parse(fs.readFileSync(lock, 'utf8')).packages['node_modules/scrivo'];
+    assert.equal(entry.version, require('../../package.json').version);
+    assert.equal(entry.hasInstallScript, undefined);
+  });
+
+  const CIRCLE = `Array.from({ length: 65 }, (_, i) => ({
+    x: 0.5 + 0.4 * Math.cos(i * Math.PI / 32), y: 0.5 + 0.4 * Math.sin(i * Math.PI / 32) }))`;
+  const USE = `
+    scrivo.initScrivo(scrivo.templates);
+    const { path, type } = scrivo.optimizeAStroke(${CIRCLE}, 400, 400, []);
+    console.log(type === scrivo.FigureType.ELLIPSE, path.length, typeof beautifier.Beautifier);`;
+  const entries = {
+    'require()': `const scrivo = require('scrivo');
+      const beautifier = require('scrivo/beautifier');`,
+    import: `import * as scrivo from 'scrivo';
+      import * as beautifier from 'scrivo/beautifier';`,
+  };
+  for (const [how, head] of Object.entries(entries)) {
+    test(`answers at once by ${how}`, () => {
+      const file = path.join(project, how === 'import' ? 'use.mjs' : 'use.cjs');
+      fs.writeFileSync(file, head + USE);
+      assert.equal(run(file), 'true 85 function\n');
+    });
+  }
+
+  test('brings the command along', () => {
+    const command = path.join(project, 'node_modules', '.bin', 'scrivo');
+    const points = eval(CIRCLE).map(({ x, y }) => [400 * x, 400 * y]);
+    const input = JSON.stringify({ points });
+    const output = execFileSync(command, ['idealise', '-'], { encoding: 'utf8', input });
+    assert.equal(JSON.parse(output).figure, 'ellipse');
+  });
+
+  for (const resolution of ['nodenext', 'bundler']) {
+    test(`is understood by TypeScript (${resolution})`, () => {
+      const name = resolution === 'bundler' ? 'consumer.mts' : 'consumer.*';
+      fs.cpSync(path.join(__dirname, 'consumer'), project, { recursive: true });
+      const compilerOptions = {
+        ...{ module: resolution === 'bundler' ? 'preserve' : resolution, target: 'es2022' },
+        ...{ moduleResolution: resolution, strict: true, skipLibCheck: false, types: [] },
+        ...{ noEmit: true, exactOptionalPropertyTypes: true },
+      };
+      const config = path.join(project, `tsconfig.${resolution}.json`);
+      fs.writeFileSync(config, JSON.stringify({ compilerOptions, include: [name] }));
+      const tsc = path.join(path.dirname(require.resolve('typescript/package.json')), 'bin', 'tsc');
+      const { status, stdout } = spawnSync(process.execPath, [tsc, '-p', config], {
+        encoding: 'utf8',
+      });
+      assert.equal(status, 0, stdout);
+    });
+  }
+
+  test('says where it looked and how to build, where no prebuilt file fits', () => {
+    const prebuilds = path.join(installed, 'prebuilds');
+    fs.renameSync(prebuilds, `${prebuilds}-away`);
+    try {
+      const { status, stderr } = spawnSync(process.execPath, ['-e', "require('scrivo')"], {
+        cwd: project,
+        encoding: 'utf8',
+      });
+      assert.equal(status, 1);
+      assert.match(stderr, /Cannot find the native module hello\.node\. Tried:/);
+      assert.ok(stderr.includes(`  ${path.join(installed, PREBUILT[0])}\n`));
+      assert.ok(stderr.includes(`(cd ${JSON.stringify(installed)} && npm run build)`));
+    } finally {
+      fs.renameSync(`${prebuilds}-away`, prebuilds);
+    }
+  });
+
+  // Every source is in the archive, see above: what is left is that they are found.
+  test('can be built from its sources', () => {
+    const options = ['-DSCRIVO_TESTS=OFF', '-DSCRIVO_BENCH=OFF'];
+    execFileSync('cmake', ['--preset', 'release', ...options], { cwd: installed });
+    const made = execFileSync('ninja', ['-C', 'build/release', '-t', 'targets', 'all'], {
+      cwd: installed,
+      encoding: 'utf8',
+    });
+    for (const name of moduleNames()) assert.match(made, new RegExp(`^${name}\\.node: `, 'm'));
+    fs.rmSync(path.join(installed, 'build'), { recursive: true });
+  });
+});

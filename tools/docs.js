@@ -1,0 +1,29 @@
+'use strict';
+
+// `npm run docs`: the pages of both interfaces, for C++ in build/docs/cpp and for
+// JavaScript in build/docs/javascript. What lacks a comment is an error.
+
+const fs = require('node:fs');
+const path = require('node:path');
+const { ROOT, capture, failure, heading, main, nodeTool, run } = require('./support/run.js');
+const { version } = require('../package.json');
+
+const PAGES = path.join(ROOT, 'build', 'docs');
+
+async function makePages(what, command, args, options) {
+  heading(`Documentation: ${what}`);
+  if ((await run(command, args, options)) !== 0) throw failure(`The pages for ${what} failed.`);
+}
+
+main(async () => {
+  if (capture('doxygen', ['--version']) === null) {
+    throw failure('doxygen is not installed: npm run setup');
+  }
+  fs.rmSync(PAGES, { recursive: true, force: true });
+  fs.mkdirSync(PAGES, { recursive: true });
+  await makePages('C++', 'doxygen', ['docs/Doxyfile'], { env: { SCRIVO_VERSION: version } });
+  const [node, ...typedoc] = nodeTool('typedoc', 'bin/typedoc');
+  await makePages('JavaScript', node, [...typedoc, '--options', 'docs/typedoc.json']);
+  console.log(`\nbuild/docs/cpp/index.html\nbuild/docs/javascript/index.html`);
+  return 0;
+});
