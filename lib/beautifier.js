@@ -1,7 +1,8 @@
 'use strict';
 
 const { loadNative } = require('./native.js');
-const { packObjects, packOthers, checkPacked, unpackObjects } = require('./packing.js');
+const { isFloat64Array } = require('node:util/types');
+const { copyPacked, found, packObjects, packOthers, unpackObjects } = require('./packing.js');
 
 const native = loadNative('beautifier');
 
@@ -27,8 +28,6 @@ const DEFAULTS = {
 /** Numbers a point in a Float64Array. */
 const STRIDES = { xy: 2, xyf: 3 };
 
-const found = (value) => (typeof value === 'string' ? JSON.stringify(value) : String(value));
-
 function checkNumber(name, value, min, max) {
   if (typeof value !== 'number') {
     throw new TypeError(`${name} must be a number, found ${found(value)}`);
@@ -38,20 +37,23 @@ function checkNumber(name, value, min, max) {
   }
 }
 
-function checkFigures(figures) {
-  if (!Array.isArray(figures)) {
-    throw new TypeError(`options.figures must be an array, found ${found(figures)}`);
+/** A frozen copy, whose elements are seen to be right. */
+function copyFigures(given) {
+  if (!Array.isArray(given)) {
+    throw new TypeError(`options.figures must be an array, found ${found(given)}`);
   }
+  const figures = [...given];
   figures.forEach((figure, i) => {
     if (!FIGURES.includes(figure)) {
       const known = FIGURES.join(', ');
       throw new RangeError(`options.figures[${i}] must be one of ${known}, found ${found(figure)}`);
     }
   });
+  return Object.freeze(figures);
 }
 
 function checkOptions(options) {
-  if (typeof options !== 'object' || options === null) {
+  if (typeof options !== 'object' || options === null || Array.isArray(options)) {
     throw new TypeError(`options must be an object, found ${found(options)}`);
   }
   for (const name of Object.keys(options)) {
@@ -67,7 +69,7 @@ function completeOptions(options) {
   checkOptions(options);
   const given = Object.entries(options).filter(([, value]) => value !== undefined);
   const complete = { ...DEFAULTS, ...Object.fromEntries(given) };
-  checkFigures(complete.figures);
+  complete.figures = copyFigures(complete.figures);
   checkNumber('options.minSize', complete.minSize, 0, Number.MAX_VALUE);
   checkNumber('options.sensitivity', complete.sensitivity, 0, 1);
   for (const name of ['horizontalVertical', 'regularFigures', 'nearbyStrokes']) {
@@ -78,7 +80,7 @@ function completeOptions(options) {
   if (!Object.hasOwn(STRIDES, complete.layout)) {
     throw new RangeError(`options.layout must be 'xy' or 'xyf', found ${found(complete.layout)}`);
   }
-  return Object.freeze({ ...complete, figures: Object.freeze([...complete.figures]) });
+  return Object.freeze(complete);
 }
 
 function checkSide(name, value) {
@@ -133,10 +135,10 @@ class Beautifier {
   }
 
   beautify(stroke, width, height, others = []) {
-    const isPacked = stroke instanceof Float64Array;
+    const isPacked = isFloat64Array(stroke);
     const stride = isPacked ? this.#stride : STRIDES.xyf;
     const points = isPacked
-      ? checkPacked('stroke', stroke, stride)
+      ? copyPacked('stroke', stroke, stride)
       : packObjects('stroke', stroke, stride);
     checkSide('width', width);
     checkSide('height', height);

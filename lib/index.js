@@ -1,6 +1,5 @@
 'use strict';
 
-const fs = require('node:fs');
 const path = require('node:path');
 
 const { loadNative } = require('./native.js');
@@ -17,9 +16,9 @@ const FigureType = Object.freeze({
 });
 
 const templates = Object.freeze(
-  ['rectangle', 'triangle', 'isosceles_triangle', 'ellipse']
-    .map((figure) => path.join(__dirname, '..', 'templates', `${figure}.template`))
-    .filter((file) => fs.existsSync(file)),
+  ['rectangle', 'triangle', 'isosceles_triangle', 'ellipse'].map((figure) =>
+    path.join(__dirname, '..', 'templates', `${figure}.template`),
+  ),
 );
 
 module.exports = { initScrivo, optimizeAStroke, FigureType, templates };

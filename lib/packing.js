@@ -1,9 +1,17 @@
 'use strict';
 
+const { isFloat64Array } = require('node:util/types');
+
 // Strokes between arrays of point objects and packed numbers. A wrong value is
 // named by its place in the argument.
 
-const found = (value) => (typeof value === 'string' ? JSON.stringify(value) : String(value));
+/** A value for a message: short, and of whatever kind. */
+function found(value) {
+  if (typeof value === 'string') return JSON.stringify(value.slice(0, 40));
+  if (typeof value === 'function') return 'a function';
+  if (typeof value !== 'object' || value === null) return String(value);
+  return Array.isArray(value) ? 'an array' : 'an object';
+}
 
 function checkCoordinate(name, value) {
   if (typeof value !== 'number') {
@@ -12,14 +20,16 @@ function checkCoordinate(name, value) {
   if (!Number.isFinite(value)) throw new RangeError(`${name} must be finite, found ${value}`);
 }
 
-/** Says what is wrong with the point; one property of it is. */
-function rejectPoint(name, point) {
+/** x, y and force of a point, each read once, or an error that names the wrong one. */
+function readPoint(name, i, point) {
   if (typeof point !== 'object' || point === null) {
-    throw new TypeError(`${name} must be an object with x and y, found ${found(point)}`);
+    throw new TypeError(`${name}[${i}] must be an object with x and y, found ${found(point)}`);
   }
-  checkCoordinate(`${name}.x`, point.x);
-  checkCoordinate(`${name}.y`, point.y);
-  checkCoordinate(`${name}.force`, point.force);
+  const { x, y, force = 0 } = point;
+  if (!Number.isFinite(x)) checkCoordinate(`${name}[${i}].x`, x);
+  if (!Number.isFinite(y)) checkCoordinate(`${name}[${i}].y`, y);
+  if (!Number.isFinite(force)) checkCoordinate(`${name}[${i}].force`, force);
+  return { x, y, force };
 }
 
 function checkArray(name, value) {
@@ -38,13 +48,11 @@ function checkArray(name, value) {
  */
 function packObjects(name, points, stride) {
   checkArray(name, points);
-  const packed = new Float64Array(points.length * stride);
-  for (let i = 0, k = 0; i < points.length; i++, k += stride) {
-    const point = points[i];
-    const { x, y, force = 0 } = point ?? rejectPoint(`${name}[${i}]`, point);
-    if (!Number.isFinite(x) || !Number.isFinite(y) || !Number.isFinite(force)) {
-      rejectPoint(`${name}[${i}]`, point);
-    }
+  // A copy: a getter may change the array while it is read.
+  const given = [...points];
+  const packed = new Float64Array(given.length * stride);
+  for (let i = 0, k = 0; i < given.length; i++, k += stride) {
+    const { x, y, force } = readPoint(name, i, given[i]);
     packed[k] = x;
     packed[k + 1] = y;
     if (stride > 2) packed[k + 2] = force;
@@ -52,8 +60,9 @@ function packObjects(name, points, stride) {
   return packed;
 }
 
-/** The array itself, once its length and its numbers are seen to be right. */
-function checkPacked(name, packed, stride) {
+/** A copy of the numbers, once their count and each of them are seen to be right. */
+function copyPacked(name, given, stride) {
+  const packed = new Float64Array(given);
   if (packed.length % stride !== 0) {
     throw new RangeError(
       `${name} must hold ${stride} numbers a point, found ${packed.length} numbers`,
@@ -89,9 +98,9 @@ function packOthers(name, strokes, stride) {
   if (!Array.isArray(strokes)) {
     throw new TypeError(`${name} must be an array of strokes, found ${found(strokes)}`);
   }
-  const parts = strokes.map((stroke, i) =>
-    stroke instanceof Float64Array
-      ? coordinates(checkPacked(`${name}[${i}]`, stroke, stride), stride)
+  const parts = [...strokes].map((stroke, i) =>
+    isFloat64Array(stroke)
+      ? coordinates(copyPacked(`${name}[${i}]`, stroke, stride), stride)
       : packObjects(`${name}[${i}]`, stroke, 2),
   );
   const values = new Float64Array(parts.reduce((sum, part) => sum + part.length, 0));
@@ -114,4 +123,4 @@ function unpackObjects(packed) {
   return points;
 }
 
-module.exports = { packObjects, packOthers, checkPacked, unpackObjects };
+module.exports = { found, packObjects, packOthers, copyPacked, unpackObjects };

@@ -20,11 +20,13 @@ constexpr double NO_OBJECT = 1;  // the element is handed back
 constexpr double NO_NUMBER = 2;  // the property is handed back, unless a getter threw
 
 // 256 is BLOCK, and the other literals are the slots and states above.
-// Sloppy mode: an assignment that a prototype forbids is ignored, as it is by
-// napi_set_property. The shared array is no parameter, so that a getter, which
-// can see its caller's arguments, cannot get hold of it and detach it.
+// `write` is in sloppy mode: an assignment that a prototype forbids is ignored,
+// as it is by napi_set_property. `read` is strict, so that a getter does not see
+// it as its caller and cannot call it; and the shared array is no parameter, so
+// that a getter cannot get hold of it and detach it.
 constexpr char FUNCTIONS[] = R"js((function (shared) {
     function read(stroke, from) {
+        'use strict';
         for (var n = 0, k = 2; n < 256 && from < stroke.length; n++, k += 3, from++) {
             shared[0] = n;
             shared[k] = shared[k + 1] = shared[k + 2] = 0;
@@ -156,8 +158,12 @@ void PointTransfer::readBlock(Stroke& stroke, napi_value array) {
         stroke.push_back({next[0], next[1], next[2]});
         next += 3;
     };
-    for (auto done = static_cast<std::size_t>(shared_[DONE]); done > 0; --done) append();
-    if (returned && shared_[STATE] == END_OF_BLOCK) return;
+    const bool isWhole = returned && shared_[STATE] == END_OF_BLOCK;
+    const std::size_t most = isWhole ? BLOCK : BLOCK - 1;
+    for (std::size_t done = std::min(static_cast<std::size_t>(shared_[DONE]), most); done > 0;
+         --done)
+        append();
+    if (isWhole) return;
     if (returned && shared_[STATE] == NO_OBJECT) {
         stroke.push_back(readPoint(env_, rest));
         return;

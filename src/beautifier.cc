@@ -6,6 +6,7 @@
 #include <exception>
 #include <napi.h>
 #include <span>
+#include <stdexcept>
 #include <utility>
 #include <vector>
 
@@ -95,8 +96,13 @@ public:
 
     /// (families: number[], minSize, sensitivity, horizontalVertical,
     /// regularFigures, nearbyStrokes)
-    explicit Beautifier(const Napi::CallbackInfo& info)
-        : Napi::ObjectWrap<Beautifier>(info), beautifier_(readOptions(info)) {}
+    explicit Beautifier(const Napi::CallbackInfo& info) : Napi::ObjectWrap<Beautifier>(info) {
+        try {
+            beautifier_ = Scrivo::Beautifier(readOptions(info));
+        } catch (const std::exception& error) {
+            Napi::Error::New(info.Env(), error.what()).ThrowAsJavaScriptException();
+        }
+    }
 
 private:
     static Scrivo::BeautifierOptions readOptions(const Napi::CallbackInfo& info) {
@@ -123,7 +129,7 @@ private:
     Napi::Value beautify(const Napi::CallbackInfo& info) {
         const Napi::Env env = info.Env();
         try {
-            const std::size_t stride = Napi::Number(env, info[1]).Uint32Value();
+            const std::size_t stride = Napi::Number(env, info[1]).Uint32Value() == 2 ? 2 : 3;
             const Points stroke = unpack(view(Napi::Float64Array(env, info[0])), stride);
             const double width = Napi::Number(env, info[2]).DoubleValue();
             const double height = Napi::Number(env, info[3]).DoubleValue();
@@ -144,6 +150,7 @@ private:
         others.reserve(lengths.ElementLength());
         for (std::size_t i = 0; i < lengths.ElementLength(); ++i) {
             const std::size_t count = 2 * static_cast<std::size_t>(lengths[i]);
+            if (count > values.size()) throw std::invalid_argument("lengths exceed the points");
             others.push_back(unpack(values.first(count), 2));
             values = values.subspan(count);
         }
@@ -171,7 +178,7 @@ private:
         return result;
     }
 
-    Scrivo::Beautifier beautifier_;
+    Scrivo::Beautifier beautifier_;  // the default one until the constructor is through
 };
 
 Napi::Object Init(Napi::Env env, Napi::Object exports) {

@@ -17,6 +17,9 @@ const PACKAGES = {
     'libgmock-dev',
     'libbenchmark-dev',
     'nlohmann-json3-dev', // the case files
+    'locales', // from which a test builds one with a decimal comma
+    'doxygen', // npm run docs
+    'parallel', // an example of the command line's documents
     'chromium', // the browser test
     'clang', // clang-tidy's preset compiles with it
     'clang-format',

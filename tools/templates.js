@@ -24,6 +24,8 @@ const USAGE = `Makes the template files from their parameters, or searches for p
 usage: templates                  write templates/ from tools/template-parameters.json
        templates --search TRAIN   choose the parameters by labelled strokes and write them
 
+  --parameters FILE read, and with --search written (tools/template-parameters.json)
+  --output DIR      where the template files go (templates)
   --check DEV       with --search: say what the choice reaches on strokes it has not seen
   --candidates N    outlines of each figure to choose from (3000)
   --seed N          of the random candidates (1)
@@ -35,6 +37,8 @@ usage: templates                  write templates/ from tools/template-parameter
 
 const OPTIONS = {
   search: { type: 'string' },
+  parameters: { type: 'string', default: path.join(__dirname, 'template-parameters.json') },
+  output: { type: 'string', default: path.join(__dirname, '..', 'templates') },
   check: { type: 'string' },
   candidates: { type: 'string', default: '3000' },
   seed: { type: 'string', default: '1' },
@@ -43,9 +47,6 @@ const OPTIONS = {
   price: { type: 'string', default: '2' },
   help: { type: 'boolean', default: false },
 };
-
-const PARAMETER_FILE = path.join(__dirname, 'template-parameters.json');
-const TEMPLATE_FOLDER = path.join(__dirname, '..', 'templates');
 
 const TEMPLATE_FIGURES = TEMPLATE_FILES.map((file) => path.basename(file, '.template'));
 
@@ -73,8 +74,8 @@ function writeTemplates(folder, templates) {
   }
 }
 
-function readParameters() {
-  return JSON.parse(fs.readFileSync(PARAMETER_FILE, 'utf8')).templates;
+function readParameters(file = OPTIONS.parameters.default) {
+  return JSON.parse(fs.readFileSync(file, 'utf8')).templates;
 }
 
 async function search(options) {
@@ -95,6 +96,7 @@ async function search(options) {
   printCurve(chosen, train, check);
   printTradeOff(chooseFor, train, check);
   saveParameters(
+    options.parameters,
     chosen.map((i) => parameters[i]),
     settings,
   );
@@ -106,7 +108,7 @@ function searchSettings(options) {
     names.map((name) => {
       const value = Number(options[name]);
       if (!Number.isFinite(value) || value < 0) {
-        throw new UserError(`--${name} must be a number of 0 or more, found ${options[name]}`, 2);
+        throw new UserError(`--${name} must be a number of 0 or more, found ${options[name]}`);
       }
       return [name, value];
     }),
@@ -216,12 +218,12 @@ function printTable(title, keys, chosenFor, train, check) {
   process.stdout.write(`${formatTable([[title, 'size', ...header], ...rows])}\n\n`);
 }
 
-function saveParameters(templates, { candidates, seed, harm, margin, price }) {
+function saveParameters(file, templates, { candidates, seed, harm, margin, price }) {
   const options = `--candidates ${candidates} --seed ${seed} --harm ${harm} --margin ${margin} --price ${price}`;
   const madeBy = `npm run templates -- --search TRAIN ${options}`;
   const lines = templates.map((each) => `    ${JSON.stringify(each)}`).join(',\n');
   fs.writeFileSync(
-    PARAMETER_FILE,
+    file,
     `{\n  "madeBy": ${JSON.stringify(madeBy)},\n  "templates": [\n${lines}\n  ]\n}\n`,
   );
 }
@@ -230,7 +232,7 @@ function parseCommandLine() {
   try {
     return parseArgs({ options: OPTIONS }).values;
   } catch (error) {
-    throw new UserError(`${error.message}\n\n${USAGE}`, 2);
+    throw new UserError(`${error.message}\n\n${USAGE}`);
   }
 }
 
@@ -241,14 +243,14 @@ async function main() {
     return;
   }
   if (values.search !== undefined) await search(values);
-  writeTemplates(TEMPLATE_FOLDER, readParameters());
+  writeTemplates(values.output, readParameters(values.parameters));
 }
 
 if (require.main === module) {
   main().catch((error) => {
     const isUserError = error instanceof UserError;
     process.stderr.write(`templates: ${isUserError ? error.message : error.stack}\n`);
-    process.exitCode = isUserError ? error.exitCode : 1;
+    process.exitCode = 2;
   });
 }
 

@@ -63,7 +63,7 @@ function beautifierEngine() {
     name: 'beautifier',
     load({ templates }) {
       if (templates?.length > 0) {
-        throw new UserError('the beautifier needs no templates: leave --templates out', 2);
+        throw new UserError('the beautifier needs no templates: leave --templates out');
       }
       beautifier();
     },
@@ -88,7 +88,7 @@ function requireNative(file, engine) {
 /** @returns {Engine} */
 function createEngine(name) {
   if (Object.hasOwn(ENGINES, name)) return ENGINES[name]();
-  throw new UserError(`there is no engine ${name}; known: ${Object.keys(ENGINES).join(', ')}`, 2);
+  throw new UserError(`there is no engine ${name}; known: ${Object.keys(ENGINES).join(', ')}`);
 }
 
 module.exports = { ENGINE_NAMES: Object.keys(ENGINES), createEngine, familyOfAnswer };

@@ -3,7 +3,6 @@
 const { parseArgs } = require('node:util');
 const { createEngine } = require('./engines.js');
 const { checkInputs, displayName } = require('./input.js');
-const { checkOutput, writeOutput } = require('./output.js');
 const { placeStroke } = require('./placement.js');
 const { createProgress } = require('./progress.js');
 const { formatReport } = require('./report.js');
@@ -12,6 +11,7 @@ const { strokeSheet } = require('./sheet.js');
 const { readLabelledStrokes } = require('./strokes.js');
 const { takeTemplates } = require('./template-files.js');
 const { UserError } = require('./user-error.js');
+const { Output, inspectOutput } = require('./write/output-file.js');
 
 const USAGE = `Scores an engine on labelled strokes.
 
@@ -21,7 +21,7 @@ FILE is NDJSON, gzip or not, - for standard input. Each line is an object with
 "family" (dot, line, angle, triangle, quadrangle, ellipse or none), an optional
 "label" and "points": [[x, y, force, time], ...].
 
-  --engine NAME     exact (the default)
+  --engine NAME     exact (the default) or beautifier
   --unit N|natural  length of the longer side the strokes are scaled to, in a drawing
                     area of 1000 by 1000 (200); dots always keep the size they have
   --templates FILE...
@@ -54,7 +54,8 @@ const MAX_CELLS = 4000;
  *
  * @param {string[]} argv arguments after the command's name
  * @param {{stdout?: NodeJS.WritableStream, stderr?: NodeJS.WritableStream}} [io]
- * @returns {Promise<number>} exit code: 0, 1 for unusable input, 2 for a wrong command line
+ * @returns {Promise<number>} exit code: 0, 1 when lines or inputs were left out, 2 when nothing
+ *   could be scored
  */
 async function evaluateCommand(argv, { stdout = process.stdout, stderr = process.stderr } = {}) {
   try {
@@ -65,11 +66,11 @@ async function evaluateCommand(argv, { stdout = process.stdout, stderr = process
     }
     const run = await evaluate(options, stderr);
     stdout.write(options.json ? `${JSON.stringify(run.report)}\n` : run.text);
-    return run.failed ? 1 : 0;
+    return run.failed || run.report.skipped > 0 ? 1 : 0;
   } catch (error) {
     if (!(error instanceof UserError)) throw error;
     stderr.write(`evaluate: ${error.message}\n`);
-    return error.exitCode;
+    return 2;
   }
 }
 
@@ -78,12 +79,12 @@ function parseCommandLine(argv) {
   try {
     parsed = parseArgs({ args: argv, options: OPTIONS, allowPositionals: true });
   } catch (error) {
-    throw new UserError(`${error.message}\n--help lists the options`, 2);
+    throw new UserError(`${error.message}\n--help lists the options`);
   }
   const { values, positionals } = parsed;
   if (values.help) return values;
   const { files, templates } = takeTemplates(values.templates, positionals);
-  if (files.length === 0) throw new UserError('name a file of strokes; --help tells more', 2);
+  if (files.length === 0) throw new UserError('name a file of strokes; --help tells more');
   return { ...values, unit: parseUnit(values.unit), files, templates };
 }
 
@@ -91,12 +92,12 @@ function parseUnit(text) {
   if (text === 'natural') return text;
   const unit = Number(text);
   if (unit > 0 && Number.isFinite(unit)) return unit;
-  throw new UserError(`--unit must be a positive number or natural, found ${text}`, 2);
+  throw new UserError(`--unit must be a positive number or natural, found ${text}`);
 }
 
 async function evaluate(options, stderr) {
   const totalBytes = checkInputs(options.files);
-  if (options.svg !== undefined) checkOutput(options.svg, options);
+  const sheet = options.svg === undefined ? undefined : inspectSheet(options);
   const engine = createEngine(options.engine);
   engine.load({ templates: options.templates });
 
@@ -110,7 +111,7 @@ async function evaluate(options, stderr) {
     for (const message of run.messages) stderr.write(`${message}\n`);
   }
   if (run.score.strokes === 0) throw new UserError('there is no stroke in the input');
-  if (options.svg !== undefined) writeSheet(run, stderr);
+  if (sheet) await writeSheet(run, sheet, stderr);
   return describeRun(run);
 }
 
@@ -162,12 +163,19 @@ function scoreStroke(run, stroke, name) {
   }
 }
 
-function writeSheet(run, stderr) {
-  const { svg: file } = run.options;
+function inspectSheet({ svg, force }) {
+  const target = inspectOutput(svg, { force });
+  if (target.kind === 'stdout') throw new UserError('--svg needs a file: the table is on stdout');
+  return target;
+}
+
+async function writeSheet(run, target, stderr) {
   const cells = run.wrong.sort((a, b) => compare(a.label, b.label) || compare(a.answer, b.answer));
-  writeOutput(file, strokeSheet(cells), run.options);
+  const output = new Output(target);
+  await output.write(strokeSheet(cells));
+  await output.finish();
   const shown = cells.length < run.wrongCount ? `the first ${cells.length} of ` : '';
-  stderr.write(`${file}: ${shown}${run.wrongCount} strokes answered wrongly\n`);
+  stderr.write(`${target.name}: ${shown}${run.wrongCount} strokes answered wrongly\n`);
 }
 
 function compare(a, b) {

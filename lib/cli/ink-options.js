@@ -96,7 +96,7 @@ function parse(args, name, options) {
   try {
     return parseArgs({ args, options, allowPositionals: true });
   } catch (error) {
-    throw new UserError(`${error.message}\nscrivo ${name} --help lists the options.`, 2);
+    throw new UserError(`${error.message}\nscrivo ${name} --help lists the options.`);
   }
 }
 
@@ -104,14 +104,14 @@ function parse(args, name, options) {
 function inputsOf(positionals, name) {
   if (positionals.length > 0) return positionals;
   if (!process.stdin.isTTY) return ['-'];
-  throw new UserError(`name a file of ink, or - for standard input\nscrivo ${name} --help`, 2);
+  throw new UserError(`name a file of ink, or - for standard input\nscrivo ${name} --help`);
 }
 
 function formatOf({ format, output }, extensions) {
   const known = [...new Set(Object.values(extensions))];
   if (format !== undefined) {
     if (known.includes(format)) return format;
-    throw new UserError(`--format must be one of ${known.join(', ')}, found ${format}`, 2);
+    throw new UserError(`--format must be one of ${known.join(', ')}, found ${format}`);
   }
   if (output === '-') return known[0];
   const extension = path.extname(output.replace(/\.gz$/i, '')).toLowerCase();
@@ -119,14 +119,13 @@ function formatOf({ format, output }, extensions) {
   const endings = Object.keys(extensions).join(', ');
   throw new UserError(
     `${output}: the name tells no format (${endings}); say --format ${known.join('|')}`,
-    2,
   );
 }
 
 function areaOf(width, height) {
   if (width === undefined && height === undefined) return undefined;
   if (width === undefined || height === undefined) {
-    throw new UserError('give both --width and --height', 2);
+    throw new UserError('give both --width and --height');
   }
   return { x: 0, y: 0, width: positive('width', width), height: positive('height', height) };
 }
@@ -134,16 +133,13 @@ function areaOf(width, height) {
 function positive(name, text) {
   const value = Number(text);
   if (text.trim() !== '' && value > 0 && Number.isFinite(value)) return value;
-  throw new UserError(`--${name} must be a positive number, found ${text}`, 2);
+  throw new UserError(`--${name} must be a positive number, found ${text}`);
 }
 
 function whole(name, text, least, most = 1e3) {
   const value = Number(text);
   if (/^\d+$/.test(text) && value >= least && value <= most) return value;
-  throw new UserError(
-    `--${name} must be a whole number from ${least} to ${most}, found ${text}`,
-    2,
-  );
+  throw new UserError(`--${name} must be a whole number from ${least} to ${most}, found ${text}`);
 }
 
 module.exports = { INK_OPTIONS, inkHelp, parseInkOptions, whole };

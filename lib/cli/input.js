@@ -25,7 +25,7 @@ function displayName(path) {
  */
 function checkInputs(paths) {
   if (paths.filter((path) => path === STDIN).length > 1) {
-    throw new UserError('standard input (-) can be read once only', 2);
+    throw new UserError('standard input (-) can be read once only');
   }
   const sizes = paths.map((path) => (path === STDIN ? undefined : sizeOfInput(path)));
   return sizes.includes(undefined) ? undefined : sizes.reduce((sum, size) => sum + size, 0);

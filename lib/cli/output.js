@@ -18,24 +18,4 @@ function checkOutput(file, { force }) {
   if (status && !force) throw new UserError(`${file} exists; --force overwrites it`);
 }
 
-/**
- * Writes a whole file under a temporary name beside it and renames it into place, so that an
- * interrupted run leaves the old file or the new one and nothing between.
- *
- * @param {string} file
- * @param {string|Uint8Array} content
- * @param {{force: boolean}} options
- */
-function writeOutput(file, content, options) {
-  checkOutput(file, options);
-  const temporary = `${file}.${process.pid}.tmp`;
-  try {
-    fs.writeFileSync(temporary, content);
-    fs.renameSync(temporary, file);
-  } catch (error) {
-    fs.rmSync(temporary, { force: true });
-    throw new UserError(`${file} cannot be written: ${error.message}`);
-  }
-}
-
-module.exports = { checkOutput, writeOutput };
+module.exports = { checkOutput };

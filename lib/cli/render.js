@@ -58,7 +58,6 @@ function createPainter(pixels) {
     throw new UserError(
       `PNG needs the package @resvg/resvg-js, which cannot be loaded (${error.code}): ` +
         'npm install @resvg/resvg-js, or write SVG (-o OUT.svg)',
-      2,
     );
   }
   return (svg) =>

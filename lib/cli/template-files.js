@@ -37,9 +37,9 @@ function resolveTemplates(names = [SHIPPED]) {
   const taken = new Map();
   for (const file of files) {
     const slot = SLOTS.find((name) => file.includes(name));
-    if (!slot) throw new UserError(`${file}: the name contains none of ${SLOTS.join(', ')}`, 2);
+    if (!slot) throw new UserError(`${file}: the name contains none of ${SLOTS.join(', ')}`);
     if (taken.has(slot)) {
-      throw new UserError(`${taken.get(slot)} and ${file} are both a ${slot}: name one`, 2);
+      throw new UserError(`${taken.get(slot)} and ${file} are both ${slot}: name one`);
     }
     taken.set(slot, file);
   }

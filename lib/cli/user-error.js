@@ -5,14 +5,10 @@
  * Command lines print the message alone, without a stack.
  */
 class UserError extends Error {
-  /**
-   * @param {string} message
-   * @param {number} [exitCode] 1 for input that cannot be used, 2 for a wrong command line
-   */
-  constructor(message, exitCode = 1) {
+  /** @param {string} message */
+  constructor(message) {
     super(message);
     this.name = 'UserError';
-    this.exitCode = exitCode;
   }
 }
 

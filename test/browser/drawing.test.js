@@ -102,6 +102,21 @@ describe('the drawing page', () => {
       [Math.round(x), Math.round(y)],
     );
 
+  test('turns a press that is held into a dot, and leaves a click as it is', async () => {
+    await draw([[300, 300]]);
+    await page.mouse.move(500, 400);
+    await page.mouse.down();
+    await page.waitForTimeout(1500);
+    await page.mouse.up();
+    await page.waitForFunction(() => window.scrivo.strokes.length === 2);
+    await page.waitForFunction(() => window.scrivo.pending === 0);
+    const [click, held] = await strokes();
+    assert.deepEqual([click.type, held.type, held.path.length], [0, 1, 64]);
+    assertNear(held.path.at(-1), [500, 400], 1);
+    assert.equal(await status(), 'Dot');
+    assert.deepEqual(errors, []);
+  });
+
   test('turns a shaky line, drawn with the mouse, into a clean one', async () => {
     const [from, to] = [
       [200, 300],

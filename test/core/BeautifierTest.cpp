@@ -1,4 +1,5 @@
 #include "Beautifier/Beautifier.h"
+#include "Beautifier/Polyline.h"
 #include "BeautifierInk.h"
 
 #include <algorithm>
@@ -156,16 +157,45 @@ TEST(BeautifierInk, PolygonsOfFewSamplesKeepTheirCorners) {
     EXPECT_EQ(beautify({{100, 100}, {160, 300}, {300, 100}}).type, Scrivo::FIGURE_ANGLE);
 }
 
-TEST(BeautifierInk, TailsBeyondTheClosureAreNoCorners) {
-    // The second edge pair overshoots: the ends cross and run on for a tenth.
+TEST(BeautifierInk, CurvesOfFewSamplesStayRound) {
+    for (const int count : {9, 12, 20}) {
+        const auto answer = beautify(sample(ellipse(100, 100, 0.0), count));
+        ASSERT_EQ(answer.figure.index(), 6U) << count << " points";
+        EXPECT_NEAR(std::get<Scrivo::CircleFigure>(answer.figure).radius, 100.0, 2.0);
+    }
+}
+
+TEST(BeautifierInk, TailsBeyondTheClosureAreCut) {
+    // Both ends run on beyond the corner where they cross.
     const Path path =
-        sample(polyline({{280, 205}, {500, 200}, {505, 340}, {300, 335}, {302, 185}}), 100);
+        sample(polyline({{270, 205}, {500, 200}, {505, 340}, {300, 335}, {302, 170}}), 100);
     const Beautified answer = beautify(path);
     ASSERT_EQ(answer.figure.index(), 5U);
     for (const Point2D& p : answer.path) {
         EXPECT_GT(p.x, 293.0);
         EXPECT_GT(p.y, 193.0);
     }
+    // A turn and a seventh, the second lap a little wider.
+    const Curve twice = [](double t) {
+        const double phi = 7.2 * t;
+        const double radius = 100.0 + 3.0 * t;
+        return Point2D{400.0 + radius * std::cos(phi), 300.0 + radius * std::sin(phi), 0.0};
+    };
+    EXPECT_EQ(beautify(sample(twice, 90)).figure.index(), 6U);
+}
+
+TEST(BeautifierPolygons, AreFoundFromAStartOnAnEdge) {
+    using namespace Scrivo::beautifier;
+    const Curve square =
+        polyline({{0.2, -0.5}, {0.5, -0.5}, {0.5, 0.5}, {-0.5, 0.5}, {-0.5, -0.5}, {0.2, -0.5}});
+    const Path path = sample(square, COARSE);
+    Coarse points;
+    std::transform(path.begin(), path.end(), points.begin(), [](const Point2D& p) {
+        return Vec{p.x, p.y};
+    });
+    const PolylineFits fits = fitPolygons(Scatter(points));
+    EXPECT_LT(fits[3].rms, 0.01);
+    EXPECT_GT(fits[2].rms, 0.05);
 }
 
 TEST(BeautifierDots, AreTapsScribblesAndSlipsButNotSmallLetters) {

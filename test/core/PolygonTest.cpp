@@ -78,7 +78,8 @@ TEST(PolygonRedraw, FirstSegmentOfAnAverageEdgeForbidsRegularising) {
         for (std::size_t i = 0; i < corners.size(); ++i) {
             const Point2D& to = corners[(i + 1) % corners.size()];
             const double left = length(to - stroke.back());
-            const Stroke edge = chain({stroke.back(), to}, static_cast<int>(left / unit + 0.5));
+            const Stroke edge =
+                chain({stroke.back(), to}, static_cast<int>(std::lround(left / unit)));
             stroke.insert(stroke.end(), edge.begin() + 1, edge.end());
         }
         return cornersOf(redrawn(stroke));

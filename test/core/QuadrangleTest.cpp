@@ -186,6 +186,27 @@ TEST(Quadrangle, RebuiltFigureIsTheOneThatWasDrawn) {
     }
 }
 
+TEST(Quadrangle, OneCarelessCornerDoesNotMakeABoxLean) {
+    const auto cornerCosine = [](const Stroke& q) {
+        const Point2D a{q[1].x - q[0].x, q[1].y - q[0].y};
+        const Point2D b{q[3].x - q[0].x, q[3].y - q[0].y};
+        return (a.x * b.x + a.y * b.y) / (std::hypot(a.x, a.y) * std::hypot(b.x, b.y));
+    };
+    const Stroke box{{6, 5}, {200, 0}, {204, 100}, {0, 100}};
+    EXPECT_LT(cornerCosine(box), -0.08) << "the first corner alone is that of a parallelogram";
+    EXPECT_NEAR(cornerCosine(regular(box)), 0.0, 1e-12);
+    // A parallelogram of a cosine of 0.1 keeps its lean, and between the two
+    // nothing jumps.
+    const auto leaning = [&](double lean) {
+        const Point2D side{100 * lean, 100 * std::sqrt(1 - lean * lean)};
+        return cornerCosine(regular({{0, 0}, {200, 0}, Point2D{200, 0} + side, side}));
+    };
+    EXPECT_NEAR(leaning(0.1), 0.1, 1e-9);
+    for (double lean = 0.08; lean < 0.1; lean += 1e-3) {
+        EXPECT_NEAR(leaning(lean + 1e-9), leaning(lean + 2e-9), 1e-8) << lean;
+    }
+}
+
 TEST(Quadrangle, UprightSideComesOutAxisParallel) {
     for (const double y : {90.0, -90.0}) {
         for (const double x : {150.0, -150.0}) {

@@ -168,6 +168,16 @@ describe('arguments', () => {
     ['height', () => beautifier.beautify([], 1, 0), RangeError, /^height .*found 0/],
     ['others', () => beautifier.beautify([], 1, 1, 5), TypeError, /^others .*found 5/],
     ['other', () => beautifier.beautify([], 1, 1, [[point, 3]]), TypeError, /^others\[0\]\[1\]/],
+    // eslint-disable-next-line no-sparse-arrays -- holes are what is tested
+    ['hole', () => new Beautifier({ figures: [, 'dot'] }), RangeError, /figures\[0\].*undefined/],
+    ['no option', () => new Beautifier([]), TypeError, /^options .*an array/],
+    [
+      'bare object',
+      () => beautifier.beautify([{ x: Object.create(null), y: 0 }], 1, 1),
+      TypeError,
+      /^stroke\[0\]\.x .*an object/,
+    ],
+    ['other hole', () => beautifier.beautify([], 1, 1, new Array(2)), TypeError, /^others\[0\]/],
     ['figures', () => new Beautifier({ figures: 'dot' }), TypeError, /^options\.figures /],
     ['figure', () => new Beautifier({ figures: ['star'] }), RangeError, /figures\[0\].*"star"/],
     ['sensitivity', () => new Beautifier({ sensitivity: 1.1 }), RangeError, /sensitivity.*1\.1/],
@@ -180,6 +190,25 @@ describe('arguments', () => {
       assert.throws(call, (error) => error instanceof type && message.test(error.message));
     });
   }
+
+  it('that lie about their length are read no further than they go', () => {
+    class Liar extends Float64Array {
+      get length() {
+        return 4e8;
+      }
+    }
+    const flat = new Beautifier({ layout: 'xy' });
+    const { path } = flat.beautify(packed(INK.line), WIDTH, HEIGHT, [new Liar([0.1, 0.1])]);
+    assert.ok(path.length > 0);
+  });
+
+  it('that change while they are read count as they were', () => {
+    const points = INK.line.map((point) => ({ ...point }));
+    const { y } = points[0];
+    Object.defineProperty(points[0], 'y', { get: () => ((points.length = 10), y) });
+    const { figure } = beautifier.beautify(points, WIDTH, HEIGHT);
+    assert.deepEqual(figure, beautifier.beautify(INK.line, WIDTH, HEIGHT).figure);
+  });
 
   it('are not changed, and options cannot be', () => {
     const stroke = Object.freeze(INK.circle.map(Object.freeze));

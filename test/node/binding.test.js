@@ -1,6 +1,7 @@
 'use strict';
 
 const assert = require('node:assert/strict');
+const { execFileSync } = require('node:child_process');
 const vm = require('node:vm');
 const { describe, test } = require('node:test');
 const fc = require('fast-check');
@@ -376,5 +377,25 @@ describe('arguments of optimizeAStroke', () => {
   test('may come from another realm', () => {
     const stroke = vm.runInNewContext('[{ x: 0.25, y: 0.5 }]');
     assert.deepEqual(redraw(stroke, stroke), [A]);
+  });
+});
+
+describe('prototypes and callers', () => {
+  test('a getter does not see the function that reads it', () => {
+    const seen = [];
+    const sloppy = 'return function getter() { seen.push(getter.caller); return 0.5; }';
+    const point = { y: 1 };
+    Object.defineProperty(point, 'x', { get: new Function('seen', sloppy)(seen) });
+    assert.deepEqual(redraw([point]), [{ x: 0.5, y: 1 }]);
+    assert.deepEqual(seen, [null]);
+  });
+
+  test('what a prototype forbids to set is ignored, as by single calls', () => {
+    const script = `
+      const { optimizeAStroke } = require(${JSON.stringify(require.resolve('../../lib/index.js'))});
+      Object.defineProperty(Object.prototype, 'x', { value: 7, writable: false });
+      const { path } = optimizeAStroke([{ x: 1, y: 2 }], 800, 600, []);
+      process.stdout.write(JSON.stringify([path[0].y, Object.hasOwn(path[0], 'x')]));`;
+    assert.equal(execFileSync(process.execPath, ['-e', script], { encoding: 'utf8' }), '[2,false]');
   });
 });

@@ -37,9 +37,9 @@ function evaluate(args, input) {
   return { status, stdout, stderr };
 }
 
-function figuresOf(args, input) {
+function figuresOf(args, input, status = 0) {
   const run = evaluate(['--json', ...args], input);
-  assert.equal(run.status, 0, run.stderr);
+  assert.equal(run.status, status, run.stderr);
   const { microseconds, ...figures } = JSON.parse(run.stdout);
   assert.ok(microseconds.median > 0 && microseconds.p99 >= microseconds.median);
   return { ...run, figures };
@@ -107,7 +107,7 @@ describe('evaluate', () => {
       'wrong.ndjson',
       [LINES[0], ...wrong.map(([line]) => line), LINES[1]].join('\n'),
     );
-    const { figures, stderr } = figuresOf([file]);
+    const { figures, stderr } = figuresOf([file], '', 1);
     assert.equal(figures.strokes, 2);
     assert.equal(figures.skipped, wrong.length);
     wrong.forEach(([line, message], i) => {
@@ -136,21 +136,22 @@ describe('evaluate', () => {
     const empty = write('empty.ndjson', '\n');
     const misnamed = write('square.txt', '0,0,1,1');
     const cases = [
-      [[], 2, /name a file of strokes/],
-      [['--fast', file], 2, /--fast/],
-      [['--engine', 'best', file], 2, /there is no engine best; known: exact/],
-      [['--unit=-3', file], 2, /--unit must be a positive number or natural, found -3/],
-      [['--templates', misnamed, file], 2, /square\.txt: the name contains none of rectangle/],
-      [['--templates', path.join(folder, 'nowhere'), file], 1, /nowhere: no such template file/],
-      [['-', '-'], 2, /standard input \(-\) can be read once only/],
-      [[path.join(folder, 'missing.ndjson')], 1, /missing\.ndjson: no such file/],
-      [[folder], 1, /is a directory/],
-      [[empty], 1, /there is no stroke in the input/],
-      [['--svg', path.join(folder, 'no', 'sheet.svg'), file], 1, /there is no directory/],
+      [[], /name a file of strokes/],
+      [['--fast', file], /--fast/],
+      [['--engine', 'best', file], /there is no engine best; known: exact, beautifier/],
+      [['--unit=-3', file], /--unit must be a positive number or natural, found -3/],
+      [['--templates', misnamed, file], /square\.txt: the name contains none of rectangle/],
+      [['--templates', path.join(folder, 'nowhere'), file], /nowhere: no such template file/],
+      [['-', '-'], /standard input \(-\) can be read once only/],
+      [[path.join(folder, 'missing.ndjson')], /missing\.ndjson: no such file/],
+      [[folder], /is a directory/],
+      [[empty], /there is no stroke in the input/],
+      [['--svg', '-', file], /--svg needs a file/],
+      [['--svg', path.join(folder, 'no', 'sheet.svg'), file], /there is no directory/],
     ];
-    for (const [args, status, message] of cases) {
+    for (const [args, message] of cases) {
       const run = evaluate(args);
-      assert.equal(run.status, status, `${args}: ${run.stderr}`);
+      assert.equal(run.status, 2, `${args}: ${run.stderr}`);
       assert.match(run.stderr, message);
       assert.equal(run.stdout, '');
     }
@@ -168,7 +169,7 @@ describe('evaluate', () => {
 
     fs.writeFileSync(sheet, 'precious');
     const refused = evaluate([file, '--svg', sheet]);
-    assert.equal(refused.status, 1);
+    assert.equal(refused.status, 2);
     assert.match(refused.stderr, /sheet\.svg exists; --force overwrites it/);
     assert.equal(fs.readFileSync(sheet, 'utf8'), 'precious');
     assert.equal(evaluate([file, '--svg', sheet, '--force']).status, 0);

@@ -1,6 +1,8 @@
 'use strict';
 
 const assert = require('node:assert/strict');
+const { spawnSync } = require('node:child_process');
+const path = require('node:path');
 const { describe, it } = require('node:test');
 const { boundingBox } = require('../../lib/cli/placement.js');
 const { FIGURES, HANDS, drawInk } = require('../../tools/ink/index.js');
@@ -68,6 +70,40 @@ describe('ink generator', () => {
     assert.ok(runs >= 4, `${runs} slow runs`);
   });
 
+  it('draws exact figures where the hand has no faults', () => {
+    const none = { rounding: 0, closing: 0, drift: 0, wobble: 0, tremor: 0, grid: 0 };
+    const hand = { ...HANDS.ordinary, ...none };
+    const draw = (figure) => drawInk({ figure, seed: 4, hand }).points;
+    const line = draw('line');
+    const [[ax, ay], [bx, by]] = [line[0], line.at(-1)];
+    assert.ok(Math.abs(Math.hypot(bx - ax, by - ay) - 200) < 1e-6);
+    for (const [x, y] of line) {
+      assert.ok(Math.abs((bx - ax) * (y - ay) - (by - ay) * (x - ax)) / 200 < 1e-6);
+    }
+    // The circle is made of chords, of which the middle lies 0.05 units inside.
+    for (const [x, y] of draw('circle')) assert.ok(Math.abs(Math.hypot(x, y) - 100) < 0.1);
+    const square = boundingBox(draw('square'));
+    assert.ok(Math.abs(square.width - square.height) < 1);
+  });
+
+  it('records what the device can: rate, grid, pressure', () => {
+    const of = (changes) =>
+      drawInk({ figure: 'ellipse', seed: 9, hand: { ...HANDS.ordinary, ...changes } }).points;
+    const [slow, fast] = [of({ rate: 30 }), of({ rate: 240 })];
+    assert.ok(Math.abs(fast.length / slow.length - 8) < 0.5);
+    assert.ok(Math.abs(fast.at(-1)[3] - slow.at(-1)[3]) < 1, 'the movement takes as long');
+    assert.ok(of({ force: 0 }).every(([, , force]) => force === 0));
+    assert.ok(of({ grid: 2 }).every(([x, y]) => x % 2 === 0 && y % 2 === 0));
+    const hurried = of({ speed: 2 * HANDS.ordinary.speed }).at(-1)[3];
+    assert.ok(Math.abs((2 * hurried) / slow.at(-1)[3] - 1) < 0.05);
+  });
+
+  it('presses lightly at both ends', () => {
+    const force = drawInk({ figure: 'line', seed: 1 }).points.map((point) => point[2]);
+    const middle = force[Math.floor(force.length / 2)];
+    assert.ok(force[0] < 0.5 * middle && force.at(-1) < 0.5 * middle);
+  });
+
   it('closes closed figures as nearly as the hand does', () => {
     const gapOf = (hand, seed) => {
       const { points } = drawInk({ figure: 'circle', seed, hand });
@@ -77,5 +113,23 @@ describe('ink generator', () => {
       Array.from({ length: 40 }, (_, i) => gapOf(hand, i)).reduce((a, b) => a + b) / 40;
     assert.ok(mean(HANDS.careful) < 0.5 * mean(HANDS.hasty));
     assert.ok(mean(HANDS.hasty) < 0.2 * 200);
+  });
+
+  it('writes labelled lines of every figure, seed by seed', () => {
+    const tool = path.join(__dirname, '..', '..', 'tools', 'ink', 'write.js');
+    const run = (...args) => spawnSync(process.execPath, [tool, ...args], { encoding: 'utf8' });
+    const { status, stdout } = run('--count', '2', '--seed', '7', '--hand', 'hasty');
+    assert.equal(status, 0);
+    const strokes = stdout
+      .trimEnd()
+      .split('\n')
+      .map((line) => JSON.parse(line));
+    assert.deepEqual(
+      strokes.map(({ label }) => label),
+      names.flatMap((name) => [name, name]),
+    );
+    const hand = { ...HANDS.hasty, rate: 60 };
+    assert.deepEqual(strokes[3], drawInk({ figure: names[1], seed: 8, hand }));
+    assert.equal(run('--hand', 'third').status, 2);
   });
 });

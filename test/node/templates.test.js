@@ -1,22 +1,24 @@
 'use strict';
 
 const assert = require('node:assert/strict');
+const { spawnSync } = require('node:child_process');
 const fs = require('node:fs');
 const os = require('node:os');
 const path = require('node:path');
 const { after, before, describe, it } = require('node:test');
 const { createEngine } = require('../../lib/cli/engines.js');
-const { gatesOf } = require('../../lib/cli/matching.js');
+const { gatesOf, normalise } = require('../../lib/cli/matching.js');
 const { lengthOf, polygon, roundCorners, trace, turnAt } = require('../../lib/cli/outlines.js');
-const { placeStroke } = require('../../lib/cli/placement.js');
+const { boundingBox, placeStroke } = require('../../lib/cli/placement.js');
 const { TEMPLATE_FILES } = require('../../lib/cli/template-files.js');
-const { templateOutline } = require('../../lib/cli/template-outlines.js');
+const { sampleParameters, templateOutline } = require('../../lib/cli/template-outlines.js');
 const {
   coverOf,
   prepareCandidates,
   selectCandidates,
 } = require('../../lib/cli/template-search.js');
 const { FIGURES, HANDS, drawInk } = require('../../tools/ink/index.js');
+const { createRandom } = require('../../tools/ink/random.js');
 const { readParameters, writeTemplates } = require('../../tools/templates.js');
 
 const SHIPPED = path.join(__dirname, '..', '..', 'templates');
@@ -126,6 +128,42 @@ describe('template search', () => {
       [2, 1],
     );
   });
+
+  it('learns from labelled strokes and writes what it chose', () => {
+    const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'scrivo-search-'));
+    const strokes = ['circle', 'ellipse', 'square', 'equilateral', 'pentagon', 'spiral'].flatMap(
+      (figure) => [1, 2, 3, 4].map((seed) => JSON.stringify(drawInk({ figure, seed }))),
+    );
+    const [train, parameters, output] = ['train.ndjson', 'parameters.json', 'made'].map((name) =>
+      path.join(folder, name),
+    );
+    fs.writeFileSync(train, ['{"family":"dot"}', ...strokes].join('\n'));
+    const tool = path.join(__dirname, '..', '..', 'tools', 'templates.js');
+    const options = ['--parameters', parameters, '--output', output, '--candidates', '40'];
+    const run = (...args) =>
+      spawnSync(process.execPath, [tool, ...options, ...args], { encoding: 'utf8' });
+    try {
+      const { status, stdout, stderr } = run('--search', train);
+      assert.equal(status, 0, stderr);
+      assert.match(stderr, /train\.ndjson:1: "points" is missing/);
+      assert.match(stdout, /^first +size +train triangles/m);
+      const { madeBy, templates } = JSON.parse(fs.readFileSync(parameters, 'utf8'));
+      assert.match(madeBy, /--candidates 40 --seed 1/);
+      // Each file gets an outline, even one that adds little.
+      for (const file of TEMPLATE_FILES) {
+        const figure = path.basename(file, '.template');
+        const chosen = templates.filter((each) => each.figure === figure).length;
+        const lines = fs.readFileSync(path.join(output, file), 'utf8').split('\n').length - 1;
+        assert.ok(chosen >= 1 && lines === chosen, `${file}: ${lines} of ${chosen}`);
+      }
+      assert.deepEqual(
+        [run('--search', train, '--harm', 'much'), run('--quick')].map((each) => each.status),
+        [2, 2],
+      );
+    } finally {
+      fs.rmSync(folder, { recursive: true });
+    }
+  });
 });
 
 describe('outlines', () => {
@@ -154,6 +192,19 @@ describe('outlines', () => {
       for (const sweep of [0.8, 1, 1.3]) {
         assert.ok(Math.abs(lengthOf(trace(square, start, sweep)) - 40 * sweep) < 1e-9);
       }
+    }
+  });
+
+  it('of candidates repeat for a seed, have the asked size and a common form', () => {
+    const sample = () => sampleParameters(createRandom(3), 50);
+    assert.deepEqual(sample(), sample());
+    for (const parameters of sample()) {
+      const outline = templateOutline(parameters);
+      const box = boundingBox(outline.map(({ x, y }) => [x, y]));
+      const what = JSON.stringify(parameters);
+      assert.ok(Math.max(box.width, box.height) <= 200.1, what);
+      assert.ok(Math.max(box.width, box.height) > 100, what);
+      assert.equal(normalise(outline)?.length, 128, what);
     }
   });
 

@@ -8,6 +8,26 @@ export function isMeasured(pointerType, pressures) {
   return pointerType !== 'mouse' && pressures.some((p) => p !== 0 && p !== 0.5 && p !== 1);
 }
 
+/** Within this many CSS pixels a pointer rests: the size of a dot. */
+const REST = 9;
+
+/**
+ * A pointer that rests sends no events, so a press without movement is one
+ * sample however long it lasts. A device that samples at a steady rate would
+ * repeat the place; so does this, once per frame that the press lasted. Strokes
+ * that went anywhere stay as they are.
+ */
+export function withRest(samples, frames, width, height) {
+  const extent = (values) => Math.max(...values) - Math.min(...values);
+  const rests =
+    samples.length > 0 &&
+    extent(samples.map(({ x }) => x)) * width < REST &&
+    extent(samples.map(({ y }) => y)) * height < REST;
+  if (!rests) return samples;
+  const missing = Math.max(0, frames - samples.length);
+  return samples.concat(Array(missing).fill(samples.at(-1)));
+}
+
 /**
  * Turns Pointer Events of an element into strokes. Fires
  * - 'ink': the stroke in progress has grown, started or been dropped;
@@ -20,6 +40,8 @@ export class Pen extends EventTarget {
   #gate = new PointerGate();
   #samples = [];
   #pointerType = '';
+  #frames = 0;
+  #frameRequest = 0;
 
   constructor(element) {
     super();
@@ -61,6 +83,7 @@ export class Pen extends EventTarget {
       this.#pointerType = event.pointerType;
       this.#capture(event.pointerId);
       this.#record([event]);
+      this.#countFrames();
     }
     this.#tell('ink');
   };
@@ -74,6 +97,9 @@ export class Pen extends EventTarget {
 
   #onUp = (event) => {
     if (this.#gate.up(event) !== 'finish') return;
+    cancelAnimationFrame(this.#frameRequest);
+    const { width, height } = this.#element.getBoundingClientRect();
+    this.#samples = withRest(this.#samples, this.#frames, width, height);
     const points = this.points;
     this.#samples = [];
     this.#tell('stroke', points);
@@ -81,9 +107,20 @@ export class Pen extends EventTarget {
 
   #onCancel = (event) => {
     if (this.#gate.cancel(event) !== 'drop') return;
+    cancelAnimationFrame(this.#frameRequest);
     this.#samples = [];
     this.#tell('ink');
   };
+
+  #countFrames() {
+    cancelAnimationFrame(this.#frameRequest);
+    this.#frames = 0;
+    const count = () => {
+      this.#frames++;
+      this.#frameRequest = requestAnimationFrame(count);
+    };
+    this.#frameRequest = requestAnimationFrame(count);
+  }
 
   #capture(pointerId) {
     try {

@@ -45,7 +45,7 @@ function createPool(options, workerType, maxWorkers) {
     async run(job) {
       const transfer = workerType === 'thread' && job.bytes ? [job.bytes.buffer] : [];
       const result = await pool.exec('work', [options, job], { transfer });
-      if (result.failure) throw new UserError(result.failure, result.exitCode);
+      if (result.failure) throw new UserError(result.failure);
       return result;
     },
     async close() {

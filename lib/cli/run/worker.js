@@ -23,7 +23,7 @@ function work(options, job) {
   } catch (error) {
     if (!(error instanceof UserError)) throw error;
     // The kind of an error does not come through to the main thread.
-    return { failure: error.message, exitCode: error.exitCode };
+    return { failure: error.message };
   }
 }
 

@@ -93,7 +93,7 @@ class Output {
       const cause = this.failure ?? error;
       if (cause.code === 'EPIPE' && this.target.kind !== 'file') throw new ReaderGone();
       const name = this.target.kind === 'stdout' ? 'standard output' : this.target.name;
-      throw new UserError(`${name} cannot be written: ${cause.message}`, 2);
+      throw new UserError(`${name} cannot be written: ${cause.message}`);
     }
   }
 }
@@ -112,7 +112,7 @@ class TemporaryFile {
       if (force) replaceFile(this.path, name);
       else claimName(this.path, name);
     } catch (error) {
-      throw new UserError(`${name} cannot be written: ${error.message}`, 2);
+      throw new UserError(`${name} cannot be written: ${error.message}`);
     } finally {
       this.remove();
     }
@@ -172,7 +172,7 @@ class Spool {
     try {
       await writing;
     } catch (error) {
-      throw new UserError(`${this.file.path} cannot be written: ${error.message}`, 2);
+      throw new UserError(`${this.file.path} cannot be written: ${error.message}`);
     }
   }
 

@@ -12,7 +12,7 @@ namespace {
 constexpr double SAME_POINT = 1e-9;
 
 // Cosines of the bends between which the curve fades into straight pieces (45
-// and 65 degrees): eight samples still make a circle, a corner stays a corner.
+// and 65 degrees): nine samples still make a circle, a corner stays a corner.
 constexpr double SMOOTH_BEND = 0.71;
 constexpr double SHARP_BEND = 0.42;
 

@@ -37,7 +37,7 @@ struct DotModel {
 #include "Beautifier/Model.inc"
 
 double valueOf(const Term& term, const Features& features) {
-    const double value = features[term.feature];
+    const double value = features[static_cast<std::size_t>(term.feature)];
     switch (term.form) {
         case Form::SHARE:
             return std::exp(value);

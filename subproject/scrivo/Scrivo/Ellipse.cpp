@@ -53,7 +53,7 @@ Point2D axisLengths(const Conic& q, double g) {
                            2 * q.b * q.d * q.f - q.a * q.c * g);
     const double difference = q.a - q.c;
     // In single precision on purpose: the radii decide the snap to a circle,
-    // and drawings made so far must keep the side of that bound they are on.
+    // and a figure must not change sides of that bound between releases.
     const double s = std::sqrt(static_cast<float>(1 + 4 * (q.b * q.b) / (difference * difference)));
     const double num = q.b * q.b - q.a * q.c;
     const double down1 = num * ((q.c - q.a) * s - (q.c + q.a));

@@ -10,8 +10,8 @@
 /// `force` of arguments is ignored and 0 in results. Nothing here fails:
 /// divisions by zero give the IEEE result (NaN, infinity). Lengths marked
 /// "single root" are the single-precision square root of a sum of squares that
-/// is formed in double and rounded to float once; every tuned threshold counts
-/// on these values.
+/// is formed in double and rounded to float once; every threshold counts on
+/// these values.
 
 /// Euclidean distance of `a` and `b`, single root.
 double distance(Scrivo::Point2D a, Scrivo::Point2D b);

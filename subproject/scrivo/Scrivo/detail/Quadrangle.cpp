@@ -1,6 +1,7 @@
 #include "Scrivo/detail/Edges.h"
 #include "Scrivo/detail/Polygon.h"
 
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -53,9 +54,33 @@ void rebuild(std::vector<Point2D>& q, const Point2D& a, double dA, const Point2D
     q[2] = moved(q[1], b, dB);
 }
 
+/// Cosine between the sides of a parallelogram drawn at `cosine`. Half of
+/// RIGHT_ANGLE_COSINE still means a right angle, from all of it on the drawing
+/// is kept; in between the one eases into the other, so that no corner jumps.
+double easedCosine(double cosine) {
+    const double lean = std::abs(cosine);
+    if (lean >= RIGHT_ANGLE_COSINE) {
+        return cosine;
+    }
+    return std::copysign(std::max(0.0, 2 * lean - RIGHT_ANGLE_COSINE), cosine);
+}
+
+/// One corner off the right angle does not make a rectangle lean: what counts
+/// is the angle between the midlines, in which all four corners have a say.
 void makeParallelogram(std::vector<Point2D>& q, double dA, double dB) {
     const Midlines midlines(q);
-    rebuild(q, normalized(midlines.a), dA, normalized(midlines.b), dB);
+    const Point2D a = normalized(midlines.a);
+    const Point2D b = normalized(midlines.b);
+    const double turn = midlines.turn();
+    // Half way between a and b turned back by a right angle; the sides then open
+    // evenly on both sides of the right angle.
+    const Point2D even = normalized({a.x + turn * b.y, a.y - turn * b.x, 0.0});
+    const Point2D across{-turn * even.y, turn * even.x, 0.0};
+    const double angle = std::asin(easedCosine(cosine(a, b))) / 2;
+    const double c = std::cos(angle);
+    const double s = std::sin(angle);
+    rebuild(q, {c * even.x + s * across.x, c * even.y + s * across.y, 0.0}, dA,
+            {c * across.x + s * even.x, c * across.y + s * even.y, 0.0}, dB);
 }
 
 /// A level rectangle, each corner on the side of the first on which it was

@@ -81,7 +81,7 @@ bool isSteep(Stroke stroke) {
     const double dx = stroke.back().x - stroke.front().x;
     const double dy = stroke.back().y - stroke.front().y;
     // A chord exactly one unit wide is measured one unit further right. Nothing
-    // in the geometry asks for it; drawings must not change.
+    // in the geometry asks for it; figures stay the same between releases.
     const double divisor = std::abs(dx) == 1.0 ? dx + 1.0 : dx;
     return std::abs(dy / divisor) > STEEP;
 }

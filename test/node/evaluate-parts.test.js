@@ -1,0 +1,237 @@
+'use strict';
+
+const assert = require('node:assert/strict');
+const fs = require('node:fs');
+const os = require('node:os');
+const path = require('node:path');
+const { PassThrough } = require('node:stream');
+const { after, before, describe, it } = require('node:test');
+const fc = require('fast-check');
+const { readLines } = require('../../lib/cli/input.js');
+const { createProgress } = require('../../lib/cli/progress.js');
+const { formatTable } = require('../../lib/cli/report.js');
+const { strokeSheet } = require('../../lib/cli/sheet.js');
+const { escapeText, pathData } = require('../../lib/cli/svg.js');
+const { TEMPLATE_FILES, resolveTemplates } = require('../../lib/cli/template-files.js');
+
+let folder;
+before(() => {
+  folder = fs.mkdtempSync(path.join(os.tmpdir(), 'scrivo-parts-'));
+});
+after(() => fs.rmSync(folder, { recursive: true }));
+
+/** Absolute points of path data as pathData writes it. */
+function parsePath(data) {
+  const [start, ...steps] = data.replace('h0', '').split(/(?=l)/);
+  const numbers = (text) => (text.match(/-?(\d+\.?\d*|\.\d+)/g) ?? []).map(Number);
+  let [x, y] = numbers(start);
+  const points = [[x, y]];
+  const deltas = steps.flatMap(numbers);
+  for (let i = 0; i < deltas.length; i += 2) {
+    x += deltas[i];
+    y += deltas[i + 1];
+    points.push([x, y]);
+  }
+  return points;
+}
+
+function distanceToPolyline({ x, y }, points) {
+  const toSegment = ([ax, ay], [bx, by]) => {
+    const [dx, dy] = [bx - ax, by - ay];
+    const along = ((x - ax) * dx + (y - ay) * dy) / (dx * dx + dy * dy || 1);
+    const share = Math.min(1, Math.max(0, along));
+    return Math.hypot(x - ax - share * dx, y - ay - share * dy);
+  };
+  return Math.min(...points.map((point, i) => toSegment(points[Math.max(0, i - 1)], point)));
+}
+
+describe('SVG path data', () => {
+  const coordinate = fc.double({ min: -500, max: 500, noNaN: true });
+  const stroke = fc.array(fc.record({ x: coordinate, y: coordinate }), {
+    minLength: 1,
+    maxLength: 60,
+  });
+
+  it('stays within rounding of every point and keeps both ends', () => {
+    fc.assert(
+      fc.property(stroke, (points) => {
+        const parsed = parsePath(pathData(points));
+        for (const point of points) assert.ok(distanceToPolyline(point, parsed) < 0.2);
+        for (const [point, [x, y]] of [
+          [points[0], parsed[0]],
+          [points.at(-1), parsed.at(-1)],
+        ]) {
+          assert.ok(Math.abs(point.x - x) < 0.051 && Math.abs(point.y - y) < 0.051);
+        }
+      }),
+      { numRuns: 300 },
+    );
+  });
+
+  it('is short: straight runs lose their inner points, but never a turning back', () => {
+    const edge = (from, to) =>
+      Array.from({ length: 21 }, (_, i) => ({
+        x: from.x + ((to.x - from.x) * i) / 20,
+        y: from.y + ((to.y - from.y) * i) / 20,
+      }));
+    const [a, b, c] = [
+      { x: 0, y: 0 },
+      { x: 100, y: 0 },
+      { x: 50, y: 80 },
+    ];
+    assert.equal(pathData([...edge(a, b), ...edge(b, c), ...edge(c, a)]), 'M0 0l100 0-50 80-50-80');
+    assert.equal(pathData([...edge(a, b), ...edge(b, a)]), 'M0 0l100 0-100 0');
+  });
+
+  it('draws a dot where all points are one, and nothing without a finite one', () => {
+    assert.equal(pathData([{ x: 3, y: 4 }]), 'M3 4h0');
+    assert.equal(pathData(new Array(5).fill({ x: 0.52, y: -0.5 })), 'M.5 -.5h0');
+    assert.equal(pathData([{ x: NaN, y: 1 }]), '');
+    assert.equal(pathData([]), '');
+  });
+});
+
+describe('sheet of strokes', () => {
+  it('gives every stroke a cell of its own, whatever its size or name', () => {
+    const drawn = (size) => [
+      { x: 0.5, y: 0.5 },
+      { x: 0.5 + size, y: 0.5 + size / 2 },
+    ];
+    const cells = [1e-9, 0, 0.3, 5, 0.1, 0.2, 0.2, 0.2, 0.7].map((size, i) => ({
+      label: `<${i}>`,
+      answer: 'as drawn',
+      source: 'a & b:1',
+      drawn: drawn(size),
+      redrawn: i === 2 ? drawn(0.31) : undefined,
+    }));
+    const sheet = strokeSheet(cells);
+    const places = [...sheet.matchAll(/<g transform="translate\((\d+) (\d+)\)"/g)];
+    assert.equal(new Set(places.map(([, x, y]) => `${x} ${y}`)).size, cells.length);
+    const [, width, height] = sheet.match(/viewBox="0 0 (\d+) (\d+)"/).map(Number);
+    assert.ok(places.every(([, x, y]) => Number(x) + 120 <= width && Number(y) + 120 <= height));
+    assert.equal(sheet.match(/class="a"/g).length, 1);
+    assert.ok(!/NaN|Infinity|undefined/.test(sheet));
+    assert.match(sheet, /<title>a &amp; b:1<\/title>/);
+    assert.match(sheet, />&lt;8&gt;</);
+  });
+
+  it('escapes what would end a text or an attribute', () => {
+    assert.equal(escapeText('<a href="x">&'), '&lt;a href=&quot;x&quot;&gt;&amp;');
+  });
+});
+
+describe('lines of an input', () => {
+  async function linesOf(content) {
+    const file = path.join(folder, 'lines');
+    fs.writeFileSync(file, content);
+    const lines = [];
+    let bytes = 0;
+    const onBytes = (count) => {
+      bytes += count;
+    };
+    for await (const { number, text } of readLines(file, { onBytes })) lines.push([number, text]);
+    assert.equal(bytes, Buffer.byteLength(content));
+    return lines;
+  }
+
+  it('end at line feeds alone, the last one with or without', async () => {
+    assert.deepEqual(await linesOf('a\nb'), [
+      [1, 'a'],
+      [2, 'b'],
+    ]);
+    assert.deepEqual(await linesOf('a\u2028b\n\nc\n'), [
+      [1, 'a\u2028b'],
+      [2, ''],
+      [3, 'c'],
+    ]);
+    assert.deepEqual(await linesOf(''), []);
+    assert.deepEqual(await linesOf('x'), [[1, 'x']]);
+  });
+
+  it('keep characters that a read cuts in two', async () => {
+    // Files are read in pieces of 64 KiB; every offset of a four-byte character is met.
+    for (const shift of [0, 1, 2, 3]) {
+      const line = `${'-'.repeat(shift)}${'\u{1F58B}'.repeat(40000)}`;
+      const [[, text]] = await linesOf(line);
+      assert.equal(text, line);
+    }
+  });
+});
+
+describe('progress', () => {
+  function collect(isTTY) {
+    const stream = new PassThrough();
+    stream.isTTY = isTTY;
+    let text = '';
+    stream.on('data', (chunk) => {
+      text += chunk;
+    });
+    return { stream, text: () => text };
+  }
+
+  function run(stream, totalBytes) {
+    const progress = createProgress({ totalBytes, stream });
+    progress.advance(50);
+    progress.count(3);
+    progress.finish('ink.ndjson', 3);
+    progress.stop();
+  }
+
+  it('is a line for every input where there is no terminal', () => {
+    const { stream, text } = collect(false);
+    run(stream, 100);
+    assert.equal(text(), 'ink.ndjson: 3 strokes\n');
+  });
+
+  it('is a bar on a terminal, a count where the end is unknown', () => {
+    const terminal = collect(true);
+    run(terminal.stream, 100);
+    assert.match(terminal.text(), /\d+ %/);
+    const pipe = collect(true);
+    run(pipe.stream, undefined);
+    assert.match(pipe.text(), /3 strokes/);
+    assert.doesNotMatch(pipe.text(), /%/);
+  });
+});
+
+describe('tables', () => {
+  it('align names left and figures right', () => {
+    assert.equal(
+      formatTable([
+        ['', 'all', 'right'],
+        ['dot', 7, '100.0 %'],
+        ['quadrangle', 1234, '.'],
+      ]),
+      ['             all    right', 'dot            7  100.0 %', 'quadrangle  1234        .'].join(
+        '\n',
+      ),
+    );
+  });
+});
+
+describe('template arguments', () => {
+  it('are files, or a folder of which the four names are taken', () => {
+    const templates = path.join(folder, 'templates');
+    fs.mkdirSync(templates);
+    assert.throws(() => resolveTemplates([templates]), /holds none of rectangle\.template/);
+    for (const name of ['ellipse.template', 'notes.txt', 'isosceles_triangle.template']) {
+      fs.writeFileSync(path.join(templates, name), '0,0,1,1\n');
+    }
+    assert.deepEqual(
+      resolveTemplates([templates]).map((file) => path.basename(file)),
+      ['isosceles_triangle.template', 'ellipse.template'],
+    );
+    const own = path.join(folder, 'my.ellipse.template.txt');
+    fs.writeFileSync(own, '0,0,1,1\n');
+    assert.deepEqual(resolveTemplates([own]), [own]);
+    assert.throws(() => resolveTemplates([templates, own]), /are both ellipse\.template: name one/);
+  });
+
+  it('are the shipped files when there are none', () => {
+    assert.deepEqual(
+      resolveTemplates().map((file) => path.basename(file)),
+      TEMPLATE_FILES,
+    );
+    assert.deepEqual(resolveTemplates([]), []);
+  });
+});
