@@ -53,7 +53,7 @@ const FAMILIES = {
     closed: true,
     terms: terms(
       `${LOOP} SHARPEST_BEND ${POLYGONS} FOUR_OVER_THREE QUADRANGLE_WORST QUADRANGLE_SIDE ` +
-        'QUADRANGLE_ANGLE QUADRANGLE_GAP QUADRANGLE_WINDING',
+        'QUADRANGLE_ANGLE QUADRANGLE_GAP',
       'GAP TAIL POLYGON4_RMS QUADRANGLE_WORST',
       'QUADRANGLE_ANGLE QUADRANGLE_GAP COUNTER_BENDS',
     ),
@@ -74,7 +74,11 @@ function valuesOf(family, row) {
   return FAMILIES[family].terms.map(({ feature, form }) => FORMS[form](row.features[feature]));
 }
 
-const competes = (family, row) => row.closed === 1 || !FAMILIES[family].closed;
+const CROSSED = 3; // corners that miss one full turn by more: sides that cross, no quadrangle
+
+const competes = (family, row) =>
+  (row.closed === 1 || !FAMILIES[family].closed) &&
+  !(family === 'quadrangle' && row.features.QUADRANGLE_WINDING > CROSSED);
 
 /** One logistic score a family; `rows` are { family, closed, importance, features }. */
 function fitFamilies(rows, penalty) {

@@ -41,7 +41,8 @@ bool readStroke(std::istream& in, Stroke& stroke) {
 void printFeatures(const Scrivo::Beautifier& /*beautifier*/, const Stroke& stroke) {
     using namespace Scrivo::beautifier;
     const Frame frame = measure(stroke, WIDTH, HEIGHT);
-    std::printf("%.9g %.9g %.9g", frame.extent, frame.diagonal, frame.length);
+    std::printf("%.9g %.9g %.9g", frame.extent, frame.diagonal,
+                travel(stroke, WIDTH, HEIGHT, frame));
     if (!frame.finite || frame.extent <= 0.0) {
         std::printf(" -1\n");
         return;
@@ -55,7 +56,7 @@ void printFeatures(const Scrivo::Beautifier& /*beautifier*/, const Stroke& strok
 }
 
 std::string featureNames() {
-    std::string names = "extent diagonal length closed";
+    std::string names = "extent diagonal travel closed";
     for (int i = 0; i < Scrivo::beautifier::FEATURE_COUNT; ++i) {
         names += std::string(" ") + Scrivo::beautifier::featureName(i);
     }

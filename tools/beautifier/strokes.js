@@ -50,9 +50,12 @@ const MOST_THINNING = 4; // every fourth point
 const LEAST_POINTS = 14;
 const JITTER = 0.003; // of the longer side
 
+const MOST_SQUEEZE = 5;
+
 /**
  * The stroke as drawn; backwards and turned; thinned, shaken, mirrored and
- * turned. The turns and shakes depend on the stroke alone.
+ * turned; squeezed to one side and turned. The turns, shakes and squeezes depend
+ * on the stroke alone.
  */
 function variants(stroke) {
   const drawn = stroke.points.map(([x, y]) => [x, y]);
@@ -67,7 +70,11 @@ function variants(stroke) {
   const thinned = drawn.filter((_, i) => i % step === 0 || i === drawn.length - 1);
   const shake = JITTER * boxOf(drawn).extent;
   const shaken = turned(thinned, -1).map((p) => p.map((v) => v + (2 * random() - 1) * shake));
-  return [drawn, backwards, shaken];
+  const squeeze = 1 + (MOST_SQUEEZE - 1) * random();
+  const slim = drawn.map(
+    random() < 0.5 ? ([x, y]) => [x, y / squeeze] : ([x, y]) => [x / squeeze, y],
+  );
+  return [drawn, backwards, shaken, turned(slim, 1)];
 }
 
 module.exports = { boxOf, generator, hash, readStrokes, scaled, variants };

@@ -26,20 +26,23 @@ const { ROOT, probe } = require('./probe.js');
 const { reliabilityPlot } = require('./reliability.js');
 const { hash, readStrokes, variants } = require('./strokes.js');
 
+const IMPORTANCE = [1, 0.5, 0.5, 0.25]; // of a stroke as drawn and of its variants
 const FOLDS = 5;
 const SPLITS = ['a', 'b', 'c'];
 const PENALTY = 0.7;
-const MOST_CHANGED = 0.0145; // of the strokes that are no figure, at middling sensitivity
+const MOST_CHANGED = 0.013; // of the strokes that are no figure, at middling sensitivity
 const LEAST_RECALL = 0.95; // of every family
 const HANDWRITING = 1.5; // changing it costs that much more than changing a drawing
 
-// Dots by the longer side of the box and the path over its diagonal: within two
-// units nothing can be read; within four a scribble may be short handwriting;
-// up to fourteen only the nearly straight slip of a finger is a dot.
+// Dots by the longer side of the box and the path, without its tremor, over its
+// diagonal: within two and a half units nothing can be read; within four a short
+// path may be a slip and a very long one a press that is held, between them lie
+// small letters; up to fourteen only the nearly straight slip of a finger is a dot.
 const DOTS = [
-  { extent: 2, detour: 12 },
-  { extent: 4, detour: 4.5 },
-  { extent: 14, detour: 1.2 },
+  { extent: 2.5, least: 0, most: 1e6, sure: true, slip: false },
+  { extent: 4, least: 0, most: 4.5, sure: false, slip: false },
+  { extent: 4, least: 15, most: 1e6, sure: false, slip: false },
+  { extent: 14, least: 0, most: 1.2, sure: false, slip: true },
 ];
 
 function parse(args) {
@@ -52,7 +55,10 @@ function parse(args) {
 
 const writerOf = (stroke) => `${stroke.source}/${stroke.writer ?? stroke.id}`;
 
-/** Rows of features, three variants a stroke; dots are told apart elsewhere. */
+/** Open figures that are squeezed are other figures. */
+const keepsItsFamily = (row) => row.variant < 3 || !['line', 'angle'].includes(row.family);
+
+/** Rows of features, four variants a stroke; dots are told apart elsewhere. */
 function rowsOf(strokes) {
   const drawn = strokes.flatMap((stroke) =>
     variants(stroke).map((points, i) => ({ stroke, points, i })),
@@ -65,12 +71,13 @@ function rowsOf(strokes) {
     .map(({ stroke, i }, k) => ({
       stroke,
       family: stroke.family,
+      variant: i,
       original: i === 0,
-      importance: i === 0 ? 1 : 0.5,
+      importance: IMPORTANCE[i],
       closed: tables[k].closed,
       features: tables[k],
     }))
-    .filter((row) => row.closed >= 0 && row.family !== 'dot');
+    .filter((row) => row.closed >= 0 && row.family !== 'dot' && keepsItsFamily(row));
 }
 
 /** Judgements of every row by scores that were fitted without its writer. */
@@ -155,8 +162,9 @@ function dotModels(strokes) {
   );
   let rest = strokes.map((stroke, i) => ({ stroke, ...tables[i] }));
   return DOTS.map((limits) => {
-    const fits = ({ extent, diagonal, length }) =>
-      extent <= limits.extent && length <= limits.detour * diagonal;
+    const fits = ({ extent, diagonal, travel }) =>
+      extent <= limits.extent &&
+      (diagonal === 0 || (limits.least * diagonal <= travel && travel <= limits.most * diagonal));
     const inside = rest.filter(fits);
     rest = rest.filter((row) => !fits(row));
     const right = inside.filter(({ stroke }) => stroke.family === 'dot').length;
@@ -171,9 +179,10 @@ function modelText(command, model, thresholds, dots) {
     `// Written by \`${command}\`; do not edit.`,
     '',
     'constexpr std::array DOT_MODELS{',
-    ...dots.map(
-      (d) => `    DotModel{${number(d.extent)}, ${number(d.detour)}, ${number(d.logit)}},`,
-    ),
+    ...dots.map(({ extent, least, most, sure, slip, logit }) => {
+      const numbers = [extent, least, most].map(number).join(', ');
+      return `    DotModel{${numbers}, ${sure}, ${slip}, ${number(logit)}},`;
+    }),
     '};',
     '',
   ];

@@ -3,11 +3,9 @@
 #include "Beautifier/Evidence.h"
 #include "Beautifier/Idealise.h"
 #include "Beautifier/Score.h"
-#include "Scrivo/ScrivoUtil.h"
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <optional>
 #include <stdexcept>
 #include <utility>
@@ -67,18 +65,6 @@ std::vector<Point2D> anchorsOf(std::span<const std::vector<Point2D>> strokes, do
     return anchors;
 }
 
-/// Moves a figure that sticks out of the drawing area back into it.
-void keepInside(Ideal& ideal, double width, double height) {
-    constexpr double MOST = std::numeric_limits<float>::max();
-    const Point2D before = ideal.outline.front();
-    boundCheck(ideal.outline, static_cast<float>(std::min(width, MOST)),
-               static_cast<float>(std::min(height, MOST)));
-    const Point2D after = ideal.outline.front();
-    if (before.x != after.x || before.y != after.y) {
-        beautifier::shift(ideal.figure, after.x - before.x, after.y - before.y);
-    }
-}
-
 bool isFinite(const std::vector<Point2D>& outline) {
     return std::all_of(outline.begin(), outline.end(),
                        [](const Point2D& p) { return std::isfinite(p.x) && std::isfinite(p.y); });
@@ -135,7 +121,8 @@ Beautified Beautifier::beautify(std::span<const Point2D> stroke, double width, d
     if (frame.extent < m_options.minSize) {
         return asDrawn(stroke, Reason::TOO_SMALL, 1.0);
     }
-    std::optional<Verdict> verdict = beautifier::judgeDot(frame);
+    const bool wantsDots = m_options.figures.count(FigureFamily::DOT) > 0;
+    std::optional<Verdict> verdict = beautifier::judgeDot(stroke, width, height, frame, wantsDots);
     std::optional<beautifier::Evidence> evidence;
     if (!verdict) {
         evidence = beautifier::examine(beautifier::resample(stroke, width, height, frame));
@@ -143,14 +130,15 @@ Beautified Beautifier::beautify(std::span<const Point2D> stroke, double width, d
     }
     const Reason reason = objection(*verdict, m_options);
     if (reason != Reason::RECOGNISED) {
-        return asDrawn(stroke, reason, 1.0 - verdict->probability());
+        const bool isJudged = reason != Reason::NOT_WANTED;
+        return asDrawn(stroke, reason, isJudged ? 1.0 - verdict->probability() : 1.0);
     }
     const bool snaps = verdict->family == FigureFamily::LINE && m_options.nearbyStrokes;
     const auto anchors = snaps ? anchorsOf(others, width, height) : std::vector<Point2D>();
     Ideal ideal = evidence ? idealFigure(verdict->family, *evidence, frame, m_options, anchors)
                            : beautifier::idealDot({frame.centre.x, frame.centre.y, 0.0});
-    if (verdict->family != FigureFamily::LINE) {
-        keepInside(ideal, width, height);
+    if (m_options.insideArea && verdict->family != FigureFamily::LINE) {
+        beautifier::moveInside(ideal, width, height);
     }
     return isFinite(ideal.outline) ? answerWith(std::move(ideal), *verdict, width, height)
                                    : asDrawn(stroke, Reason::INVALID, 1.0);

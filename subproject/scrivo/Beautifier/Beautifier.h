@@ -19,7 +19,8 @@ enum class FigureFamily : std::uint8_t { DOT, LINE, ANGLE, TRIANGLE, QUADRANGLE,
 
 /// What a beautifier is to look for, and how eagerly.
 struct BeautifierOptions {
-    /// The figures wanted. A stroke that is taken for another one stays ink.
+    /// The figures wanted. A stroke that is taken for another one stays ink;
+    /// only the short dash, a dot by default, becomes a line without dots.
     std::set<FigureFamily> figures{FigureFamily::DOT,        FigureFamily::LINE,
                                    FigureFamily::ANGLE,      FigureFamily::TRIANGLE,
                                    FigureFamily::QUADRANGLE, FigureFamily::ELLIPSE};
@@ -29,12 +30,17 @@ struct BeautifierOptions {
     /// From 0 (only sure figures) to 1 (eager). Raising it never turns a figure
     /// back into ink and never makes another figure of it.
     double sensitivity = 0.5;
-    /// Nearly horizontal and vertical lines, legs, edges and axes become so.
+    /// Nearly horizontal and vertical lines, legs and axes of ellipses become
+    /// so, and so does the lowest edge of a triangle or quadrangle: with it a
+    /// regular figure stands upright, any other one keeps its other edges.
     bool horizontalVertical = true;
     /// Nearly regular triangles, quadrangles and ellipses become regular.
     bool regularFigures = true;
     /// The ends of lines snap to nearby strokes.
     bool nearbyStrokes = true;
+    /// Figures, but not lines, that stick out of the drawing area are moved back
+    /// into it as a whole, where they fit.
+    bool insideArea = true;
 };
 
 // Parameters of the ideal figures, in drawing-area units, y downwards. Points
@@ -104,7 +110,8 @@ using Figure = std::variant<std::monostate, DotFigure, LineFigure, AngleFigure, 
 /// Why a stroke stays as drawn.
 enum class Reason : std::uint8_t {
     RECOGNISED,  ///< it does not: a figure was recognised
-    INVALID,     ///< no point, a coordinate that is no finite number, an empty area
+    INVALID,     ///< no point, a coordinate or area that is no finite number or too
+                 ///< large to be squared, an empty area
     TOO_SMALL,   ///< below `minSize`
     NOT_WANTED,  ///< the figure that it resembles is not among `figures`
     NOT_SURE,    ///< it resembles a figure, but not enough for this sensitivity
@@ -119,7 +126,8 @@ struct Beautified {
     std::vector<Point2D> path;
     std::int32_t type = FIGURE_NONE;  ///< a `FigureType`
     /// Probability, from 0 to 1, that the answer is right: calibrated on strokes
-    /// of people that the model had not seen.
+    /// of people that the model had not seen. 1 where the options or the numbers
+    /// decide (`INVALID`, `TOO_SMALL`, `NOT_WANTED`).
     double confidence = 0.0;
     Figure figure;                      ///< in drawing-area units
     Reason reason = Reason::NO_FIGURE;  ///< why there is no figure

@@ -247,8 +247,24 @@ struct Mover {
 
 }  // namespace
 
-void shift(Figure& figure, double dx, double dy) {
-    std::visit(Mover{dx, dy}, figure);
+void moveInside(Ideal& ideal, double width, double height) {
+    const auto [left, right] =
+        std::minmax_element(ideal.outline.begin(), ideal.outline.end(),
+                            [](const Point2D& a, const Point2D& b) { return a.x < b.x; });
+    const auto [top, bottom] =
+        std::minmax_element(ideal.outline.begin(), ideal.outline.end(),
+                            [](const Point2D& a, const Point2D& b) { return a.y < b.y; });
+    const bool fits =
+        (left->x >= 0.0 || right->x <= width) && (top->y >= 0.0 || bottom->y <= height);
+    if (!fits) {
+        return;
+    }
+    const auto shift = [](double low, double high, double size) {
+        return low < 0.0 ? -low : std::min(size - high, 0.0);
+    };
+    const Mover mover{shift(left->x, right->x, width), shift(top->y, bottom->y, height)};
+    std::for_each(ideal.outline.begin(), ideal.outline.end(), [&](Point2D& p) { mover.move(p); });
+    std::visit(mover, ideal.figure);
 }
 
 }  // namespace Scrivo::beautifier

@@ -24,7 +24,8 @@ Ideal idealDot(Point2D centre);
 Ideal idealFigure(FigureFamily family, const Evidence& evidence, const Frame& frame,
                   const BeautifierOptions& options, std::span<const Point2D> anchors);
 
-/// Moves a figure.
-void shift(Figure& figure, double dx, double dy);
+/// Moves a figure that sticks out of the drawing area back into it. A figure
+/// that sticks out on opposite sides cannot fit and stays where it is.
+void moveInside(Ideal& ideal, double width, double height);
 
 }  // namespace Scrivo::beautifier

@@ -1,6 +1,7 @@
 #include "Beautifier/Loop.h"
 
 #include <algorithm>
+#include <numbers>
 
 namespace Scrivo::beautifier {
 
@@ -11,6 +12,34 @@ constexpr double CHARGE = 0.3;   // gap that a unit of cut length must close
 
 Vec at(const Fine& fine, int i) {
     return fine[static_cast<std::size_t>(i)];
+}
+
+/// Stretches slim outlines to three times as long as wide, so that their short
+/// sides get as many points as it takes to tell them from round ends.
+Metric metricOf(const Fine& fine, const Closure& closure) {
+    constexpr double SLIM = 1.0 / 3.0;
+    constexpr double MOST_STRETCH = 8.0;
+    Vec sum;
+    for (int i = closure.first; i <= closure.last; ++i) {
+        sum = sum + at(fine, i);
+    }
+    const Vec mean = (1.0 / (closure.last - closure.first + 1)) * sum;
+    double xx = 0.0;
+    double xy = 0.0;
+    double yy = 0.0;
+    for (int i = closure.first; i <= closure.last; ++i) {
+        const Vec d = at(fine, i) - mean;
+        xx += d.x * d.x;
+        xy += d.x * d.y;
+        yy += d.y * d.y;
+    }
+    const double half = 0.5 * (xx - yy);
+    const double spread = std::sqrt(half * half + xy * xy);
+    const double longer = 0.5 * (xx + yy) + spread;
+    const double shorter = std::max(longer - 2.0 * spread, 0.0);
+    const double angle = 0.5 * std::atan2(2.0 * xy, xx - yy);
+    return {{std::cos(angle), std::sin(angle)},
+            std::clamp(SLIM * std::sqrt(longer / shorter), 1.0, MOST_STRETCH)};
 }
 
 /// Index of the point farthest from the mean.
@@ -61,6 +90,40 @@ double exactGap(const Fine& fine, int first, int last) {
     return gap;
 }
 
+/// Sum of the bends of what `closure` leaves, radians; the one at the closure
+/// itself is not among them.
+double windingOf(const Fine& fine, const Closure& closure) {
+    constexpr int CHORD = 4;
+    double sum = 0.0;
+    Vec before = at(fine, closure.first + CHORD) - at(fine, closure.first);
+    for (int i = closure.first + CHORD; i + CHORD <= closure.last; i += CHORD) {
+        const Vec chord = at(fine, i + CHORD) - at(fine, i);
+        sum += turn(before, chord);
+        before = chord;
+    }
+    return std::abs(sum);
+}
+
+/// Cuts an outline that was traced more than once after its first lap. The
+/// other laps count as tails, not as trimmed.
+void keepFirstLap(const Fine& fine, Closure& closure) {
+    // The bend at the closure, which is missing, is less than a third of a turn.
+    const double turns = windingOf(fine, closure) / (2.0 * std::numbers::pi);
+    const int laps = static_cast<int>(std::floor(turns + 0.45));
+    if (laps < 2) {
+        return;
+    }
+    const int steps = (closure.last - closure.first) / laps;
+    const int reach = steps / 4;
+    int end = closure.first + steps;
+    for (int k = end - reach; k <= std::min(end + reach, closure.last); ++k) {
+        const auto gap = [&](int i) { return norm(at(fine, closure.first) - at(fine, i)); };
+        end = gap(k) < gap(end) ? k : end;
+    }
+    closure.last = end;
+    closure.gap = exactGap(fine, closure.first, closure.last);
+}
+
 }  // namespace
 
 double lengthBetween(const Fine& fine, int first, int last) {
@@ -90,11 +153,12 @@ Closure close(const Fine& fine) {
         }
     }
     best.gap = exactGap(fine, best.first, best.last);
+    keepFirstLap(fine, best);
     return best;
 }
 
 Coarse loop(const Fine& fine, const Closure& closure) {
-    const Coarse open = resample(fine, closure.first, closure.last);
+    const Coarse open = resample(fine, closure.first, closure.last, metricOf(fine, closure));
     const std::size_t start = farthest(open);
     Coarse out;
     // The last point is left out: where the ends meet it is the first one, where

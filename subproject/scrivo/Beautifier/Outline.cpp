@@ -11,10 +11,23 @@ namespace {
 // resting pen.
 constexpr double SAME_POINT = 1e-9;
 
-// Cosines of the bends between which the curve fades into straight pieces (45
-// and 65 degrees): nine samples still make a circle, a corner stays a corner.
-constexpr double SMOOTH_BEND = 0.71;
-constexpr double SHARP_BEND = 0.42;
+/// Bends between which the curve fades into straight pieces, in radians.
+struct BendLimits {
+    double smooth = 0.0;
+    double sharp = 0.0;
+};
+
+// A single corner stays a corner, ten samples still make a circle.
+constexpr BendLimits AMONG_STRAIGHT{0.79, 1.13};
+
+// Where every sample bends, as the seven of a slim ellipse do. The corners of a
+// triangle bend more, and so do those of a square on average.
+constexpr BendLimits AMONG_BENT{1.7, 1.95};
+constexpr double CORNER = 2.0;
+constexpr double SQUARE_CORNERS = 1.35;
+
+// Strokes of more samples show their curves without guessing.
+constexpr int FEW_SAMPLES = 24;
 
 /// Walks the distinct samples of a stroke in the frame's units.
 class Cursor {
@@ -51,14 +64,44 @@ private:
     Vec last_;
 };
 
+/// How a stroke of few samples is to be joined: as a curve when its bends are
+/// spread over all samples and none of them is a corner.
+BendLimits limitsOf(Cursor cursor) {
+    Vec a;
+    Vec b;
+    Vec c;
+    if (!cursor.next(a) || !cursor.next(b)) {
+        return AMONG_STRAIGHT;
+    }
+    double sum = 0.0;
+    double squares = 0.0;
+    int bends = 0;
+    for (; cursor.next(c); a = b, b = c) {
+        const double bend = std::abs(turn(b - a, c - b));
+        if (bend > CORNER || bends > FEW_SAMPLES) {
+            return AMONG_STRAIGHT;
+        }
+        sum += bend;
+        squares += bend * bend;
+        ++bends;
+    }
+    // 1 when all bends are alike, 1 / bends when there is a single one.
+    const bool isCurved = bends >= 4 && squares > 0.0 && sum < SQUARE_CORNERS * bends;
+    const double spread = isCurved ? sum * sum / (bends * squares) : 0.0;
+    const double t = std::clamp((spread - 0.65) / 0.2, 0.0, 1.0);
+    return {(1.0 - t) * AMONG_STRAIGHT.smooth + t * AMONG_BENT.smooth,
+            (1.0 - t) * AMONG_STRAIGHT.sharp + t * AMONG_BENT.sharp};
+}
+
 /// Catmull-Rom tangent at `b`, times the parameter length of the piece b-c;
 /// `toNext` tells whether that piece follows or precedes.
-Vec tangent(Vec a, Vec b, Vec c, bool toNext) {
+Vec tangent(Vec a, Vec b, Vec c, bool toNext, const BendLimits& limits) {
     const double before = norm(b - a);
     const double after = norm(c - b);
     const Vec chord = toNext ? c - b : b - a;
-    const double bend = dot(b - a, c - b) / (before * after);
-    const double smooth = std::clamp((bend - SHARP_BEND) / (SMOOTH_BEND - SHARP_BEND), 0.0, 1.0);
+    const double bend = std::abs(turn(b - a, c - b));
+    const double smooth =
+        std::clamp((limits.sharp - bend) / (limits.sharp - limits.smooth), 0.0, 1.0);
     if (smooth == 0.0) {
         return chord;
     }
@@ -75,10 +118,10 @@ struct Window {
     bool hasD = false;
 
     /// Tangents at `b` and `c`; at an end of the stroke that of a parabola.
-    void tangents(Vec& atB, Vec& atC) const {
+    void tangents(const BendLimits& limits, Vec& atB, Vec& atC) const {
         const Vec chord = c - b;
-        atB = hasA ? tangent(a, b, c, true) : chord;
-        atC = hasD ? tangent(b, c, d, false) : chord;
+        atB = hasA ? tangent(a, b, c, true, limits) : chord;
+        atC = hasD ? tangent(b, c, d, false, limits) : chord;
         if (!hasA && hasD) {
             atB = 2.0 * chord - atC;
         } else if (hasA && !hasD) {
@@ -121,9 +164,28 @@ Frame measure(std::span<const Point2D> stroke, double width, double height) {
     return frame;
 }
 
+double travel(std::span<const Point2D> stroke, double width, double height, const Frame& frame) {
+    if (stroke.empty()) {
+        return 0.0;
+    }
+    const double least = std::max(0.5, frame.extent / 8.0);
+    const auto at = [&](const Point2D& p) { return Vec{p.x * width, p.y * height}; };
+    Vec from = at(stroke.front());
+    double sum = 0.0;
+    for (const Point2D& p : stroke) {
+        const double move = norm(at(p) - from);
+        if (move >= least) {
+            sum += move;
+            from = at(p);
+        }
+    }
+    return sum + norm(at(stroke.back()) - from);
+}
+
 Fine resample(std::span<const Point2D> stroke, double width, double height, const Frame& frame) {
     Fine out;
     Cursor cursor(stroke, width, height, frame);
+    const BendLimits limits = limitsOf(cursor);
     Window w;
     if (!cursor.next(w.b) || !cursor.next(w.c)) {
         return out;
@@ -140,7 +202,7 @@ Fine resample(std::span<const Point2D> stroke, double width, double height, cons
             Vec atB = w.c - w.b;
             Vec atC = atB;
             if (piece > step) {
-                w.tangents(atB, atC);
+                w.tangents(limits, atB, atC);
             }
             for (; made < FINE && (made * step <= start + piece || last); ++made) {
                 const double t = std::clamp((made * step - start) / piece, 0.0, 1.0);
@@ -162,11 +224,11 @@ Coarse coarse(const Fine& fine) {
     return out;
 }
 
-Coarse resample(const Fine& fine, int first, int last) {
+Coarse resample(const Fine& fine, int first, int last, const Metric& metric) {
     const auto at = [&](int i) { return fine[static_cast<std::size_t>(i)]; };
     double length = 0.0;
     for (int i = first; i < last; ++i) {
-        length += norm(at(i + 1) - at(i));
+        length += metric.length(at(i + 1) - at(i));
     }
     Coarse out;
     out.front() = at(first);
@@ -174,11 +236,11 @@ Coarse resample(const Fine& fine, int first, int last) {
     int i = first;
     for (int k = 1; k < COARSE; ++k) {
         const double target = length * k / (COARSE - 1);
-        double piece = norm(at(i + 1) - at(i));
+        double piece = metric.length(at(i + 1) - at(i));
         while (i + 1 < last && start + piece < target) {
             start += piece;
             ++i;
-            piece = norm(at(i + 1) - at(i));
+            piece = metric.length(at(i + 1) - at(i));
         }
         const double t = piece > 0.0 ? std::min((target - start) / piece, 1.0) : 0.0;
         out[static_cast<std::size_t>(k)] = at(i) + t * (at(i + 1) - at(i));

@@ -29,6 +29,11 @@ struct Frame {
 /// Measures `stroke`, whose samples are fractions of a `width` by `height` area.
 Frame measure(std::span<const Point2D> stroke, double width, double height);
 
+/// Length of the path without its tremor, in drawing-area units: moves count
+/// once they come to an eighth of the size, and to half a unit at least, so that
+/// a press that is held longer is not longer.
+double travel(std::span<const Point2D> stroke, double width, double height, const Frame& frame);
+
 /// `FINE` points at even distances along `stroke`, in the frame's own units:
 /// centred, longer side 1. Where samples lie further apart than these points, a
 /// centripetal Catmull-Rom curve joins them (Yuksel, Schaefer, Keyser: On the
@@ -40,8 +45,16 @@ Fine resample(std::span<const Point2D> stroke, double width, double height, cons
 /// Every second point.
 Coarse coarse(const Fine& fine);
 
-/// `COARSE` points at even distances along the part of `fine` from index
-/// `first` to `last`.
-Coarse resample(const Fine& fine, int first, int last);
+/// Measures lengths with one direction stretched.
+struct Metric {
+    Vec along{1.0, 0.0};  ///< unit vector that keeps its length
+    double across = 1.0;  ///< factor of what is perpendicular to it
+
+    double length(Vec v) const { return norm({dot(along, v), across * cross(along, v)}); }
+};
+
+/// `COARSE` points along the part of `fine` from index `first` to `last`, at
+/// distances that are even by `metric`.
+Coarse resample(const Fine& fine, int first, int last, const Metric& metric);
 
 }  // namespace Scrivo::beautifier

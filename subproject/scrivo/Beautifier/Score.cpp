@@ -28,13 +28,22 @@ struct FamilyModel {
     std::span<const Term> terms;
 };
 
+constexpr double INF = std::numeric_limits<double>::infinity();
+
+/// A kind of stroke that is a dot; the smallest kind comes first.
 struct DotModel {
     double extent;  ///< largest longer side of the box, drawing-area units
-    double detour;  ///< largest path length over the diagonal of the box
+    double least;   ///< smallest and
+    double most;    ///< largest path without the tremor, in diagonals of the box
+    bool sure;      ///< has no room for anything else: a dot at any sensitivity
+    bool slip;      ///< may be a short dash just as well
     double logit;   ///< log odds that such a stroke is a dot
 };
 
 #include "Beautifier/Model.inc"
+
+// Corners that miss one full turn by more belong to sides that cross.
+constexpr double CROSSED = 3.0;
 
 double valueOf(const Term& term, const Features& features) {
     const double value = features[static_cast<std::size_t>(term.feature)];
@@ -46,6 +55,14 @@ double valueOf(const Term& term, const Features& features) {
         default:
             return value;
     }
+}
+
+/// Whether a stroke can be of the model's family at all.
+bool competes(const FamilyModel& model, const Evidence& evidence, const Features& features) {
+    if (model.family == FigureFamily::QUADRANGLE && features[QUADRANGLE_WINDING] > CROSSED) {
+        return false;
+    }
+    return !model.closed || evidence.closed;
 }
 
 double scoreOf(const FamilyModel& model, const Features& features) {
@@ -62,10 +79,16 @@ double Verdict::probability() const {
     return 1.0 / (1.0 + std::exp(-logit));
 }
 
-std::optional<Verdict> judgeDot(const Frame& frame) {
+std::optional<Verdict> judgeDot(std::span<const Point2D> stroke, double width, double height,
+                                const Frame& frame, bool slips) {
+    if (frame.extent > DOT_MODELS.back().extent) {
+        return std::nullopt;
+    }
+    const double path = travel(stroke, width, height, frame);
     for (const DotModel& model : DOT_MODELS) {
-        if (frame.extent <= model.extent && frame.length <= model.detour * frame.diagonal) {
-            return Verdict{FigureFamily::DOT, model.logit, 0.0};
+        if (frame.extent <= model.extent && model.least * frame.diagonal <= path &&
+            path <= model.most * frame.diagonal && (slips || !model.slip)) {
+            return Verdict{FigureFamily::DOT, model.logit, model.sure ? -INF : 0.0};
         }
     }
     return std::nullopt;
@@ -74,9 +97,9 @@ std::optional<Verdict> judgeDot(const Frame& frame) {
 Verdict judge(const Evidence& evidence) {
     const Features features = featuresOf(evidence);
     Verdict best;
-    best.logit = -std::numeric_limits<double>::infinity();
+    best.logit = -INF;
     for (const FamilyModel& model : FAMILY_MODELS) {
-        if (model.closed && !evidence.closed) {
+        if (!competes(model, evidence, features)) {
             continue;
         }
         const double score = scoreOf(model, features);

@@ -5,6 +5,7 @@
 #include "Beautifier/Outline.h"
 
 #include <optional>
+#include <span>
 
 /// From features to a verdict. All learnt numbers stand in Model.inc.
 namespace Scrivo::beautifier {
@@ -18,9 +19,11 @@ struct Verdict {
     double probability() const;
 };
 
-/// Whether a stroke is a dot, told from its size and straightness alone: a tap
-/// or a scribble too small to hold a letter, or the short slip of a finger.
-std::optional<Verdict> judgeDot(const Frame& frame);
+/// Whether a stroke is a dot, told from its size and the length of its path
+/// without the tremor: a tap, a press that is held, a scribble too small to
+/// hold a letter or, where `slips` count, the short slip of a finger.
+std::optional<Verdict> judgeDot(std::span<const Point2D> stroke, double width, double height,
+                                const Frame& frame, bool slips);
 
 /// The best of the other figures.
 Verdict judge(const Evidence& evidence);
