@@ -28,7 +28,10 @@ export declare const FIGURES: readonly FigureFamily[];
 
 /** What a beautifier is to look for, and how eagerly. */
 export interface BeautifierOptions {
-  /** The figures wanted; circles are ellipses. Default: all. */
+  /**
+   * The figures wanted; circles are ellipses. A stroke that is taken for another one stays ink; only
+   * the short dash, a dot by default, becomes a line without dots. Default: all.
+   */
   readonly figures?: readonly FigureFamily[];
   /**
    * Strokes whose longer side is below this many drawing-area units stay ink, dots included: small
@@ -40,12 +43,21 @@ export interface BeautifierOptions {
    * Default: 0.5.
    */
   readonly sensitivity?: number;
-  /** Nearly horizontal and vertical lines, legs, edges and axes become so. Default: true. */
+  /**
+   * Nearly horizontal and vertical lines, legs and axes of ellipses become so, and so does the lowest
+   * edge of a triangle or quadrangle: with it a regular figure stands upright, any other one keeps
+   * its other edges. Default: true.
+   */
   readonly horizontalVertical?: boolean;
   /** Nearly regular triangles, quadrangles and ellipses become regular. Default: true. */
   readonly regularFigures?: boolean;
   /** The ends of lines snap to nearby strokes. Default: true. */
   readonly nearbyStrokes?: boolean;
+  /**
+   * Figures, but not lines, that stick out of the drawing area are moved back into it as a whole,
+   * where they fit. Default: true.
+   */
+  readonly insideArea?: boolean;
   /** What a Float64Array holds of each point: x, y and force (`'xyf'`, the default) or x, y. */
   readonly layout?: 'xy' | 'xyf';
 }
@@ -85,7 +97,7 @@ export type Figure =
     };
 
 /**
- * Why a stroke stays as drawn: it has no points or lies outside what numbers can measure; it is
+ * Why a stroke stays as drawn: it has no points or is too large to be measured in numbers; it is
  * smaller than `minSize`; it resembles a figure that is not wanted; it resembles one, but not
  * enough for this `sensitivity`; it resembles none.
  */
@@ -95,12 +107,16 @@ export type Reason = 'invalid' | 'too-small' | 'not-wanted' | 'not-sure' | 'no-f
 export interface Beautified<Path> {
   /**
    * Fractions of the drawing area, in the form of the stroke that was given: a dot has 64 points, a
-   * line 21, an angle 42, an ellipse 85, polygons 21 an edge. Points of figures have no force.
+   * line 21, an angle 42, an ellipse 85, polygons 21 an edge. Points of figures have no force. Ink
+   * that stays as drawn comes back as a new array of the very points that were given.
    */
   path: Path;
   /** A figure code: 0, 1, 2, 4, 6 or 7, as `FigureType` of the main entry names them. */
   type: number;
-  /** Probability, from 0 to 1, that the answer is right. */
+  /**
+   * Probability, from 0 to 1, that the answer is right; 1 where the options or the numbers decide
+   * (`'invalid'`, `'too-small'`, `'not-wanted'`).
+   */
   confidence: number;
   /** Null when the stroke stays as drawn. */
   figure: Figure | null;

@@ -22,8 +22,11 @@ const DEFAULTS = {
   horizontalVertical: true,
   regularFigures: true,
   nearbyStrokes: true,
+  insideArea: true,
   layout: 'xyf',
 };
+
+const SWITCHES = Object.keys(DEFAULTS).filter((name) => typeof DEFAULTS[name] === 'boolean');
 
 /** Numbers a point in a Float64Array. */
 const STRIDES = { xy: 2, xyf: 3 };
@@ -72,7 +75,7 @@ function completeOptions(options) {
   complete.figures = copyFigures(complete.figures);
   checkNumber('options.minSize', complete.minSize, 0, Number.MAX_VALUE);
   checkNumber('options.sensitivity', complete.sensitivity, 0, 1);
-  for (const name of ['horizontalVertical', 'regularFigures', 'nearbyStrokes']) {
+  for (const name of SWITCHES) {
     if (typeof complete[name] !== 'boolean') {
       throw new TypeError(`options.${name} must be a boolean, found ${found(complete[name])}`);
     }
@@ -130,16 +133,15 @@ class Beautifier {
       this.options.horizontalVertical,
       this.options.regularFigures,
       this.options.nearbyStrokes,
+      this.options.insideArea,
     );
     Object.freeze(this);
   }
 
   beautify(stroke, width, height, others = []) {
     const isPacked = isFloat64Array(stroke);
-    const stride = isPacked ? this.#stride : STRIDES.xyf;
-    const points = isPacked
-      ? copyPacked('stroke', stroke, stride)
-      : packObjects('stroke', stroke, stride);
+    const stride = isPacked ? this.#stride : STRIDES.xy;
+    const points = isPacked ? copyPacked('stroke', stroke, stride) : packObjects('stroke', stroke);
     checkSide('width', width);
     checkSide('height', height);
     const { values, lengths } = packOthers('others', others, this.#stride);
@@ -151,11 +153,14 @@ class Beautifier {
       values,
       lengths,
     );
+    const figure = MAKE_FIGURE[kind](parameters, subtype);
+    // Ink goes back as the caller's own points, with all that they carry.
+    const pathOfObjects = () => (figure === null ? [...stroke] : unpackObjects(path));
     return {
-      path: isPacked ? path : unpackObjects(path),
+      path: isPacked ? path : pathOfObjects(),
       type,
       confidence,
-      figure: MAKE_FIGURE[kind](parameters, subtype),
+      figure,
       reason: REASONS[reason],
     };
   }

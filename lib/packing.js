@@ -20,7 +20,7 @@ function checkCoordinate(name, value) {
   if (!Number.isFinite(value)) throw new RangeError(`${name} must be finite, found ${value}`);
 }
 
-/** x, y and force of a point, each read once, or an error that names the wrong one. */
+/** x and y of a point, each read once, or an error that names what is wrong with it. */
 function readPoint(name, i, point) {
   if (typeof point !== 'object' || point === null) {
     throw new TypeError(`${name}[${i}] must be an object with x and y, found ${found(point)}`);
@@ -29,7 +29,7 @@ function readPoint(name, i, point) {
   if (!Number.isFinite(x)) checkCoordinate(`${name}[${i}].x`, x);
   if (!Number.isFinite(y)) checkCoordinate(`${name}[${i}].y`, y);
   if (!Number.isFinite(force)) checkCoordinate(`${name}[${i}].force`, force);
-  return { x, y, force };
+  return { x, y };
 }
 
 function checkArray(name, value) {
@@ -43,19 +43,17 @@ function checkArray(name, value) {
 /**
  * @param {string} name of the argument, for messages
  * @param {Array<{x: number, y: number, force?: number}>} points
- * @param {2 | 3} stride
- * @returns {Float64Array} x, y and, with a stride of 3, force (0 when absent) of each point
+ * @returns {Float64Array} x and y of each point
  */
-function packObjects(name, points, stride) {
+function packObjects(name, points) {
   checkArray(name, points);
   // A copy: a getter may change the array while it is read.
   const given = [...points];
-  const packed = new Float64Array(given.length * stride);
-  for (let i = 0, k = 0; i < given.length; i++, k += stride) {
-    const { x, y, force } = readPoint(name, i, given[i]);
-    packed[k] = x;
-    packed[k + 1] = y;
-    if (stride > 2) packed[k + 2] = force;
+  const packed = new Float64Array(2 * given.length);
+  for (let i = 0; i < given.length; i++) {
+    const { x, y } = readPoint(name, i, given[i]);
+    packed[2 * i] = x;
+    packed[2 * i + 1] = y;
   }
   return packed;
 }
@@ -101,7 +99,7 @@ function packOthers(name, strokes, stride) {
   const parts = [...strokes].map((stroke, i) =>
     isFloat64Array(stroke)
       ? coordinates(copyPacked(`${name}[${i}]`, stroke, stride), stride)
-      : packObjects(`${name}[${i}]`, stroke, 2),
+      : packObjects(`${name}[${i}]`, stroke),
   );
   const values = new Float64Array(parts.reduce((sum, part) => sum + part.length, 0));
   let at = 0;
@@ -112,14 +110,10 @@ function packOthers(name, strokes, stride) {
   return { values, lengths: Uint32Array.from(parts, (part) => part.length / 2) };
 }
 
-/** Packed x, y, force as point objects; `force` only where it is not 0. */
+/** Packed x, y as point objects. */
 function unpackObjects(packed) {
   const points = [];
-  for (let k = 0; k < packed.length; k += 3) {
-    const point = { x: packed[k], y: packed[k + 1] };
-    if (packed[k + 2] !== 0) point.force = packed[k + 2];
-    points.push(point);
-  }
+  for (let k = 0; k < packed.length; k += 2) points.push({ x: packed[k], y: packed[k + 1] });
   return points;
 }
 

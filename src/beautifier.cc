@@ -95,7 +95,7 @@ public:
     }
 
     /// (families: number[], minSize, sensitivity, horizontalVertical,
-    /// regularFigures, nearbyStrokes)
+    /// regularFigures, nearbyStrokes, insideArea)
     explicit Beautifier(const Napi::CallbackInfo& info) : Napi::ObjectWrap<Beautifier>(info) {
         try {
             beautifier_ = Scrivo::Beautifier(readOptions(info));
@@ -119,6 +119,7 @@ private:
         options.horizontalVertical = Napi::Boolean(env, info[3]).Value();
         options.regularFigures = Napi::Boolean(env, info[4]).Value();
         options.nearbyStrokes = Napi::Boolean(env, info[5]).Value();
+        options.insideArea = Napi::Boolean(env, info[6]).Value();
         return options;
     }
 

@@ -158,7 +158,7 @@ TEST(BeautifierInk, PolygonsOfFewSamplesKeepTheirCorners) {
 }
 
 TEST(BeautifierInk, CurvesOfFewSamplesStayRound) {
-    for (const int count : {9, 12, 20}) {
+    for (const int count : {7, 9, 12, 20}) {
         const auto answer = beautify(sample(ellipse(100, 100, 0.0), count));
         ASSERT_EQ(answer.figure.index(), 6U) << count << " points";
         EXPECT_NEAR(std::get<Scrivo::CircleFigure>(answer.figure).radius, 100.0, 2.0);
@@ -182,6 +182,48 @@ TEST(BeautifierInk, TailsBeyondTheClosureAreCut) {
         return Point2D{400.0 + radius * std::cos(phi), 300.0 + radius * std::sin(phi), 0.0};
     };
     EXPECT_EQ(beautify(sample(twice, 90)).figure.index(), 6U);
+}
+
+TEST(BeautifierInk, SlimRectanglesAreNoEllipsesAndSlimEllipsesNoRectangles) {
+    for (const double height : {60.0, 30.0, 20.0}) {
+        const Curve slim = polyline(
+            {{200, 200}, {500, 201}, {500, 200 + height}, {201, 199 + height}, {200, 201}});
+        EXPECT_EQ(beautify(sample(shaky(slim, 0.6), 150)).figure.index(), 5U) << height;
+        EXPECT_EQ(beautify(sample(shaky(ellipse(150, height / 2, 0.0), 0.6), 150)).figure.index(),
+                  7U)
+            << height;
+    }
+}
+
+TEST(BeautifierInk, AreJudgedByTheFirstOfSeveralLaps) {
+    const Curve square = polyline({{300, 200},
+                                   {500, 200},
+                                   {500, 400},
+                                   {300, 400},
+                                   {303, 204},
+                                   {497, 196},
+                                   {504, 396},
+                                   {304, 405},
+                                   {300, 202}});
+    EXPECT_EQ(beautify(sample(shaky(square, 1.0), 200)).figure.index(), 5U);
+    const Curve circle = ellipse(100, 95, 0.0);
+    const Curve twice = [=](double t) { return circle(2.0 * t); };
+    EXPECT_EQ(beautify(sample(shaky(twice, 3.0), 200)).figure.index(), 6U);
+}
+
+TEST(BeautifierInk, QuadranglesMayBendInwardsButNotCrossThemselves) {
+    const Curve bowTie = polyline({{200, 200}, {400, 350}, {400, 200}, {200, 350}, {200, 203}});
+    EXPECT_EQ(beautify(sample(bowTie, 120)).type, 0);
+    const Path dart{{300, 280}, {100, 200}, {170, 280}, {100, 360}};
+    const Curve outline = polyline({dart[0], dart[1], dart[2], dart[3], dart[0]});
+    const Beautified answer = beautify(sample(outline, 120));
+    ASSERT_EQ(answer.figure.index(), 5U);
+    for (const Point2D& corner : std::get<Scrivo::QuadrangleFigure>(answer.figure).corners) {
+        EXPECT_TRUE(std::any_of(
+            dart.begin(), dart.end(),
+            [&](const Point2D& p) { return std::hypot(p.x - corner.x, p.y - corner.y) < 4.0; }))
+            << corner.x << ", " << corner.y;
+    }
 }
 
 TEST(BeautifierPolygons, AreFoundFromAStartOnAnEdge) {
@@ -211,6 +253,41 @@ TEST(BeautifierDots, AreTapsScribblesAndSlipsButNotSmallLetters) {
     const auto dot = std::get<Scrivo::DotFigure>(beautify(Path(9, {100, 90})).figure);
     EXPECT_NEAR(dot.centre.x, 100.0, 1e-9);
     EXPECT_NEAR(dot.centre.y, 90.0, 1e-9);
+}
+
+/// A press of `count` samples whose tremor stays within `extent` units.
+Path heldPress(int count, double extent) {
+    Path path;
+    for (int i = 0; i < count; ++i) {
+        path.push_back({200.0 + 0.5 * extent * std::sin(2.3 * i + 0.01 * i * i),
+                        200.0 + 0.5 * extent * std::sin(1.7 * i), 0.0});
+    }
+    return path;
+}
+
+TEST(BeautifierDots, ArePressesHeldForAnyTime) {
+    for (const int count : {10, 60, 240, 1000}) {
+        EXPECT_EQ(beautify(heldPress(count, 2.4)).type, Scrivo::FIGURE_POINT) << count;
+    }
+    for (const int count : {240, 1000}) {
+        EXPECT_EQ(beautify(heldPress(count, 3.9)).type, Scrivo::FIGURE_POINT) << count;
+        EXPECT_EQ(beautify(heldPress(count, 4.1)).type, 0) << count;
+    }
+}
+
+TEST(BeautifierDots, AreSureWithinTwoUnitsAndLeaveDashesToLinesWhereNoneAreWanted) {
+    const Path dash = sample(polyline({{200, 200}, {210, 202}}), 8);
+    BeautifierOptions onlySure;
+    onlySure.sensitivity = 0.0;
+    EXPECT_EQ(beautify({{200, 200}}, onlySure).type, Scrivo::FIGURE_POINT);
+    EXPECT_EQ(beautify(dash, onlySure).reason, Reason::NOT_SURE);
+    BeautifierOptions noDots;
+    noDots.figures.erase(FigureFamily::DOT);
+    EXPECT_EQ(beautify(dash).type, Scrivo::FIGURE_POINT);
+    EXPECT_EQ(beautify(dash, noDots).type, Scrivo::FIGURE_LINE);
+    const Beautified tap = beautify({{200, 200}}, noDots);
+    EXPECT_EQ(tap.reason, Reason::NOT_WANTED);
+    EXPECT_EQ(tap.confidence, 1.0);
 }
 
 double distance(const Point2D& a, const Point2D& b) {
@@ -287,6 +364,10 @@ TEST(BeautifierFigure, MovesIntoTheAreaWithItsPath) {
     const Beautified circle = beautify(path);
     EXPECT_LE(circle.path.front().x, WIDTH + 1e-9);
     std::visit(Agrees{circle.path}, circle.figure);
+    BeautifierOptions anywhere;
+    anywhere.insideArea = false;
+    const auto beyond = std::get<Scrivo::CircleFigure>(beautify(path, anywhere).figure);
+    EXPECT_NEAR(beyond.centre.x, 730.0, 1.0);
 }
 
 TEST(BeautifierFigure, NamesRegularPolygons) {

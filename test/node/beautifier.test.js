@@ -123,10 +123,13 @@ describe('answers', () => {
     assert.equal(flat.beautify(pairs, WIDTH, HEIGHT).path.length, 2 * 63);
   });
 
-  it('leaves ink as it is drawn, force included, and says why', () => {
+  it('gives ink back as the very points that were drawn, and says why', () => {
     const zigzag = [0, 1, 2, 3, 4, 5, 6].map((k) => [100 + 60 * k, 200 + 150 * (k % 2)]);
-    const ink = polyline(zigzag).map((point) => ({ ...point, force: 0.25 }));
-    assert.deepEqual(beautifier.beautify(ink, WIDTH, HEIGHT).path, ink);
+    const ink = polyline(zigzag).map((point, time) => ({ ...point, force: 0, time }));
+    const { path } = beautifier.beautify(ink, WIDTH, HEIGHT);
+    assert.deepEqual(path, ink);
+    assert.notEqual(path, ink);
+    path.forEach((point, i) => assert.equal(point, ink[i]));
     const reason = (options, stroke) =>
       new Beautifier(options).beautify(stroke, WIDTH, HEIGHT).reason;
     assert.equal(reason({}, ink), 'no-figure');

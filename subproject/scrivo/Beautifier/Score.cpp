@@ -42,6 +42,9 @@ struct DotModel {
 
 #include "Beautifier/Model.inc"
 
+// As likely as not suffices for a dot: the drawing keeps its mark either way.
+constexpr double DOT_THRESHOLD = -0.5;
+
 // Corners that miss one full turn by more belong to sides that cross.
 constexpr double CROSSED = 3.0;
 
@@ -88,7 +91,7 @@ std::optional<Verdict> judgeDot(std::span<const Point2D> stroke, double width, d
     for (const DotModel& model : DOT_MODELS) {
         if (frame.extent <= model.extent && model.least * frame.diagonal <= path &&
             path <= model.most * frame.diagonal && (slips || !model.slip)) {
-            return Verdict{FigureFamily::DOT, model.logit, model.sure ? -INF : 0.0};
+            return Verdict{FigureFamily::DOT, model.logit, model.sure ? -INF : DOT_THRESHOLD};
         }
     }
     return std::nullopt;
