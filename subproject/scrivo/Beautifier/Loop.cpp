@@ -104,13 +104,15 @@ double windingOf(const Fine& fine, const Closure& closure) {
     return std::abs(sum);
 }
 
+constexpr int MOST_LAPS = 3;  // more are a scribble
+
 /// Cuts an outline that was traced more than once after its first lap. The
 /// other laps count as tails, not as trimmed.
 void keepFirstLap(const Fine& fine, Closure& closure) {
     // The bend at the closure, which is missing, is less than a third of a turn.
     const double turns = windingOf(fine, closure) / (2.0 * std::numbers::pi);
     const int laps = static_cast<int>(std::floor(turns + 0.45));
-    if (laps < 2) {
+    if (laps < 2 || laps > MOST_LAPS) {
         return;
     }
     const int steps = (closure.last - closure.first) / laps;
