@@ -3,8 +3,11 @@
 const fs = require('node:fs');
 const path = require('node:path');
 
-/** The checkout or the installed package. */
-const root = path.join(__dirname, '..');
+/**
+ * The checkout or the installed package. Desktop hosts keep JavaScript in an archive,
+ * whose files native code cannot open: then it is the unpacked copy beside that.
+ */
+const root = path.join(__dirname, '..').replace(/\bapp\.asar(?=[\\/])/, 'app.asar.unpacked');
 
 /**
  * Whether the C library is musl, for which separate files are built. Only glibc
@@ -66,4 +69,4 @@ function open(file) {
   }
 }
 
-module.exports = { findNative, loadNative };
+module.exports = { findNative, loadNative, root };

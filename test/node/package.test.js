@@ -111,6 +111,18 @@ describe('finding the native module', () => {
     }
   });
 
+  test('names files beside the archive of a desktop host, where native code can open them', () => {
+    const { folder } = copyWith({});
+    const unpacked = path.join(folder, 'app.asar.unpacked', 'scrivo');
+    const packed = path.join(folder, 'app.asar', 'scrivo');
+    fs.cpSync(path.join(folder, 'lib'), path.join(packed, 'lib'), { recursive: true });
+    fs.cpSync(path.join(folder, 'package.json'), path.join(packed, 'package.json'));
+    fs.mkdirSync(path.join(unpacked, 'build', 'release'), { recursive: true });
+    fs.copyFileSync(BUILT, path.join(unpacked, 'build', 'release', 'hello.node'));
+    const { templates } = createRequire(path.join(packed, 'x.js'))('./lib/index.js');
+    assert.ok(templates.every((file) => file.startsWith(path.join(unpacked, 'templates'))));
+  });
+
   test('reports a file that cannot be loaded instead of trying the next', () => {
     const files = { 'build/release/hello.node': 'broken', [`${target(true)}/hello.node`]: BUILT };
     const { folder, load } = copyWith(files);
