@@ -14,9 +14,13 @@ ipcMain.handle('scrivo:idealise', (_event, { stroke, width, height, otherStrokes
 
 app.whenReady().then(() => {
   const window = new BrowserWindow({
-    webPreferences: { preload: path.join(__dirname, 'preload.js') }, // isolated and in a sandbox
+    webPreferences: {
+      preload: path.join(__dirname, 'preload.js'),
+      contextIsolation: true, // the page cannot reach what the preload script has
+      sandbox: true, // nor can that script load native code: hence the messages
+    },
   });
-  window.loadFile(path.join(__dirname, 'index.html'));
+  return window.loadFile(path.join(__dirname, 'index.html'));
 });
 
 app.on('window-all-closed', () => app.quit());
