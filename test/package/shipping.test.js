@@ -1,12 +1,14 @@
 'use strict';
 
 const assert = require('node:assert/strict');
+const fs = require('node:fs');
 const { describe, test } = require('node:test');
 
 const { scripts } = require('../../package.json');
-const { compareVersions } = require('../../tools/publish-check.js');
+const { findNative } = require('../../lib/native.js');
+const { compareVersions, judgeContents } = require('../../tools/publish-check.js');
 const { countBun, countDeno, countTap } = require('../../tools/support/hosts.js');
-const { TARGETS, moduleNames, prebuiltFiles } = require('../../tools/support/modules.js');
+const { TARGETS, moduleNames, prebuiltFiles, targetOf } = require('../../tools/support/modules.js');
 
 describe('counting what a host has tested', () => {
   test('Node.js', () => {
@@ -57,6 +59,42 @@ describe('what is shipped', () => {
       assert.match(target, /^(linux|darwin|win32)-(x64|arm64)(-musl)?$/);
       assert.equal(prebuiltFiles(target).length, 2);
     }
+  });
+
+  test('is for the system whose folder it is in', () => {
+    assert.equal(
+      targetOf(fs.readFileSync(findNative('hello'))),
+      `${process.platform}-${process.arch}`,
+    );
+    const header = (text, ...numbers) => {
+      const bytes = Buffer.alloc(256);
+      bytes.write(text, 'latin1');
+      for (const [at, value] of numbers) bytes.writeUInt32LE(value, at);
+      return bytes;
+    };
+    const names = [
+      header('\x7fELF', [18, 183]),
+      header('\xcf\xfa\xed\xfe', [4, 0x01000007]),
+      header('\xcf\xfa\xed\xfe', [4, 0x0100000c]),
+      header('MZ', [0x3c, 0x80], [0x84, 0x8664]),
+      header('MZ', [0x3c, 0x80], [0x84, 0xaa64]),
+      header('\x7fELF', [18, 40]),
+      header('!<arch>'),
+    ].map(targetOf);
+    const known = ['linux-arm64-musl', 'darwin-x64', 'darwin-arm64', 'win32-x64', 'win32-arm64'];
+    assert.deepEqual(names, [...known, undefined, undefined]);
+  });
+
+  test('is what git tracks and the modules of every target', () => {
+    const tracked = ['lib/index.js', 'test/a.test.js', 'README.md'];
+    const prebuilt = ['prebuilds/linux-x64/hello.node', 'prebuilds/win32-x64/hello.node'];
+    assert.deepEqual(judgeContents(['lib/index.js', ...prebuilt], tracked, prebuilt), []);
+    const packed = [prebuilt[0], 'test/a.test.js', 'lib/index.js.orig'];
+    assert.deepEqual(judgeContents(packed, tracked, prebuilt), [
+      'lib/index.js.orig is a stray file',
+      'test/a.test.js is no part of the package',
+      'prebuilds/win32-x64/hello.node is missing',
+    ]);
   });
 
   test('bears one version', () => {
