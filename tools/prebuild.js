@@ -56,7 +56,7 @@ async function prebuild(target) {
   const folder = path.join(ROOT, 'build', 'prebuild', target);
   heading(`Prebuild: ${target}`);
   const file = path.join(ROOT, 'cmake', 'toolchains', toolchain);
-  const configure = ['--preset', 'prebuild', '-B', folder, '--toolchain', file];
+  const configure = ['--fresh', '--preset', 'prebuild', '-B', folder, '--toolchain', file];
   await cmake(configure, env, `Configuring for ${target}`);
   const build = ['--build', folder, '--parallel', JOBS, '--target', 'src/all'];
   await cmake(build, env, `Building for ${target}`);

@@ -30,6 +30,7 @@ set(SCRIVO_STAY_LOADED ON CACHE BOOL "")
 if(CMAKE_SYSTEM_NAME STREQUAL Darwin)
   # CMake's own settings come after this file, and this after them.
   set(CMAKE_PROJECT_INCLUDE "${CMAKE_CURRENT_LIST_DIR}/zig-macos.cmake")
+  string(APPEND CMAKE_MODULE_LINKER_FLAGS_INIT " -Wl,-x") # -s leaves local symbols there
 endif()
 
 # No warnings, of which the system headers alone cause thousands: the compilers that
