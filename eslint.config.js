@@ -21,7 +21,10 @@ module.exports = [
     rules: { strict: ['error', 'global'] },
   },
   { files: ['**/*.mjs'], languageOptions: { sourceType: 'module', globals: globals.node } },
-  { files: ['demo/public/**'], languageOptions: { globals: globals.browser } },
+  {
+    files: ['demo/public/**', 'examples/**/page.js'],
+    languageOptions: { globals: globals.browser },
+  },
   // Functions that the browser test evaluates run in the page.
   { files: ['test/browser/**'], languageOptions: { globals: globals.browser } },
 ];

@@ -2,7 +2,7 @@
 
 const path = require('node:path');
 
-const { loadNative } = require('./native.js');
+const { loadNative, root } = require('./native.js');
 
 const { initScrivo, optimizeAStroke } = loadNative('hello');
 
@@ -17,7 +17,7 @@ const FigureType = Object.freeze({
 
 const templates = Object.freeze(
   ['rectangle', 'triangle', 'isosceles_triangle', 'ellipse'].map((figure) =>
-    path.join(__dirname, '..', 'templates', `${figure}.template`),
+    path.join(root, 'templates', `${figure}.template`),
   ),
 );
 

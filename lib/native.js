@@ -3,8 +3,13 @@
 const fs = require('node:fs');
 const path = require('node:path');
 
-/** The checkout or the installed package. */
-const root = path.join(__dirname, '..');
+/**
+ * The checkout or the installed package. Desktop hosts keep JavaScript in an archive, such
+ * as app.asar, whose files native code cannot open: then it is the copy beside that, which
+ * must be there. The host itself would find the modules in the archive, but not the templates,
+ * and no closed figure would be recognised.
+ */
+const root = path.join(__dirname, '..').replace(/\.asar(?=[\\/])/, '.asar.unpacked');
 
 /**
  * Whether the C library is musl, for which separate files are built. Only glibc
@@ -66,4 +71,4 @@ function open(file) {
   }
 }
 
-module.exports = { findNative, loadNative };
+module.exports = { findNative, loadNative, root };

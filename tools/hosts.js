@@ -7,13 +7,14 @@
 //   npm run test:hosts -- node-18 deno    some hosts, by name
 //
 // Prints a table for docs/hosts.md. A host that cannot be started here is listed
-// as not run, with the reason; only a test that fails makes the whole fail.
+// as not run, with the reason; only a test that fails makes the whole fail. Hosts of
+// other systems need Debian packages: npm run setup -- hosts
 
 const { spawnSync } = require('node:child_process');
 const fs = require('node:fs');
 const path = require('node:path');
-const { EXCEPTIONS, HOSTS, TEST_FILES } = require('./support/hosts.js');
-const { hasPrebuilds, moduleNames, prebuiltFiles } = require('./support/modules.js');
+const { HOSTS, TEST_FILES } = require('./support/hosts.js');
+const { TARGETS, hasPrebuilds, moduleNames, prebuiltFiles } = require('./support/modules.js');
 const { installPackages } = require('./support/packages.js');
 const { ROOT, failure, heading, main } = require('./support/run.js');
 
@@ -56,8 +57,9 @@ function stage(target, modules) {
  * Runs one test file; its counts, with `failed` at least 1 when the host ended
  * badly. The output goes to a file: Wine knows no other descriptor of Node's.
  */
-function runFile(host, { command, env }, folder, file) {
-  const [program, ...args] = host.testCommand(command, path.posix.join('test/node', file));
+function runFile(host, { command, env, preload }, folder, file) {
+  const [program, ...first] = command;
+  const args = [...first, ...host.testArguments(`test/node/${file}`, preload)];
   const log = path.join(FOLDER, `${host.name}-${file}.log`);
   const descriptor = fs.openSync(log, 'w');
   const { error, status, signal } = spawnSync(program, args, {
@@ -81,13 +83,13 @@ async function testHost(host) {
   const modules = modulesFor(host.target);
   if (!modules) return { why: `not built: npm run prebuilds -- ${host.target}` };
   const missing = host.needs.filter((file) => !fs.existsSync(file));
-  if (missing.length > 0) return { why: `not there: ${missing.join(', ')}` };
+  if (missing.length > 0) return { why: `no ${missing.join(', ')}: npm run setup -- hosts` };
   await installPackages(FOLDER, { [host.name]: `${host.package}@${host.version}` });
   const program = path.join(FOLDER, 'node_modules', host.name, host.program);
-  const launch = host.launch(program, FOLDER);
+  const launch = host.launch(program, FOLDER, host.name);
   const folder = stage(host.target, modules);
   const sum = { passed: 0, failed: 0, skipped: 0 };
-  for (const file of TEST_FILES.filter((name) => !EXCEPTIONS[host.kind]?.[name])) {
+  for (const file of TEST_FILES) {
     const counts = runFile(host, launch, folder, file);
     for (const key of Object.keys(sum)) sum[key] += counts[key];
   }
@@ -100,6 +102,12 @@ function row(host, { why, passed, failed, skipped }) {
     : `${passed} passed, ${failed} failed, ${skipped} skipped`;
   return `| ${host.label} ${host.version} | \`${host.target}\` | ${host.how} | ${counts} |`;
 }
+
+/** Rows for what no host here can load. */
+const rowsOfTheRest = () =>
+  Object.keys(TARGETS)
+    .filter((target) => !HOSTS.some((host) => host.target === target))
+    .map((target) => `| none | \`${target}\` | - | ${hasPrebuilds(target) ? '' : 'not '}built |`);
 
 async function hostsMain(names) {
   const unknown = names.filter((name) => !HOSTS.some((host) => host.name === name));
@@ -117,6 +125,7 @@ async function hostsMain(names) {
   heading('Hosts');
   console.log('| host | binary | run | tests |\n| --- | --- | --- | --- |');
   for (const result of results) console.log(row(result.host, result));
+  rowsOfTheRest().forEach((line) => console.log(line));
   const sum = (key) => results.reduce((total, result) => total + (result[key] ?? 0), 0);
   console.log(`\n${sum('passed')} passed, ${sum('failed')} failed, ${sum('skipped')} skipped`);
   return sum('failed') > 0 || sum('passed') === 0 ? 1 : 0;

@@ -52,9 +52,9 @@ async function prettier({ fix }) {
 /** What is not built is neither tested nor checked: every C++ file must be part of a build. */
 async function lists() {
   const read = (name) => [name, fs.readFileSync(path.join(ROOT, name), 'utf8')];
-  const makefiles = sourceFiles(/(^|\/)CMakeLists\.txt$/);
+  const makefiles = sourceFiles(/(^|\/)CMakeLists\.txt$|\.cmake$/);
   const unbuilt = unbuiltFiles(new Map(cppFiles().map(read)), new Map(makefiles.map(read)));
-  for (const name of unbuilt) console.error(`${name}: named in no CMakeLists.txt, nor included`);
+  for (const name of unbuilt) console.error(`${name}: named in no file of CMake, nor included`);
   return unbuilt.length === 0 ? 0 : 1;
 }
 

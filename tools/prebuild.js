@@ -6,10 +6,10 @@
 //   npm run prebuilds                        all targets
 //   npm run prebuilds -- linux-x64-musl ...  some targets
 //
-// linux-x64 is built with g++. It asks for glibc 2.34 and the C++ library of GCC 11
-// (Debian 12, Ubuntu 22.04, RHEL 9). All others are built with Zig from npm, whose
-// C++ library goes into the module; on Linux these ask for glibc 2.28 or for musl.
-// The first build for a target takes minutes: that library is compiled too.
+// linux-x64 is built with g++. It asks for glibc 2.14 and the C++ library of GCC 5. All
+// others are built with Zig from npm, whose C++ library goes into the module; on Linux
+// these ask for glibc 2.17 or for musl. The first build for a target takes minutes: that
+// library is compiled too.
 
 const fs = require('node:fs');
 const os = require('node:os');
@@ -41,24 +41,22 @@ async function cmake(args, env, what) {
   if ((await run('cmake', args, { env })) !== 0) throw failure(`${what} failed.`);
 }
 
-const withZig = async (target) => ({
-  env: await zigFor(target),
-  options: ['--toolchain', path.join(ROOT, 'cmake', 'toolchains', 'zig.cmake')],
-});
+const withZig = async (target) => ({ toolchain: 'zig.cmake', env: await zigFor(target) });
 
 function withGcc(target) {
   if (`${os.platform()}-${os.arch()}` !== target) {
     throw failure(`prebuild: ${target} can be built on such a system only.`);
   }
-  return { env: { CXX: 'g++' }, options: ['-DCMAKE_MODULE_LINKER_FLAGS=-s'] };
+  return { toolchain: 'old-linux.cmake', env: {} };
 }
 
 /** Builds the modules for one target and puts them into prebuilds/. */
 async function prebuild(target) {
-  const { env, options } = await (TARGETS[target] ? withZig(target) : withGcc(target));
+  const { toolchain, env } = await (TARGETS[target] ? withZig(target) : withGcc(target));
   const folder = path.join(ROOT, 'build', 'prebuild', target);
   heading(`Prebuild: ${target}`);
-  const configure = ['--preset', 'prebuild', '-B', folder, ...options];
+  const file = path.join(ROOT, 'cmake', 'toolchains', toolchain);
+  const configure = ['--fresh', '--preset', 'prebuild', '-B', folder, '--toolchain', file];
   await cmake(configure, env, `Configuring for ${target}`);
   const build = ['--build', folder, '--parallel', JOBS, '--target', 'src/all'];
   await cmake(build, env, `Building for ${target}`);

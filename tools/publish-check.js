@@ -5,7 +5,7 @@
 
 const fs = require('node:fs');
 const path = require('node:path');
-const { TARGETS, hasPrebuilds, prebuiltFiles } = require('./support/modules.js');
+const { TARGETS, hasPrebuilds, prebuiltFiles, targetOf } = require('./support/modules.js');
 const { ROOT, capture, heading, main, nodeTool, run } = require('./support/run.js');
 
 const MAX_PACKED_BYTES = 10e6;
@@ -39,19 +39,34 @@ function oldPrebuilds() {
     .map((name) => `prebuilds/${name} is older than the sources: npm run prebuilds`);
 }
 
-/** The newest glibc that the Linux files may ask for: what docs/hosts.md promises. */
-const NEWEST_GLIBC = { 'linux-x64': 34, 'linux-arm64': 28 };
+/** Paths of the prebuilt files of some targets that are there. */
+const builtFor = (targets) => targets.flatMap(prebuiltFiles).filter((file) => fs.existsSync(file));
 
-function glibc() {
-  const symbols = (file) => capture('objdump', ['-T', file]);
-  return Object.entries(NEWEST_GLIBC).flatMap(([target, newest]) =>
-    prebuiltFiles(target)
-      .filter((file) => fs.existsSync(file))
-      .map((file) => [path.relative(ROOT, file), symbols(file)?.matchAll(/GLIBC_2\.(\d+)/g)])
-      .map(([name, found]) => [name, found && Math.max(...[...found].map(([, minor]) => minor))])
-      .filter(([, minor]) => minor === undefined || minor > newest)
-      .map(([name, minor]) => `${name} asks for glibc 2.${minor}, not 2.${newest}`),
-  );
+/** Complaints about files that are in the folder of another system, or no modules. */
+function systems() {
+  return builtFor(Object.keys(TARGETS)).flatMap((file) => {
+    const bytes = fs.readFileSync(file);
+    const name = path.relative(ROOT, file);
+    const [wanted, found] = [path.basename(path.dirname(file)), targetOf(bytes)];
+    if (found !== wanted) return [`${name} is for ${found ?? 'no system that is known'}`];
+    return bytes.includes('napi_register_module_v1') ? [] : [`${name} is no Node-API module`];
+  });
+}
+
+/** The newest versions that the files for glibc may ask for: what docs/hosts.md promises. */
+const NEWEST = { GLIBC_2: 17, 'GLIBCXX_3.4': 21 };
+
+function libraries() {
+  return builtFor(['linux-x64', 'linux-arm64']).flatMap((file) => {
+    const name = path.relative(ROOT, file);
+    const symbols = capture('objdump', ['-T', file]);
+    if (!symbols) return [`objdump could not read ${name}`];
+    const asked = (prefix) => [...symbols.matchAll(new RegExp(`\\b${prefix}\\.(\\d+)`, 'g'))];
+    return Object.entries(NEWEST)
+      .map(([prefix, newest]) => [prefix, newest, Math.max(...asked(prefix).map(([, n]) => n))])
+      .filter(([, newest, most]) => most > newest)
+      .map(([prefix, newest, most]) => `${name} asks for ${prefix}.${most}, not .${newest}`);
+  });
 }
 
 function licence() {
@@ -68,10 +83,38 @@ function cleanTree() {
     .map((line) => `not committed: ${line}`);
 }
 
+/** Complaints about what is in the archive: `tracked` by git, or `prebuilt` for a target. */
+function judgeContents(packed, tracked, prebuilt) {
+  const known = new Set([...tracked, ...prebuilt]);
+  const isOfTests = (name) => /(^|\/)(test|bench|demo|docs)\/|\.test\.|\.ndjson/.test(name);
+  const has = new Set(packed);
+  return [
+    ...packed.filter((name) => !known.has(name)).map((name) => `${name} is a stray file`),
+    ...packed.filter(isOfTests).map((name) => `${name} is no part of the package`),
+    ...prebuilt.filter((name) => !has.has(name)).map((name) => `${name} is missing`),
+  ];
+}
+
 function archive() {
-  const { size } = JSON.parse(capture('npm', ['pack', '--dry-run', '--json']) ?? '[{}]')[0];
-  console.log(`${(size / 1e6).toFixed(1)} MB packed`);
-  return size <= MAX_PACKED_BYTES ? [] : [`at most ${MAX_PACKED_BYTES / 1e6} MB were expected`];
+  const tracked = capture('git', ['ls-files', '-z'])?.split('\0');
+  const [packed] = JSON.parse(capture('npm', ['pack', '--dry-run', '--json']) ?? '[]');
+  if (!tracked || !packed) return ['git or `npm pack` does not answer'];
+  const names = packed.files.map((file) => file.path);
+  const prebuilt = Object.keys(TARGETS).flatMap(prebuiltFiles);
+  console.log(`${names.length} files, ${(packed.size / 1e6).toFixed(1)} MB packed`);
+  return [
+    ...judgeContents(
+      names,
+      tracked,
+      prebuilt.map((file) => path.relative(ROOT, file).replaceAll(path.sep, '/')),
+    ),
+    ...(packed.size > MAX_PACKED_BYTES ? [`at most ${MAX_PACKED_BYTES / 1e6} MB expected`] : []),
+  ];
+}
+
+/** The archive in an empty project: the tests of test/package. */
+async function installed() {
+  return (await run(process.execPath, ['tools/test.js', 'package'])) === 0 ? [] : ['see above'];
 }
 
 /** A check by a program that came with npm: its complaints are what it prints. */
@@ -82,12 +125,8 @@ async function byTool(name, script, ...args) {
 
 const publint = () => byTool('publint', 'src/cli.js', 'run', '--strict', '--pack', 'npm');
 
-/**
- * Whether types and code are found and agree. Without the way in which Node 10
- * and TypeScript before 4.7 looked for them: it knows no `exports`.
- */
-const types = () =>
-  byTool('@arethetypeswrong/cli', 'dist/index.js', '--pack', '.', '--profile', 'node16');
+/** Whether types and code are found and agree, in every way that TypeScript looks for them. */
+const types = () => byTool('@arethetypeswrong/cli', 'dist/index.js', '--pack', '.');
 
 const CHECKS = {
   versions: () => {
@@ -97,10 +136,12 @@ const CHECKS = {
   licence,
   'committed tree': cleanTree,
   prebuilds: () => [...missingPrebuilds(), ...oldPrebuilds()],
-  glibc,
+  systems,
+  libraries,
   archive,
   publint,
   types,
+  installed,
 };
 
 async function publishCheckMain() {
@@ -117,6 +158,6 @@ async function publishCheckMain() {
   return failed.length === 0 ? 0 : 1;
 }
 
-module.exports = { compareVersions };
+module.exports = { compareVersions, judgeContents };
 
 if (require.main === module) main(publishCheckMain);

@@ -5,6 +5,7 @@
 //
 //   node tools/setup.js          all that building, testing and linting need
 //   node tools/setup.js run      only what building and `npm start` need
+//   node tools/setup.js hosts    what `npm run test:hosts` needs besides: emulators
 
 const fs = require('node:fs');
 const path = require('node:path');
@@ -26,8 +27,18 @@ const PACKAGES = {
     'clang-tidy',
     'git', // the linters ask it for the files
   ],
+  // Each with what the hosts of its system ask for.
+  hosts: [
+    ...['qemu-user', 'libc6-arm64-cross', 'libstdc++6-arm64-cross'],
+    ...['musl:amd64', 'musl:arm64', 'g++-aarch64-linux-gnu'],
+    'wine64',
+  ],
 };
-const LEVELS = { run: PACKAGES.run, test: [...PACKAGES.run, ...PACKAGES.test] };
+const LEVELS = {
+  run: PACKAGES.run,
+  test: [...PACKAGES.run, ...PACKAGES.test],
+  hosts: [...PACKAGES.run, ...PACKAGES.hosts],
+};
 
 const OLDEST_NODE = 18;
 const TOOLS_NODE = 20;
@@ -100,15 +111,23 @@ function planSystemPackages({ wanted, installed, root, sudo }) {
   }
   const missing = wanted.filter((name) => !installed.has(name));
   if (missing.length === 0) return { missing, commands: [] };
+  const architectures = new Set(missing.flatMap((name) => name.split(':').slice(1)));
+  const enable = [...architectures].map((name) => ['dpkg', '--add-architecture', name]);
   if (!root && !sudo) {
+    const steps = [
+      ...enable,
+      ['apt-get', 'update'],
+      ['apt-get', 'install', '--no-install-recommends', ...missing],
+    ];
     const advice =
       `Missing system packages: ${missing.join(' ')}\nInstall them and start again:\n` +
-      `  sudo apt-get update && sudo apt-get install --no-install-recommends ${missing.join(' ')}`;
+      `  ${steps.map((step) => ['sudo', ...step].join(' ')).join(' && ')}`;
     return { missing, commands: [], advice };
   }
   const prefix = root ? [] : ['sudo', '-n'];
   const apt = ['env', 'DEBIAN_FRONTEND=noninteractive', 'apt-get', '-o', 'DPkg::Lock::Timeout=300'];
   const commands = [
+    ...enable.map((step) => [...prefix, ...step]),
     [...prefix, ...apt, 'update'],
     [...prefix, ...apt, 'install', '-y', '--no-install-recommends', ...missing],
   ];
@@ -131,9 +150,9 @@ async function installSystemPackages(wanted) {
   }
 }
 
-/** Everything for `level`: 'run' (build and demo) or 'test' (tests and linters too). */
+/** Everything for `level`: 'run' (build and demo), 'test' (and linters) or 'hosts'. */
 async function setup(level) {
-  heading(`Setup: what is needed to ${level}`);
+  heading(`Setup (${level})`);
   const { error, warning } = judgeNode(process.versions.node);
   if (error) throw failure(error);
   console.log(warning ?? `Node ${process.versions.node}`);
@@ -143,7 +162,7 @@ async function setup(level) {
 
 async function setupMain([level = 'test']) {
   if (!(level in LEVELS)) {
-    throw failure(`setup: unknown level "${level}", expected "run" or "test"`);
+    throw failure(`setup: unknown level "${level}", expected "run", "test" or "hosts"`);
   }
   await setup(level);
   return 0;

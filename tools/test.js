@@ -88,6 +88,7 @@ async function checks() {
 const SUITES = {
   release: () => ctest('release'),
   node: () => nodeTest('node'),
+  package: () => nodeTest('package'),
   browser: () => nodeTest('browser'),
   lint: checks,
   asan: () => ctest('asan'),

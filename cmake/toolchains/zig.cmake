@@ -30,9 +30,12 @@ set(SCRIVO_STAY_LOADED ON CACHE BOOL "")
 if(CMAKE_SYSTEM_NAME STREQUAL Darwin)
   # CMake's own settings come after this file, and this after them.
   set(CMAKE_PROJECT_INCLUDE "${CMAKE_CURRENT_LIST_DIR}/zig-macos.cmake")
-  # A question of style to the system's headers, thousands of times.
-  set(CMAKE_CXX_FLAGS_INIT -Wno-nullability-completeness)
+  string(APPEND CMAKE_MODULE_LINKER_FLAGS_INIT " -Wl,-x") # -s leaves local symbols there
 endif()
+
+# No warnings, of which the system headers alone cause thousands: the compilers that
+# the project is developed with are asked for them.
+set(CMAKE_CXX_FLAGS_INIT -w)
 
 # Where Debian and others put packages of headers alone, such as Eigen. Elsewhere:
 # set Eigen3_ROOT in the environment.

@@ -2,22 +2,13 @@
 
 const assert = require('node:assert/strict');
 const { after, before, beforeEach, describe, test } = require('node:test');
-const { chromium } = require('playwright-core');
 const { createServer, listen } = require('../../demo/server.js');
 const scrivo = require('../../lib');
+const { launchChromium } = require('./chromium.js');
 
 // Longer than the page takes to let ink turn into a figure.
 const ANIMATION_MS = 1200;
 const VIEW = { width: 1000, height: 700 };
-const CHROMIUM = process.env.SCRIVO_CHROMIUM ?? '/usr/bin/chromium';
-const FLAGS = [
-  '--disable-gpu',
-  '--disable-background-networking',
-  '--disable-component-update',
-  '--disable-sync',
-  '--no-first-run',
-  ...(process.getuid?.() === 0 ? ['--no-sandbox'] : []),
-];
 
 /** Points along a straight line, trembling by up to `tremor` pixels across it. */
 function shakyLine(from, to, tremor) {
@@ -58,7 +49,7 @@ describe('the drawing page', () => {
   before(async () => {
     scrivo.initScrivo(scrivo.templates);
     address = await listen(server, 0);
-    browser = await chromium.launch({ executablePath: CHROMIUM, args: FLAGS });
+    browser = await launchChromium();
   });
 
   after(async () => {

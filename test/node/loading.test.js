@@ -8,6 +8,7 @@ const { builtModule, runApart, skipIn } = require('./support.js');
 // What a host may do to a native module, each in a process of its own: once the
 // library is mapped, by whichever thread, later loads take another path.
 
+const notNode = { bun: "a flag of Node's", deno: "a flag of Node's" };
 const ANSWER = { path: [{ x: 1, y: 2, force: 0.5 }], type: 0 };
 
 /** Terminates a worker running `body`; what it left, and what calls give afterwards. */
@@ -79,6 +80,23 @@ describe('the native module', () => {
     });
     assert.deepEqual(answers, [ANSWER, ANSWER, ANSWER]);
   });
+});
+
+test('answers where no code may come from strings', { skip: skipIn(notNode) }, () => {
+  const found = runApart(
+    ({ hello, report }) => {
+      const native = require(hello);
+      let refused = false;
+      try {
+        eval('1');
+      } catch (error) {
+        refused = error instanceof EvalError;
+      }
+      report([refused, native.optimizeAStroke([{ x: 1, y: 2, force: 0.5 }], 1, 1, [])]);
+    },
+    { flags: ['--disallow-code-generation-from-strings'] },
+  );
+  assert.deepEqual(found, [true, ANSWER]);
 });
 
 describe('worker threads', () => {

@@ -42,7 +42,10 @@ describe('the package', () => {
 
 describe('finding the native module', () => {
   const made = [];
-  after(() => made.forEach((folder) => fs.rmSync(folder, { recursive: true })));
+  after(() => {
+    if (process.platform === 'win32') return; // where a loaded library cannot be deleted
+    made.forEach((folder) => fs.rmSync(folder, { recursive: true }));
+  });
 
   /** A copy of the package's JavaScript with these files: name to content, or BUILT. */
   function copyWith(files) {
@@ -108,6 +111,23 @@ describe('finding the native module', () => {
           return true;
         },
       );
+    }
+  });
+
+  test('takes the files beside the archive of a desktop host, and those alone', () => {
+    for (const archive of ['app.asar', 'app-arm64.asar']) {
+      const packed = `${archive}/node_modules/scrivo`;
+      const beside = `${archive}.unpacked/node_modules/scrivo`;
+      const { folder } = copyWith({
+        [`${beside}/${target(true)}/hello.node`]: BUILT,
+        [`${packed}/${target(true)}/hello.node`]: 'not seen by native code',
+      });
+      fs.cpSync(path.join(folder, 'lib'), path.join(folder, packed, 'lib'), { recursive: true });
+      const load = () => createRequire(path.join(folder, packed, 'x.js'))('./lib/index.js');
+      const { templates } = withLibrary(true, load);
+      for (const file of templates) {
+        assert.equal(path.dirname(file), path.join(folder, beside, 'templates'));
+      }
     }
   });
 

@@ -24,6 +24,15 @@ describe('setup', () => {
     assert.match(install, / install -y --no-install-recommends g\+\+ ninja-build$/);
   });
 
+  test('lets Debian know of a second processor where a package is for that', () => {
+    const facts = { wanted: ['cmake', 'musl:arm64'], installed: new Set(['cmake']) };
+    const { commands } = plan({ ...facts, root: true });
+    assert.equal(commands[0].join(' '), 'dpkg --add-architecture arm64');
+    assert.equal(commands.length, 3);
+    assert.match(plan(facts).advice, /sudo dpkg --add-architecture arm64 && sudo apt-get update/);
+    assert.deepEqual(plan({ ...facts, installed: new Set(facts.wanted) }).commands, []);
+  });
+
   test('goes through sudo where it asks for no password', () => {
     const { commands } = plan({ installed: new Set(), sudo: true });
     assert.deepEqual(

