@@ -7,7 +7,6 @@ const path = require('node:path');
 const { PassThrough } = require('node:stream');
 const { after, before, describe, it } = require('node:test');
 const fc = require('fast-check');
-const { readLines } = require('../../lib/cli/input.js');
 const { createProgress } = require('../../lib/cli/progress.js');
 const { formatTable } = require('../../lib/cli/report.js');
 const { strokeSheet } = require('../../lib/cli/sheet.js');
@@ -117,44 +116,6 @@ describe('sheet of strokes', () => {
 
   it('escapes what would end a text or an attribute', () => {
     assert.equal(escapeText('<a href="x">&'), '&lt;a href=&quot;x&quot;&gt;&amp;');
-  });
-});
-
-describe('lines of an input', () => {
-  async function linesOf(content) {
-    const file = path.join(folder, 'lines');
-    fs.writeFileSync(file, content);
-    const lines = [];
-    let bytes = 0;
-    const onBytes = (count) => {
-      bytes += count;
-    };
-    for await (const { number, text } of readLines(file, { onBytes })) lines.push([number, text]);
-    assert.equal(bytes, Buffer.byteLength(content));
-    return lines;
-  }
-
-  it('end at line feeds alone, the last one with or without', async () => {
-    assert.deepEqual(await linesOf('a\nb'), [
-      [1, 'a'],
-      [2, 'b'],
-    ]);
-    assert.deepEqual(await linesOf('a\u2028b\n\nc\n'), [
-      [1, 'a\u2028b'],
-      [2, ''],
-      [3, 'c'],
-    ]);
-    assert.deepEqual(await linesOf(''), []);
-    assert.deepEqual(await linesOf('x'), [[1, 'x']]);
-  });
-
-  it('keep characters that a read cuts in two', async () => {
-    // Files are read in pieces of 64 KiB; every offset of a four-byte character is met.
-    for (const shift of [0, 1, 2, 3]) {
-      const line = `${'-'.repeat(shift)}${'\u{1F58B}'.repeat(40000)}`;
-      const [[, text]] = await linesOf(line);
-      assert.equal(text, line);
-    }
   });
 });
 

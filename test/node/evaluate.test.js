@@ -99,7 +99,7 @@ describe('evaluate', () => {
       ['{"family":"dot"}', /"points" is missing/],
       ['{"family":"dot","points":[]}', /"points" is empty/],
       ['{"family":"dot","points":[[1,2],[1,"2"]]}', /points\[1\] y must be .*, found "2"/],
-      ['{"family":"dot","points":[[1,2],{"x":1}]}', /points\[1\] must be \[x, y, force, time\]/],
+      ['{"family":"dot","points":[[1,2],3]}', /points\[1\] must be \[x, y, force, time\]/],
       ['{"family":"dot","points":[[1e999,2]]}', /points\[0\] x must be .*, found Infinity/],
       ['{"family":"dot","points":[[1,2,"hard"]]}', /points\[0\] force must be/],
     ];
@@ -126,7 +126,7 @@ describe('evaluate', () => {
     assert.equal(run.status, 1);
     assert.match(
       run.stderr,
-      /cut\.ndjson\.gz: reading failed after line \d+: unexpected end of file/,
+      /cut\.ndjson\.gz: reading failed: unexpected end of file, after line \d+/,
     );
     assert.ok(JSON.parse(run.stdout).strokes > 10);
   });

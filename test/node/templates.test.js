@@ -7,18 +7,22 @@ const os = require('node:os');
 const path = require('node:path');
 const { after, before, describe, it } = require('node:test');
 const { createEngine } = require('../../lib/cli/engines.js');
-const { gatesOf, normalise } = require('../../lib/cli/matching.js');
-const { lengthOf, polygon, roundCorners, trace, turnAt } = require('../../lib/cli/outlines.js');
+const { templateFiles } = require('../../lib/cli/learn/candidates.js');
+const { divideIntoFolds } = require('../../lib/cli/learn/folds.js');
+const { gatesOf, normalise } = require('../../lib/cli/learn/matching.js');
+const {
+  lengthOf,
+  polygon,
+  roundCorners,
+  trace,
+  turnAt,
+} = require('../../lib/cli/learn/outlines.js');
+const { createUniform } = require('../../lib/cli/learn/random.js');
+const { coverOf, prepareCandidates, selectCandidates } = require('../../lib/cli/learn/search.js');
+const { sampleParameters, templateOutline } = require('../../lib/cli/learn/template-outlines.js');
 const { boundingBox, placeStroke } = require('../../lib/cli/placement.js');
 const { TEMPLATE_FILES } = require('../../lib/cli/template-files.js');
-const { sampleParameters, templateOutline } = require('../../lib/cli/template-outlines.js');
-const {
-  coverOf,
-  prepareCandidates,
-  selectCandidates,
-} = require('../../lib/cli/template-search.js');
 const { FIGURES, HANDS, drawInk } = require('../../tools/ink/index.js');
-const { createRandom } = require('../../tools/ink/random.js');
 const { readParameters, writeTemplates } = require('../../tools/templates.js');
 
 const SHIPPED = path.join(__dirname, '..', '..', 'templates');
@@ -88,7 +92,7 @@ describe('template search', () => {
           const { placed, points } = inUnits(drawInk({ figure, seed, hand }));
           const { group } = gatesOf(points);
           if (group === 'all') continue; // the nearest decides, not only who is reached
-          const reached = coverOf(points, prepared).size > 0;
+          const reached = coverOf(points, prepared).candidates.length > 0;
           const { type } = engine.answer(placed);
           assert.equal(type === 6 || type === 7, reached, `${figure} ${seed}`);
           if (reached) assert.equal(type, group === 'polygons' ? 6 : 7);
@@ -102,7 +106,7 @@ describe('template search', () => {
   it('takes what adds most, stops at its price and shuns harm', () => {
     const stroke = (gain, cover) => ({
       gain,
-      cover: new Map(Object.entries(cover).map(([k, v]) => [Number(k), v])),
+      cover: { candidates: Object.keys(cover).map(Number), left: Object.values(cover) },
     });
     const strokes = [
       stroke(1, { 0: 9, 1: 9 }),
@@ -196,7 +200,7 @@ describe('outlines', () => {
   });
 
   it('of candidates repeat for a seed, have the asked size and a common form', () => {
-    const sample = () => sampleParameters(createRandom(3), 50);
+    const sample = () => sampleParameters(createUniform(3), 50);
     assert.deepEqual(sample(), sample());
     for (const parameters of sample()) {
       const outline = templateOutline(parameters);
