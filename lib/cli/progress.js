@@ -41,7 +41,7 @@ function createProgress({ totalBytes, stream = process.stderr, silentElsewhere =
       // The bar draws itself again below.
       readline.cursorTo(stream, 0);
       readline.clearLine(stream, 0);
-      stream.write(`${text}\n`);
+      stream.write(`${printable(text)}\n`);
     },
     finish: () => {},
     stop: () => bar.stop(),
@@ -52,10 +52,16 @@ function plainProgress(stream, silent) {
   return {
     advance: () => {},
     count: () => {},
-    log: (text) => stream.write(`${text}\n`),
+    log: (text) => stream.write(`${printable(text)}\n`),
     finish: (name, strokes) => silent || stream.write(`${name}: ${strokes} strokes\n`),
     stop: () => {},
   };
+}
+
+/** Messages quote the input, which must not steer the terminal. */
+function printable(text) {
+  // eslint-disable-next-line no-control-regex
+  return text.replace(/[\u0000-\u001f\u007f-\u009f]/g, '\ufffd');
 }
 
 module.exports = { createProgress };

@@ -1,14 +1,7 @@
 'use strict';
 
 const path = require('node:path');
-const {
-  parseCommandLine,
-  parseUnit,
-  positive,
-  print,
-  runCommand,
-  whole,
-} = require('./command.js');
+const { parseCommandLine, parseUnit, positive, print, runCommand, whole } = require('./command.js');
 const { checkInputs } = require('./input.js');
 const { defaultJobs } = require('./ink-options.js');
 const { learn } = require('./learn/learn.js');
