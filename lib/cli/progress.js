@@ -2,6 +2,7 @@
 
 const readline = require('node:readline');
 const { SingleBar, Presets } = require('cli-progress');
+const { onExit } = require('signal-exit');
 
 const SIZED = '{bar} {percentage} %  {strokes} strokes  {rate}/s  {eta_formatted} left';
 const UNSIZED = '{strokes} strokes  {rate}/s  {duration_formatted}';
@@ -31,6 +32,8 @@ function createProgress({ totalBytes, stream = process.stderr, silentElsewhere =
   );
   const start = process.hrtime.bigint();
   bar.start(totalBytes ?? 1, 0, { strokes: 0, rate: 0 });
+  // It changes how the terminal breaks lines, which has to be undone when the run is interrupted.
+  const forget = onExit(() => bar.stop());
   return {
     advance: (bytes) => totalBytes !== undefined && bar.increment(bytes),
     count(strokes) {
@@ -44,7 +47,10 @@ function createProgress({ totalBytes, stream = process.stderr, silentElsewhere =
       stream.write(`${printable(text)}\n`);
     },
     finish: () => {},
-    stop: () => bar.stop(),
+    stop() {
+      forget();
+      bar.stop();
+    },
   };
 }
 

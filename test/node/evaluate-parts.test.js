@@ -1,6 +1,7 @@
 'use strict';
 
 const assert = require('node:assert/strict');
+const { spawnSync } = require('node:child_process');
 const fs = require('node:fs');
 const os = require('node:os');
 const path = require('node:path');
@@ -130,6 +131,14 @@ describe('progress', () => {
     return { stream, text: () => text };
   }
 
+  /** Starts a bar on standard error as if it were a terminal, and does something. */
+  function runBar(then) {
+    const file = JSON.stringify(require.resolve('../../lib/cli/progress.js'));
+    const source = `process.stderr.isTTY = true;
+      require(${file}).createProgress({ totalBytes: 9 }); ${then}; setTimeout(() => {}, 5000)`;
+    return spawnSync(process.execPath, ['-e', source], { encoding: 'utf8' });
+  }
+
   function run(stream, totalBytes) {
     const progress = createProgress({ totalBytes, stream });
     progress.advance(50);
@@ -152,6 +161,13 @@ describe('progress', () => {
     run(pipe.stream, undefined);
     assert.match(pipe.text(), /3 strokes/);
     assert.doesNotMatch(pipe.text(), /%/);
+  });
+
+  it('leaves the terminal as it was when the run is interrupted', () => {
+    const { status, signal, stderr } = runBar(`process.kill(process.pid, 'SIGINT')`);
+    assert.deepEqual([status, signal], [null, 'SIGINT']);
+    const [off, on] = ['\u001b[?7l', '\u001b[?7h'].map((code) => stderr.lastIndexOf(code));
+    assert.ok(off >= 0 && on > off, JSON.stringify(stderr));
   });
 });
 
