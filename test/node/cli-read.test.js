@@ -2,15 +2,14 @@
 
 const assert = require('node:assert/strict');
 const fs = require('node:fs');
-const os = require('node:os');
 const path = require('node:path');
 const { after, describe, test } = require('node:test');
 const zlib = require('node:zlib');
 const { readInk } = require('../../lib/cli/read/ink.js');
 const { parseBlock, readBlocks } = require('../../lib/cli/read/ndjson.js');
+const { makeFolder } = require('./support/cli.js');
 
-const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'scrivo-read-'));
-after(() => fs.rmSync(folder, { recursive: true }));
+const folder = makeFolder(after);
 
 /** All that an input of this content holds; its name tells nothing. */
 async function read(content, options = {}) {

@@ -3,7 +3,6 @@
 const assert = require('node:assert/strict');
 const { spawnSync } = require('node:child_process');
 const fs = require('node:fs');
-const os = require('node:os');
 const path = require('node:path');
 const { after, before, describe, it } = require('node:test');
 const { createEngine } = require('../../lib/cli/engines.js');
@@ -34,12 +33,8 @@ function inUnits(stroke) {
 }
 
 describe('template files', () => {
-  let folder;
-  before(() => {
-    folder = fs.mkdtempSync(path.join(os.tmpdir(), 'scrivo-templates-'));
-    writeTemplates(folder, readParameters());
-  });
-  after(() => fs.rmSync(folder, { recursive: true }));
+  const folder = makeFolder(after);
+  before(() => writeTemplates(folder, readParameters()));
 
   it('are what their generator writes', () => {
     for (const file of TEMPLATE_FILES) {
@@ -271,8 +266,9 @@ describe('scrivo templates', () => {
 });
 
 describe('the search for the shipped parameters', () => {
+  const folder = makeFolder(after);
+
   it('chooses by labelled strokes and writes what it chose', () => {
-    const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'scrivo-search-'));
     const strokes = ['circle', 'ellipse', 'square', 'equilateral', 'pentagon', 'spiral'].flatMap(
       (figure) => [1, 2, 3, 4].map((seed) => JSON.stringify(drawInk({ figure, seed }))),
     );
@@ -284,27 +280,23 @@ describe('the search for the shipped parameters', () => {
     const options = ['--parameters', parameters, '--output', output, '--candidates', '40'];
     const run = (...args) =>
       spawnSync(process.execPath, [tool, ...options, ...args], { encoding: 'utf8' });
-    try {
-      const { status, stdout, stderr } = run('--search', train);
-      assert.equal(status, 0, stderr);
-      assert.match(stderr, /train\.ndjson:1: "points" is missing/);
-      assert.match(stdout, /^first +size +train triangles/m);
-      const { madeBy, templates } = JSON.parse(fs.readFileSync(parameters, 'utf8'));
-      assert.match(madeBy, /--candidates 40 --seed 1/);
-      // Each file gets an outline, even one that adds little.
-      for (const file of TEMPLATE_FILES) {
-        const figure = path.basename(file, '.template');
-        const chosen = templates.filter((each) => each.figure === figure).length;
-        const lines = fs.readFileSync(path.join(output, file), 'utf8').split('\n').length - 1;
-        assert.ok(chosen >= 1 && lines === chosen, `${file}: ${lines} of ${chosen}`);
-      }
-      assert.deepEqual(
-        [run('--search', train, '--harm', 'much'), run('--quick')].map((each) => each.status),
-        [2, 2],
-      );
-    } finally {
-      fs.rmSync(folder, { recursive: true });
+    const { status, stdout, stderr } = run('--search', train);
+    assert.equal(status, 0, stderr);
+    assert.match(stderr, /train\.ndjson:1: "points" is missing/);
+    assert.match(stdout, /^first +size +train triangles/m);
+    const { madeBy, templates } = JSON.parse(fs.readFileSync(parameters, 'utf8'));
+    assert.match(madeBy, /--candidates 40 --seed 1/);
+    // Each file gets an outline, even one that adds little.
+    for (const file of TEMPLATE_FILES) {
+      const figure = path.basename(file, '.template');
+      const chosen = templates.filter((each) => each.figure === figure).length;
+      const lines = fs.readFileSync(path.join(output, file), 'utf8').split('\n').length - 1;
+      assert.ok(chosen >= 1 && lines === chosen, `${file}: ${lines} of ${chosen}`);
     }
+    assert.deepEqual(
+      [run('--search', train, '--harm', 'much'), run('--quick')].map((each) => each.status),
+      [2, 2],
+    );
   });
 });
 
