@@ -5,19 +5,20 @@ const os = require('node:os');
 const path = require('node:path');
 const { parseArgs } = require('node:util');
 const { createEngine } = require('../lib/cli/engines.js');
-const { placeStroke } = require('../lib/cli/placement.js');
-const { formatTable } = require('../lib/cli/report.js');
-const { readLabelledStrokes } = require('../lib/cli/strokes.js');
-const { TEMPLATE_FILES } = require('../lib/cli/template-files.js');
+const { TEMPLATE_FIGURES, templateFiles } = require('../lib/cli/learn/candidates.js');
+const { createUniform } = require('../lib/cli/learn/random.js');
 const {
-  sampleParameters,
-  templateOutline,
-  templateText,
-} = require('../lib/cli/template-outlines.js');
-const { coverOf, prepareCandidates, selectCandidates } = require('../lib/cli/template-search.js');
+  coverOf,
+  prepareCandidates,
+  selectCandidates,
+  worth,
+} = require('../lib/cli/learn/search.js');
+const { sampleParameters, templateOutline } = require('../lib/cli/learn/template-outlines.js');
+const { placeStroke } = require('../lib/cli/placement.js');
+const { readLabelledStrokes } = require('../lib/cli/read/labelled.js');
+const { formatTable } = require('../lib/cli/report.js');
 const { UserError } = require('../lib/cli/user-error.js');
 const { FIGURES, HANDS, drawInk } = require('./ink/index.js');
-const { createRandom } = require('./ink/random.js');
 
 const USAGE = `Makes the template files from their parameters, or searches for parameters.
 
@@ -48,8 +49,6 @@ const OPTIONS = {
   help: { type: 'boolean', default: false },
 };
 
-const TEMPLATE_FIGURES = TEMPLATE_FILES.map((file) => path.basename(file, '.template'));
-
 // Scale at which strokes are looked at, as in the evaluation.
 const UNIT = 200;
 
@@ -66,12 +65,13 @@ const PRACTICE_HAND = { ...HANDS.ordinary, rate: 60 };
  */
 function writeTemplates(folder, templates) {
   fs.mkdirSync(folder, { recursive: true });
-  for (const figure of TEMPLATE_FIGURES) {
-    const outlines = templates
-      .filter((parameters) => parameters.figure === figure)
-      .map(templateOutline);
-    fs.writeFileSync(path.join(folder, `${figure}.template`), templateText(outlines));
+  for (const [name, text] of Object.entries(templateFiles(templates.map(toCandidate)))) {
+    fs.writeFileSync(path.join(folder, name), text);
   }
+}
+
+function toCandidate(parameters) {
+  return { figure: parameters.figure, outline: templateOutline(parameters) };
 }
 
 function readParameters(file = OPTIONS.parameters.default) {
@@ -80,10 +80,8 @@ function readParameters(file = OPTIONS.parameters.default) {
 
 async function search(options) {
   const settings = searchSettings(options);
-  const parameters = sampleParameters(createRandom(settings.seed), settings.candidates);
-  const prepared = prepareCandidates(
-    parameters.map((each) => ({ figure: each.figure, outline: templateOutline(each) })),
-  );
+  const parameters = sampleParameters(createUniform(settings.seed), settings.candidates);
+  const prepared = prepareCandidates(parameters.map(toCandidate));
   const train = await readCovered(options.search, prepared);
   const check = options.check ? await readCovered(options.check, prepared) : [];
   const practice = practiceStrokes().map((stroke) => covered(stroke, prepared));
@@ -118,8 +116,8 @@ function searchSettings(options) {
 /** Labelled strokes with the candidates that reach them. */
 async function readCovered(file, prepared) {
   const strokes = [];
-  const onWrongLine = (line, message) => process.stderr.write(`${file}:${line}: ${message}\n`);
-  for await (const stroke of readLabelledStrokes(file, { onWrongLine })) {
+  const on = { message: (text) => process.stderr.write(`${text}\n`), bytes: () => {} };
+  for await (const stroke of readLabelledStrokes([file], on, { skipped: 0, unread: [] })) {
     strokes.push(covered(stroke, prepared));
   }
   return strokes;
@@ -178,17 +176,10 @@ function choose(strokes, parameters, { harm, margin, price }) {
   return selectCandidates(weighted, { price, margin, groups: TEMPLATE_FIGURES.map(ofFigure) });
 }
 
-/** A polygon of too many corners comes back as drawn: no help to a figure, and no harm. */
-function worth(family, answer, harm) {
-  if (answer.type === 0) return 0;
-  if (answer.family === family) return 1;
-  return answer.family === 'polygon' && family !== 'none' ? 0 : -harm;
-}
-
 function measure(strokes, chosen) {
   const counts = { triangle: 0, quadrangle: 0, ellipse: 0, changed: 0 };
   for (const { family, before, after, cover } of strokes) {
-    const answer = chosen.some((i) => cover.has(i)) ? after : before;
+    const answer = cover.candidates.some((i) => chosen.includes(i)) ? after : before;
     if (family === 'none' && answer.type !== 0) counts.changed += 1;
     if (family !== 'none' && answer.family === family) counts[family] += 1;
   }

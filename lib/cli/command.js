@@ -1,31 +1,28 @@
 'use strict';
 
+const { parseArgs } = require('node:util');
+const { closest, distance } = require('fastest-levenshtein');
 const { UserError } = require('./user-error.js');
-const { runStrokes } = require('./run/stroke-run.js');
-const { ReaderGone } = require('./write/output-file.js');
+
+/** Whoever read our standard output has enough, as in `scrivo idealise ink.ndjson | head`. */
+class ReaderGone extends Error {}
+
+// Misspellings of more letters than this are other words.
+const TYPO = 3;
 
 /**
- * Runs a command on ink and reports on it.
+ * Runs a command and turns its failures into messages and exit codes.
  *
  * @param {string} name of the command
- * @param {() => import('./run/stroke-run.js').RunOptions|{help: true}} parse
- * @param {string} help
- * @param {{stdout?: NodeJS.WriteStream, stderr?: NodeJS.WriteStream}} [io]
- * @returns {Promise<number>} exit code: 0, 1 when something was left out, 2 when nothing was done
+ * @param {(io: {stdout: NodeJS.WritableStream, stderr: NodeJS.WritableStream}) =>
+ *   Promise<number>} body gives the exit code
+ * @param {{stdout?: NodeJS.WritableStream, stderr?: NodeJS.WritableStream}} [io]
+ * @returns {Promise<number>} exit code: that of the body, 0 when the reader of standard output has
+ *   gone, 2 for a failure
  */
-async function runInkCommand(name, parse, help, io = {}) {
-  const { stdout = process.stdout, stderr = process.stderr } = io;
+async function runCommand(name, body, { stdout = process.stdout, stderr = process.stderr } = {}) {
   try {
-    const options = parse();
-    if (options.help) {
-      stdout.write(help);
-      return 0;
-    }
-    const summary = await runStrokes(options, { stderr });
-    const isDataOnStdout = options.output === '-';
-    if (options.json) (isDataOnStdout ? stderr : stdout).write(`${JSON.stringify(summary)}\n`);
-    else if (stderr.isTTY) stderr.write(`${describeSummary(summary)}\n`);
-    return summary.skipped > 0 || summary.unread.length > 0 ? 1 : 0;
+    return await body({ stdout, stderr });
   } catch (error) {
     if (error instanceof ReaderGone) return 0;
     const message = error instanceof UserError ? error.message : error.stack;
@@ -34,20 +31,82 @@ async function runInkCommand(name, parse, help, io = {}) {
   }
 }
 
-function describeSummary({ strokes, figures, skipped, passed_over: passedOver, unread, seconds }) {
-  const seen = Object.entries(figures)
-    .filter(([figure]) => figure !== 'none')
-    .map(([figure, n]) => `${figure} ${n}`);
-  const asDrawn = figures.none ? [`as drawn ${figures.none}`] : [];
-  const notes = [
-    skipped > 0 && `${skipped} left out, see above`,
-    passedOver > 0 && `${passedOver} filled shapes passed over`,
-    unread.length > 0 && `not read to the end: ${unread.join(', ')}`,
-  ];
-  return [
-    `${strokes} strokes in ${seconds} s: ${[...seen, ...asDrawn].join(', ')}`,
-    ...notes.filter(Boolean),
-  ].join('\n');
+/** Writes a text and waits until it is out; says why when it cannot be. */
+async function print(stream, text) {
+  try {
+    await new Promise((resolve, reject) => {
+      stream.once('error', reject);
+      stream.write(text, (error) => (error ? reject(error) : resolve()));
+    });
+  } catch (error) {
+    throw writeFailure('standard output', error);
+  }
 }
 
-module.exports = { runInkCommand };
+/** The error to show when standard output, a pipe or a device cannot be written. */
+function writeFailure(name, error) {
+  if (error.code === 'EPIPE') return new ReaderGone();
+  return new UserError(`${name} cannot be written: ${error.message}`);
+}
+
+/**
+ * Reads a command line.
+ *
+ * @param {string} name of the command
+ * @param {string[]} args
+ * @param {object} options in the form of util.parseArgs
+ * @returns {{values: object, positionals: string[]}}
+ */
+function parseCommandLine(name, args, options) {
+  try {
+    return parseArgs({ args, options, allowPositionals: true });
+  } catch (error) {
+    const [, unknown] = /^Unknown option '--?([^']*)'/.exec(error.message) ?? [];
+    // What Node says beyond its first sentence is about arguments that begin with a dash.
+    const message = error.message.split('. ')[0];
+    const hint = unknown && suggest(`--${unknown}`, names(options));
+    throw new UserError(`${message}${hint ?? ''}\nscrivo ${name} --help lists the options`);
+  }
+}
+
+function names(options) {
+  return Object.keys(options).map((option) => `--${option}`);
+}
+
+/** A question to be put after a word that is not known, when one of the known is much like it. */
+function suggest(word, known) {
+  const nearest = closest(word, known);
+  return distance(word, nearest) <= TYPO ? ` - did you mean ${nearest}?` : undefined;
+}
+
+/** The value of an option that is a number above 0. */
+function positive(name, text) {
+  const value = Number(text);
+  if (text.trim() !== '' && value > 0 && Number.isFinite(value)) return value;
+  throw new UserError(`--${name} must be a positive number, found ${text}`);
+}
+
+/** The value of an option that is a whole number within bounds. */
+function whole(name, text, least, most = 1e3) {
+  const value = Number(text);
+  if (/^\d+$/.test(text) && value >= least && value <= most) return value;
+  throw new UserError(`--${name} must be a whole number from ${least} to ${most}, found ${text}`);
+}
+
+/** The value of --unit: what labelled strokes are scaled to, see placeStroke. */
+function parseUnit(text) {
+  if (text === 'natural') return text;
+  if (Number(text) > 0 && Number.isFinite(Number(text))) return Number(text);
+  throw new UserError(`--unit must be a positive number or natural, found ${text}`);
+}
+
+module.exports = {
+  parseCommandLine,
+  parseUnit,
+  positive,
+  print,
+  runCommand,
+  suggest,
+  whole,
+  writeFailure,
+};

@@ -1,7 +1,8 @@
 'use strict';
 
-const { runInkCommand } = require('./command.js');
-const { INK_OPTIONS, inkHelp, parseInkOptions, whole } = require('./ink-options.js');
+const { whole } = require('./command.js');
+const { runInkCommand } = require('./ink-command.js');
+const { INK_OPTIONS, inkHelp, parseInkOptions } = require('./ink-options.js');
 const { EXTENSIONS } = require('./write/formats.js');
 
 const HELP = `Turns strokes into the figures that were meant.

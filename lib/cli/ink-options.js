@@ -2,7 +2,7 @@
 
 const os = require('node:os');
 const path = require('node:path');
-const { parseArgs } = require('node:util');
+const { parseCommandLine, positive, whole } = require('./command.js');
 const { ENGINE_NAMES } = require('./engines.js');
 const { takeTemplates } = require('./template-files.js');
 const { UserError } = require('./user-error.js');
@@ -76,7 +76,7 @@ function defaultJobs() {
  * @returns {object} `help` alone, or the options of runStrokes and what else was given
  */
 function parseInkOptions(argv, { name, options, extensions }) {
-  const { values, positionals } = parse(argv, name, options);
+  const { values, positionals } = parseCommandLine(name, argv, options);
   if (values.help) return { help: true };
   const { width, height, jobs, scale, step } = values;
   const { files, templates } = takeTemplates(values.templates, positionals);
@@ -90,14 +90,6 @@ function parseInkOptions(argv, { name, options, extensions }) {
     step: positive('step', step),
     jobs: jobs === undefined ? defaultJobs() : whole('jobs', jobs, 1),
   };
-}
-
-function parse(args, name, options) {
-  try {
-    return parseArgs({ args, options, allowPositionals: true });
-  } catch (error) {
-    throw new UserError(`${error.message}\nscrivo ${name} --help lists the options.`);
-  }
 }
 
 /** Without a name it is a filter, unless that would wait for somebody to type ink. */
@@ -130,16 +122,4 @@ function areaOf(width, height) {
   return { x: 0, y: 0, width: positive('width', width), height: positive('height', height) };
 }
 
-function positive(name, text) {
-  const value = Number(text);
-  if (text.trim() !== '' && value > 0 && Number.isFinite(value)) return value;
-  throw new UserError(`--${name} must be a positive number, found ${text}`);
-}
-
-function whole(name, text, least, most = 1e3) {
-  const value = Number(text);
-  if (/^\d+$/.test(text) && value >= least && value <= most) return value;
-  throw new UserError(`--${name} must be a whole number from ${least} to ${most}, found ${text}`);
-}
-
-module.exports = { INK_OPTIONS, inkHelp, parseInkOptions, whole };
+module.exports = { INK_OPTIONS, defaultJobs, inkHelp, parseInkOptions };

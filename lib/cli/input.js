@@ -3,14 +3,9 @@
 const fs = require('node:fs');
 const { Readable, pipeline } = require('node:stream');
 const zlib = require('node:zlib');
-const { StringDecoder } = require('node:string_decoder');
 const { UserError } = require('./user-error.js');
 
 const STDIN = '-';
-
-// A stroke of a million points is about 30 MB of text. Beyond this a file is not
-// made of lines, and holding one would cost memory without bound.
-const MAX_LINE_LENGTH = 64 * 1024 * 1024;
 
 /** Name of an input for messages. */
 function displayName(path) {
@@ -50,33 +45,10 @@ function openFailure(path, error) {
   return `${path}: ${error.message}`;
 }
 
-/**
- * Reads a text input line by line, gzip or not (told by the first two bytes).
- *
- * Only a line feed ends a line: the separators U+2028 and U+2029 are legal inside JSON.
- *
- * @param {string} path file name, `-` for standard input
- * @param {object} [options]
- * @param {(count: number) => void} [options.onBytes] told the bytes taken from the input
- * @yields {{number: number, text: string|undefined}} lines counted from 1; text is undefined
- *   for a line too long to hold
- */
-async function* readLines(path, { onBytes = () => {} } = {}) {
-  let number = 0;
-  try {
-    for await (const text of splitLines(await openInput(path, onBytes))) {
-      number += 1;
-      yield { number, text };
-    }
-  } catch (error) {
-    throw readFailure(path, error, number > 0 ? ` after line ${number}` : '');
-  }
-}
-
 /** The error to show when an input breaks off: it is unreadable, or its gzip data is damaged. */
-function readFailure(path, error, where = '') {
+function readFailure(path, error) {
   if (error instanceof UserError) return error;
-  return new UserError(`${displayName(path)}: reading failed${where}: ${error.message}`);
+  return new UserError(`${displayName(path)}: reading failed: ${error.message}`);
 }
 
 /**
@@ -118,31 +90,10 @@ async function* chain(head, rest) {
   yield* rest;
 }
 
-async function* splitLines(stream) {
-  const decoder = new StringDecoder('utf8');
-  let pending = '';
-  let overlong = false;
-  for await (const chunk of stream) {
-    const pieces = decoder.write(chunk).split('\n');
-    const rest = pieces.pop();
-    for (const piece of pieces) {
-      yield overlong ? undefined : pending + piece;
-      pending = '';
-      overlong = false;
-    }
-    overlong ||= pending.length + rest.length > MAX_LINE_LENGTH;
-    pending = overlong ? '' : pending + rest;
-  }
-  pending += decoder.end();
-  if (overlong || pending !== '') yield overlong ? undefined : pending;
-}
-
 module.exports = {
-  MAX_LINE_LENGTH,
   STDIN,
   checkInputs,
   displayName,
   openInput,
   readFailure,
-  readLines,
 };

@@ -1,6 +1,7 @@
 'use strict';
 
 const { version } = require('../../package.json');
+const { print, runCommand, suggest } = require('./command.js');
 
 /** Commands by name; each loads what it needs only when it is called. */
 const COMMANDS = {
@@ -16,6 +17,10 @@ const COMMANDS = {
     what: 'score an engine on labelled strokes',
     run: (argv) => require('./evaluate.js').evaluateCommand(argv),
   },
+  templates: {
+    what: 'learn template files from labelled strokes',
+    run: (argv) => require('./templates.js').templatesCommand(argv),
+  },
 };
 
 const HELP = `usage: scrivo COMMAND [options] [FILE...]
@@ -28,6 +33,15 @@ ${Object.entries(COMMANDS)
   --version  the version of scrivo
 `;
 
+/** What is asked for in place of a command. */
+const TEXTS = {
+  '--version': `${version}\n`,
+  '-V': `${version}\n`,
+  '--help': HELP,
+  '-h': HELP,
+  help: HELP,
+};
+
 /** Spelt otherwise elsewhere. */
 const ALIASES = { idealize: 'idealise' };
 
@@ -37,18 +51,17 @@ const ALIASES = { idealize: 'idealise' };
  * @param {string[]} argv arguments after the program's name
  * @returns {Promise<number>} exit code
  */
-async function main([first, ...rest]) {
+async function main([first = '', ...rest]) {
   const name = ALIASES[first] ?? first;
-  if (Object.hasOwn(COMMANDS, name ?? '')) return COMMANDS[name].run(rest);
-  if (name === '--version' || name === '-V') {
-    process.stdout.write(`${version}\n`);
-    return 0;
+  if (Object.hasOwn(COMMANDS, name)) return COMMANDS[name].run(rest);
+  if (Object.hasOwn(TEXTS, name)) {
+    return runCommand(name, async ({ stdout }) => {
+      await print(stdout, TEXTS[name]);
+      return 0;
+    });
   }
-  if (name === '--help' || name === '-h' || name === 'help') {
-    process.stdout.write(HELP);
-    return 0;
-  }
-  const problem = name === undefined ? 'name a command' : `there is no command ${name}`;
+  const hint = suggest(name, Object.keys(COMMANDS)) ?? '';
+  const problem = name === '' ? 'name a command' : `there is no command ${name}${hint}`;
   process.stderr.write(`scrivo: ${problem}\n\n${HELP}`);
   return 2;
 }

@@ -22,7 +22,7 @@ const FILL = 0.8;
  *
  * Dots keep the size they were drawn in: a dot is told by its smallness.
  *
- * @param {import('./strokes.js').LabelledStroke} stroke
+ * @param {import('./read/labelled.js').LabelledStroke} stroke
  * @param {number|'natural'} unit length of the longer side afterwards; 'natural' keeps the size
  * @returns {PlacedStroke}
  */

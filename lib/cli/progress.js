@@ -2,6 +2,7 @@
 
 const readline = require('node:readline');
 const { SingleBar, Presets } = require('cli-progress');
+const { onExit } = require('signal-exit');
 
 const SIZED = '{bar} {percentage} %  {strokes} strokes  {rate}/s  {eta_formatted} left';
 const UNSIZED = '{strokes} strokes  {rate}/s  {duration_formatted}';
@@ -31,6 +32,8 @@ function createProgress({ totalBytes, stream = process.stderr, silentElsewhere =
   );
   const start = process.hrtime.bigint();
   bar.start(totalBytes ?? 1, 0, { strokes: 0, rate: 0 });
+  // It changes how the terminal breaks lines, which has to be undone when the run is interrupted.
+  const forget = onExit(() => bar.stop());
   return {
     advance: (bytes) => totalBytes !== undefined && bar.increment(bytes),
     count(strokes) {
@@ -41,10 +44,13 @@ function createProgress({ totalBytes, stream = process.stderr, silentElsewhere =
       // The bar draws itself again below.
       readline.cursorTo(stream, 0);
       readline.clearLine(stream, 0);
-      stream.write(`${text}\n`);
+      stream.write(`${printable(text)}\n`);
     },
     finish: () => {},
-    stop: () => bar.stop(),
+    stop() {
+      forget();
+      bar.stop();
+    },
   };
 }
 
@@ -52,10 +58,16 @@ function plainProgress(stream, silent) {
   return {
     advance: () => {},
     count: () => {},
-    log: (text) => stream.write(`${text}\n`),
+    log: (text) => stream.write(`${printable(text)}\n`),
     finish: (name, strokes) => silent || stream.write(`${name}: ${strokes} strokes\n`),
     stop: () => {},
   };
+}
+
+/** Messages quote the input, which must not steer the terminal. */
+function printable(text) {
+  // eslint-disable-next-line no-control-regex
+  return text.replace(/[\u0000-\u001f\u007f-\u009f]/g, '\ufffd');
 }
 
 module.exports = { createProgress };

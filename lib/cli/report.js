@@ -1,7 +1,7 @@
 'use strict';
 
 const { ANSWERS } = require('./score.js');
-const { FAMILIES, LABELLED_FAMILIES } = require('./strokes.js');
+const { FAMILIES, LABELLED_FAMILIES } = require('./families.js');
 
 /**
  * The figures of a run as text for people.

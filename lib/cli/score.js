@@ -1,7 +1,7 @@
 'use strict';
 
 const { createHistogram } = require('node:perf_hooks');
-const { FAMILIES, LABELLED_FAMILIES } = require('./strokes.js');
+const { FAMILIES, LABELLED_FAMILIES } = require('./families.js');
 
 const ANSWERS = [...FAMILIES, 'polygon', 'none'];
 
@@ -14,20 +14,21 @@ class Score {
   strokes = 0;
 
   /**
-   * @param {import('./strokes.js').LabelledStroke} stroke
+   * @param {import('./read/labelled.js').LabelledStroke} stroke
    * @param {import('./engines.js').Answer} answer
-   * @param {bigint} nanoseconds the engine took
+   * @param {bigint} [nanoseconds] the engine took
    * @returns {boolean} whether the answer is right
    */
   add({ family, label }, answer, nanoseconds) {
     this.strokes += 1;
-    this.#nanoseconds.record(nanoseconds > 0n ? nanoseconds : 1n);
+    if (nanoseconds !== undefined) this.#nanoseconds.record(nanoseconds > 0n ? nanoseconds : 1n);
     increment(this.#confusion.get(family), answer.family);
-    if (family !== 'none') return answer.family === family;
-    const changed = answer.type !== 0;
-    const counts = this.#negatives.get(label) ?? { n: 0, changed: 0 };
-    this.#negatives.set(label, { n: counts.n + 1, changed: counts.changed + (changed ? 1 : 0) });
-    return !changed;
+    const right = isRight(family, answer);
+    if (family === 'none') {
+      const { n, changed } = this.#negatives.get(label) ?? { n: 0, changed: 0 };
+      this.#negatives.set(label, { n: n + 1, changed: changed + (right ? 0 : 1) });
+    }
+    return right;
   }
 
   /** How often a stroke of `family` was answered with `answer`. */
@@ -66,6 +67,11 @@ class Score {
     const n = sum([...this.#confusion.get(family).values()]);
     return { n, right: this.count(family, family) };
   }
+}
+
+/** Whether an answer is right: the figure, or no change to what is none. */
+function isRight(family, { family: answered, type }) {
+  return family === 'none' ? type === 0 : answered === family;
 }
 
 function increment(counts, key) {

@@ -36,7 +36,7 @@ function resolveTemplates(names = [SHIPPED]) {
   const files = names.flatMap(expandDirectory);
   const taken = new Map();
   for (const file of files) {
-    const slot = SLOTS.find((name) => file.includes(name));
+    const slot = slotOf(file);
     if (!slot) throw new UserError(`${file}: the name contains none of ${SLOTS.join(', ')}`);
     if (taken.has(slot)) {
       throw new UserError(`${taken.get(slot)} and ${file} are both ${slot}: name one`);
@@ -74,4 +74,28 @@ function takeTemplates(templates, positionals) {
   };
 }
 
-module.exports = { TEMPLATE_FILES, resolveTemplates, takeTemplates };
+/** The kind of template file that the engine takes a path for, undefined for none. */
+function slotOf(file) {
+  return SLOTS.find((name) => file.includes(name));
+}
+
+/** The shipped outlines, with the figure that each stands for. */
+function readShipped() {
+  return TEMPLATE_FILES.flatMap((file) => {
+    const lines = fs.readFileSync(path.join(SHIPPED, file), 'utf8').trimEnd().split('\n');
+    return lines.map((line) => ({
+      figure: path.basename(file, '.template'),
+      outline: toPoints(line),
+    }));
+  });
+}
+
+function toPoints(line) {
+  const numbers = line.split(',').map(Number);
+  return Array.from({ length: numbers.length / 2 }, (_, i) => ({
+    x: numbers[2 * i],
+    y: numbers[2 * i + 1],
+  }));
+}
+
+module.exports = { TEMPLATE_FILES, readShipped, resolveTemplates, slotOf, takeTemplates };

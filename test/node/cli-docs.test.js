@@ -7,13 +7,16 @@ const path = require('node:path');
 const { after, describe, test } = require('node:test');
 const { PROGRAM, drawStrokes, makeFolder, parseLines, run, toNdjson } = require('./support/cli.js');
 
-const DOCUMENT = path.join(__dirname, '..', '..', 'docs', 'command-line.md');
+const DOCUMENTS = ['command-line.md', 'templates.md'];
 const STROKES = 120;
 
-/** Commands of the document, as they stand in its blocks. */
+/** Commands of the documents, as they stand in their blocks, but for those of a checkout. */
 function readExamples() {
-  const blocks = fs.readFileSync(DOCUMENT, 'utf8').matchAll(/^```sh\n([^]*?)^```$/gm);
-  return [...blocks].map(([, commands]) => commands);
+  const blocks = DOCUMENTS.flatMap((name) => {
+    const file = path.join(__dirname, '..', '..', 'docs', name);
+    return [...fs.readFileSync(file, 'utf8').matchAll(/^```sh\n([^]*?)^```$/gm)];
+  });
+  return blocks.map(([, commands]) => commands).filter((text) => !text.startsWith('npm '));
 }
 
 /** Why a test has to be skipped, or false. */
@@ -22,7 +25,7 @@ function skipUnless(program) {
   return !isInstalled && `${program} is not installed; tools/setup.js installs it on Debian`;
 }
 
-describe('the examples in docs/command-line.md', () => {
+describe('the examples of the documents', () => {
   const folder = makeFolder(after);
   const inFolder = (name) => path.join(folder, name);
   const strokes = drawStrokes(STROKES);
@@ -40,7 +43,7 @@ describe('the examples in docs/command-line.md', () => {
     spawnSync('bash', ['-euo', 'pipefail', '-c', commands], { cwd: folder, env, encoding: 'utf8' });
 
   const examples = readExamples();
-  assert.ok(examples.length >= 8, `found only ${examples.length} examples`);
+  assert.ok(examples.length >= 11, `found only ${examples.length} examples`);
   for (const commands of examples) {
     const needs = commands.split(' ', 1)[0];
     const skip = needs === 'parallel' && skipUnless(needs);

@@ -1,6 +1,8 @@
 'use strict';
 
 const assert = require('node:assert/strict');
+const { spawn } = require('node:child_process');
+const { once } = require('node:events');
 const fs = require('node:fs');
 const path = require('node:path');
 const { after, describe, test } = require('node:test');
@@ -9,7 +11,15 @@ const scrivo = require('../../lib/index.js');
 const { createEngine } = require('../../lib/cli/engines.js');
 const { INK_OPTIONS } = require('../../lib/cli/ink-options.js');
 const { mapOrdered } = require('../../lib/cli/run/map-ordered.js');
-const { drawStrokes, makeFolder, parseLines, run, start, toNdjson } = require('./support/cli.js');
+const {
+  PROGRAM,
+  drawStrokes,
+  makeFolder,
+  parseLines,
+  run,
+  start,
+  toNdjson,
+} = require('./support/cli.js');
 
 const folder = makeFolder(after);
 const inFolder = (name) => path.join(folder, name);
@@ -240,7 +250,10 @@ describe('wrong lines and inputs', () => {
     assert.equal(code, 1);
     const { strokes, unread, skipped } = JSON.parse(stdout);
     assert.deepEqual([unread, skipped], [['half.gz', 'picture'], 0]);
-    assert.match(stderr, /^half\.gz: reading failed: unexpected end of file\npicture: neither/);
+    assert.match(
+      stderr,
+      /^half\.gz: reading failed: unexpected end of file, after line \d+\npicture: neither/,
+    );
     const answers = parseLines(read('rest.ndjson'));
     assert.equal(answers.length, strokes);
     assert.ok(strokes > 50, `${strokes} strokes`);
@@ -279,10 +292,64 @@ describe('wrong lines and inputs', () => {
     assert.equal(read('taken.ndjson'), 'mine');
   });
 
+  test('a full or closed standard output is told by the exit code, never by a stack', async () => {
+    write('labelled.ndjson', '{"family":"dot","points":[[1,2]]}\n');
+    const commands = [
+      '--help',
+      'templates --help',
+      'idealise labelled.ndjson',
+      'idealise labelled.ndjson -o summed.ndjson --force --json',
+      'evaluate labelled.ndjson',
+    ];
+    const shell = async (line) => {
+      const child = spawn('bash', ['-c', line], { cwd: folder });
+      let text = '';
+      child.stderr.on('data', (chunk) => (text += chunk));
+      const [code] = await once(child, 'close');
+      return { code, text };
+    };
+    for (const command of commands) {
+      const program = `"${process.execPath}" "${PROGRAM}" ${command}`;
+      const full = await shell(`${program} > /dev/full`);
+      assert.equal(full.code, 2, full.text);
+      assert.match(full.text, /scrivo \S+: standard output cannot be written: ENOSPC[^\n]*\n$/);
+      const closed = await shell(`${program} | true; exit \${PIPESTATUS[0]}`);
+      assert.equal(closed.code, 0, closed.text);
+      assert.doesNotMatch(closed.text, /EPIPE/);
+      const mute = await shell(`${program} --no-such-option 2> /dev/full`);
+      assert.equal(mute.code, command === '--help' ? 0 : 2);
+    }
+  });
+
+  test('misspelt options and commands are guessed', async () => {
+    const cases = [
+      [['idealize-', 'a'], /there is no command idealize- - did you mean idealise\?/],
+      [['idealise', '--ouput', 'x'], /Unknown option '--ouput' - did you mean --output\?/],
+      [['render', '--pixel=9'], /did you mean --pixels\?/],
+      [
+        ['idealise', '--something-else'],
+        /Unknown option '--something-else'\nscrivo idealise --help/,
+      ],
+      [['idealise', '--force=yes'], /Option '--force' does not take an argument\n/],
+    ];
+    for (const [args, message] of cases) {
+      const { code, stderr } = await run(folder, args);
+      assert.equal(code, 2);
+      assert.match(stderr, message);
+    }
+  });
+
+  test('messages cannot steer the terminal', async () => {
+    const { stderr } = await idealise([], '{"points":"\\u001b[31m"}\n\u001b[2Jx\n');
+    assert.equal(stderr.split('\n').length, 3);
+    assert.ok(!stderr.includes('\u001b'));
+  });
+
   test('help and version go to standard output', async () => {
     const { version } = require('../../package.json');
     assert.equal((await run(folder, ['--version'])).stdout, `${version}\n`);
-    for (const args of [['--help'], ['idealise', '--help'], ['render', '-h']]) {
+    const commands = ['idealise', 'render', 'evaluate', 'templates'].map((name) => [name, '-h']);
+    for (const args of [['--help'], ...commands]) {
       const { code, stdout, stderr } = await run(folder, args);
       assert.deepEqual([code, stderr], [0, '']);
       assert.match(stdout, /usage: scrivo/);
@@ -309,6 +376,34 @@ describe('many strokes', () => {
     for (const { code, stdout, stderr } of others) {
       assert.deepEqual([code, stderr], [0, '']);
       assert.ok(stdout === alone.stdout, 'other answers than one thread gives');
+    }
+  });
+
+  test('a worker that is killed ends the run with a message and no output file', async () => {
+    const child = start(folder, ['idealise', '--snap', '-j', '2', '--format', 'svg']);
+    child.stdin.write(ink);
+    const list = `/proc/${child.pid}/task/${child.pid}/children`;
+    const workers = () => fs.readFileSync(list, 'utf8').split(' ').filter(Boolean);
+    while (workers().length === 0) await new Promise((resolve) => setTimeout(resolve, 5));
+    for (const worker of workers()) process.kill(Number(worker), 'SIGKILL');
+    child.stdin.end();
+    const { code, stdout, stderr } = await child.ended;
+    assert.deepEqual([code, stdout], [2, '']);
+    assert.match(
+      stderr,
+      /^scrivo idealise: a worker was ended by SIGKILL before its work was done/,
+    );
+  });
+
+  test('need no more memory than few', async () => {
+    // 48 MB; of all the strokes at once a heap of 32 MB could not even hold the text.
+    write('large.ndjson', ink.repeat(12));
+    assert.ok(fs.statSync(inFolder('large.ndjson')).size > 40e6);
+    for (const jobs of ['1', '2']) {
+      const args = ['idealise', 'large.ndjson', '-o', 'large.svg', '--force', '--jobs', jobs];
+      const flags = ['--max-old-space-size=32'];
+      const { code, stderr } = await start(folder, args, flags).ended;
+      assert.deepEqual([code, stderr], [0, '']);
     }
   });
 

@@ -2,15 +2,14 @@
 
 const assert = require('node:assert/strict');
 const fs = require('node:fs');
-const os = require('node:os');
 const path = require('node:path');
 const { after, describe, test } = require('node:test');
 const zlib = require('node:zlib');
 const { readInk } = require('../../lib/cli/read/ink.js');
 const { parseBlock, readBlocks } = require('../../lib/cli/read/ndjson.js');
+const { makeFolder } = require('./support/cli.js');
 
-const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'scrivo-read-'));
-after(() => fs.rmSync(folder, { recursive: true }));
+const folder = makeFolder(after);
 
 /** All that an input of this content holds; its name tells nothing. */
 async function read(content, options = {}) {
@@ -212,6 +211,29 @@ describe('InkML', () => {
     assert.equal(strokes[1].scale, undefined);
   });
 
+  test('colour and width of the brush that a trace, its group or its context refers to', async () => {
+    const brush = (id, color, width) =>
+      `<brush xml:id="${id}"><brushProperty name="color" value="${color}"/>` +
+      `<brushProperty name="width" value="${width}"/></brush>`;
+    const { strokes } = await read(
+      ink(
+        `<definitions>${brush('r', 'red', 3)}${brush('b', '#00f', 5)}` +
+          `<context xml:id="by" brushRef="#b"/><context xml:id="in">${brush('x', 'lime', 1)}` +
+          '</context></definitions><trace brushRef="#r">1 2</trace>' +
+          '<traceGroup brushRef="#b"><trace>1 2</trace><trace brushRef="#r">1 2</trace></traceGroup>' +
+          '<trace contextRef="#by">1 2</trace><trace contextRef="#in">1 2</trace><trace>1 2</trace>',
+      ),
+    );
+    const [red, blue] = [
+      { stroke: 'red', 'stroke-width': '3' },
+      { stroke: '#00f', 'stroke-width': '5' },
+    ];
+    assert.deepEqual(
+      strokes.map(({ fields }) => fields),
+      [red, blue, red, blue, { stroke: 'lime', 'stroke-width': '1' }, {}],
+    );
+  });
+
   test('optional channels, wrong traces and a document that breaks off', async () => {
     const content =
       '<traceFormat><channel name="X"/><channel name="Y"/><intermittentChannels>' +
@@ -286,6 +308,24 @@ describe('SVG', () => {
     assert.deepEqual(strokes[1].fields, { id: 'p', stroke: 'red', 'stroke-width': '3' });
   });
 
+  test('inner drawing areas, transforms of styles, lines', async () => {
+    const inner = (attributes) =>
+      `<svg x="10" y="20" width="40" height="20" ${attributes}><line x2="100" y2="100"/></svg>`;
+    const cases = [
+      ['', 10, 20, 110, 120],
+      ['viewBox="0 0 100 100"', 20, 20, 40, 40],
+      ['viewBox="-100 0 200 200" preserveAspectRatio="xMaxYMin"', 40, 20, 50, 30],
+      ['viewBox="0 0 100 100" preserveAspectRatio="none"', 10, 20, 50, 40],
+      ['viewBox="0 0 100 100" preserveAspectRatio="xMinYMin slice"', 10, 20, 50, 60],
+    ];
+    for (const [attributes, ...expected] of cases) {
+      const [points] = pointsOf(await read(svg(inner(attributes))));
+      assert.deepEqual(points.flat(), expected, attributes);
+    }
+    const turned = '<path style="transform: translate(3px,4px) scale(2)" d="M0 0L1 1"/>';
+    assert.deepEqual(pointsOf(await read(svg(turned))).flat(2), [3, 4, 5, 6]);
+  });
+
   test('curves and arcs are sampled at the step, in drawing units', async () => {
     const circle = '<path d="M200 100A100 100 0 0 1 0 100A100 100 0 0 1 200 100"/>';
     for (const [attributes, scale] of [
@@ -313,6 +353,7 @@ describe('SVG', () => {
       svg(
         [
           `<defs>${shape('')}</defs><g display="none">${shape('')}</g><text>a</text>`,
+          '<g visibility="hidden"><rect width="9" height="9"/></g><rect width="9" height="9"/>',
           shape('fill="black"'),
           shape('stroke="none"'),
           shape('fill="#fff" stroke="#000"'),
@@ -320,7 +361,7 @@ describe('SVG', () => {
       ),
     );
     assert.equal(strokes.length, 1);
-    assert.equal(passedOver.length, 2);
+    assert.equal(passedOver.length, 3);
   });
 
   test('drawing areas and lengths', async () => {
@@ -334,6 +375,23 @@ describe('SVG', () => {
     const sheet = { x: 0, y: 0, width: 96, height: 48 };
     assert.deepEqual(await areaOf('width="1in" height="48px"'), [sheet, 1]);
     assert.deepEqual(await areaOf('width="1em"'), [undefined, 1]);
+    assert.deepEqual(await areaOf('viewBox="a 0 9 9"'), [undefined, 1]);
+  });
+
+  test('coordinates without bounds are named, and cost no memory', async () => {
+    const { strokes, problems } = await read(
+      svg(
+        '<path d="M1e999 0L1 1"/>\n<path transform="scale(1e300)" d="M1e100 0L1 1"/>\n' +
+          '<path transform="turn(1)" d="M0 0L1 1"/><path d="M0 0C1e6 0 2e9 3e9 1 1"/>',
+      ),
+    );
+    assert.deepEqual(problems, [
+      '1: coordinates that are no finite numbers in "M1e999 0L1 1"',
+      '2: coordinates that are no finite numbers in "M1e100 0L1 1"',
+      '3: the transform "turn(1)" cannot be read',
+    ]);
+    assert.equal(strokes.length, 1);
+    assert.ok(strokes[0].points.length <= 10001);
   });
 
   test('wrong path data is named by its line; entities of drawing programs are known', async () => {
@@ -363,7 +421,7 @@ test('inputs of another kind and broken gzip data are named', async () => {
     ['<html><body/></html>', 0, /XML, but neither InkML nor SVG: its root element is <html>/],
     [packed.subarray(0, packed.length / 2), 1, /ink\.dat: reading failed: unexpected end of file/],
     ['', 0, undefined],
-    [' \n\n', 0, undefined],
+    [' \n'.repeat(2e6), 0, undefined],
   ];
   for (const [content, least, message] of cases) {
     const { strokes, problems, damage } = await read(content);

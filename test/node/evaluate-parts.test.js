@@ -1,24 +1,20 @@
 'use strict';
 
 const assert = require('node:assert/strict');
+const { spawnSync } = require('node:child_process');
 const fs = require('node:fs');
-const os = require('node:os');
 const path = require('node:path');
 const { PassThrough } = require('node:stream');
-const { after, before, describe, it } = require('node:test');
+const { after, describe, it } = require('node:test');
 const fc = require('fast-check');
-const { readLines } = require('../../lib/cli/input.js');
 const { createProgress } = require('../../lib/cli/progress.js');
 const { formatTable } = require('../../lib/cli/report.js');
 const { strokeSheet } = require('../../lib/cli/sheet.js');
-const { escapeText, pathData } = require('../../lib/cli/svg.js');
+const { pathData } = require('../../lib/cli/svg.js');
 const { TEMPLATE_FILES, resolveTemplates } = require('../../lib/cli/template-files.js');
+const { makeFolder } = require('./support/cli.js');
 
-let folder;
-before(() => {
-  folder = fs.mkdtempSync(path.join(os.tmpdir(), 'scrivo-parts-'));
-});
-after(() => fs.rmSync(folder, { recursive: true }));
+const folder = makeFolder(after);
 
 /** Absolute points of path data as pathData writes it. */
 function parsePath(data) {
@@ -98,7 +94,7 @@ describe('sheet of strokes', () => {
       { x: 0.5 + size, y: 0.5 + size / 2 },
     ];
     const cells = [1e-9, 0, 0.3, 5, 0.1, 0.2, 0.2, 0.2, 0.7].map((size, i) => ({
-      label: `<${i}>`,
+      label: `<${i}">`,
       answer: 'as drawn',
       source: 'a & b:1',
       drawn: drawn(size),
@@ -112,49 +108,7 @@ describe('sheet of strokes', () => {
     assert.equal(sheet.match(/class="a"/g).length, 1);
     assert.ok(!/NaN|Infinity|undefined/.test(sheet));
     assert.match(sheet, /<title>a &amp; b:1<\/title>/);
-    assert.match(sheet, />&lt;8&gt;</);
-  });
-
-  it('escapes what would end a text or an attribute', () => {
-    assert.equal(escapeText('<a href="x">&'), '&lt;a href=&quot;x&quot;&gt;&amp;');
-  });
-});
-
-describe('lines of an input', () => {
-  async function linesOf(content) {
-    const file = path.join(folder, 'lines');
-    fs.writeFileSync(file, content);
-    const lines = [];
-    let bytes = 0;
-    const onBytes = (count) => {
-      bytes += count;
-    };
-    for await (const { number, text } of readLines(file, { onBytes })) lines.push([number, text]);
-    assert.equal(bytes, Buffer.byteLength(content));
-    return lines;
-  }
-
-  it('end at line feeds alone, the last one with or without', async () => {
-    assert.deepEqual(await linesOf('a\nb'), [
-      [1, 'a'],
-      [2, 'b'],
-    ]);
-    assert.deepEqual(await linesOf('a\u2028b\n\nc\n'), [
-      [1, 'a\u2028b'],
-      [2, ''],
-      [3, 'c'],
-    ]);
-    assert.deepEqual(await linesOf(''), []);
-    assert.deepEqual(await linesOf('x'), [[1, 'x']]);
-  });
-
-  it('keep characters that a read cuts in two', async () => {
-    // Files are read in pieces of 64 KiB; every offset of a four-byte character is met.
-    for (const shift of [0, 1, 2, 3]) {
-      const line = `${'-'.repeat(shift)}${'\u{1F58B}'.repeat(40000)}`;
-      const [[, text]] = await linesOf(line);
-      assert.equal(text, line);
-    }
+    assert.match(sheet, />&lt;8&quot;&gt;</);
   });
 });
 
@@ -167,6 +121,14 @@ describe('progress', () => {
       text += chunk;
     });
     return { stream, text: () => text };
+  }
+
+  /** Starts a bar on standard error as if it were a terminal, and does something. */
+  function runBar(then) {
+    const file = JSON.stringify(require.resolve('../../lib/cli/progress.js'));
+    const source = `process.stderr.isTTY = true;
+      require(${file}).createProgress({ totalBytes: 9 }); ${then}; setTimeout(() => {}, 5000)`;
+    return spawnSync(process.execPath, ['-e', source], { encoding: 'utf8' });
   }
 
   function run(stream, totalBytes) {
@@ -192,6 +154,13 @@ describe('progress', () => {
     assert.match(pipe.text(), /3 strokes/);
     assert.doesNotMatch(pipe.text(), /%/);
   });
+
+  it('leaves the terminal as it was when the run is interrupted', () => {
+    const { status, signal, stderr } = runBar(`process.kill(process.pid, 'SIGINT')`);
+    assert.deepEqual([status, signal], [null, 'SIGINT']);
+    const [off, on] = ['\u001b[?7l', '\u001b[?7h'].map((code) => stderr.lastIndexOf(code));
+    assert.ok(off >= 0 && on > off, JSON.stringify(stderr));
+  });
 });
 
 describe('tables', () => {
@@ -210,7 +179,7 @@ describe('tables', () => {
 });
 
 describe('template arguments', () => {
-  it('are files, or a folder of which the four names are taken', () => {
+  it('are files, a folder of which the four names are taken, or the shipped ones', () => {
     const templates = path.join(folder, 'templates');
     fs.mkdirSync(templates);
     assert.throws(() => resolveTemplates([templates]), /holds none of rectangle\.template/);
@@ -225,13 +194,8 @@ describe('template arguments', () => {
     fs.writeFileSync(own, '0,0,1,1\n');
     assert.deepEqual(resolveTemplates([own]), [own]);
     assert.throws(() => resolveTemplates([templates, own]), /are both ellipse\.template: name one/);
-  });
-
-  it('are the shipped files when there are none', () => {
-    assert.deepEqual(
-      resolveTemplates().map((file) => path.basename(file)),
-      TEMPLATE_FILES,
-    );
     assert.deepEqual(resolveTemplates([]), []);
+    const shipped = resolveTemplates().map((file) => path.basename(file));
+    assert.deepEqual(shipped, TEMPLATE_FILES);
   });
 });

@@ -3,22 +3,25 @@
 const assert = require('node:assert/strict');
 const { spawnSync } = require('node:child_process');
 const fs = require('node:fs');
-const os = require('node:os');
 const path = require('node:path');
 const { after, before, describe, it } = require('node:test');
 const { createEngine } = require('../../lib/cli/engines.js');
-const { gatesOf, normalise } = require('../../lib/cli/matching.js');
-const { lengthOf, polygon, roundCorners, trace, turnAt } = require('../../lib/cli/outlines.js');
+const { divideIntoFolds } = require('../../lib/cli/learn/folds.js');
+const { gatesOf, normalise } = require('../../lib/cli/learn/matching.js');
+const {
+  lengthOf,
+  polygon,
+  roundCorners,
+  trace,
+  turnAt,
+} = require('../../lib/cli/learn/outlines.js');
+const { createUniform } = require('../../lib/cli/learn/random.js');
+const { coverOf, prepareCandidates, selectCandidates } = require('../../lib/cli/learn/search.js');
+const { sampleParameters, templateOutline } = require('../../lib/cli/learn/template-outlines.js');
 const { boundingBox, placeStroke } = require('../../lib/cli/placement.js');
 const { TEMPLATE_FILES } = require('../../lib/cli/template-files.js');
-const { sampleParameters, templateOutline } = require('../../lib/cli/template-outlines.js');
-const {
-  coverOf,
-  prepareCandidates,
-  selectCandidates,
-} = require('../../lib/cli/template-search.js');
 const { FIGURES, HANDS, drawInk } = require('../../tools/ink/index.js');
-const { createRandom } = require('../../tools/ink/random.js');
+const { makeFolder, run, start, toNdjson } = require('./support/cli.js');
 const { readParameters, writeTemplates } = require('../../tools/templates.js');
 
 const SHIPPED = path.join(__dirname, '..', '..', 'templates');
@@ -30,12 +33,8 @@ function inUnits(stroke) {
 }
 
 describe('template files', () => {
-  let folder;
-  before(() => {
-    folder = fs.mkdtempSync(path.join(os.tmpdir(), 'scrivo-templates-'));
-    writeTemplates(folder, readParameters());
-  });
-  after(() => fs.rmSync(folder, { recursive: true }));
+  const folder = makeFolder(after);
+  before(() => writeTemplates(folder, readParameters()));
 
   it('are what their generator writes', () => {
     for (const file of TEMPLATE_FILES) {
@@ -88,7 +87,7 @@ describe('template search', () => {
           const { placed, points } = inUnits(drawInk({ figure, seed, hand }));
           const { group } = gatesOf(points);
           if (group === 'all') continue; // the nearest decides, not only who is reached
-          const reached = coverOf(points, prepared).size > 0;
+          const reached = coverOf(points, prepared).candidates.length > 0;
           const { type } = engine.answer(placed);
           assert.equal(type === 6 || type === 7, reached, `${figure} ${seed}`);
           if (reached) assert.equal(type, group === 'polygons' ? 6 : 7);
@@ -102,7 +101,7 @@ describe('template search', () => {
   it('takes what adds most, stops at its price and shuns harm', () => {
     const stroke = (gain, cover) => ({
       gain,
-      cover: new Map(Object.entries(cover).map(([k, v]) => [Number(k), v])),
+      cover: { candidates: Object.keys(cover).map(Number), left: Object.values(cover) },
     });
     const strokes = [
       stroke(1, { 0: 9, 1: 9 }),
@@ -129,8 +128,147 @@ describe('template search', () => {
     );
   });
 
-  it('learns from labelled strokes and writes what it chose', () => {
-    const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'scrivo-search-'));
+  it('holds out every stroke once, all of a writer together', () => {
+    const writers = ['a', 'a', 'a', 'b', undefined, 'c', 'b', undefined, 'd', 'd'];
+    const strokes = writers.map((writer) => ({ writer }));
+    const folds = divideIntoFolds(strokes, { byWriter: true, folds: 3, seed: 1 });
+    assert.deepEqual(folds.flat().sort(), [...strokes.keys()]);
+    assert.deepEqual(folds.map((fold) => fold.length).sort(), [3, 3, 4]);
+    for (const writer of ['a', 'b', 'c', 'd']) {
+      const its = folds.filter((fold) => fold.some((i) => writers[i] === writer));
+      assert.equal(its.length, 1, writer);
+    }
+    const alone = divideIntoFolds(strokes, { byWriter: false, folds: 50, seed: 1 });
+    assert.equal(alone.length, 10);
+    const other = divideIntoFolds(strokes, { byWriter: false, folds: 50, seed: 2 });
+    assert.notDeepEqual(other, alone);
+  });
+});
+
+describe('scrivo templates', () => {
+  const folder = makeFolder(after);
+  const inFolder = (...names) => path.join(folder, ...names);
+  const learn = (...args) => run(folder, ['templates', ...args, '--candidates', '60']);
+
+  /** Flat ellipses, four times as wide as high, that the shipped outlines pass over; and waves. */
+  function flatInk() {
+    const flat = Array.from({ length: 24 }, (_, seed) => {
+      const { points } = drawInk({ figure: 'circle', seed });
+      const [, y0] = points[0];
+      return {
+        family: 'ellipse',
+        writer: `w${seed % 6}`,
+        points: points.map(([x, y]) => [x, y0 + (y - y0) / 4]),
+      };
+    });
+    const waves = [1, 2, 3, 4, 5].map((seed) => drawInk({ figure: 'wave', seed }));
+    return [...flat, ...waves];
+  }
+
+  before(() => fs.writeFileSync(inFolder('ink.ndjson'), toNdjson(flatInk())));
+
+  it('adds outlines, says what they gain on held-out strokes, and writes them', async () => {
+    const made = await learn('ink.ndjson', '-o', 'mine', '--json', '-j', '2');
+    assert.deepEqual([made.code, made.stderr], [0, '']);
+    const summary = JSON.parse(made.stdout);
+    assert.deepEqual(summary.held_out, { by: 'writer', folds: 5 });
+    const { none, shipped, learnt, every } = summary.templates;
+    assert.equal(none.families.ellipse.right, 0);
+    assert.deepEqual([none.outlines, shipped.outlines], [[0], [16]]);
+    const right = [shipped, learnt, every].map(({ families }) => families.ellipse.right);
+    assert.ok(right[1] > right[0] && right[2] >= right[1], `right: ${right}`);
+    assert.equal(summary.gain, right[1] - right[0]);
+    assert.equal(summary.better, summary.gain);
+
+    // The engine takes the files, and they do what was foreseen.
+    assert.deepEqual(fs.readdirSync(inFolder('mine')).sort(), [...TEMPLATE_FILES].sort());
+    const { stdout } = await run(folder, [
+      'evaluate',
+      'ink.ndjson',
+      '--json',
+      '--templates',
+      'mine',
+    ]);
+    assert.ok(JSON.parse(stdout).families.ellipse.right >= right[1]);
+    for (const file of TEMPLATE_FILES) {
+      const [shippedText, text] = [path.join(SHIPPED, file), inFolder('mine', file)].map((name) =>
+        fs.readFileSync(name, 'utf8'),
+      );
+      assert.ok(text.startsWith(shippedText), `${file} keeps the shipped outlines`);
+    }
+
+    const alone = await learn('ink.ndjson', '--from-scratch', '--by', 'stroke', '-j', '1');
+    assert.equal(alone.code, 0);
+    assert.match(alone.stdout, /^29 strokes; each of 5 parts, by stroke/);
+    assert.match(alone.stdout, /^learnt +\d(-\d)? +\d+ +0$/m);
+    assert.match(
+      alone.stdout,
+      /Against the shipped templates: \d+ strokes answered better, \d+ worse; at --harm 2\.5 /,
+    );
+    assert.match(alone.stdout, /not written \(-o FOLDER\)/);
+  });
+
+  it('replaces files only when told to, and leaves all else alone', async () => {
+    fs.mkdirSync(inFolder('own'));
+    for (const name of ['ellipse.template', 'notes.txt']) {
+      fs.writeFileSync(inFolder('own', name), 'mine');
+    }
+    const refused = await learn('ink.ndjson', '-o', 'own');
+    assert.equal(refused.code, 2);
+    assert.match(refused.stderr, /own is not empty; --force replaces the template files in it/);
+    assert.equal(fs.readFileSync(inFolder('own', 'ellipse.template'), 'utf8'), 'mine');
+    assert.equal((await learn('ink.ndjson', '-o', 'own', '--force')).code, 0);
+    assert.deepEqual(
+      fs.readdirSync(inFolder('own')).sort(),
+      [...TEMPLATE_FILES, 'notes.txt'].sort(),
+    );
+    assert.equal(fs.readFileSync(inFolder('own', 'notes.txt'), 'utf8'), 'mine');
+    assert.notEqual(fs.readFileSync(inFolder('own', 'ellipse.template'), 'utf8'), 'mine');
+  });
+
+  it('names wrong lines and refuses what it cannot do', async () => {
+    const wrong = toNdjson(flatInk().slice(0, 6)).replace('"writer"', '"author"');
+    fs.writeFileSync(inFolder('wrong.ndjson'), `{"family":"dot"}\n${wrong}`);
+    fs.writeFileSync(inFolder('lines.ndjson'), '{"family":"line","points":[[1,2],[3,4]]}\n');
+    const some = await learn('wrong.ndjson');
+    assert.equal(some.code, 1);
+    assert.equal(some.stderr, 'wrong.ndjson:1: "points" is missing\n');
+    assert.match(some.stdout, /1 lines skipped/);
+    const cases = [
+      [[], /name a file of labelled strokes/],
+      [['lines.ndjson'], /there is no triangle, quadrangle, ellipse among the strokes/],
+      [['ink.ndjson', '-o', 'ink.ndjson'], /ink\.ndjson is a file: name a folder/],
+      [['ink.ndjson', '-o', 'no/mine'], /no\/mine: there is no directory/],
+      [['ink.ndjson', '-o', 'my.ellipse.template'], /would take every file in it for ellipse/],
+      [['ink.ndjson', '--by', 'colour'], /--by must be writer or stroke, found colour/],
+      [['lines.ndjson', '--harm', 'much'], /--harm must be a positive number, found much/],
+      [['ink.ndjson', '--fold', '3'], /Unknown option '--fold' - did you mean --folds\?/],
+    ];
+    const before = fs.readdirSync(folder);
+    for (const [args, message] of cases) {
+      const { code, stdout, stderr } = await learn(...args);
+      assert.deepEqual([code, stdout], [2, ''], args.join(' '));
+      assert.match(stderr, message);
+    }
+    assert.deepEqual(fs.readdirSync(folder), before);
+  });
+
+  it('leaves nothing behind when it is interrupted', async () => {
+    const child = start(folder, ['templates', 'ink.ndjson', '-o', 'never', '--candidates', '9999']);
+    await new Promise((resolve) => setTimeout(resolve, 400));
+    child.kill('SIGINT');
+    assert.equal((await child.ended).signal, 'SIGINT');
+    assert.deepEqual(
+      fs.readdirSync(folder).filter((name) => name.includes('never')),
+      [],
+    );
+  });
+});
+
+describe('the search for the shipped parameters', () => {
+  const folder = makeFolder(after);
+
+  it('chooses by labelled strokes and writes what it chose', () => {
     const strokes = ['circle', 'ellipse', 'square', 'equilateral', 'pentagon', 'spiral'].flatMap(
       (figure) => [1, 2, 3, 4].map((seed) => JSON.stringify(drawInk({ figure, seed }))),
     );
@@ -142,27 +280,23 @@ describe('template search', () => {
     const options = ['--parameters', parameters, '--output', output, '--candidates', '40'];
     const run = (...args) =>
       spawnSync(process.execPath, [tool, ...options, ...args], { encoding: 'utf8' });
-    try {
-      const { status, stdout, stderr } = run('--search', train);
-      assert.equal(status, 0, stderr);
-      assert.match(stderr, /train\.ndjson:1: "points" is missing/);
-      assert.match(stdout, /^first +size +train triangles/m);
-      const { madeBy, templates } = JSON.parse(fs.readFileSync(parameters, 'utf8'));
-      assert.match(madeBy, /--candidates 40 --seed 1/);
-      // Each file gets an outline, even one that adds little.
-      for (const file of TEMPLATE_FILES) {
-        const figure = path.basename(file, '.template');
-        const chosen = templates.filter((each) => each.figure === figure).length;
-        const lines = fs.readFileSync(path.join(output, file), 'utf8').split('\n').length - 1;
-        assert.ok(chosen >= 1 && lines === chosen, `${file}: ${lines} of ${chosen}`);
-      }
-      assert.deepEqual(
-        [run('--search', train, '--harm', 'much'), run('--quick')].map((each) => each.status),
-        [2, 2],
-      );
-    } finally {
-      fs.rmSync(folder, { recursive: true });
+    const { status, stdout, stderr } = run('--search', train);
+    assert.equal(status, 0, stderr);
+    assert.match(stderr, /train\.ndjson:1: "points" is missing/);
+    assert.match(stdout, /^first +size +train triangles/m);
+    const { madeBy, templates } = JSON.parse(fs.readFileSync(parameters, 'utf8'));
+    assert.match(madeBy, /--candidates 40 --seed 1/);
+    // Each file gets an outline, even one that adds little.
+    for (const file of TEMPLATE_FILES) {
+      const figure = path.basename(file, '.template');
+      const chosen = templates.filter((each) => each.figure === figure).length;
+      const lines = fs.readFileSync(path.join(output, file), 'utf8').split('\n').length - 1;
+      assert.ok(chosen >= 1 && lines === chosen, `${file}: ${lines} of ${chosen}`);
     }
+    assert.deepEqual(
+      [run('--search', train, '--harm', 'much'), run('--quick')].map((each) => each.status),
+      [2, 2],
+    );
   });
 });
 
@@ -196,7 +330,7 @@ describe('outlines', () => {
   });
 
   it('of candidates repeat for a seed, have the asked size and a common form', () => {
-    const sample = () => sampleParameters(createRandom(3), 50);
+    const sample = () => sampleParameters(createUniform(3), 50);
     assert.deepEqual(sample(), sample());
     for (const parameters of sample()) {
       const outline = templateOutline(parameters);

@@ -1,14 +1,7 @@
 'use strict';
 
-const {
-  ellipse,
-  polygon,
-  rotate,
-  skew,
-  spaceEvenly,
-  trace,
-  transform,
-} = require('../../lib/cli/outlines.js');
+const { ellipse, polygon, skew, trace, transform } = require('../../lib/cli/learn/outlines.js');
+const { rotate, spaceEvenly } = require('./outlines.js');
 
 /**
  * What a person has in mind before the hand adds its own: the way of the pen for one figure, as

@@ -1,6 +1,7 @@
 'use strict';
 
-const { drift, lengthOf, roundCorners, spaceEvenly } = require('../../lib/cli/outlines.js');
+const { lengthOf, roundCorners } = require('../../lib/cli/learn/outlines.js');
+const { drift, spaceEvenly } = require('./outlines.js');
 
 /**
  * How somebody draws, and what the device records of it. Lengths called a share are shares of

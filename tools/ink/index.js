@@ -1,6 +1,6 @@
 'use strict';
 
-const { transform } = require('../../lib/cli/outlines.js');
+const { transform } = require('../../lib/cli/learn/outlines.js');
 const { FIGURES } = require('./figures.js');
 const { HANDS, drawWay, tap } = require('./hand.js');
 const { createRandom } = require('./random.js');

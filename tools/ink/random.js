@@ -1,7 +1,6 @@
 'use strict';
 
-const { uniformFloat64 } = require('pure-rand/distribution/uniformFloat64');
-const { xoroshiro128plus } = require('pure-rand/generator/xoroshiro128plus');
+const { createUniform } = require('../../lib/cli/learn/random.js');
 
 /**
  * A source of random numbers that repeats itself for a seed on every machine.
@@ -9,11 +8,7 @@ const { xoroshiro128plus } = require('pure-rand/generator/xoroshiro128plus');
  * @param {number} seed an integer
  */
 function createRandom(seed) {
-  const generator = xoroshiro128plus(seed);
-  // Seeds that differ in few bits begin alike.
-  for (let i = 0; i < 16; i += 1) uniformFloat64(generator);
-
-  const uniform = (low = 0, high = 1) => low + (high - low) * uniformFloat64(generator);
+  const uniform = createUniform(seed);
   return {
     /** Evenly between two bounds. */
     uniform,

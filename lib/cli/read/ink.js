@@ -5,6 +5,9 @@ const { UserError } = require('../user-error.js');
 const { readBlocks } = require('./ndjson.js');
 const { readXml } = require('./xml.js');
 
+// White space beyond this is no indentation of a document.
+const MOST_SPACE = 1 << 20;
+
 const LESS_THAN = '<'.charCodeAt(0);
 
 /**
@@ -39,7 +42,8 @@ async function takeHead(chunks) {
     const { value, done } = await chunks.next();
     if (done) return head;
     head = head.length === 0 ? value : Buffer.concat([head, value]);
-    if (head.length >= 4 && head.toString('latin1').trim() !== '') return head;
+    const isTold = head.length >= 4 && head.toString('latin1').trim() !== '';
+    if (isTold || head.length > MOST_SPACE) return head;
   }
 }
 

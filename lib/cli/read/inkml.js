@@ -20,13 +20,16 @@ function plainFormat() {
 /**
  * Collects the traces of an InkML document from its elements.
  *
- * A trace uses the format its context refers to, else the one declared last. Mappings and canvas
- * transforms are not applied.
+ * A trace uses the format its context refers to, else the one declared last, and has the colour
+ * and width of its brush. Mappings and canvas transforms are not applied.
  */
 class InkmlReader {
   constructor({ onStroke, onProblem, onPassedOver }) {
     Object.assign(this, { onStroke, onProblem, onPassedOver });
     this.formats = new Map();
+    /** Stroke attributes by the identifiers of brushes, and of contexts that refer to them. */
+    this.brushes = new Map();
+    this.brush = undefined;
     this.current = plainFormat();
     /** Open elements that a format is declared for, by their identifiers. */
     this.owners = [];
@@ -53,13 +56,23 @@ class InkmlReader {
   }
 
   formatOf(reference) {
-    return this.formats.get(reference?.replace(/^.*#/, '')) ?? this.current;
+    return this.formats.get(targetOf(reference)) ?? this.current;
   }
 
   pushOwner(attributes) {
     const reference = attributes.traceFormatRef ?? attributes.inkSourceRef ?? attributes.contextRef;
     this.owners.push(identifier(attributes));
     if (reference) this.useFormat(this.formatOf(reference));
+    const brush = this.brushOf(attributes.brushRef, attributes.contextRef);
+    if (brush) this.useBrush(brush);
+  }
+
+  brushOf(...references) {
+    return references.map((each) => this.brushes.get(targetOf(each))).find(Boolean);
+  }
+
+  useBrush(brush) {
+    for (const id of this.owners) if (id !== undefined) this.brushes.set(id, brush);
   }
 
   useFormat(format) {
@@ -68,7 +81,7 @@ class InkmlReader {
   }
 
   emitTrace() {
-    const { text, line, id, format } = this.trace;
+    const { text, line, id, format, brush } = this.trace;
     this.trace = undefined;
     const { points, problem } = decodeTrace(text, format);
     if (problem) {
@@ -76,7 +89,7 @@ class InkmlReader {
       return;
     }
     const annotations = this.groups.map((group) => group.annotations);
-    const fields = Object.assign({}, ...annotations, id !== undefined && { id });
+    const fields = Object.assign({ ...brush }, ...annotations, id !== undefined && { id });
     this.onStroke(line, { points, fields, ...(format.scale && { scale: format.scale }) });
   }
 }
@@ -107,18 +120,32 @@ const OPEN = {
     const scale = pixelsPer(units?.replace(/^1\//, '')) / Number(value);
     if (scale > 0 && Number.isFinite(scale)) this.current.scale = scale;
   },
-  traceGroup({ contextRef }) {
-    this.groups.push({ annotations: {}, contextRef });
+  brush(attributes) {
+    this.brush = {};
+    const id = identifier(attributes);
+    if (id !== undefined) this.brushes.set(id, this.brush);
+    this.useBrush(this.brush);
+  },
+  brushProperty({ name, value, units }) {
+    if (!this.brush || !value) return;
+    if (name === 'color') this.brush.stroke = value;
+    // Only a width in the unit of the coordinates is of use; those of others tell nothing here.
+    if (name === 'width' && !units && Number(value) > 0) this.brush['stroke-width'] = value;
+  },
+  traceGroup({ contextRef, brushRef }) {
+    this.groups.push({ annotations: {}, contextRef, brushRef });
   },
   annotation({ type }) {
     if (this.groups.length > 0 && type) this.annotation = { type, text: '' };
   },
   trace(attributes, line) {
     if (attributes.type === 'penUp') return;
-    const reference =
-      attributes.contextRef ?? this.groups.findLast((group) => group.contextRef)?.contextRef;
+    const inherited = (name) =>
+      attributes[name] ?? this.groups.findLast((group) => group[name])?.[name];
+    const [context, brush] = [inherited('contextRef'), inherited('brushRef')];
     const id = identifier(attributes);
-    this.trace = { text: '', line, id, format: this.formatOf(reference) };
+    const format = this.formatOf(context);
+    this.trace = { text: '', line, id, format, brush: this.brushOf(brush, context) };
   },
 };
 
@@ -135,6 +162,9 @@ const CLOSE = {
   traceGroup() {
     this.groups.pop();
   },
+  brush() {
+    this.brush = undefined;
+  },
   annotation() {
     if (!this.annotation) return;
     this.groups.at(-1).annotations[this.annotation.type] = this.annotation.text.trim();
@@ -144,6 +174,11 @@ const CLOSE = {
     if (this.trace) this.emitTrace();
   },
 };
+
+/** The identifier that a reference such as "#pen" names. */
+function targetOf(reference) {
+  return reference?.replace(/^.*#/, '');
+}
 
 function identifier(attributes) {
   return attributes['xml:id'] ?? attributes.id;

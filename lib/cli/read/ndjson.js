@@ -1,10 +1,12 @@
 'use strict';
 
-const { MAX_LINE_LENGTH } = require('../input.js');
-const { describe } = require('../strokes.js');
-const { readPoints } = require('./stroke-points.js');
+const { describe, readPoints } = require('./stroke-points.js');
 
 const LINE_FEED = 10;
+
+// A stroke of a million points is about 30 MB of text. Beyond this a file is not
+// made of lines, and holding one would cost memory without bound.
+const MAX_LINE_LENGTH = 64 * 1024 * 1024;
 
 /**
  * Cuts a text into blocks of whole lines, so that lines are looked at where strokes are worked

@@ -1,7 +1,5 @@
 'use strict';
 
-const { describe } = require('../strokes.js');
-
 const FIELDS = ['x', 'y', 'force', 'time'];
 const REQUIRED = 2;
 
@@ -60,4 +58,19 @@ function problemOfPoint(point) {
   return undefined;
 }
 
-module.exports = { readPoints };
+/** A value that was found where another was expected, for messages. */
+function describe(value) {
+  const kind = kindOf(value);
+  if (kind === 'array') return 'an array';
+  if (kind === 'object') return 'an object';
+  if (kind === 'undefined') return 'nothing';
+  const text = kind === 'string' ? JSON.stringify(value) : String(value);
+  return text.length > 40 ? `${text.slice(0, 40)}...` : text;
+}
+
+function kindOf(value) {
+  if (value === null) return 'null';
+  return Array.isArray(value) ? 'array' : typeof value;
+}
+
+module.exports = { describe, readPoints };

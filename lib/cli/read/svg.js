@@ -16,15 +16,27 @@ const KEPT = [
   'stroke-dasharray',
 ];
 
+/** Shapes that are drawn, yet by no pen whose way is known. */
+const OTHER_SHAPES = new Set(['rect', 'circle', 'ellipse', 'use']);
+
+// A curve of more is far larger than any drawing area; it is sampled more coarsely.
+const MOST_SAMPLES = 10000;
+
+const NUMBERS = String.raw`[-+.\deE,\s]*`;
+const TRANSFORMS = new RegExp(
+  `^(?:\\s*(?:matrix|translate|scale|rotate|skewX|skewY)\\s*\\(${NUMBERS}\\)[\\s,]*)*$`,
+);
+
 const PATH_DATA = {
   path: ({ d = '' }) => d,
   // The grammar of path data reads the numbers after the first two as lines.
   polyline: ({ points = '' }) => `M${points}`,
   polygon: ({ points = '' }) => `M${points}Z`,
+  line: ({ x1 = 0, y1 = 0, x2 = 0, y2 = 0 }) => `M${x1} ${y1}L${x2} ${y2}`,
 };
 
 /**
- * Collects the polylines, polygons and paths of an SVG document, each part of a path as a stroke
+ * Collects the lines, polylines, polygons and paths of an SVG document, each part of a path as a stroke
  * of its own, in the units of the document's own drawing area.
  *
  * Style sheets are not read. What is filled and has no outline is no ink and is passed over.
@@ -42,7 +54,9 @@ class SvgReader {
     if (this.levels.length === 0) this.readRoot(attributes);
     const level = this.nest(name, attributes);
     this.levels.push(level);
-    if (!Object.hasOwn(PATH_DATA, name) || level.hidden) return;
+    if (level.hidden) return;
+    if (OTHER_SHAPES.has(name)) this.onPassedOver(name);
+    if (!Object.hasOwn(PATH_DATA, name)) return;
     if (isOutlined(level.style)) this.emitPath(PATH_DATA[name](attributes), level, line);
     else this.onPassedOver('filled shape without an outline');
   }
@@ -54,14 +68,12 @@ class SvgReader {
   text() {}
 
   readRoot({ viewBox, width, height }) {
-    const [x, y, w, h] = (viewBox ?? '')
-      .trim()
-      .split(/[\s,]+/)
-      .map(Number);
     const pixels = toPixels(width);
-    if (w > 0 && h > 0) {
-      this.area = { x, y, width: w, height: h };
-      if (pixels && !this.hasGivenScale) this.scale = pixels / w;
+    const box = parseViewBox(viewBox);
+    if (box) {
+      this.area = box;
+      const scale = pixels / box.width;
+      if (scale > 0 && Number.isFinite(scale) && !this.hasGivenScale) this.scale = scale;
     } else if (pixels && toPixels(height)) {
       this.area = { x: 0, y: 0, width: pixels, height: toPixels(height) };
     }
@@ -75,10 +87,19 @@ class SvgReader {
     return {
       style,
       // The innermost transform is applied first.
-      transforms: own.transform ? [own.transform, ...outer.transforms] : outer.transforms,
-      hidden: outer.hidden || HIDING.has(name) || own.display === 'none',
+      transforms: [...this.transformsOf(name, own), ...outer.transforms],
+      hidden:
+        outer.hidden || HIDING.has(name) || own.display === 'none' || own.visibility === 'hidden',
       id: attributes.id,
     };
+  }
+
+  /** Those of an element itself, as it stands in its parent. */
+  transformsOf(name, { transform, ...own }) {
+    const viewport = name === 'svg' && this.levels.length > 0 ? viewportOf(own, this.area) : [];
+    if (!transform || transform === 'none') return viewport;
+    // Style sheets write units where attributes have none.
+    return [...viewport, transform.replace(/(?<=\d)(?:deg|px)\b/g, '')];
   }
 
   emitPath(data, { transforms, style, id }, line) {
@@ -87,14 +108,60 @@ class SvgReader {
       this.onProblem(line, `${path.err.replace(/^SvgPath: /, '')} in "${shorten(data)}"`);
       return;
     }
+    const wrong = transforms.find((transform) => !TRANSFORMS.test(transform));
+    if (wrong !== undefined) {
+      this.onProblem(line, `the transform "${shorten(wrong)}" cannot be read`);
+      return;
+    }
     for (const transform of transforms) path.transform(transform);
     const fields = { ...(id !== undefined && { id }) };
     for (const key of KEPT) if (style[key] !== undefined) fields[key] = style[key];
     for (const points of samplePath(path, this.step / this.scale)) {
+      if (!points.every((point) => point.every(Number.isFinite))) {
+        this.onProblem(line, `coordinates that are no finite numbers in "${shorten(data)}"`);
+        continue;
+      }
       const { area, scale } = this;
       this.onStroke(line, { points, fields, scale, ...(area && { area }) });
     }
   }
+}
+
+/** @returns {{x: number, y: number, width: number, height: number}|undefined} */
+function parseViewBox(text = '') {
+  const [x, y, width, height] = text
+    .trim()
+    .split(/[\s,]+/)
+    .map(Number);
+  const isBox = [x, y, width, height].every(Number.isFinite) && width > 0 && height > 0;
+  return isBox ? { x, y, width, height } : undefined;
+}
+
+const ALIGNMENT = { Min: 0, Mid: 0.5, Max: 1 };
+
+/** What an inner drawing area does to what is in it. */
+function viewportOf({ x, y, width, height, viewBox, preserveAspectRatio = '' }, outer) {
+  const place = `translate(${toLength(x) ?? 0} ${toLength(y) ?? 0})`;
+  const box = parseViewBox(viewBox);
+  const [w, h] = [toPixels(width) ?? outer?.width, toPixels(height) ?? outer?.height];
+  if (!box || !w || !h) return [place];
+  let [sx, sy] = [w / box.width, h / box.height];
+  const [, alignX = 'Mid', alignY = 'Mid'] =
+    /x(Min|Mid|Max)Y(Min|Mid|Max)/.exec(preserveAspectRatio) ?? [];
+  if (!/\bnone\b/.test(preserveAspectRatio)) {
+    sx = sy = /\bslice\b/.test(preserveAspectRatio) ? Math.max(sx, sy) : Math.min(sx, sy);
+  }
+  const left = (w - box.width * sx) * ALIGNMENT[alignX];
+  const top = (h - box.height * sy) * ALIGNMENT[alignY];
+  const inner = `translate(${left} ${top}) scale(${sx} ${sy}) translate(${-box.x} ${-box.y})`;
+  return [inner, place];
+}
+
+/** A length in user units, which may be below 0. */
+function toLength(text = '') {
+  const isNegative = text.trim().startsWith('-');
+  const size = toPixels(text.replace('-', ''));
+  return size && (isNegative ? -size : size);
 }
 
 /** A shape with a fill and no word of an outline is not drawn by a pen; one with neither may be. */
@@ -145,7 +212,7 @@ function sampleCurve(start, values, step) {
   for (let i = 1; i < controls.length; i += 1) {
     length += Math.hypot(controls[i][0] - controls[i - 1][0], controls[i][1] - controls[i - 1][1]);
   }
-  const n = Math.max(1, Math.ceil(length / step));
+  const n = Math.min(MOST_SAMPLES, Math.max(1, Math.ceil(length / step)) || 1);
   return Array.from({ length: n }, (_, i) => pointOnCurve(controls, (i + 1) / n));
 }
 

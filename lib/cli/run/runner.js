@@ -1,9 +1,8 @@
 'use strict';
 
 const path = require('node:path');
-const workerpool = require('workerpool');
 const { createEngine } = require('../engines.js');
-const { UserError } = require('../user-error.js');
+const { createPool } = require('./pool.js');
 const { createProcessor } = require('./processor.js');
 
 const WORKER = path.join(__dirname, 'worker.js');
@@ -23,35 +22,22 @@ const WORKER = path.join(__dirname, 'worker.js');
  *   close: () => Promise<void>}}
  */
 function createRunner(options, { jobs, writesToStdout }) {
-  if (options.snap && writesToStdout)
-    return createPool({ ...options, loads: true }, 'process', jobs);
+  if (options.snap && writesToStdout) {
+    const pool = createPool(
+      WORKER,
+      { ...options, loads: true },
+      { type: 'process', workers: jobs },
+    );
+    return { ...pool, run: (job) => pool.run(job) };
+  }
   if (jobs === 1) {
     const processJob = createProcessor({ ...options, loads: true });
     return { run: async (job) => processJob(job), close: async () => {} };
   }
   // Threads share the engine's templates: loaded before the first of them starts.
   createEngine(options.engine).load(options);
-  return createPool(options, 'thread', jobs);
-}
-
-function createPool(options, workerType, maxWorkers) {
-  const pool = workerpool.pool(WORKER, {
-    workerType,
-    maxWorkers,
-    emitStdStreams: workerType === 'process',
-    forkOpts: { serialization: 'advanced' },
-  });
-  return {
-    async run(job) {
-      const transfer = workerType === 'thread' && job.bytes ? [job.bytes.buffer] : [];
-      const result = await pool.exec('work', [options, job], { transfer });
-      if (result.failure) throw new UserError(result.failure);
-      return result;
-    },
-    async close() {
-      await pool.terminate(true);
-    },
-  };
+  const pool = createPool(WORKER, options, { workers: jobs });
+  return { ...pool, run: (job) => pool.run(job, job.bytes ? [job.bytes.buffer] : []) };
 }
 
 module.exports = { createRunner };

@@ -112,12 +112,13 @@ class Report {
   }
 
   add({ input, damage, passedOver, lines, figures, problems, box, area }) {
+    this.locate(input);
     if (damage) {
       this.unread.push(input);
-      this.progress.log(damage);
+      const { lines: before } = this.position;
+      this.progress.log(before > 0 ? `${damage}, after line ${before}` : damage);
       return;
     }
-    this.locate(input);
     for (const [line, problem] of problems) {
       this.progress.log(`${input}:${this.position.lines + line}: ${problem}`);
     }

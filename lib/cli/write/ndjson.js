@@ -11,7 +11,9 @@ function formatLine({ fields, points: drawn, asObjects, text }, answer, round) {
   if (isAsDrawn && text && fields.type === undefined && fields.figure === undefined) {
     return [`${text.slice(0, -1)},"type":${type},"figure":"${figure}"}\n`];
   }
-  const ideal = isAsDrawn ? (fields.points ?? drawn) : formatPoints(points, asObjects, round);
+  // Only a line of JSON has its points among its fields; of a document they may be a remark.
+  const own = text ? fields.points : drawn;
+  const ideal = isAsDrawn ? own : formatPoints(points, asObjects, round);
   return [`${JSON.stringify({ ...fields, points: ideal, type, figure })}\n`];
 }
 

@@ -7,13 +7,10 @@ const path = require('node:path');
 const zlib = require('node:zlib');
 const { finished, pipeline } = require('node:stream/promises');
 const { onExit } = require('signal-exit');
-const { checkOutput } = require('../output.js');
+const { writeFailure } = require('../command.js');
 const { UserError } = require('../user-error.js');
 
 const STDOUT = '-';
-
-/** Whoever read our standard output has enough, as in `scrivo idealise ink.ndjson | head`. */
-class ReaderGone extends Error {}
 
 /**
  * Checks an output before any work is done for it, and finds out what kind it is.
@@ -30,6 +27,20 @@ function inspectOutput(name, { force }) {
   checkOutput(name, { force });
   // A link stays one: what it leads to is replaced.
   return { name: status ? fs.realpathSync(name) : name, force, kind: 'file' };
+}
+
+/**
+ * Refuses an output that would overwrite a file, before any work is done for it.
+ *
+ * @param {string} file
+ * @param {{force: boolean}} options force allows overwriting
+ */
+function checkOutput(file, { force }) {
+  const directory = path.dirname(file);
+  if (!fs.existsSync(directory)) throw new UserError(`${file}: there is no directory ${directory}`);
+  const status = fs.statSync(file, { throwIfNoEntry: false });
+  if (status?.isDirectory()) throw new UserError(`${file} is a directory: name a file`);
+  if (status && !force) throw new UserError(`${file} exists; --force overwrites it`);
 }
 
 /**
@@ -91,9 +102,10 @@ class Output {
       await writing;
     } catch (error) {
       const cause = this.failure ?? error;
-      if (cause.code === 'EPIPE' && this.target.kind !== 'file') throw new ReaderGone();
-      const name = this.target.kind === 'stdout' ? 'standard output' : this.target.name;
-      throw new UserError(`${name} cannot be written: ${cause.message}`);
+      throw writeFailure(
+        this.target.kind === 'stdout' ? 'standard output' : this.target.name,
+        cause,
+      );
     }
   }
 }
@@ -186,4 +198,4 @@ class Spool {
   }
 }
 
-module.exports = { Output, ReaderGone, Spool, inspectOutput };
+module.exports = { Output, Spool, inspectOutput };

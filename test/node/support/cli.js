@@ -15,9 +15,9 @@ function makeFolder(after) {
   return folder;
 }
 
-/** Starts the program in a folder. */
-function start(folder, args) {
-  const child = spawn(process.execPath, [PROGRAM, ...args], { cwd: folder });
+/** Starts the program in a folder, with flags for Node. */
+function start(folder, args, flags = []) {
+  const child = spawn(process.execPath, [...flags, PROGRAM, ...args], { cwd: folder });
   // It may end before it has read everything.
   child.stdin.on('error', () => {});
   child.ended = new Promise((resolve) => {

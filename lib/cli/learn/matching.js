@@ -116,17 +116,11 @@ function gatesOf(points) {
 }
 
 /**
- * Whether a match at a distance is good enough to be an answer.
+ * The greatest mean distance to the best template at which a match is good enough to be an answer,
+ * 0 when none is.
  *
- * @param {number} distance mean distance to the best template
  * @param {number} share from gatesOf
  */
-function isAccepted(distance, share) {
-  const score = 1 - distance / HALF_DIAGONAL;
-  return (share < 0.66 || score < 0.83 ? share * score : score) >= 0.8;
-}
-
-/** The greatest distance that isAccepted lets pass, 0 when none does. */
 function reachOf(share) {
   const score = share < 0.66 ? 0.8 / share : Math.min(0.83, 0.8 / share);
   return Math.max(0, (1 - score) * HALF_DIAGONAL);
@@ -252,4 +246,4 @@ function meanDistance(path, outline) {
   return sum / POINTS;
 }
 
-module.exports = { createMatcher, gatesOf, isAccepted, normalise, reachOf };
+module.exports = { createMatcher, gatesOf, normalise, reachOf };

@@ -22,34 +22,43 @@ const { createMatcher, gatesOf, normalise, reachOf } = require('./matching.js');
 function prepareCandidates(candidates) {
   return candidates.map(({ figure, outline }) => ({
     group: figure === 'ellipse' ? 'ellipses' : 'polygons',
-    paths: [outline, [...outline].reverse()].map(normalise),
+    paths: [outline, [...outline].reverse()].map(normalise).filter(Boolean),
   }));
 }
 
 /**
+ * The candidates that reach a stroke, in arrays of numbers: of thousands of strokes each may be
+ * reached by thousands of candidates.
+ *
+ * @typedef {object} Cover
+ * @property {Uint32Array} candidates by their indices
+ * @property {Float64Array} left the distance each leaves to the limit of acceptance
+ */
+
+/**
  * @param {Array<{x: number, y: number}>} points a stroke in drawing-area units
  * @param {ReturnType<typeof prepareCandidates>} prepared
- * @returns {Map<number, number>} distance left to the limit of acceptance, by candidate; without
- *   the candidates that do not reach the stroke
+ * @returns {Cover}
  */
 function coverOf(points, prepared) {
-  const cover = new Map();
+  const [candidates, left] = [[], []];
   const { group, share } = gatesOf(points);
   const reach = reachOf(share);
   const path = group !== 'none' && reach > 0 ? normalise(points) : undefined;
-  if (!path) return cover;
-  const match = createMatcher(path);
-  prepared.forEach((candidate, i) => {
-    if (group !== 'all' && candidate.group !== group) return;
-    const distance = Math.min(...candidate.paths.map((outline) => match(outline)));
-    if (distance <= reach) cover.set(i, reach - distance);
-  });
-  return cover;
+  const match = path && createMatcher(path);
+  for (let i = 0; match && i < prepared.length; i += 1) {
+    if (group !== 'all' && prepared[i].group !== group) continue;
+    const distance = Math.min(...prepared[i].paths.map((outline) => match(outline)));
+    if (!(distance <= reach)) continue;
+    candidates.push(i);
+    left.push(reach - distance);
+  }
+  return { candidates: Uint32Array.from(candidates), left: Float64Array.from(left) };
 }
 
 /**
  * @typedef {object} CoveredStroke
- * @property {Map<number, number>} cover from coverOf
+ * @property {Cover} cover
  * @property {number} gain what being recognised is worth; negative when it does harm
  */
 
@@ -63,16 +72,20 @@ function coverOf(points, prepared) {
  * @param {number} options.margin distance by which a stroke must lie within reach for its gain to
  *   count; harm counts up to the limit itself. Strokes not seen yet lie a little further off.
  * @param {number[][]} [options.groups] sets of candidates of which each gives at least one
- * @returns {number[]} chosen candidates, the most useful first
+ * @param {number[]} [options.given] candidates that are there already
+ * @returns {number[]} chosen candidates: the given ones, then the most useful first
  */
-function selectCandidates(strokes, { price, margin, groups = [] }) {
+function selectCandidates(strokes, { price, margin, groups = [], given = [] }) {
   const reached = indexByCandidate(strokes, margin);
-  const open = new Set(strokes.keys());
+  const open = new Uint8Array(strokes.length).fill(1);
   const chosen = [];
   const take = (candidate) => {
     chosen.push(candidate);
-    reached.get(candidate).forEach((stroke) => open.delete(stroke));
+    for (const stroke of reached.get(candidate) ?? []) open[stroke] = 0;
+    // Once is enough, also at a price of 0.
+    reached.delete(candidate);
   };
+  given.forEach(take);
   for (;;) {
     const best = bestOf(reached.keys(), reached, strokes, open);
     if (!best || best.gain < price) break;
@@ -80,25 +93,23 @@ function selectCandidates(strokes, { price, margin, groups = [] }) {
   }
   for (const group of groups) {
     if (group.some((candidate) => chosen.includes(candidate))) continue;
-    const best = bestOf(
-      group.filter((candidate) => reached.has(candidate)),
-      reached,
-      strokes,
-      open,
-    );
+    const reaching = group.filter((candidate) => reached.has(candidate));
+    const best = bestOf(reaching, reached, strokes, open);
     if (best) take(best.candidate);
   }
   return chosen;
 }
 
+/** The strokes that count for each candidate. */
 function indexByCandidate(strokes, margin) {
   const reached = new Map();
   strokes.forEach(({ cover, gain }, stroke) => {
-    for (const [candidate, left] of cover) {
-      if (gain === 0 || (gain > 0 && left < margin)) continue;
+    if (gain === 0) return;
+    cover.candidates.forEach((candidate, i) => {
+      if (gain > 0 && cover.left[i] < margin) return;
       if (!reached.has(candidate)) reached.set(candidate, []);
       reached.get(candidate).push(stroke);
-    }
+    });
   });
   return reached;
 }
@@ -108,11 +119,25 @@ function bestOf(candidates, reached, strokes, open) {
   for (const candidate of candidates) {
     let gain = 0;
     for (const stroke of reached.get(candidate)) {
-      if (open.has(stroke)) gain += strokes[stroke].gain;
+      if (open[stroke]) gain += strokes[stroke].gain;
     }
     if (!best || gain > best.gain) best = { candidate, gain };
   }
   return best;
 }
 
-module.exports = { coverOf, prepareCandidates, selectCandidates };
+/**
+ * What an answer is worth. A polygon of too many corners comes back as drawn: no help to a figure,
+ * and no harm.
+ *
+ * @param {string} family that the stroke is
+ * @param {{family: string, type: number}} answer
+ * @param {number} harm what a wrong answer costs, in right answers
+ */
+function worth(family, answer, harm) {
+  if (answer.type === 0) return 0;
+  if (answer.family === family) return 1;
+  return answer.family === 'polygon' && family !== 'none' ? 0 : -harm;
+}
+
+module.exports = { coverOf, prepareCandidates, selectCandidates, worth };

@@ -1,6 +1,6 @@
 'use strict';
 
-const { boundingBox } = require('./placement.js');
+const { boundingBox } = require('../placement.js');
 const { ellipse, polygon, roundCorners, skew, trace, transform } = require('./outlines.js');
 
 /**
@@ -64,25 +64,16 @@ function toSize(ring) {
 }
 
 /**
- * The text of a template file.
- *
- * @param {Array<Array<{x: number, y: number}>>} outlines one a line
- */
-function templateText(outlines) {
-  return outlines.map((outline) => `${outline.flatMap(({ x, y }) => [x, y]).join(',')}\n`).join('');
-}
-
-/**
  * Parameters of many outlines, spread over the range in which people draw.
  *
- * @param {{uniform(low: number, high: number): number}} random
+ * @param {(low: number, high: number) => number} uniform see createUniform
  * @param {number} count of each figure
  * @returns {TemplateParameters[]}
  */
-function sampleParameters(random, count) {
-  const between = (low, high) => roundTo(random.uniform(low, high), 100);
+function sampleParameters(uniform, count) {
+  const between = (low, high) => roundTo(uniform(low, high), 100);
   // Ratios are drawn so that a and 1 / a are equally likely.
-  const ratio = (limit) => roundTo(limit ** random.uniform(-1, 1), 100);
+  const ratio = (limit) => roundTo(limit ** uniform(-1, 1), 100);
   const closing = () => ({ start: between(0, 0.99), sweep: between(0.86, 1.2) });
   const makers = {
     rectangle: () => ({
@@ -104,4 +95,4 @@ function roundTo(value, parts) {
   return Math.round(value * parts) / parts;
 }
 
-module.exports = { sampleParameters, templateOutline, templateText };
+module.exports = { sampleParameters, templateOutline };
