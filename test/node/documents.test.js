@@ -180,7 +180,8 @@ describe('the documents', () => {
       for (const [, script] of text.matchAll(/npm run ([a-z][\w:-]*)/g)) {
         assert.ok(script in scripts, `npm run ${script}`);
       }
-      const places = /(?<![\w./-])((?:lib|src|subproject|test|tools|bench|docs|demo|cmake)\/[\w./-]+\.(?:js|h|cpp|cc|json|inc|md|cmake|ts|mjs|svg))\b/g;
+      const places =
+        /(?<![\w./-])((?:lib|src|subproject|test|tools|bench|docs|demo|cmake)\/[\w./-]+\.(?:js|h|cpp|cc|json|inc|md|cmake|ts|mjs|svg))\b/g;
       for (const [, file] of text.matchAll(places)) {
         assert.ok(fs.existsSync(path.join(root, file)), file);
       }

@@ -13,8 +13,8 @@
 //                `visited`, the angles of the rotation search with their distances,
 //                beside `rotations`, the same on an even grid
 //
-// A task {"corners": [...]} asks for one thing only: `corners`, of three or four
-// corners, made regular and level.
+// A task {"corners": [four of them]} asks for one thing only: the regular
+// quadrangle's `corners`.
 
 #include "Scrivo/Polygon.h"
 #include "Scrivo/Scrivo.h"
@@ -100,12 +100,7 @@ json describeMatch(const Scrivo::TemplatesGraphicsRecognizer& recogniser, const 
 json examine(const json& task) {
     if (task.contains("corners")) {
         Stroke corners = readStroke(task.at("corners"), 1.0);
-        if (corners.size() == 3) {
-            Scrivo::regularTrigon(corners);
-        } else {
-            Scrivo::regularQuadrangle(corners);
-        }
-        Scrivo::horiVertalTrigon(corners);
+        Scrivo::regularQuadrangle(corners);
         return {{"corners", written(corners)}};
     }
     const Stroke stroke = readStroke(task.at("stroke"), 1.0);
