@@ -12,6 +12,7 @@ const { after, before, describe, test } = require('node:test');
 const ts = require('typescript');
 
 const { root } = require('./support.js');
+const { drawPictures } = require('../../tools/pictures/index.js');
 const { anchors, documents, links, readBlocks, statedOutput } = require('./support/documents.js');
 
 /** The commands of these documents are run, on strokes made for them, by cli-docs.test.js. */
@@ -160,6 +161,13 @@ describe('the examples of the documents', () => {
       assert.match(reason, /\w+ \w+/, `${place}: say why it is not run`);
     }
   });
+});
+
+test('the pictures are those that the engine gives', () => {
+  for (const [name, picture] of Object.entries(drawPictures())) {
+    const committed = fs.readFileSync(path.join(root, 'docs', 'images', name), 'utf8');
+    assert.ok(picture === committed, `docs/images/${name} is out of date: npm run gallery`);
+  }
 });
 
 describe('the documents', () => {
