@@ -25,11 +25,10 @@
 #include <cstddef>
 #include <iostream>
 #include <limits>
+#include <nlohmann/json.hpp>
 #include <string>
 #include <utility>
 #include <vector>
-
-#include <nlohmann/json.hpp>
 
 namespace {
 
@@ -72,7 +71,8 @@ json visitedAngles(const Stroke& normal, const Stroke& points, const RotationSea
     visit(interval.x2);
     while (interval.isOpen(search)) {
         const bool goesLeft = at(interval.x1) < at(interval.x2);
-        interval = goesLeft ? interval.left(search.goldenRatio) : interval.right(search.goldenRatio);
+        interval =
+            goesLeft ? interval.left(search.goldenRatio) : interval.right(search.goldenRatio);
         visit(goesLeft ? interval.x1 : interval.x2);
     }
     return visited;
