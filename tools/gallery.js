@@ -9,6 +9,7 @@ const { escapeText, pathData } = require('../lib/cli/svg.js');
 const { HANDS, drawInk } = require('./ink/index.js');
 const { drawPictures } = require('./pictures/index.js');
 const { sheet } = require('./pictures/sheet.js');
+const { main } = require('./support/run.js');
 
 /**
  * Writes pictures of docs/images: the gallery of sample strokes by the ink generator, each as drawn
@@ -105,7 +106,7 @@ function toPng(svg) {
   return new Resvg(svg, options).render().asPng();
 }
 
-function main() {
+function writePictures() {
   const engine = createEngine('exact');
   engine.load({});
   const svg = drawGallery(engine);
@@ -117,4 +118,7 @@ function main() {
   }
 }
 
-main();
+main(async () => {
+  writePictures();
+  return 0;
+});
