@@ -3,7 +3,7 @@
  * or the stroke as drawn. Needs no template files, and the answer does not depend on how densely
  * the device sampled.
  *
- * @packageDocumentation
+ * @module scrivo/beautifier
  */
 
 /** A point of a stroke: fractions of the drawing area, y downwards. */

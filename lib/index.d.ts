@@ -13,7 +13,7 @@
  *
  * Everything runs synchronously on the calling thread.
  *
- * @packageDocumentation
+ * @module scrivo
  */
 
 /** A sample of a stroke. Properties other than these three are ignored. */
@@ -105,14 +105,21 @@ export declare function initScrivo(paths: readonly string[]): boolean;
  * @param otherStrokes the strokes that are on the drawing area already; the ends
  *   of a line snap to their centres when these are near
  * @returns the figure, or the stroke as drawn with {@link FigureType.NONE}
- * @throws an `Error` worded by the runtime ("A number was expected", "An array
- *   was expected") for an argument that is missing or of the wrong kind, and for
- *   a malformed point: `null`, no `x` or `y`, a coordinate or `force` that is not
- *   a primitive number. As for {@link initScrivo}, arrays must be arrays proper.
- *   What a getter or proxy throws comes through unchanged. There is no result
- *   then: reading ends at the first failure, what could not be read is 0 to the
- *   native code (a malformed point is one of zeros, it is not skipped), and the
- *   call still runs to its end before the error arrives.
+ * @throws an error worded by the runtime, for the first thing that could not be
+ *   read. In Node.js it is
+ *
+ *   - a `TypeError` "A number was expected": a width, height, `x`, `y` or `force`
+ *     that is missing or no primitive number
+ *   - an `Error` "An array was expected": a stroke or a list of strokes that is
+ *     missing or no array proper (a typed array, a proxy)
+ *   - a `TypeError` "Cannot convert undefined or null to object": a point that is
+ *     `null` or `undefined`
+ *   - unchanged, whatever a getter or a proxy's trap throws
+ *
+ *   There is no result then. The call still runs to its end before the error
+ *   arrives, with zeros for what could not be read: a malformed point is one of
+ *   zeros, it is not skipped; a stroke that is no array is empty; and so is
+ *   everything behind the first failure.
  */
 export declare function optimizeAStroke(
   stroke: readonly Point[],

@@ -7,10 +7,14 @@ const { createEngine } = require('../lib/cli/engines.js');
 const { boundingBox, placeStroke } = require('../lib/cli/placement.js');
 const { escapeText, pathData } = require('../lib/cli/svg.js');
 const { HANDS, drawInk } = require('./ink/index.js');
+const { drawPictures } = require('./pictures/index.js');
+const { sheet } = require('./pictures/sheet.js');
+const { main } = require('./support/run.js');
 
 /**
- * Writes docs/images/gallery.svg and .png: sample strokes by the ink generator, each as drawn and
- * as the engine gives it back.
+ * Writes pictures of docs/images: the gallery of sample strokes by the ink generator, each as drawn
+ * and as the engine gives it back, as SVG and PNG; and those of tools/pictures, which show how the
+ * engine gets there. They are the same at every run.
  */
 
 const OUTPUT = path.join(__dirname, '..', 'docs', 'images');
@@ -47,39 +51,16 @@ const PNG_SCALE = 2;
 const UNITS = 200;
 const DOT_UNITS = 20;
 
-// Own ground in both colour schemes: the sheet then suits any page.
-const STYLE = `
-text { font: 15px system-ui, "DejaVu Sans", sans-serif }
-path { fill: none; stroke-linecap: round; stroke-linejoin: round; stroke-width: 1.3 }
-.shape { stroke-width: 2.6 }
-.dot { stroke-width: 4 }
-${colours({ ground: '#fff', rim: '#d8dee4', text: '#424a53', ink: '#8c959f', shape: '#0969da' })}
-@media (prefers-color-scheme: dark) {
-${colours({ ground: '#161b22', rim: '#30363d', text: '#c9d1d9', ink: '#8b949e', shape: '#58a6ff' })}
-}
-`;
-
-function colours({ ground, rim, text, ink, shape }) {
-  return [
-    `.ground { fill: ${ground}; stroke: ${rim} }`,
-    `text { fill: ${text} }`,
-    `.ink { stroke: ${ink} }`,
-    `.shape { stroke: ${shape} }`,
-  ].join('\n');
-}
-
 function drawGallery(engine) {
   const width = MARGIN + TITLE + ROWS[0].figures.length * (2 * CELL + PAIR_GAP) + MARGIN / 2;
   const height = 2 * MARGIN + ROWS.length * CELL;
   const rows = ROWS.map((row, i) => drawRow(engine, row, MARGIN + i * CELL));
-  return [
-    `<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 ${width} ${height}">`,
-    '<title>Strokes as drawn, in grey, and as Scrivo gives them back</title>',
-    `<style>${STYLE}</style>`,
-    `<rect class="ground" x=".5" y=".5" width="${width - 1}" height="${height - 1}" rx="10"/>`,
-    ...rows,
-    '</svg>\n',
-  ].join('\n');
+  return sheet({
+    width,
+    height,
+    title: 'Strokes as drawn, in grey, and as Scrivo gives them back',
+    parts: rows,
+  });
 }
 
 function drawRow(engine, { title, figures }, top) {
@@ -101,8 +82,8 @@ function drawPair(engine, stroke, left, top) {
   const toSheet = fitter(placed, stroke.family === 'dot' ? DOT_UNITS : UNITS);
   const drawn = placed.points.map((point) => toSheet(point, left, top));
   const redrawn = answer.path.map((point) => toSheet(point, left + CELL, top));
-  // The rings of a dot lie a unit apart: a pen fills them.
-  const result = { none: 'ink', dot: 'shape dot' }[answer.family] ?? 'shape';
+  // The rings of a dot lie a unit apart: a thick pen fills them.
+  const result = { none: 'ink', dot: 'shape thick' }[answer.family] ?? 'shape';
   return `<path class="ink" d="${pathData(drawn)}"/><path class="${result}" d="${pathData(redrawn)}"/>`;
 }
 
@@ -125,13 +106,19 @@ function toPng(svg) {
   return new Resvg(svg, options).render().asPng();
 }
 
-function main() {
+function writePictures() {
   const engine = createEngine('exact');
   engine.load({});
   const svg = drawGallery(engine);
   fs.mkdirSync(OUTPUT, { recursive: true });
   fs.writeFileSync(path.join(OUTPUT, 'gallery.svg'), svg);
   fs.writeFileSync(path.join(OUTPUT, 'gallery.png'), toPng(svg));
+  for (const [name, picture] of Object.entries(drawPictures())) {
+    fs.writeFileSync(path.join(OUTPUT, name), picture);
+  }
 }
 
-main();
+main(async () => {
+  writePictures();
+  return 0;
+});

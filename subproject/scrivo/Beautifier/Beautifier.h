@@ -1,3 +1,5 @@
+/// @file
+/// The beautifier: options, figures in parameters, answers.
 #pragma once
 
 #include "Scrivo/Scrivo.h"

@@ -1,3 +1,5 @@
+/// @file
+/// Ellipses and dots: fits and redraws.
 #pragma once
 
 #include "Scrivo/Scrivo.h"
@@ -27,21 +29,26 @@ using VectorXd = Eigen::Matrix<double, -1, 1, 0, -1, 1>;
 /// conic.
 VectorXd fitEllipse(MatrixXd x, MatrixXd y);
 
-/// Centre of the conic of these 6 coefficients. Aborts on a shorter vector.
+/// Centre of the conic of these 6 coefficients, where its gradient vanishes
+/// (Weisstein: Ellipse, MathWorld, equations 19 and 20). Not finite for a
+/// parabola. Aborts on a vector of fewer than 5 coefficients.
 Point2D ellipse_center(VectorXd coefficients);
 
-/// Semi-axis lengths as (x, y); NaN when the conic is no ellipse, and for an
-/// exact circle (a0 = a2, a1 = 0). One square root is taken in single
-/// precision. Aborts on a vector of fewer than 6 coefficients.
+/// Semi-axis lengths as (x, y) (Weisstein: Ellipse, MathWorld, equations 21 and
+/// 22); NaN when the conic is no ellipse, and for an exact circle (a0 = a2,
+/// a1 = 0). One square root is taken in single precision. Aborts on a vector of
+/// fewer than 6 coefficients.
 Point2D ellipse_axis_length(VectorXd coefficients);
 
-/// Angle of the first axis in radians, within [-pi/4, pi/4]; NaN for an exact
-/// circle. Aborts on a vector of fewer than 3 coefficients.
+/// Angle of the first axis in radians, atan(a1 / (a0 - a2)) / 2, within
+/// [-pi/4, pi/4]; NaN for an exact circle. Aborts on a vector of fewer than 3
+/// coefficients.
 float ellipse_angle_of_rotation(VectorXd coefficients);
 
 /// The two ordinates (upper sum, lower difference) at abscissa `x` of the
-/// axis-parallel ellipse about (`cx`, `cy`) with radii `ra` and `rb`; the
-/// centre's height twice at and beyond its ends. The last argument is ignored.
+/// axis-parallel ellipse about (`cx`, `cy`) with radii `ra` and `rb`. At its ends
+/// and beyond, to be exact where 1 - (x - cx)^2 / ra^2 is below 0.001, it is the
+/// centre's height twice. The last argument is ignored.
 Point2D ellipseAxis(double cx, double cy, double ra, double rb, double x, double unused);
 
 /// `p` turned about `c` by `angle` radians, counter-clockwise with y up.

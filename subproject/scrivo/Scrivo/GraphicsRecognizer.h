@@ -1,3 +1,5 @@
+/// @file
+/// What the template recogniser stores and answers.
 #pragma once
 
 #include "Scrivo/Scrivo.h"

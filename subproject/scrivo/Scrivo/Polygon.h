@@ -1,3 +1,5 @@
+/// @file
+/// Straight lines, angles and polygons: tests, regularisers and redraws.
 #pragma once
 
 #include "Scrivo/Scrivo.h"

@@ -1,3 +1,5 @@
+/// @file
+/// Points, figure codes, tuning constants and the pipeline.
 #pragma once
 
 #include <cstdint>

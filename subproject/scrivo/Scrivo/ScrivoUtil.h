@@ -1,10 +1,4 @@
-#pragma once
-
-#include "Scrivo/Scrivo.h"
-
-#include <cstdint>
-#include <vector>
-
+/// @file
 /// Plane geometry that the units share. Global namespace.
 ///
 /// `force` of arguments is ignored and 0 in results. Nothing here fails:
@@ -12,6 +6,12 @@
 /// "single root" are the single-precision square root of a sum of squares that
 /// is formed in double and rounded to float once; every threshold counts on
 /// these values.
+#pragma once
+
+#include "Scrivo/Scrivo.h"
+
+#include <cstdint>
+#include <vector>
 
 /// Euclidean distance of `a` and `b`, single root.
 double distance(Scrivo::Point2D a, Scrivo::Point2D b);

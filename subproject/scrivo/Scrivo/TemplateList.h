@@ -1,3 +1,5 @@
+/// @file
+/// Lists of templates that stay indexed.
 #pragma once
 
 #include "Scrivo/GraphicsRecognizer.h"

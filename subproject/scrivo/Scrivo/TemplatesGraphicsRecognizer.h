@@ -1,3 +1,5 @@
+/// @file
+/// The template recogniser.
 #pragma once
 
 #include "Scrivo/GraphicsRecognizer.h"
@@ -137,6 +139,8 @@ private:
     mutable detail::OwnLock m_lock;
 };
 
+/// Reading of template files, and the corners by which the recogniser chooses
+/// what to compare with.
 namespace TemplatesGraphicsRecognizerUtil {
 
 /// The runs of characters of `text` between those of `delimiters`; none is

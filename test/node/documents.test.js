@@ -1,0 +1,198 @@
+'use strict';
+
+// Runs what README, CONTRIBUTING and docs/ show. An example prints what its
+// comments say; support/documents.js tells how a block is marked.
+
+const assert = require('node:assert/strict');
+const { spawnSync } = require('node:child_process');
+const fs = require('node:fs');
+const os = require('node:os');
+const path = require('node:path');
+const { after, before, describe, test } = require('node:test');
+const ts = require('typescript');
+
+const { root } = require('./support.js');
+const { drawPictures } = require('../../tools/pictures/index.js');
+const { anchors, documents, links, readBlocks, statedOutput } = require('./support/documents.js');
+
+/** The commands of these documents are run, on strokes made for them, by cli-docs.test.js. */
+const COMMANDS_RUN_APART = ['docs/command-line.md'];
+/** Long enough for a slow compiler: what runs on is a server, not an example. */
+const PATIENCE_MS = 120_000;
+const BUILT = path.join(root, 'build', 'release');
+
+const folder = fs.realpathSync(fs.mkdtempSync(path.join(os.tmpdir(), 'scrivo-documents-')));
+after(() => fs.rmSync(folder, { recursive: true }));
+const inFolder = (...names) => path.join(folder, ...names);
+
+function execute(command, args, options) {
+  const { status, stdout, stderr, error } = spawnSync(command, args, {
+    cwd: folder,
+    encoding: 'utf8',
+    timeout: PATIENCE_MS,
+    ...options,
+  });
+  assert.equal(status, 0, `${command} ${args.join(' ')}\n${error ?? ''}${stdout}${stderr}`);
+  return stdout;
+}
+
+const write = (name, content) => {
+  fs.mkdirSync(path.dirname(inFolder(name)), { recursive: true });
+  fs.writeFileSync(inFolder(name), content);
+  return inFolder(name);
+};
+
+const nameOf = ({ place }) => place.replace(/\W+/g, '_');
+const lines = (text) => text.split('\n').slice(0, -1);
+
+function checkOutput({ code }, stdout) {
+  assert.deepEqual(lines(stdout), statedOutput(code), 'printed, and stated in the comments');
+}
+
+function runScript(block, code = block.code) {
+  const type = /^(import|export) /m.test(code) ? 'mjs' : 'cjs';
+  checkOutput(block, execute(process.execPath, [write(`${nameOf(block)}.${type}`, code)]));
+}
+
+function runTypeScript(block) {
+  const compilerOptions = {
+    module: ts.ModuleKind.NodeNext,
+    target: ts.ScriptTarget.ES2022,
+    strict: true,
+    types: ['node'],
+    typeRoots: [path.join(root, 'node_modules', '@types')],
+  };
+  const program = ts.createProgram([write(`${nameOf(block)}.mts`, block.code)], compilerOptions);
+  const found = ts.getPreEmitDiagnostics(program).map(({ messageText }) => messageText);
+  assert.deepEqual(found, []);
+  runScript(block, ts.transpileModule(block.code, { compilerOptions }).outputText);
+}
+
+/** A fragment becomes the body of a program; its includes come first. */
+function asProgram(code) {
+  if (/\bint main\(/.test(code)) return code;
+  const isInclude = (line) => line.startsWith('#include');
+  const all = code.split('\n');
+  const body = all.filter((line) => !isInclude(line)).join('\n');
+  return `${all.filter(isInclude).join('\n')}\nint main() {\n${body}\n}\n`;
+}
+
+/** One project of all the programs, against the library as it is installed. */
+function buildPrograms(blocks) {
+  const names = blocks.map(nameOf);
+  blocks.forEach((block) => write(`cpp/${nameOf(block)}.cpp`, asProgram(block.code)));
+  write(
+    'cpp/CMakeLists.txt',
+    ['cmake_minimum_required(VERSION 3.25)', 'project(examples CXX)']
+      .concat('find_package(Scrivo REQUIRED)')
+      .concat(names.map((name) => `add_executable(${name} ${name}.cpp)`))
+      .concat(names.map((name) => `target_link_libraries(${name} PRIVATE Scrivo::beautifier)`))
+      .join('\n'),
+  );
+  configure('cpp');
+  // Those that do not compile are reported by their own tests.
+  const options = { encoding: 'utf8', cwd: folder };
+  return spawnSync('cmake', ['--build', 'cpp/build', '-j2', '--', '-k0'], options).stdout;
+}
+
+function configure(project) {
+  const options = ['-DCMAKE_BUILD_TYPE=Debug', `-DCMAKE_PREFIX_PATH=${inFolder('prefix')}`];
+  execute('cmake', ['-G', 'Ninja', '-S', project, '-B', `${project}/build`, ...options]);
+}
+
+function runShell({ code }) {
+  assert.notEqual(execute('bash', ['-euo', 'pipefail', '-c', code], { cwd: root }), '');
+}
+
+/** A build description is that of the program shown before it. */
+function buildProject(block) {
+  const project = nameOf(block);
+  write(`${project}/CMakeLists.txt`, block.code);
+  write(`${project}/main.cpp`, block.program);
+  configure(project);
+  execute('cmake', ['--build', `${project}/build`, '-j2']);
+  const [, target] = /add_executable\((\w+)/.exec(block.code);
+  checkOutput({ code: block.program }, execute(inFolder(project, 'build', target), []));
+}
+
+const examples = documents()
+  .filter((name) => !/^(test|node_modules)\//.test(name))
+  .flatMap((name) => readBlocks(name))
+  .filter(({ place, language }) => {
+    const [name] = place.split(':');
+    return !(language === 'sh' && COMMANDS_RUN_APART.includes(name));
+  });
+const run = examples.filter(({ reason }) => reason === undefined);
+const programs = run.filter(({ language }) => language === 'cpp');
+
+describe('the examples of the documents', () => {
+  let buildLog;
+  before(() => {
+    fs.mkdirSync(inFolder('node_modules'));
+    fs.symlinkSync(root, inFolder('node_modules', 'scrivo'), 'dir');
+    execute('cmake', ['--install', BUILT, '--prefix', inFolder('prefix')]);
+    buildLog = buildPrograms(programs);
+  });
+
+  const RUNNERS = {
+    js: (block) => runScript(block),
+    ts: runTypeScript,
+    cpp: (block) => {
+      const program = inFolder('cpp', 'build', nameOf(block));
+      assert.ok(fs.existsSync(program), buildLog);
+      checkOutput(block, execute(program, []));
+    },
+    cmake: buildProject,
+    sh: runShell,
+    json: ({ code }) => JSON.parse(code),
+    text: () => {}, // a drawing, a table, what a program printed
+  };
+
+  for (const block of run) {
+    test(`${block.place} (${block.language})`, () => {
+      const runner = RUNNERS[block.language];
+      assert.ok(runner, 'nothing runs this language: name one that is run, or "text"');
+      runner(block);
+    });
+  }
+
+  test('are left out for a reason only', () => {
+    for (const { place, reason } of examples.filter((block) => block.reason !== undefined)) {
+      assert.match(reason, /\w+ \w+/, `${place}: say why it is not run`);
+    }
+  });
+});
+
+test('the pictures are those that the engine gives', () => {
+  for (const [name, picture] of Object.entries(drawPictures())) {
+    const committed = fs.readFileSync(path.join(root, 'docs', 'images', name), 'utf8');
+    assert.ok(picture === committed, `docs/images/${name} is out of date: npm run gallery`);
+  }
+});
+
+describe('the documents', () => {
+  const { scripts } = require('../../package.json');
+
+  for (const name of documents()) {
+    test(`${name} links to what is there`, () => {
+      for (const target of links(name)) {
+        const [file, anchor] = target.split('#');
+        const linked = file ? path.posix.join(path.posix.dirname(name), file) : name;
+        assert.ok(fs.existsSync(path.join(root, linked)), target);
+        if (anchor) assert.ok(anchors(linked).includes(anchor), target);
+      }
+    });
+
+    test(`${name} names commands and files that exist`, () => {
+      const text = fs.readFileSync(path.join(root, name), 'utf8');
+      for (const [, script] of text.matchAll(/npm run ([a-z][\w:-]*)/g)) {
+        assert.ok(script in scripts, `npm run ${script}`);
+      }
+      const places =
+        /(?<![\w./-])((?:lib|src|subproject|test|tools|bench|docs|demo|cmake)\/[\w./-]+\.(?:js|h|cpp|cc|json|inc|md|cmake|ts|mjs|svg))\b/g;
+      for (const [, file] of text.matchAll(places)) {
+        assert.ok(fs.existsSync(path.join(root, file)), file);
+      }
+    });
+  }
+});
