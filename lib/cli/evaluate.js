@@ -39,7 +39,7 @@ Exit code: 0 all done, 1 some lines or inputs could not be read and were left ou
 line, or nothing could be scored.
 `;
 
-const OPTIONS = {
+const EVALUATE_OPTIONS = {
   engine: { type: 'string', default: 'exact' },
   unit: { type: 'string', default: '200' },
   templates: { type: 'string', multiple: true },
@@ -75,7 +75,7 @@ function evaluateCommand(argv, io) {
 }
 
 function parseEvaluate(argv) {
-  const { values, positionals } = parseCommandLine('evaluate', argv, OPTIONS);
+  const { values, positionals } = parseCommandLine('evaluate', argv, EVALUATE_OPTIONS);
   if (values.help) return values;
   const { files, templates } = takeTemplates(values.templates, positionals);
   if (files.length === 0) throw new UserError('name a file of strokes; --help tells more');
@@ -156,4 +156,4 @@ function describeRun({ engine, options, score }, { skipped, unread }) {
   };
 }
 
-module.exports = { evaluateCommand };
+module.exports = { EVALUATE_OPTIONS, evaluateCommand };

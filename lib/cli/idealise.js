@@ -23,7 +23,7 @@ Coordinates
 
 ${inkHelp('ndjson, svg or inkml, by default by the ending of OUT, else ndjson')}`;
 
-const OPTIONS = { ...INK_OPTIONS, decimals: { type: 'string' } };
+const IDEALISE_OPTIONS = { ...INK_OPTIONS, decimals: { type: 'string' } };
 
 /**
  * The command "idealise".
@@ -37,10 +37,10 @@ function idealiseCommand(argv, io) {
 }
 
 function parseIdealise(argv) {
-  const command = { name: 'idealise', options: OPTIONS, extensions: EXTENSIONS };
+  const command = { name: 'idealise', options: IDEALISE_OPTIONS, extensions: EXTENSIONS };
   const options = parseInkOptions(argv, command);
   if (options.decimals === undefined) return options;
   return { ...options, decimals: whole('decimals', options.decimals, 0, 15) };
 }
 
-module.exports = { idealiseCommand };
+module.exports = { IDEALISE_OPTIONS, idealiseCommand };

@@ -60,4 +60,4 @@ function boundingBox(points) {
   return { x: left, y: top, width: right - left, height: bottom - top };
 }
 
-module.exports = { AREA, boundingBox, placeStroke };
+module.exports = { boundingBox, placeStroke };

@@ -20,7 +20,7 @@ Picture
 
 ${inkHelp('svg or png, by default by the ending of OUT, else svg')}`;
 
-const OPTIONS = { ...INK_OPTIONS, pixels: { type: 'string', default: '1600' } };
+const RENDER_OPTIONS = { ...INK_OPTIONS, pixels: { type: 'string', default: '1600' } };
 
 const EXTENSIONS = { '.svg': 'svg', '.png': 'png' };
 
@@ -41,7 +41,7 @@ function renderCommand(argv, io) {
 function parseRender(argv) {
   const options = parseInkOptions(argv, {
     name: 'render',
-    options: OPTIONS,
+    options: RENDER_OPTIONS,
     extensions: EXTENSIONS,
   });
   if (options.help) return options;
@@ -65,4 +65,4 @@ function createPainter(pixels) {
     new resvg.Resvg(svg, { fitTo: { mode: 'width', value: pixels } }).render().asPng();
 }
 
-module.exports = { renderCommand };
+module.exports = { RENDER_OPTIONS, renderCommand };

@@ -17,8 +17,8 @@ const HELP = `Learns template files from labelled strokes, and says what they ga
 usage: scrivo templates [options] FILE... [-o FOLDER]
 
 FILE is NDJSON as for "scrivo evaluate", - is standard input: each line has "family", "points" and,
-if known, "writer". Outlines are chosen from generated ones, so that no template shows anybody's
-stroke. What they gain is measured on strokes that they were not chosen by: the strokes are divided
+if known, "writer". Generated outlines are added to the shipped ones, so that no template shows
+anybody's stroke. What they gain is measured on strokes that they were not chosen by: the strokes are divided
 into parts, and each part is answered with templates learnt from the others. Without -o the figures
 are printed and nothing is written.
 
@@ -29,7 +29,7 @@ examples
 
   -o, --output FOLDER   a new folder for the four template files
       --force           replace the template files of a FOLDER that is there
-      --keep-shipped    keep the shipped outlines and add to them
+      --from-scratch    choose anew, instead of adding to the shipped outlines
       --unit N|natural  length of the longer side the strokes are scaled to, in a drawing area of
                         1000 by 1000 (200); dots always keep the size they have
       --harm N          what a wrong answer costs, in right answers (2.5): more spares ink that is
@@ -48,7 +48,7 @@ Exit code: 0 all done, 1 some lines or inputs could not be read and were left ou
 line, or nothing could be learnt.
 `;
 
-const OPTIONS = {
+const TEMPLATES_OPTIONS = {
   output: { type: 'string', short: 'o' },
   force: { type: 'boolean', default: false },
   'from-scratch': { type: 'boolean', default: false },
@@ -100,7 +100,7 @@ function templatesCommand(argv, io) {
 }
 
 function parseTemplates(argv) {
-  const { values, positionals } = parseCommandLine('templates', argv, OPTIONS);
+  const { values, positionals } = parseCommandLine('templates', argv, TEMPLATES_OPTIONS);
   if (values.help) return values;
   if (positionals.length === 0) {
     throw new UserError('name a file of labelled strokes; --help tells more');
@@ -260,4 +260,4 @@ function describeOutput({ output, outlines }) {
   return `${where}: ${counts.join(', ')} outlines`;
 }
 
-module.exports = { templatesCommand };
+module.exports = { TEMPLATES_OPTIONS, templatesCommand };

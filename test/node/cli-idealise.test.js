@@ -9,8 +9,11 @@ const { after, describe, test } = require('node:test');
 const zlib = require('node:zlib');
 const scrivo = require('../../lib/index.js');
 const { createEngine } = require('../../lib/cli/engines.js');
-const { INK_OPTIONS } = require('../../lib/cli/ink-options.js');
+const { EVALUATE_OPTIONS } = require('../../lib/cli/evaluate.js');
+const { IDEALISE_OPTIONS } = require('../../lib/cli/idealise.js');
+const { RENDER_OPTIONS } = require('../../lib/cli/render.js');
 const { mapOrdered } = require('../../lib/cli/run/map-ordered.js');
+const { TEMPLATES_OPTIONS } = require('../../lib/cli/templates.js');
 const {
   PROGRAM,
   drawStrokes,
@@ -20,6 +23,13 @@ const {
   start,
   toNdjson,
 } = require('./support/cli.js');
+
+const OPTIONS = {
+  idealise: IDEALISE_OPTIONS,
+  render: RENDER_OPTIONS,
+  evaluate: EVALUATE_OPTIONS,
+  templates: TEMPLATES_OPTIONS,
+};
 
 const folder = makeFolder(after);
 const inFolder = (name) => path.join(folder, name);
@@ -348,15 +358,15 @@ describe('wrong lines and inputs', () => {
   test('help and version go to standard output', async () => {
     const { version } = require('../../package.json');
     assert.equal((await run(folder, ['--version'])).stdout, `${version}\n`);
-    const commands = ['idealise', 'render', 'evaluate', 'templates'].map((name) => [name, '-h']);
-    for (const args of [['--help'], ...commands]) {
-      const { code, stdout, stderr } = await run(folder, args);
+    assert.match((await run(folder, ['--help'])).stdout, /usage: scrivo COMMAND/);
+    for (const [command, options] of Object.entries(OPTIONS)) {
+      const { code, stdout, stderr } = await run(folder, [command, '-h']);
       assert.deepEqual([code, stderr], [0, '']);
-      assert.match(stdout, /usage: scrivo/);
-    }
-    const { stdout } = await run(folder, ['idealise', '--help']);
-    for (const name of [...Object.keys(INK_OPTIONS), 'decimals']) {
-      assert.ok(stdout.includes(`--${name} `), `--${name} is not explained`);
+      const explained = [...stdout.matchAll(/^ {2}(?:-\w,| {3}) --([\w-]+)/gm)].map(
+        ([, name]) => name,
+      );
+      const also = stdout.includes('--width N --height N') ? ['height'] : [];
+      assert.deepEqual([...explained, ...also].sort(), Object.keys(options).sort(), command);
     }
   });
 });
