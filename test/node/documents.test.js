@@ -16,7 +16,7 @@ const { drawPictures } = require('../../tools/pictures/index.js');
 const { anchors, documents, links, readBlocks, statedOutput } = require('./support/documents.js');
 
 /** The commands of these documents are run, on strokes made for them, by cli-docs.test.js. */
-const COMMANDS_RUN_APART = ['docs/command-line.md'];
+const COMMANDS_RUN_APART = ['docs/command-line.md', 'docs/templates.md'];
 /** Long enough for a slow compiler: what runs on is a server, not an example. */
 const PATIENCE_MS = 120_000;
 const BUILT = path.join(root, 'build', 'release');
