@@ -10,7 +10,13 @@ const points = [{ x: 0, y: 1, force: 0.5, time: 17 }] as const;
 const packed = new Float64Array(6);
 
 const beautifier = new Beautifier();
-new Beautifier({ figures: FIGURES, minSize: 20, sensitivity: 0.4, insideArea: false, layout: 'xy' });
+new Beautifier({
+  figures: FIGURES,
+  minSize: 20,
+  sensitivity: 0.4,
+  insideArea: false,
+  layout: 'xy',
+});
 new Beautifier({ figures: ['dot', 'line'] as const });
 
 // The answer comes in the form of the stroke.
