@@ -160,4 +160,10 @@ export declare class Beautifier {
     height: number,
     others?: readonly Ink[],
   ): Beautified<Float64Array>;
+  beautify(
+    stroke: Ink,
+    width: number,
+    height: number,
+    others?: readonly Ink[],
+  ): Beautified<InkPoint[] | Float64Array>;
 }

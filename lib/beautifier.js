@@ -141,7 +141,9 @@ class Beautifier {
   beautify(stroke, width, height, others = []) {
     const isPacked = isFloat64Array(stroke);
     const stride = isPacked ? this.#stride : STRIDES.xy;
-    const points = isPacked ? copyPacked('stroke', stroke, stride) : packObjects('stroke', stroke);
+    // A copy, since a getter may change the array while it is read.
+    const given = Array.isArray(stroke) ? [...stroke] : stroke;
+    const points = isPacked ? copyPacked('stroke', stroke, stride) : packObjects('stroke', given);
     checkSide('width', width);
     checkSide('height', height);
     const { values, lengths } = packOthers('others', others, this.#stride);
@@ -155,7 +157,7 @@ class Beautifier {
     );
     const figure = MAKE_FIGURE[kind](parameters, subtype);
     // Ink goes back as the caller's own points, with all that they carry.
-    const pathOfObjects = () => (figure === null ? [...stroke] : unpackObjects(path));
+    const pathOfObjects = () => (figure === null ? given : unpackObjects(path));
     return {
       path: isPacked ? path : pathOfObjects(),
       type,

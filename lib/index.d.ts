@@ -43,7 +43,10 @@ export declare const FigureType: {
   readonly LINE: 2;
   /** An angle, two straight legs: 21 points each. */
   readonly ANGLE: 4;
-  /** A triangle or quadrangle: a closed outline, 21 points an edge. */
+  /**
+   * A triangle or quadrangle, now and then a polygon of more corners: a closed outline, 21 points an
+   * edge. `path` is the stroke as drawn where the outline is closed, yet has no three corners.
+   */
   readonly POLYGON: 6;
   /** An ellipse or circle: 85 points, the last one equal to the first. */
   readonly ELLIPSE: 7;

@@ -9,6 +9,7 @@ const { isFloat64Array } = require('node:util/types');
 function found(value) {
   if (typeof value === 'string') return JSON.stringify(value.slice(0, 40));
   if (typeof value === 'function') return 'a function';
+  if (typeof value === 'bigint') return `the BigInt ${value}`;
   if (typeof value !== 'object' || value === null) return String(value);
   return Array.isArray(value) ? 'an array' : 'an object';
 }

@@ -94,7 +94,6 @@ async function evaluate(options, stderr) {
   const on = {
     message: (text) => run.progress.log(text),
     bytes: (count) => run.progress.advance(count),
-    finish: (name, strokes) => run.progress.finish(name, strokes),
   };
   try {
     for await (const stroke of readLabelledStrokes(options.files, on, counts)) {

@@ -8,17 +8,16 @@ const SIZED = '{bar} {percentage} %  {strokes} strokes  {rate}/s  {eta_formatted
 const UNSIZED = '{strokes} strokes  {rate}/s  {duration_formatted}';
 
 /**
- * Shows how far a run is: a bar on a terminal, elsewhere one line a finished input or nothing.
+ * Shows how far a run is on a terminal; elsewhere there is nothing but messages.
  *
  * @param {object} options
  * @param {number} [options.totalBytes] of all inputs together; without it the time left is unknown
  * @param {NodeJS.WriteStream} [options.stream]
- * @param {boolean} [options.silentElsewhere] nothing but messages where there is no terminal
  * @returns {{advance(bytes: number): void, count(strokes: number): void, log(text: string): void,
- *   finish(name: string, strokes: number): void, stop(): void}}
+ *   stop(): void}}
  */
-function createProgress({ totalBytes, stream = process.stderr, silentElsewhere = false }) {
-  if (!stream.isTTY) return plainProgress(stream, silentElsewhere);
+function createProgress({ totalBytes, stream = process.stderr }) {
+  if (!stream.isTTY) return plainProgress(stream);
   const bar = new SingleBar(
     {
       format: totalBytes === undefined ? UNSIZED : SIZED,
@@ -46,7 +45,6 @@ function createProgress({ totalBytes, stream = process.stderr, silentElsewhere =
       readline.clearLine(stream, 0);
       stream.write(`${printable(text)}\n`);
     },
-    finish: () => {},
     stop() {
       forget();
       bar.stop();
@@ -54,12 +52,11 @@ function createProgress({ totalBytes, stream = process.stderr, silentElsewhere =
   };
 }
 
-function plainProgress(stream, silent) {
+function plainProgress(stream) {
   return {
     advance: () => {},
     count: () => {},
     log: (text) => stream.write(`${printable(text)}\n`),
-    finish: (name, strokes) => silent || stream.write(`${name}: ${strokes} strokes\n`),
     stop: () => {},
   };
 }

@@ -135,7 +135,7 @@ function inspectOutput({ output, force }) {
 
 /** All strokes: what is learnt is chosen by all of them together. */
 async function readStrokes({ inputs }, totalBytes, counts, stderr) {
-  const progress = createProgress({ totalBytes, stream: stderr, silentElsewhere: true });
+  const progress = createProgress({ totalBytes, stream: stderr });
   const on = {
     message: (text) => progress.log(text),
     bytes: (count) => progress.advance(count),
@@ -167,7 +167,7 @@ function isByWriter(by, strokes) {
 
 async function learnFrom(strokes, settings, stderr) {
   const total = strokes.length;
-  const progress = createProgress({ totalBytes: total, stream: stderr, silentElsewhere: true });
+  const progress = createProgress({ totalBytes: total, stream: stderr });
   let compared = 0;
   try {
     return await learn(strokes, settings, (count) => {

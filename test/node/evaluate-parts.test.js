@@ -135,14 +135,15 @@ describe('progress', () => {
     const progress = createProgress({ totalBytes, stream });
     progress.advance(50);
     progress.count(3);
-    progress.finish('ink.ndjson', 3);
     progress.stop();
   }
 
-  it('is a line for every input where there is no terminal', () => {
+  it('is nothing but messages where there is no terminal', () => {
     const { stream, text } = collect(false);
     run(stream, 100);
-    assert.equal(text(), 'ink.ndjson: 3 strokes\n');
+    assert.equal(text(), '');
+    createProgress({ stream }).log('a line');
+    assert.equal(text(), 'a line\n');
   });
 
   it('is a bar on a terminal, a count where the end is unknown', () => {

@@ -31,7 +31,6 @@ const STEP = 4;
  * @param {object} on
  * @param {(message: string) => void} on.message told what cannot be read, and where
  * @param {(count: number) => void} on.bytes told the bytes taken from an input
- * @param {(file: string, strokes: number) => void} [on.finish] told the end of an input
  * @param {{skipped: number, unread: string[]}} counts wrong lines and inputs that broke off, to be
  *   counted up
  * @yields {LabelledStroke}
@@ -39,7 +38,6 @@ const STEP = 4;
 async function* readLabelledStrokes(files, on, counts) {
   for (const file of files) {
     const name = displayName(file);
-    let strokes = 0;
     let wrong = 0;
     for await (const { line, stroke, problem, damage } of readRecords(file, on.bytes)) {
       if (damage) {
@@ -49,7 +47,6 @@ async function* readLabelledStrokes(files, on, counts) {
         wrong += 1;
         if (wrong <= WRONG_LINES_SHOWN) on.message(`${name}:${line}: ${problem}`);
       } else {
-        strokes += 1;
         yield { ...stroke, file: name, line };
       }
     }
@@ -57,7 +54,6 @@ async function* readLabelledStrokes(files, on, counts) {
       on.message(`${name}: ${wrong - WRONG_LINES_SHOWN} more wrong lines`);
     }
     counts.skipped += wrong;
-    on.finish?.(name, strokes);
   }
 }
 

@@ -48,7 +48,7 @@ async function runStrokes(options, { stderr }) {
     { engine, templates, area, scale, snap, format, decimals },
     { jobs, writesToStdout: target.kind !== 'file' },
   );
-  const progress = createProgress({ totalBytes, stream: stderr, silentElsewhere: true });
+  const progress = createProgress({ totalBytes, stream: stderr });
   const report = new Report(options, progress);
   const document = createDocument(target, format, options.convert);
   try {

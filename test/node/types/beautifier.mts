@@ -24,6 +24,8 @@ const asObjects = beautifier.beautify(points, 800, 600, [points, packed]);
 const asNumbers = beautifier.beautify(packed, 800, 600);
 same<typeof asObjects, Beautified<InkPoint[]>>(true);
 same<typeof asNumbers, Beautified<Float64Array>>(true);
+const inEitherForm = (ink: Ink) => beautifier.beautify(ink, 800, 600);
+same<ReturnType<typeof inEitherForm>, Beautified<InkPoint[] | Float64Array>>(true);
 same<typeof asObjects.reason, Reason | null>(true);
 
 /** Narrowed by its kind, a figure has its own parameters; no kind is left over. */
