@@ -11,7 +11,7 @@ export interface InkPoint {
   readonly x: number;
   readonly y: number;
   /** Pen pressure. It does not decide anything and comes back with ink that stays as drawn. */
-  readonly force?: number;
+  readonly force?: number | undefined;
 }
 
 /** A place in drawing-area units, y downwards. */
@@ -26,41 +26,49 @@ export type FigureFamily = 'dot' | 'line' | 'angle' | 'triangle' | 'quadrangle' 
 /** All figures, the default of {@link BeautifierOptions.figures}. */
 export declare const FIGURES: readonly FigureFamily[];
 
-/** What a beautifier is to look for, and how eagerly. */
+/**
+ * What a beautifier is to look for, and how eagerly. An option that is `undefined` has its default;
+ * one that an object inherits counts like its own.
+ */
 export interface BeautifierOptions {
   /**
    * The figures wanted; circles are ellipses. A stroke that is taken for another one stays ink; only
    * the short dash, a dot by default, becomes a line without dots. Default: all.
    */
-  readonly figures?: readonly FigureFamily[];
+  readonly figures?: readonly FigureFamily[] | undefined;
   /**
    * Strokes whose longer side is below this many drawing-area units stay ink, dots included: small
    * strokes are handwriting. Default: 0.
    */
-  readonly minSize?: number;
+  readonly minSize?: number | undefined;
   /**
    * From 0 (only sure figures) to 1 (eager). A higher value never turns a figure back into ink.
    * Default: 0.5.
    */
-  readonly sensitivity?: number;
+  readonly sensitivity?: number | undefined;
   /**
    * Nearly horizontal and vertical lines, legs and axes of ellipses become so, and so does the lowest
    * edge of a triangle or quadrangle: with it a regular figure stands upright, any other one keeps
    * its other edges. Default: true.
    */
-  readonly horizontalVertical?: boolean;
+  readonly horizontalVertical?: boolean | undefined;
   /** Nearly regular triangles, quadrangles and ellipses become regular. Default: true. */
-  readonly regularFigures?: boolean;
+  readonly regularFigures?: boolean | undefined;
   /** The ends of lines snap to nearby strokes. Default: true. */
-  readonly nearbyStrokes?: boolean;
+  readonly nearbyStrokes?: boolean | undefined;
   /**
    * Figures, but not lines, that stick out of the drawing area are moved back into it as a whole,
    * where they fit. Default: true.
    */
-  readonly insideArea?: boolean;
+  readonly insideArea?: boolean | undefined;
   /** What a Float64Array holds of each point: x, y and force (`'xyf'`, the default) or x, y. */
-  readonly layout?: 'xy' | 'xyf';
+  readonly layout?: 'xy' | 'xyf' | undefined;
 }
+
+/** All options of a beautifier; none is left out. */
+export type CompleteOptions = {
+  readonly [Name in keyof BeautifierOptions]-?: Exclude<BeautifierOptions[Name], undefined>;
+};
 
 /** The ideal figure in drawing-area units; it agrees with the path to rounding. */
 export type Figure =
@@ -127,17 +135,20 @@ export interface Beautified<Path> {
 /** A stroke as point objects, or packed as `layout` says. */
 export type Ink = readonly InkPoint[] | Float64Array;
 
-/** Immutable. Each thread makes its own; several with different options may stand side by side. */
+/**
+ * Immutable: its options are for good, and so is the object. A class derived from it may add what it
+ * likes. Each thread makes its own; several with different options may stand side by side.
+ */
 export declare class Beautifier {
   /**
-   * @throws TypeError when an option has the wrong type
+   * @throws TypeError when the options are no object (a `Map` is none) or one has the wrong type
    * @throws RangeError when an option is unknown or out of range; messages name the option and
    *   what was found
    */
   constructor(options?: BeautifierOptions);
 
   /** All options, with the defaults of those that were not given. Frozen. */
-  readonly options: Required<BeautifierOptions>;
+  readonly options: CompleteOptions;
 
   /**
    * Answers for one stroke. Nothing is remembered, the stroke is not changed.

@@ -55,23 +55,26 @@ function copyFigures(given) {
   return Object.freeze(figures);
 }
 
+/** An object that holds options, be it of a class of the caller's: a Map holds none. */
 function checkOptions(options) {
-  if (typeof options !== 'object' || options === null || Array.isArray(options)) {
-    throw new TypeError(`options must be an object, found ${found(options)}`);
-  }
-  for (const name of Object.keys(options)) {
-    if (!Object.hasOwn(DEFAULTS, name)) {
-      const known = Object.keys(DEFAULTS).join(', ');
-      throw new RangeError(`options.${name} is unknown; there are ${known}`);
-    }
+  const isObject = Object.prototype.toString.call(options) === '[object Object]';
+  if (!isObject) throw new TypeError(`options must be an object, found ${found(options)}`);
+  for (const name in options) {
+    if (Object.hasOwn(DEFAULTS, name)) continue;
+    if (options[name] === Object.prototype[name]) continue; // every object has it
+    const known = Object.keys(DEFAULTS).join(', ');
+    throw new RangeError(`options.${name} is unknown; there are ${known}`);
   }
 }
 
 /** The options with their defaults, frozen, or an error that names the wrong one. */
 function completeOptions(options) {
   checkOptions(options);
-  const given = Object.entries(options).filter(([, value]) => value !== undefined);
-  const complete = { ...DEFAULTS, ...Object.fromEntries(given) };
+  const complete = {};
+  for (const [name, byDefault] of Object.entries(DEFAULTS)) {
+    const { [name]: value = byDefault } = options;
+    complete[name] = value;
+  }
   complete.figures = copyFigures(complete.figures);
   checkNumber('options.minSize', complete.minSize, 0, Number.MAX_VALUE);
   checkNumber('options.sensitivity', complete.sensitivity, 0, 1);
@@ -123,7 +126,8 @@ class Beautifier {
   #stride;
 
   constructor(options = {}) {
-    this.options = completeOptions(options);
+    const value = completeOptions(options);
+    Object.defineProperty(this, 'options', { value, enumerable: true });
     this.#stride = STRIDES[this.options.layout];
     const { figures, minSize, sensitivity } = this.options;
     this.#native = new native.Beautifier(
@@ -135,7 +139,8 @@ class Beautifier {
       this.options.nearbyStrokes,
       this.options.insideArea,
     );
-    Object.freeze(this);
+    // A class derived from this one may add fields of its own.
+    if (new.target === Beautifier) Object.freeze(this);
   }
 
   beautify(stroke, width, height, others = []) {

@@ -1,6 +1,6 @@
 'use strict';
 
-const { isFloat64Array } = require('node:util/types');
+const { isFloat64Array, isTypedArray } = require('node:util/types');
 
 // Strokes between arrays of point objects and packed numbers. A wrong value is
 // named by its place in the argument.
@@ -11,7 +11,14 @@ function found(value) {
   if (typeof value === 'function') return 'a function';
   if (typeof value === 'bigint') return `the BigInt ${value}`;
   if (typeof value !== 'object' || value === null) return String(value);
-  return Array.isArray(value) ? 'an array' : 'an object';
+  return Array.isArray(value) ? 'an array' : foundObject(value);
+}
+
+/** An object by its class, which tells a Map from options and a Float32Array from numbers. */
+function foundObject(object) {
+  const name = Object.getPrototypeOf(object)?.constructor?.name;
+  if (typeof name !== 'string' || name === '' || name === 'Object') return 'an object';
+  return `${/^[AEIO]/.test(name) ? 'an' : 'a'} ${name.slice(0, 40)}`;
 }
 
 function checkCoordinate(name, value) {
@@ -34,11 +41,11 @@ function readPoint(name, i, point) {
 }
 
 function checkArray(name, value) {
-  if (!Array.isArray(value)) {
-    throw new TypeError(
-      `${name} must be an array of points or a Float64Array, found ${found(value)}`,
-    );
-  }
+  if (Array.isArray(value)) return;
+  const advice = isTypedArray(value) ? `; Float64Array.from(${name}, Number) converts it` : '';
+  throw new TypeError(
+    `${name} must be an array of points or a Float64Array, found ${found(value)}${advice}`,
+  );
 }
 
 /**
@@ -59,9 +66,21 @@ function packObjects(name, points) {
   return packed;
 }
 
+function copyNumbers(name, given) {
+  try {
+    return new Float64Array(given);
+  } catch (cause) {
+    if (!(cause instanceof TypeError)) throw cause; // out of memory
+    throw new TypeError(
+      `${name} has lost its numbers, its buffer was transferred: transfer a copy, ${name}.slice()`,
+      { cause },
+    );
+  }
+}
+
 /** A copy of the numbers, once their count and each of them are seen to be right. */
 function copyPacked(name, given, stride) {
-  const packed = new Float64Array(given);
+  const packed = copyNumbers(name, given);
   if (packed.length % stride !== 0) {
     throw new RangeError(
       `${name} must hold ${stride} numbers a point, found ${packed.length} numbers`,

