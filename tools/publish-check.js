@@ -144,6 +144,13 @@ const CHECKS = {
   installed,
 };
 
+/** What no check can know. */
+function reminders() {
+  const manifest = JSON.parse(read('package.json'));
+  const unsaid = ['repository', 'bugs', 'homepage'].filter((name) => !manifest[name]);
+  return unsaid.map((name) => `package.json names no ${name}: add it once there is one`);
+}
+
 async function publishCheckMain() {
   const failed = [];
   for (const [name, check] of Object.entries(CHECKS)) {
@@ -155,6 +162,7 @@ async function publishCheckMain() {
   }
   const verdict = failed.length === 0 ? 'all ok' : `failed: ${failed.join(', ')}`;
   console.log(`\nChecks before publishing: ${verdict}`);
+  reminders().forEach((reminder) => console.log(reminder));
   return failed.length === 0 ? 0 : 1;
 }
 

