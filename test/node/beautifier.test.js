@@ -16,83 +16,47 @@ const samples = (place, count = 90) =>
     return { x: x / WIDTH, y: y / HEIGHT };
   });
 
-/** A stroke along corners in drawing-area units, with a little tremor. */
-function polyline(corners, count) {
+/** A stroke along corners in drawing-area units, `x,y` each, with a little tremor. */
+function polyline(text) {
+  const corners = text.split(' ').map((corner) => corner.split(',').map(Number));
   const edges = corners.length - 1;
   return samples((t) => {
     const k = Math.min(edges - 1, Math.floor(t * edges));
     const u = t * edges - k;
     const tremor = 0.4 * Math.sin(40 * t);
-    const mix = (axis) => corners[k][axis] * (1 - u) + corners[k + 1][axis] * u + tremor;
-    return [mix(0), mix(1)];
-  }, count);
+    return [0, 1].map((axis) => corners[k][axis] * (1 - u) + corners[k + 1][axis] * u + tremor);
+  });
 }
 
 const round = (rx, ry) =>
   samples((t) => [500 + rx * Math.cos(6.25 * t), 400 + ry * Math.sin(6.25 * t)]);
 
 const INK = {
-  dot: [
-    { x: 0.5, y: 0.5 },
-    { x: 0.501, y: 0.5 },
-  ],
-  line: polyline([
-    [100, 100],
-    [500, 260],
-  ]),
-  angle: polyline([
-    [100, 100],
-    [400, 120],
-    [380, 420],
-  ]),
-  triangle: polyline([
-    [100, 400],
-    [250, 120],
-    [420, 390],
-    [100, 400],
-  ]),
-  quadrangle: polyline([
-    [100, 100],
-    [400, 105],
-    [395, 300],
-    [102, 296],
-    [100, 100],
-  ]),
+  dot: samples((t) => [500 + t, 400], 2),
+  line: polyline('100,100 500,260'),
+  angle: polyline('100,100 400,120 380,420'),
+  triangle: polyline('100,400 250,120 420,390 100,400'),
+  quadrangle: polyline('100,100 400,105 395,300 102,296 100,100'),
   circle: round(100, 102),
   ellipse: round(160, 80),
 };
 
 const packed = (stroke) => Float64Array.from(stroke.flatMap(({ x, y }) => [x, y, 0]));
 
-const near = (a, b, what) => assert.ok(Math.abs(a - b) < 1e-6, `${what}: ${a} and ${b}`);
+const onAxis = ({ centre, radii, rotation }) => ({
+  x: centre.x + radii.x * Math.cos(rotation),
+  y: centre.y + radii.x * Math.sin(rotation),
+});
 
-/** The points of a path, in drawing-area units, at some places. */
-const pointsAt = (path, indices) =>
-  indices.map((i) => ({ x: path.at(i).x * WIDTH, y: path.at(i).y * HEIGHT }));
-
-/** Where the parameters of a figure show in its path. */
+/** Where the parameters of a figure show in its path: points and their indices. */
 const MARKS = {
-  dot: (f) => [[-1], [f.centre]],
-  line: (f) => [
-    [0, -1],
-    [f.from, f.to],
-  ],
-  angle: (f) => [
-    [0, 20, -1],
-    [f.from, f.vertex, f.to],
-  ],
-  triangle: (f) => [[0, 21, 42], f.corners],
-  quadrangle: (f) => [[0, 21, 42, 63], f.corners],
-  circle: (f) => [[0], [{ x: f.centre.x + f.radius, y: f.centre.y }]],
-  ellipse: (f) => [
-    [0],
-    [
-      {
-        x: f.centre.x + f.radii.x * Math.cos(f.rotation),
-        y: f.centre.y + f.radii.x * Math.sin(f.rotation),
-      },
-    ],
-  ],
+  dot: (f) => ({ 63: f.centre }),
+  line: (f) => ({ 0: f.from, 20: f.to }),
+  angle: (f) => ({ 0: f.from, 20: f.vertex, 41: f.to }),
+  triangle: (f) => ({ 0: f.corners[0], 21: f.corners[1], 42: f.corners[2] }),
+  quadrangle: (f) => ({ ...MARKS.triangle(f), 63: f.corners[3] }),
+  circle: (f) => ({ 0: { x: f.centre.x + f.radius, y: f.centre.y } }),
+  ellipse: (f) => ({ 0: onAxis(f) }),
 };
 
 describe('answers', () => {
@@ -104,11 +68,11 @@ describe('answers', () => {
       assert.equal(answer.figure?.kind, kind);
       assert.equal(answer.reason, null);
       assert.ok(answer.confidence > 0.5 && answer.confidence <= 1);
-      const [indices, expected] = MARKS[kind](answer.figure);
-      pointsAt(answer.path, indices).forEach((point, i) => {
-        near(point.x, expected[i].x, `x of mark ${i}`);
-        near(point.y, expected[i].y, `y of mark ${i}`);
-      });
+      for (const [i, { x, y }] of Object.entries(MARKS[kind](answer.figure))) {
+        const point = answer.path[i];
+        const distance = Math.hypot(point.x * WIDTH - x, point.y * HEIGHT - y);
+        assert.ok(distance < 1e-6, `${distance} off at point ${i}`);
+      }
     });
   }
 
@@ -124,18 +88,21 @@ describe('answers', () => {
   });
 
   it('gives ink back as the very points that were drawn, and says why', () => {
-    const zigzag = [0, 1, 2, 3, 4, 5, 6].map((k) => [100 + 60 * k, 200 + 150 * (k % 2)]);
-    const ink = polyline(zigzag).map((point, time) => ({ ...point, force: 0, time }));
+    const zigzag = polyline('100,200 160,350 220,200 280,350 340,200 400,350 460,200');
+    const ink = zigzag.map((point, time) => ({ ...point, force: 0, time }));
     const { path } = beautifier.beautify(ink, WIDTH, HEIGHT);
-    assert.deepEqual(path, ink);
+    assert.equal(path.length, ink.length);
     assert.notEqual(path, ink);
     path.forEach((point, i) => assert.equal(point, ink[i]));
-    const reason = (options, stroke) =>
-      new Beautifier(options).beautify(stroke, WIDTH, HEIGHT).reason;
-    assert.equal(reason({}, ink), 'no-figure');
-    assert.equal(reason({}, []), 'invalid');
-    assert.equal(reason({ minSize: 500 }, INK.line), 'too-small');
-    assert.equal(reason({ figures: ['dot'] }, INK.line), 'not-wanted');
+    const cases = [
+      [{}, ink, 'no-figure'],
+      [{}, [], 'invalid'],
+      [{ minSize: 500 }, INK.line, 'too-small'],
+      [{ figures: ['dot'] }, INK.line, 'not-wanted'],
+    ];
+    for (const [options, stroke, reason] of cases) {
+      assert.equal(new Beautifier(options).beautify(stroke, WIDTH, HEIGHT).reason, reason);
+    }
   });
 
   it('snaps a line to other strokes, in either form, unless told not to', () => {
@@ -153,46 +120,58 @@ describe('answers', () => {
 describe('arguments', () => {
   const beautifier = new Beautifier();
   const point = { x: 0, y: 0 };
-  const wrong = [
-    ['no stroke', () => beautifier.beautify(undefined, 1, 1), TypeError, /^stroke .*undefined/],
-    ['no object', () => beautifier.beautify([point, null], 1, 1), TypeError, /^stroke\[1\] .*null/],
-    ['a number', () => beautifier.beautify([7], 1, 1), TypeError, /^stroke\[0\] .*found 7/],
-    ['no y', () => beautifier.beautify([{ x: 0 }], 1, 1), TypeError, /^stroke\[0\]\.y .*undefined/],
-    ['NaN', () => beautifier.beautify([{ x: NaN, y: 0 }], 1, 1), RangeError, /^stroke\[0\]\.x/],
-    ['text', () => beautifier.beautify([{ x: '1', y: 0 }], 1, 1), TypeError, /found "1"/],
-    ['half a point', () => beautifier.beautify(new Float64Array(4), 1, 1), RangeError, /3 numbers/],
-    [
-      'packed NaN',
-      () => beautifier.beautify(Float64Array.of(0, NaN, 0), 1, 1),
-      RangeError,
-      /^stroke\[1\]/,
-    ],
-    ['width', () => beautifier.beautify([], '9', 1), TypeError, /^width .*"9"/],
-    ['height', () => beautifier.beautify([], 1, 0), RangeError, /^height .*found 0/],
-    ['others', () => beautifier.beautify([], 1, 1, 5), TypeError, /^others .*found 5/],
-    ['other', () => beautifier.beautify([], 1, 1, [[point, 3]]), TypeError, /^others\[0\]\[1\]/],
-    // eslint-disable-next-line no-sparse-arrays -- holes are what is tested
-    ['hole', () => new Beautifier({ figures: [, 'dot'] }), RangeError, /figures\[0\].*undefined/],
-    ['no option', () => new Beautifier([]), TypeError, /^options .*an array/],
-    [
-      'bare object',
-      () => beautifier.beautify([{ x: Object.create(null), y: 0 }], 1, 1),
-      TypeError,
-      /^stroke\[0\]\.x .*an object/,
-    ],
-    ['other hole', () => beautifier.beautify([], 1, 1, new Array(2)), TypeError, /^others\[0\]/],
-    ['figures', () => new Beautifier({ figures: 'dot' }), TypeError, /^options\.figures /],
-    ['figure', () => new Beautifier({ figures: ['star'] }), RangeError, /figures\[0\].*"star"/],
-    ['sensitivity', () => new Beautifier({ sensitivity: 1.1 }), RangeError, /sensitivity.*1\.1/],
-    ['flag', () => new Beautifier({ regularFigures: 1 }), TypeError, /regularFigures.*1/],
-    ['layout', () => new Beautifier({ layout: 'yx' }), RangeError, /layout.*"yx"/],
-    ['unknown', () => new Beautifier({ minsize: 3 }), RangeError, /minsize.*minSize/],
+  const moved = new Float64Array(3);
+  structuredClone(moved, { transfer: [moved.buffer] });
+
+  const wrongStrokes = [
+    [undefined, /^TypeError: stroke .*undefined/],
+    [[point, null], /^TypeError: stroke\[1\] .*null/],
+    [[7], /^TypeError: stroke\[0\] .*found 7/],
+    [[{ x: 0 }], /^TypeError: stroke\[0\]\.y .*undefined/],
+    [[{ x: NaN, y: 0 }], /^RangeError: stroke\[0\]\.x/],
+    [[{ x: '1', y: 0 }], /^TypeError: .*found "1"/],
+    [[{ x: Object.create(null), y: 0 }], /^TypeError: stroke\[0\]\.x .*an object/],
+    [new Float64Array(4), /^RangeError: .*3 numbers/],
+    [Float64Array.of(0, NaN, 0), /^RangeError: stroke\[1\]/],
+    [new Float32Array(6), /^TypeError: stroke .* a Float32Array; .*from\(stroke, Number\)/],
+    [moved, /^TypeError: stroke .*transferred/],
   ];
-  for (const [name, call, type, message] of wrong) {
-    it(`are named when wrong: ${name}`, () => {
-      assert.throws(call, (error) => error instanceof type && message.test(error.message));
-    });
+  const wrongOptions = [
+    [[], /^TypeError: options .*an array/],
+    [new Map([['minSize', 20]]), /^TypeError: options .*a Map/],
+    [{ figures: [, 'dot'] }, /^RangeError: .*figures\[0\].*undefined/], // eslint-disable-line no-sparse-arrays
+    [{ figures: 'dot' }, /^TypeError: options\.figures /],
+    [{ figures: ['star'] }, /^RangeError: .*figures\[0\].*"star"/],
+    [{ sensitivity: 1.1 }, /^RangeError: .*sensitivity.*1\.1/],
+    [{ regularFigures: 1 }, /^TypeError: .*regularFigures.*1/],
+    [{ layout: 'yx' }, /^RangeError: .*layout.*"yx"/],
+    [{ minsize: 3 }, /^RangeError: .*minsize.*minSize/],
+    [Object.create({ minsize: 3 }), /^RangeError: .*minsize/],
+    [{ toString: undefined }, /^RangeError: .*toString/],
+  ];
+  const wrongCalls = [
+    [[[], '9', 1], /^TypeError: width .*"9"/],
+    [[[], 1, 0], /^RangeError: height .*found 0/],
+    [[[], 1, 1, 5], /^TypeError: others .*found 5/],
+    [[[], 1, 1, [[point, 3]]], /^TypeError: others\[0\]\[1\]/],
+    [[[], 1, 1, new Array(2)], /^TypeError: others\[0\]/],
+    [[[], 1, 1, [moved]], /^TypeError: others\[0\] .*transferred/],
+    ...wrongStrokes.map(([stroke, message]) => [[stroke, 1, 1], message]),
+  ];
+  const calls = [
+    ...wrongCalls.map(([args, message]) => [() => beautifier.beautify(...args), message]),
+    ...wrongOptions.map(([options, message]) => [() => new Beautifier(options), message]),
+  ];
+  for (const [call, message] of calls) {
+    it(`are named when wrong: ${message.source}`, () => assert.throws(call, message));
   }
+
+  it('are options that an object inherits, too', () => {
+    const { minSize, sensitivity, layout } = new Beautifier(
+      Object.create({ minSize: 20, layout: undefined }, { sensitivity: { value: 1 } }),
+    ).options;
+    assert.deepEqual([minSize, sensitivity, layout], [20, 1, 'xyf']);
+  });
 
   it('that lie about their length are read no further than they go', () => {
     class Liar extends Float64Array {
@@ -218,6 +197,15 @@ describe('arguments', () => {
     beautifier.beautify(stroke, WIDTH, HEIGHT, [stroke]);
     assert.deepEqual(beautifier.options.figures, FIGURES);
     assert.ok(Object.isFrozen(beautifier) && Object.isFrozen(beautifier.options.figures));
+
+    class Named extends Beautifier {
+      name = 'mine';
+    }
+    const named = new Named({ minSize: 500 });
+    assert.throws(() => (named.options = {}), TypeError);
+    assert.ok(Object.isFrozen(named.options));
+    const { reason } = named.beautify(INK.line, WIDTH, HEIGHT);
+    assert.deepEqual([named.name, reason], ['mine', 'too-small']);
   });
 });
 

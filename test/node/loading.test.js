@@ -10,6 +10,7 @@ const { builtModule, runApart, skipIn } = require('./support.js');
 
 const notNode = { bun: "a flag of Node's", deno: "a flag of Node's" };
 const ANSWER = { path: [{ x: 1, y: 2, force: 0.5 }], type: 0 };
+const once = (native) => native.optimizeAStroke([{ x: 1, y: 2, force: 0.5 }], 1, 1, []);
 
 /** Terminates a worker running `body`; what it left, and what calls give afterwards. */
 async function endWhileInCall({ hello, work, body, report }) {
@@ -40,11 +41,8 @@ describe('the native module', () => {
     const types = runApart(async ({ hello, work, report }) => {
       const fs = require('node:fs');
       const native = require(hello);
-      const turn = (i) => (2 * Math.PI * i) / 64;
-      const circle = Array.from({ length: 65 }, (_, i) => ({
-        x: 0.5 + 0.4 * Math.cos(turn(i)),
-        y: 0.5 + 0.4 * Math.sin(turn(i)),
-      }));
+      const at = (turn) => ({ x: 0.5 + 0.4 * Math.cos(turn), y: 0.5 + 0.4 * Math.sin(turn) });
+      const circle = Array.from({ length: 65 }, (_, i) => at((Math.PI * i) / 32));
       const recognise = () => native.optimizeAStroke(circle, 200, 200, []).type;
       const before = recognise();
 
@@ -101,39 +99,37 @@ test('answers where no code may come from strings', { skip: skipIn(notNode) }, (
 
 describe('worker threads', () => {
   test('load it one after the other, the main thread never', () => {
-    const answers = runApart(async ({ work, report }) => {
-      const once = (native) => native.optimizeAStroke([{ x: 1, y: 2, force: 0.5 }], 1, 1, []);
-      report([await work(once), await work(once), await work(once)]);
-    });
+    const threeTimes = async ({ work, body, report }) =>
+      report([await work(body), await work(body), await work(body)]);
+    const answers = runApart(threeTimes, { body: once });
     assert.deepEqual(answers, [ANSWER, ANSWER, ANSWER]);
   });
 
   test('load it before, beside and after the main thread', () => {
-    const answers = runApart(async ({ hello, work, report }) => {
-      const once = (native) => native.optimizeAStroke([{ x: 1, y: 2, force: 0.5 }], 1, 1, []);
-      const before = [await work(once), await work(once)];
+    const aroundIt = async ({ hello, work, body, report }) => {
+      const before = [await work(body), await work(body)];
       const native = require(hello);
-      report([...before, once(native), await work(once), once(native)]);
-    });
+      report([...before, body(native), await work(body), body(native)]);
+    };
+    const answers = runApart(aroundIt, { body: once });
     assert.deepEqual(answers, Array(5).fill(ANSWER));
   });
 
   test('use it four at a time, and four again', () => {
-    const sums = runApart(async ({ work, report }) => {
-      const many = (native) => {
-        let sum = 0;
-        for (let i = 0; i < 2000; ++i) {
-          const stroke = Array.from({ length: 1 + (i % 9) }, () => ({ x: i, y: 0, force: 1 }));
-          for (const point of native.optimizeAStroke(stroke, 9, 9, [stroke]).path) sum += point.x;
-        }
-        return sum;
-      };
-      const four = () => Promise.all([work(many), work(many), work(many), work(many)]);
+    const many = (native) => {
+      let sum = 0;
+      for (let i = 0; i < 2000; ++i) {
+        const stroke = Array.from({ length: 1 + (i % 9) }, () => ({ x: i, y: 0, force: 1 }));
+        for (const point of native.optimizeAStroke(stroke, 9, 9, [stroke]).path) sum += point.x;
+      }
+      return sum;
+    };
+    const eight = async ({ work, body, report }) => {
+      const four = () => Promise.all([work(body), work(body), work(body), work(body)]);
       report([...(await four()), ...(await four())]);
-    });
-    let sum = 0;
-    for (let i = 0; i < 2000; ++i) sum += i * (1 + (i % 9));
-    assert.deepEqual(sums, Array(8).fill(sum));
+    };
+    const echo = { optimizeAStroke: (path) => ({ path }) };
+    assert.deepEqual(runApart(eight, { body: many }), Array(8).fill(many(echo)));
   });
 
   const keeping = 'never unmaps a native module';
@@ -143,43 +139,34 @@ describe('worker threads', () => {
     (carriesLibrary && 'the C++ library in the module must stay') ||
     skipIn({ bun: keeping, deno: keeping });
   test('leave nothing mapped behind', { skip }, () => {
-    const mapped = runApart(async ({ work, report }) => {
-      const isMapped = () => /hello\.node/.test(require('fs').readFileSync('/proc/self/maps'));
-      const before = isMapped();
-      const during = await work(() =>
-        /hello\.node/.test(require('fs').readFileSync('/proc/self/maps')),
-      );
-      report([before, during, isMapped()]);
-    });
+    const isMapped = () => /hello\.node/.test(require('fs').readFileSync('/proc/self/maps'));
+    const around = async ({ work, body, report }) => report([body(), await work(body), body()]);
+    const mapped = runApart(around, { body: isMapped });
     assert.deepEqual(mapped, [false, true, false]);
   });
 
   // In each the worker is stopped while it is inside the call. The process must
   // survive, and the module go on working in the threads that are left.
   const endings = {
-    'in a getter': (native, { workerData }) => {
-      const stop = () => {
-        Atomics.store(new Int32Array(workerData), 0, 1);
-        for (;;);
+    'in a getter': (native, { started }) => {
+      const get = () => {
+        for (started(); ;);
       };
-      const point = Object.defineProperty({}, 'x', { get: stop });
+      const point = Object.defineProperty({}, 'x', { get });
       native.optimizeAStroke([point, 5], 1, undefined, [[null]]);
     },
-    'in a conversion to a string': (native, { workerData }) => {
-      const stop = () => {
-        Atomics.store(new Int32Array(workerData), 0, 1);
-        for (;;);
+    'in a conversion to a string': (native, { started }) => {
+      const toString = () => {
+        for (started(); ;);
       };
-      native.initScrivo([{ toString: stop }, Symbol('later'), 'more']);
+      native.initScrivo([{ toString }, Symbol('later'), 'more']);
     },
-    'while a long stroke is converted': (native, { workerData }) => {
+    'while a long stroke is converted': (native, { started }) => {
       const stroke = Array(1e5).fill({ x: NaN, y: 0 });
-      Atomics.store(new Int32Array(workerData), 0, 1);
-      for (;;) native.optimizeAStroke([], 1, 1, [stroke, stroke]);
+      for (started(); ;) native.optimizeAStroke([], 1, 1, [stroke, stroke]);
     },
-    'while bad strokes are converted': (native, { workerData }) => {
-      Atomics.store(new Int32Array(workerData), 0, 1);
-      for (;;) {
+    'while bad strokes are converted': (native, { started }) => {
+      for (started(); ;) {
         try {
           native.optimizeAStroke([5], undefined, '1', [[{ x: 1n }]]);
         } catch {
@@ -187,8 +174,8 @@ describe('worker threads', () => {
         }
       }
     },
-    'by itself': (native, { workerData }) => {
-      Atomics.store(new Int32Array(workerData), 0, 1);
+    'by itself': (native, { started }) => {
+      started();
       const point = Object.defineProperty({}, 'x', { get: () => process.exit(1) });
       native.optimizeAStroke([point, 5], 1, '1', [5]);
     },

@@ -20,9 +20,10 @@ const skipIn = (reasons) => reasons[host] ?? false;
  *
  * - `hello`: the path of the native module, which is not loaded yet
  * - `report(value)`: sets the result, anything that survives JSON
- * - `work(body)`: runs `body(native, { parentPort, workerData })` in a worker with
- *   a fresh native module; resolves to what it returns (not awaited), and to
- *   `{ exitCode }` if the worker ended before that
+ * - `work(body)`: runs `body(native, { parentPort, workerData, started })` in a worker
+ *   with a fresh native module; `started()` sets the first number of a shared `workerData`.
+ *   Resolves to what it returns (not awaited), and to `{ exitCode }` if the worker ended
+ *   before that
  * - `body`: the function given as an option, for use with `work`
  */
 function runApart(main, { flags = [], body } = {}) {
@@ -38,9 +39,10 @@ function bootstrap(main, hello, body) {
 
   function work(body, options) {
     const source = `
-      const threads = require('node:worker_threads');
-      const value = (${body})(require(${JSON.stringify(hello)}), threads);
-      threads.parentPort.postMessage(value);`;
+      const { parentPort, workerData } = require('node:worker_threads');
+      const started = () => void Atomics.store(new Int32Array(workerData), 0, 1);
+      const threads = { parentPort, workerData, started };
+      parentPort.postMessage((${body})(require(${JSON.stringify(hello)}), threads));`;
     const worker = new Worker(source, { eval: true, ...options });
     const done = new Promise((resolve, reject) => {
       worker.on('message', resolve);
