@@ -6,18 +6,9 @@ const fs = require('node:fs');
 const path = require('node:path');
 const { after, describe, test } = require('node:test');
 const { PROGRAM, drawStrokes, makeFolder, parseLines, run, toNdjson } = require('./support/cli.js');
+const { readExamples } = require('./support/documents.js');
 
-const DOCUMENTS = ['command-line.md', 'templates.md'];
 const STROKES = 120;
-
-/** Commands of the documents, as they stand in their blocks, but for those of a checkout. */
-function readExamples() {
-  const blocks = DOCUMENTS.flatMap((name) => {
-    const file = path.join(__dirname, '..', '..', 'docs', name);
-    return [...fs.readFileSync(file, 'utf8').matchAll(/^```sh\n([^]*?)^```$/gm)];
-  });
-  return blocks.map(([, commands]) => commands).filter((text) => !text.startsWith('npm '));
-}
 
 /** Why a test has to be skipped, or false. */
 function skipUnless(program) {
@@ -42,12 +33,12 @@ describe('the examples of the documents', () => {
   const runShell = (commands) =>
     spawnSync('bash', ['-euo', 'pipefail', '-c', commands], { cwd: folder, env, encoding: 'utf8' });
 
-  const examples = readExamples();
+  const examples = readExamples().commands;
   assert.ok(examples.length >= 11, `found only ${examples.length} examples`);
-  for (const commands of examples) {
+  for (const { place, code: commands } of examples) {
     const needs = commands.split(' ', 1)[0];
     const skip = needs === 'parallel' && skipUnless(needs);
-    test(commands.trim(), { skip }, async () => {
+    test(`${place}: ${commands.trim()}`, { skip }, async () => {
       if (!fs.existsSync(inFolder('page.inkml'))) {
         await run(folder, ['idealise', 'ink.ndjson', '-o', 'page.inkml']);
       }
@@ -63,8 +54,8 @@ describe('the examples of the documents', () => {
     'give the same strokes when GNU parallel spreads them',
     { skip: skipUnless('parallel') },
     () => {
-      const example = examples.find((commands) => commands.startsWith('parallel'));
-      const { status, stderr } = runShell(example.replace('10M', '20k'));
+      const { code } = examples.find((example) => example.code.startsWith('parallel'));
+      const { status, stderr } = runShell(code.replace('10M', '20k'));
       assert.equal(status, 0, stderr);
       const [alone, spread] = ['ideal.ndjson', 'ideal-parallel.ndjson'].map((name) =>
         fs.readFileSync(inFolder(name), 'utf8'),

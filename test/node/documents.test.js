@@ -13,10 +13,8 @@ const ts = require('typescript');
 
 const { root } = require('./support.js');
 const { drawPictures } = require('../../tools/pictures/index.js');
-const { anchors, documents, links, readBlocks, statedOutput } = require('./support/documents.js');
+const { anchors, documents, links, readExamples, statedOutput } = require('./support/documents.js');
 
-/** The commands of these documents are run, on strokes made for them, by cli-docs.test.js. */
-const COMMANDS_RUN_APART = ['docs/command-line.md', 'docs/templates.md'];
 /** Long enough for a slow compiler: what runs on is a server, not an example. */
 const PATIENCE_MS = 120_000;
 const BUILT = path.join(root, 'build', 'release');
@@ -115,13 +113,7 @@ function buildProject(block) {
   checkOutput({ code: block.program }, execute(inFolder(project, 'build', target), []));
 }
 
-const examples = documents()
-  .filter((name) => !/^(test|node_modules)\//.test(name))
-  .flatMap((name) => readBlocks(name))
-  .filter(({ place, language }) => {
-    const [name] = place.split(':');
-    return !(language === 'sh' && COMMANDS_RUN_APART.includes(name));
-  });
+const examples = readExamples().others;
 const run = examples.filter(({ reason }) => reason === undefined);
 const programs = run.filter(({ language }) => language === 'cpp');
 

@@ -14,7 +14,7 @@ const { root } = require('../support.js');
 //   ... -->
 const MARK = /^<!--\s*(not run:|goes on|setup)([^]*?)-->\s*$/;
 
-/** The documents of the project: every Markdown file that git tracks or would track. */
+/** The documents of the project: the Markdown files that git tracks or would track. */
 function documents() {
   const args = ['ls-files', '--cached', '--others', '--exclude-standard', '*.md'];
   const listed = execFileSync('git', args, { cwd: root, encoding: 'utf8' });
@@ -53,6 +53,21 @@ function readBlocks(name) {
   });
 }
 
+/** The commands of these pages are run by cli-docs.test.js, on strokes made for them. */
+const COMMAND_PAGES = ['docs/command-line.md', 'docs/templates.md'];
+
+const isCommand = ({ place, language, reason }) =>
+  language === 'sh' && reason === undefined && COMMAND_PAGES.includes(place.split(':')[0]);
+
+/** The blocks of all documents, in two parts: commands of the command line, and the others. */
+function readExamples() {
+  const blocks = documents().flatMap(readBlocks);
+  return {
+    commands: blocks.filter(isCommand),
+    others: blocks.filter((block) => !isCommand(block)),
+  };
+}
+
 /** What the comments behind the printing lines say is printed. */
 function statedOutput(code) {
   const printing = /^.*(?:console\.log\(|std::cout\b).*?;\s*\/\/ (.*)$/gm;
@@ -83,4 +98,4 @@ function links(name) {
   return targets.filter((target) => target && !/^[a-z]+:/.test(target));
 }
 
-module.exports = { anchors, documents, links, readBlocks, statedOutput };
+module.exports = { anchors, documents, links, readExamples, statedOutput };
