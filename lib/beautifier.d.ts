@@ -115,8 +115,9 @@ export type Reason = 'invalid' | 'too-small' | 'not-wanted' | 'not-sure' | 'no-f
 export interface Beautified<Path> {
   /**
    * Fractions of the drawing area, in the form of the stroke that was given: a dot has 64 points, a
-   * line 21, an angle 42, an ellipse 85, polygons 21 an edge. Points of figures have no force. Ink
-   * that stays as drawn comes back as a new array of the very points that were given.
+   * line 21, an angle 42, an ellipse 85, polygons 21 an edge. Points of figures are fresh and have no
+   * force. Ink that stays as drawn comes back as a new array of the very objects that were given, with
+   * all that they carry, or as a fresh Float64Array of the same numbers.
    */
   path: Path;
   /** A figure code: 0, 1, 2, 4, 6 or 7, as `FigureType` of the main entry names them. */

@@ -16,7 +16,7 @@
  * @module scrivo
  */
 
-/** A sample of a stroke. Properties other than these three are ignored. */
+/** A sample of a stroke. Properties other than these three are ignored and do not come back. */
 export interface Point {
   /** Fraction of the drawing area's width: 0 left edge, 1 right edge, any number allowed. */
   x: number;
@@ -58,9 +58,10 @@ export type FigureType = (typeof FigureType)[keyof typeof FigureType];
 /** The answer to one stroke. */
 export interface StrokeResult {
   /**
-   * The figure's outline as fresh points, in fractions of the drawing area. Edges
-   * that meet repeat their corner. Figures are moved into the drawing area where
-   * they fit, lines are not.
+   * The figure's outline in fractions of the drawing area. Edges that meet repeat
+   * their corner. Figures are moved into the drawing area where they fit, lines are
+   * not. The points are fresh ones, those of a stroke as drawn too: never the
+   * objects that were given.
    */
   path: Point[];
   /** What the stroke was taken for. */
