@@ -11,7 +11,7 @@ const ANIMATION_MS = 1200;
 const VIEW = { width: 1000, height: 700 };
 
 /** Points along a straight line, trembling by up to `tremor` pixels across it. */
-function shakyLine(from, to, tremor) {
+function shakyLine(from, to, tremor = 4) {
   const [dx, dy] = [to[0] - from[0], to[1] - from[1]];
   const length = Math.hypot(dx, dy);
   return Array.from({ length: 60 }, (_, i) => {
@@ -20,6 +20,10 @@ function shakyLine(from, to, tremor) {
     return [from[0] + t * dx - (across * dy) / length, from[1] + t * dy + (across * dx) / length];
   });
 }
+
+const FROM = [200, 300];
+const TO = [700, 420];
+const LINE = shakyLine(FROM, TO);
 
 /** Distance of a point from the straight line through `a` and `b`. */
 function distanceToLine({ x, y }, a, b) {
@@ -66,11 +70,12 @@ describe('the drawing page', () => {
     await page.goto(address);
   });
 
-  async function draw(points) {
+  async function draw(points, holdMs = 0) {
     const count = await page.evaluate(() => window.scrivo.strokes.length);
     await page.mouse.move(...points[0]);
     await page.mouse.down();
     for (const point of points.slice(1)) await page.mouse.move(...point);
+    await page.waitForTimeout(holdMs);
     await page.mouse.up();
     await page.waitForFunction((n) => window.scrivo.strokes.length === n, count + 1);
     await page.waitForFunction(() => window.scrivo.pending === 0);
@@ -95,12 +100,7 @@ describe('the drawing page', () => {
 
   test('turns a press that is held into a dot, and leaves a click as it is', async () => {
     await draw([[300, 300]]);
-    await page.mouse.move(500, 400);
-    await page.mouse.down();
-    await page.waitForTimeout(1500);
-    await page.mouse.up();
-    await page.waitForFunction(() => window.scrivo.strokes.length === 2);
-    await page.waitForFunction(() => window.scrivo.pending === 0);
+    await draw([[500, 400]], 1500);
     const [click, held] = await strokes();
     assert.deepEqual([click.type, held.type, held.path.length], [0, 1, 64]);
     assertNear(held.path.at(-1), [500, 400], 1);
@@ -109,18 +109,13 @@ describe('the drawing page', () => {
   });
 
   test('turns a shaky line, drawn with the mouse, into a clean one', async () => {
-    const [from, to] = [
-      [200, 300],
-      [700, 420],
-    ];
-    const drawn = shakyLine(from, to, 4);
-    await draw(drawn);
+    await draw(LINE);
     const [stroke] = await strokes();
     assert.ok(bend(stroke.drawn) > 1e-3, 'the ink itself is not straight');
     assert.deepEqual([stroke.type, stroke.path.length], [2, 21]);
     assert.ok(bend(stroke.path) < 1e-9);
-    assertNear(stroke.path[0], from, 8);
-    assertNear(stroke.path.at(-1), to, 8);
+    assertNear(stroke.path[0], FROM, 8);
+    assertNear(stroke.path.at(-1), TO, 8);
     assert.equal(await status(), 'Line');
     await page.waitForTimeout(ANIMATION_MS);
     assert.equal(await inkAt(toPixels(stroke.path[10])), 255, 'the line is painted');
@@ -131,7 +126,7 @@ describe('the drawing page', () => {
   });
 
   test('brings the ink back on undo, and forgets it on the next', async () => {
-    await draw(shakyLine([200, 300], [700, 420], 4));
+    await draw(LINE);
     assert.deepEqual(await types(), [2]);
     await page.keyboard.press('Control+z');
     const [ink] = await strokes();
@@ -143,10 +138,10 @@ describe('the drawing page', () => {
 
   test('keeps strokes as drawn when told to, and clears the page', async () => {
     await page.click('#keep');
-    await draw(shakyLine([200, 300], [700, 420], 4));
+    await draw(LINE);
     assert.deepEqual(await types(), [0]);
     await page.click('#keep');
-    await draw(shakyLine([200, 100], [700, 120], 4));
+    await draw(shakyLine([200, 100], [700, 120]));
     assert.deepEqual(await types(), [0, 2]);
     await page.click('#clear');
     assert.deepEqual(await types(), []);
@@ -158,7 +153,7 @@ describe('the drawing page', () => {
       server.close(resolve);
       server.closeAllConnections();
     });
-    await draw(shakyLine([200, 300], [700, 420], 4));
+    await draw(LINE);
     assert.deepEqual(await types(), [0]);
     assert.match(await page.textContent('#alert'), /server does not answer/);
     await listen(server, port);

@@ -7,69 +7,52 @@ import { isMeasured } from '../../demo/public/js/pen.mjs';
 import { PointerGate } from '../../demo/public/js/pointer-gate.mjs';
 
 describe('which pointer draws', () => {
-  const event = (pointerType, pointerId, timeStamp = 0, button = 0) => ({
-    pointerType,
-    pointerId,
-    timeStamp,
-    button,
-  });
-  const mouse = event('mouse', 1);
-  const pen = event('pen', 2);
-  const [finger, secondFinger, thirdFinger] = [10, 11, 12].map((id) => event('touch', id));
-
-  test('one pointer draws from down to up', () => {
-    const gate = new PointerGate();
-    assert.equal(gate.down(mouse), 'start');
-    assert.equal(gate.isDrawing(mouse), true);
-    assert.equal(gate.isDrawing(pen), false);
-    assert.equal(gate.up(mouse), 'finish');
-    assert.equal(gate.up(mouse), 'ignore', 'the capture is lost after the pointer is up');
-    assert.equal(gate.down(event('mouse', 1, 0, 2)), 'ignore', 'the right button');
-  });
-
-  test('a second pointer does not disturb a stroke', () => {
-    const gate = new PointerGate();
-    gate.down(pen);
-    for (const other of [mouse, finger]) {
-      assert.equal(gate.down(other), 'ignore');
-      assert.equal(gate.up(other), 'ignore');
-    }
-    assert.equal(gate.up(pen), 'finish');
-  });
-
-  test('two fingers are a gesture: nothing is drawn until both are lifted', () => {
-    const gate = new PointerGate();
-    gate.down(finger);
-    assert.equal(gate.down(secondFinger), 'drop');
-    assert.equal(gate.up(secondFinger), 'ignore');
-    assert.equal(gate.down(thirdFinger), 'ignore');
-    gate.up(thirdFinger);
-    assert.equal(gate.up(finger), 'ignore');
-    assert.equal(gate.down(finger), 'start');
-  });
-
-  test('a hand that comes to rest later leaves the stroke alone', () => {
-    const gate = new PointerGate();
-    gate.down(finger);
-    assert.equal(gate.down(event('touch', 11, 2000)), 'ignore');
-    assert.equal(gate.up(finger), 'finish');
-  });
-
-  test('a pen takes over from the hand that holds it', () => {
-    const gate = new PointerGate();
-    gate.down(finger);
-    assert.equal(gate.down(pen), 'restart');
-    assert.equal(gate.isDrawing(finger), false);
-    assert.equal(gate.up(pen), 'finish');
-    assert.equal(gate.down(secondFinger), 'ignore', 'the hand still rests');
-  });
-
-  test('a cancelled pointer leaves nothing', () => {
-    const gate = new PointerGate();
-    gate.down(finger);
-    assert.equal(gate.cancel(finger), 'drop');
-    assert.equal(gate.down(secondFinger), 'start');
-  });
+  const plain = { timeStamp: 0, button: 0 };
+  const event = (pointerType, pointerId, more) => ({ ...plain, pointerType, pointerId, ...more });
+  const pointers = {
+    mouse: event('mouse', 1),
+    'right-button': event('mouse', 1, { button: 2 }),
+    pen: event('pen', 2),
+    finger: event('touch', 10),
+    second: event('touch', 11),
+    'second-later': event('touch', 11, { timeStamp: 2000 }),
+    third: event('touch', 12),
+  };
+  /** What happens, to which pointer, and what the gate then says. */
+  const sequences = {
+    'one pointer draws from down to up': [
+      'down mouse start, isDrawing mouse true, isDrawing pen false, up mouse finish',
+      'up mouse ignore', // the capture is lost after the pointer is up
+      'down right-button ignore',
+    ],
+    'a second pointer does not disturb a stroke': [
+      'down pen start, down mouse ignore, up mouse ignore',
+      'down finger ignore, up finger ignore, up pen finish',
+    ],
+    'two fingers are a gesture: nothing is drawn until both are lifted': [
+      'down finger start, down second drop, up second ignore, down third ignore',
+      'up third ignore, up finger ignore, down finger start',
+    ],
+    'a hand that comes to rest later leaves the stroke alone': [
+      'down finger start, down second-later ignore, up finger finish',
+    ],
+    'a pen takes over from the hand that holds it': [
+      'down finger start, down pen restart, isDrawing finger false, up pen finish',
+      'down second ignore', // the hand still rests
+    ],
+    'a cancelled pointer leaves nothing': [
+      'down finger start, cancel finger drop, down second start',
+    ],
+  };
+  for (const [name, steps] of Object.entries(sequences)) {
+    test(name, () => {
+      const gate = new PointerGate();
+      for (const step of steps.join(', ').split(', ')) {
+        const [action, pointer, expected] = step.split(' ');
+        assert.equal(String(gate[action](pointers[pointer])), expected, step);
+      }
+    });
+  }
 });
 
 test('only measured pressure counts', () => {
@@ -155,26 +138,17 @@ describe('where the points of a figure come from', () => {
         return [100 * Math.cos(angle), 100 * Math.sin(angle)];
       });
     const figure = ring((t) => t);
-    const origins = originsOf(
-      figure,
-      ring((t) => 0.3 - t),
-      true,
-    );
+    const drawn = ring((t) => 0.3 - t);
+    const origins = originsOf(figure, drawn, true);
     origins.forEach((origin, i) => assert.ok(distance(origin, figure[i]) < 5));
   });
 
   test('ink of one point, or of none but that, is no obstacle', () => {
-    const dot = [[5, 5], [5, 5]]; // prettier-ignore
-    for (const ink of [
-      [[4, 4]],
-      [
-        [4, 4],
-        [4, 4],
-      ],
-    ]) {
-      // prettier-ignore
-      assert.deepEqual(originsOf(dot, ink, false), [[4, 4], [4, 4]]); // prettier-ignore
-      assert.deepEqual(originsOf(dot, ink, true), [[4, 4], [4, 4]]); // prettier-ignore
+    const twice = (point) => [point, point];
+    for (const ink of [[[4, 4]], twice([4, 4])]) {
+      for (const closed of [false, true]) {
+        assert.deepEqual(originsOf(twice([5, 5]), ink, closed), twice([4, 4]));
+      }
     }
   });
 });

@@ -7,7 +7,7 @@ const path = require('node:path');
 const { describe, test } = require('node:test');
 const { judgeNode, matchesLock, planSystemPackages } = require('../../tools/setup.js');
 const { unbuiltFiles } = require('../../tools/support/source-lists.js');
-const { countJunit, countTap } = require('../../tools/test.js');
+const counting = require('../../tools/support/test-counts.js');
 
 describe('setup', () => {
   const wanted = ['g++', 'cmake', 'ninja-build'];
@@ -35,13 +35,8 @@ describe('setup', () => {
 
   test('goes through sudo where it asks for no password', () => {
     const { commands } = plan({ installed: new Set(), sudo: true });
-    assert.deepEqual(
-      commands.map((command) => command.slice(0, 2)),
-      [
-        ['sudo', '-n'],
-        ['sudo', '-n'],
-      ],
-    );
+    assert.equal(commands.length, 2);
+    for (const command of commands) assert.deepEqual(command.slice(0, 2), ['sudo', '-n']);
   });
 
   test('prints the exact command where it may install nothing', () => {
@@ -74,16 +69,13 @@ describe('setup', () => {
         'node_modules/other-platform': entry('1.0.0', { optional: true }),
       },
     };
-    const installed = (packages) => ({ packages });
     const a = { 'node_modules/a': entry('1.0.0') };
-    assert.equal(matchesLock(lock, installed(a)), true);
+    const matches = (packages) => matchesLock(lock, { packages });
+    assert.equal(matches(a), true);
     assert.equal(matchesLock(lock, null), false);
-    assert.equal(matchesLock(lock, installed({})), false, 'a package is missing');
-    assert.equal(matchesLock(lock, installed({ 'node_modules/a': entry('1.0.1') })), false);
-    assert.equal(
-      matchesLock(lock, installed({ ...a, 'node_modules/left': entry('1.0.0') })),
-      false,
-    );
+    assert.equal(matches({}), false, 'a package is missing');
+    assert.equal(matches({ 'node_modules/a': entry('1.0.1') }), false);
+    assert.equal(matches({ ...a, 'node_modules/left': entry('1.0.0') }), false);
   });
 });
 
@@ -110,13 +102,37 @@ test('the list check finds C++ files that nothing builds', () => {
   ]);
 });
 
-test('totals are read from the reports of both runners', () => {
+describe('the totals of a runner', () => {
+  const deno = `running 3 tests from ./test/node/x.test.js
+alone ... ok (59ms)
+group ...
+  one ... ok (1ms)
+  inner ...
+    two ... ok (2ms)
+    three ... ignored (0ms)
+  inner ... ok (2ms)
+group ... ok (5ms)
+last ... ignored (0ms)
+
+ok | 2 passed (4 steps) | 0 failed | 1 ignored (71ms)`;
+  const denoFailing = 'g ...\n  one ... FAILED (1ms)\ng ... FAILED (due to 1 failed step) (2ms)';
   const xml = '<testsuite name="x"\n\ttests="9"\n\tfailures="2"\n\tdisabled="1"\n\tskipped="1">';
-  assert.deepEqual(countJunit(xml), { passed: 5, failed: 2, skipped: 2 });
   const tap = '# tests 7\n# pass 3\n# fail 1\n# cancelled 1\n# skipped 2\n# todo 0\n';
-  assert.deepEqual(countTap(tap), { passed: 3, failed: 2, skipped: 2 });
-  const nothing = { passed: 0, failed: 0, skipped: 0 };
-  assert.deepEqual([countJunit(''), countTap('')], [nothing, nothing]);
+  const bun = '(pass) 7 pass\n\n 11 pass\n 2 skip\n 1 fail\nRan 14 tests\n';
+  const outputs = [
+    ['countJunit', xml, [5, 2, 2]],
+    ['countTap', tap, [3, 2, 2]],
+    ['countBun', bun, [11, 1, 2]],
+    ['countDeno', deno, [3, 0, 2]],
+    ['countDeno', denoFailing, [0, 2, 0]],
+    ...Object.keys(counting).map((name) => [name, 'Segmentation fault\n', [0, 0, 0]]),
+  ];
+  for (const [name, output, expected] of outputs) {
+    test(`${name} reads ${expected}`, () => {
+      const { passed, failed, skipped } = counting[name](output);
+      assert.deepEqual([passed, failed, skipped], expected);
+    });
+  }
 });
 
 test('an interrupted tool takes its children and theirs along', { timeout: 60_000 }, async (t) => {

@@ -7,50 +7,7 @@ const { describe, test } = require('node:test');
 const { scripts } = require('../../package.json');
 const { findNative } = require('../../lib/native.js');
 const { compareVersions, judgeContents } = require('../../tools/publish-check.js');
-const { countBun, countDeno, countTap } = require('../../tools/support/hosts.js');
 const { TARGETS, moduleNames, prebuiltFiles, targetOf } = require('../../tools/support/modules.js');
-
-describe('counting what a host has tested', () => {
-  test('Node.js', () => {
-    const counts = countTap('ok 1 - a\n# tests 9\n# pass 6\n# fail 2\n# skipped 1\n# todo 0\n');
-    assert.deepEqual(counts, { passed: 6, failed: 2, skipped: 1 });
-  });
-
-  test('Bun', () => {
-    const counts = countBun('(pass) 7 pass\n\n 11 pass\n 2 skip\n 1 fail\nRan 14 tests\n');
-    assert.deepEqual(counts, { passed: 11, failed: 1, skipped: 2 });
-  });
-
-  test('Deno, whose groups are no tests', () => {
-    const output = [
-      'running 3 tests from ./test/node/x.test.js',
-      'alone ... ok (59ms)',
-      'group ...',
-      '  one ... ok (1ms)',
-      '  inner ...',
-      '    two ... ok (2ms)',
-      '    three ... ignored (0ms)',
-      '  inner ... ok (2ms)',
-      'group ... ok (5ms)',
-      'last ... ignored (0ms)',
-      '',
-      'ok | 2 passed (4 steps) | 0 failed | 1 ignored (71ms)',
-    ];
-    assert.deepEqual(countDeno(output.join('\n')), { passed: 3, failed: 0, skipped: 2 });
-    const failing = [
-      'g ...',
-      '  one ... FAILED (1ms)',
-      'g ... FAILED (due to 1 failed step) (2ms)',
-    ];
-    assert.ok(countDeno(failing.join('\n')).failed > 0);
-  });
-
-  test('a host that died at once has tested nothing', () => {
-    for (const count of [countTap, countBun, countDeno]) {
-      assert.deepEqual(count('Segmentation fault\n'), { passed: 0, failed: 0, skipped: 0 });
-    }
-  });
-});
 
 describe('what is shipped', () => {
   test('is every module that CMake builds, for every target', () => {

@@ -1,10 +1,7 @@
 // Never run, only checked: see usage.mts.
 import { Beautifier, FIGURES } from 'scrivo/beautifier';
 import type { Beautified, Figure, FigureFamily, Ink, InkPoint, Reason } from 'scrivo/beautifier';
-
-type Same<A, B> =
-  (<T>() => T extends A ? 1 : 2) extends <T>() => T extends B ? 1 : 2 ? true : never;
-const same = <A, B>(proof: Same<A, B>) => proof;
+import { same } from './same.mjs';
 
 const points = [{ x: 0, y: 1, force: 0.5, time: 17 }] as const;
 const packed = new Float64Array(6);
@@ -18,6 +15,17 @@ new Beautifier({
   layout: 'xy',
 });
 new Beautifier({ figures: ['dot', 'line'] as const });
+// What is not known is left out or undefined.
+const settings: { minSize?: number; sensitivity: number | undefined } = { sensitivity: undefined };
+new Beautifier({ ...settings, minSize: settings.minSize, layout: undefined, figures: undefined });
+same<typeof beautifier.options.minSize, number>(true);
+same<typeof beautifier.options.layout, 'xy' | 'xyf'>(true);
+beautifier.beautify([{ x: 0, y: 1, force: undefined }], 800, 600, undefined);
+
+class Named extends Beautifier {
+  label = 'mine';
+}
+const named: Beautifier = new Named({ minSize: 20 });
 
 // The answer comes in the form of the stroke.
 const asObjects = beautifier.beautify(points, 800, 600, [points, packed]);
@@ -59,6 +67,10 @@ size(asObjects.figure);
 const family: FigureFamily = 'circle';
 // @ts-expect-error: unknown option
 new Beautifier({ minsize: 20 });
+// @ts-expect-error: null is no option
+new Beautifier({ minSize: null });
+// @ts-expect-error: a Map holds no options
+new Beautifier(new Map([['minSize', 20]]));
 // @ts-expect-error: no such layout
 new Beautifier({ layout: 'yx' });
 // @ts-expect-error: no figure of this name
@@ -76,4 +88,4 @@ const ink: Ink = [{ x: 1 }];
 // @ts-expect-error: a class is made with new
 Beautifier();
 
-export { family, ink, size };
+export { family, ink, named, size };

@@ -2,10 +2,7 @@
 // An expected error that does not occur is an error itself.
 import { FigureType, initScrivo, optimizeAStroke, templates } from 'scrivo';
 import type { Point, StrokeResult } from 'scrivo';
-
-type Same<A, B> =
-  (<T>() => T extends A ? 1 : 2) extends <T>() => T extends B ? 1 : 2 ? true : never;
-const same = <A, B>(proof: Same<A, B>) => proof;
+import { same } from './same.mjs';
 
 const points: Point[] = [
   { x: 0, y: 1 },
