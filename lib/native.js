@@ -47,10 +47,17 @@ function findNative(name) {
   const error = new Error(
     `Cannot find the native module ${name}.node. Tried:\n` +
       tried.map((file) => `  ${file}\n`).join('') +
-      `Build it from the sources: (cd ${JSON.stringify(root)} && npm run build)`,
+      advice(),
   );
   throw Object.assign(error, { code: 'MODULE_NOT_FOUND' });
 }
+
+/** The sources come with the package: without them this file is not where it was installed. */
+const advice = () =>
+  fs.existsSync(path.join(root, 'CMakeLists.txt'))
+    ? `Build it from the sources: (cd ${JSON.stringify(root)} && npm run build)`
+    : 'The package is not whole there. Bundlers have to leave scrivo out (as an external module), ' +
+      'and archives its folders prebuilds and templates: docs/embedding.md says how.';
 
 /**
  * Loads the native module NAME.node.

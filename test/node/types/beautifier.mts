@@ -1,4 +1,5 @@
 // Never run, only checked: see usage.mts.
+import { optimizeAStroke } from 'scrivo';
 import { Beautifier, FIGURES } from 'scrivo/beautifier';
 import type { Beautified, Figure, FigureFamily, Ink, InkPoint, Reason } from 'scrivo/beautifier';
 import { same } from './same.mjs';
@@ -67,6 +68,8 @@ size(asObjects.figure);
 const family: FigureFamily = 'circle';
 // @ts-expect-error: unknown option
 new Beautifier({ minsize: 20 });
+// @ts-expect-error: a force that is undefined is an error there
+optimizeAStroke([] as InkPoint[], 800, 600, []);
 // @ts-expect-error: null is no option
 new Beautifier({ minSize: null });
 // @ts-expect-error: a Map holds no options
