@@ -162,6 +162,13 @@ test('the pictures are those that the engine gives', () => {
   }
 });
 
+/** The C++ tests, to look up those that a document names. */
+function coreTests() {
+  const folder = path.join(root, 'test', 'core');
+  const names = fs.readdirSync(folder).filter((name) => name.endsWith('.cpp'));
+  return names.map((name) => fs.readFileSync(path.join(folder, name), 'utf8')).join('');
+}
+
 describe('the documents', () => {
   const { scripts } = require('../../package.json');
 
@@ -175,7 +182,7 @@ describe('the documents', () => {
       }
     });
 
-    test(`${name} names commands and files that exist`, () => {
+    test(`${name} names commands, files and tests that exist`, () => {
       const text = fs.readFileSync(path.join(root, name), 'utf8');
       for (const [, script] of text.matchAll(/npm run ([a-z][\w:-]*)/g)) {
         assert.ok(script in scripts, `npm run ${script}`);
@@ -184,6 +191,9 @@ describe('the documents', () => {
         /(?<![\w./-])((?:lib|src|subproject|test|tools|bench|docs|demo|cmake)\/[\w./-]+\.(?:js|h|cpp|cc|json|inc|md|cmake|ts|mjs|svg))\b/g;
       for (const [, file] of text.matchAll(places)) {
         assert.ok(fs.existsSync(path.join(root, file)), file);
+      }
+      for (const [, suite, title] of text.matchAll(/`([A-Z]\w+)\.([A-Z]\w+)`/g)) {
+        assert.match(coreTests(), new RegExp(`^TEST\\w*\\(${suite}(Test)?, ${title}\\)`, 'm'));
       }
     });
   }
