@@ -40,22 +40,21 @@ function unpackedFolders() {
 
 function packageExample(resources) {
   const archive = path.join(resources, 'app.asar');
-  const inArchive = path.join(archive, 'node_modules', 'scrivo');
-  fs.cpSync(EXAMPLE, archive, { recursive: true });
-  for (const name of ['lib', 'package.json']) {
-    fs.cpSync(path.join(ROOT, name), path.join(inArchive, name), { recursive: true });
-  }
+  const modules = path.join(archive, 'node_modules');
   const shipped = path.join(resources, 'shipped');
-  const prebuilds = path.join(shipped, 'prebuilds', `${process.platform}-${process.arch}`);
-  fs.mkdirSync(prebuilds, { recursive: true });
-  fs.copyFileSync(findNative('hello'), path.join(prebuilds, 'hello.node'));
-  fs.cpSync(path.join(ROOT, 'templates'), path.join(shipped, 'templates'), { recursive: true });
-  const beside = inArchive.replace('app.asar', 'app.asar.unpacked');
-  for (const name of unpackedFolders()) {
-    fs.cpSync(path.join(shipped, name), path.join(beside, name), { recursive: true });
+  const copy = (from, to) => fs.cpSync(from, to, { recursive: true });
+  copy(EXAMPLE, archive);
+  for (const name of ['lib', 'package.json']) {
+    copy(path.join(ROOT, name), path.join(modules, 'scrivo', name));
   }
-  fs.mkdirSync(path.join(archive, 'node_modules', 'electron'));
-  fs.writeFileSync(path.join(archive, 'node_modules', 'electron', 'index.js'), HOST);
+  const target = `${process.platform}-${process.arch}`;
+  copy(findNative('hello'), path.join(shipped, 'prebuilds', target, 'hello.node'));
+  copy(path.join(ROOT, 'templates'), path.join(shipped, 'templates'));
+  for (const name of unpackedFolders()) {
+    copy(path.join(shipped, name), path.join(`${archive}.unpacked/node_modules/scrivo`, name));
+  }
+  fs.mkdirSync(path.join(modules, 'electron'));
+  fs.writeFileSync(path.join(modules, 'electron', 'index.js'), HOST);
   return archive;
 }
 
