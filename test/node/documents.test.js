@@ -17,7 +17,6 @@ const { anchors, documents, links, readExamples, statedOutput } = require('./sup
 
 /** Long enough for a slow compiler: what runs on is a server, not an example. */
 const PATIENCE_MS = 120_000;
-const BUILT = path.join(root, 'build', 'release');
 
 const folder = fs.realpathSync(fs.mkdtempSync(path.join(os.tmpdir(), 'scrivo-documents-')));
 after(() => fs.rmSync(folder, { recursive: true }));
@@ -41,10 +40,10 @@ const write = (name, content) => {
 };
 
 const nameOf = ({ place }) => place.replace(/\W+/g, '_');
-const lines = (text) => text.split('\n').slice(0, -1);
 
 function checkOutput({ code }, stdout) {
-  assert.deepEqual(lines(stdout), statedOutput(code), 'printed, and stated in the comments');
+  const printed = stdout.split('\n').slice(0, -1);
+  assert.deepEqual(printed, statedOutput(code), 'printed, and stated in the comments');
 }
 
 function runScript(block, code = block.code) {
@@ -75,66 +74,50 @@ function asProgram(code) {
   return `${all.filter(isInclude).join('\n')}\nint main() {\n${body}\n}\n`;
 }
 
-/** One project of all the programs, against the library as it is installed. */
-function buildPrograms(blocks) {
-  const names = blocks.map(nameOf);
-  blocks.forEach((block) => write(`cpp/${nameOf(block)}.cpp`, asProgram(block.code)));
-  write(
-    'cpp/CMakeLists.txt',
-    ['cmake_minimum_required(VERSION 3.25)', 'project(examples CXX)']
-      .concat('find_package(Scrivo REQUIRED)')
-      .concat(names.map((name) => `add_executable(${name} ${name}.cpp)`))
-      .concat(names.map((name) => `target_link_libraries(${name} PRIVATE Scrivo::beautifier)`))
-      .join('\n'),
-  );
-  configure('cpp');
-  // Those that do not compile are reported by their own tests.
-  const options = { encoding: 'utf8', cwd: folder };
-  return spawnSync('cmake', ['--build', 'cpp/build', '-j2', '--', '-k0'], options).stdout;
+/** Builds a program against the library as it is installed, and runs it. */
+function runProgram(block, program, makefile) {
+  const project = nameOf(block);
+  const build = `${project}/build`;
+  write(`${project}/CMakeLists.txt`, makefile);
+  write(`${project}/main.cpp`, asProgram(program));
+  const options = ['-DCMAKE_BUILD_TYPE=Debug', `-DCMAKE_PREFIX_PATH=${inFolder('prefix')}`];
+  execute('cmake', ['-G', 'Ninja', '-S', project, '-B', build, ...options]);
+  execute('cmake', ['--build', build]);
+  const [, target] = /add_executable\((\w+)/.exec(makefile);
+  checkOutput({ code: program }, execute(inFolder(build, target), []));
 }
 
-function configure(project) {
-  const options = ['-DCMAKE_BUILD_TYPE=Debug', `-DCMAKE_PREFIX_PATH=${inFolder('prefix')}`];
-  execute('cmake', ['-G', 'Ninja', '-S', project, '-B', `${project}/build`, ...options]);
-}
+const MAKEFILE = `cmake_minimum_required(VERSION 3.25)
+project(example CXX)
+find_package(Scrivo REQUIRED)
+add_executable(example main.cpp)
+target_link_libraries(example PRIVATE Scrivo::beautifier)`;
 
 function runShell({ code }) {
   assert.notEqual(execute('bash', ['-euo', 'pipefail', '-c', code], { cwd: root }), '');
 }
 
-/** A build description is that of the program shown before it. */
-function buildProject(block) {
-  const project = nameOf(block);
-  write(`${project}/CMakeLists.txt`, block.code);
-  write(`${project}/main.cpp`, block.program);
-  configure(project);
-  execute('cmake', ['--build', `${project}/build`, '-j2']);
-  const [, target] = /add_executable\((\w+)/.exec(block.code);
-  checkOutput({ code: block.program }, execute(inFolder(project, 'build', target), []));
-}
-
 const examples = readExamples().others;
 const run = examples.filter(({ reason }) => reason === undefined);
-const programs = run.filter(({ language }) => language === 'cpp');
 
 describe('the examples of the documents', () => {
-  let buildLog;
   before(() => {
     fs.mkdirSync(inFolder('node_modules'));
     fs.symlinkSync(root, inFolder('node_modules', 'scrivo'), 'dir');
-    execute('cmake', ['--install', BUILT, '--prefix', inFolder('prefix')]);
-    buildLog = buildPrograms(programs);
+    execute('cmake', [
+      '--install',
+      path.join(root, 'build', 'release'),
+      '--prefix',
+      inFolder('prefix'),
+    ]);
   });
 
   const RUNNERS = {
     js: (block) => runScript(block),
     ts: runTypeScript,
-    cpp: (block) => {
-      const program = inFolder('cpp', 'build', nameOf(block));
-      assert.ok(fs.existsSync(program), buildLog);
-      checkOutput(block, execute(program, []));
-    },
-    cmake: buildProject,
+    cpp: (block) => runProgram(block, block.code, MAKEFILE),
+    // The makefile of the program shown before it.
+    cmake: (block) => runProgram(block, block.program, block.code),
     sh: runShell,
     json: ({ code }) => JSON.parse(code),
     text: () => {}, // a drawing, a table, what a program printed
