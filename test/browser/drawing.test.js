@@ -1,6 +1,7 @@
 'use strict';
 
 const assert = require('node:assert/strict');
+const { once } = require('node:events');
 const { after, before, beforeEach, describe, test } = require('node:test');
 const { createServer, listen } = require('../../demo/server.js');
 const scrivo = require('../../lib');
@@ -86,17 +87,12 @@ describe('the drawing page', () => {
   const status = () => page.textContent('#status');
 
   /** Darkness of the canvas at a place, from 0 (paper) to 255 (ink). */
-  const inkAt = ([x, y]) =>
-    page.evaluate(
-      ([left, top]) => {
-        const { data } = document
-          .getElementById('surface')
-          .getContext('2d')
-          .getImageData(left * devicePixelRatio, top * devicePixelRatio, 1, 1);
-        return data[3];
-      },
-      [Math.round(x), Math.round(y)],
-    );
+  const inkAt = (place) =>
+    page.evaluate(([x, y]) => {
+      const canvas = document.getElementById('surface').getContext('2d');
+      const at = [x, y].map((value) => Math.round(value) * devicePixelRatio);
+      return canvas.getImageData(...at, 1, 1).data[3];
+    }, place);
 
   test('turns a press that is held into a dot, and leaves a click as it is', async () => {
     await draw([[300, 300]]);
@@ -149,10 +145,9 @@ describe('the drawing page', () => {
 
   test('keeps the ink while the server is away, and tries again', async () => {
     const { port } = server.address();
-    await new Promise((resolve) => {
-      server.close(resolve);
-      server.closeAllConnections();
-    });
+    const closed = once(server, 'close');
+    server.close().closeAllConnections();
+    await closed;
     await draw(LINE);
     assert.deepEqual(await types(), [0]);
     assert.match(await page.textContent('#alert'), /server does not answer/);

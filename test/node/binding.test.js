@@ -51,10 +51,7 @@ describe('initScrivo', () => {
     const seen = [];
     const paths = [];
     const growing = {
-      toString() {
-        if (seen.push(paths.length) < 3) paths.push(growing);
-        return '';
-      },
+      toString: () => (seen.push(paths.length) < 3 && paths.push(growing), ''),
     };
     paths.push(growing);
     assert.equal(initScrivo(paths), true);
@@ -130,19 +127,12 @@ describe('points that come back', () => {
 
 describe('reading points', () => {
   test('takes whatever has the properties', () => {
-    class Sample {
-      get x() {
-        return A.x;
-      }
-      get y() {
-        return A.y;
-      }
-    }
     const bare = Object.assign(Object.create(null), A);
     const callable = Object.assign(() => {}, A);
     const list = Object.assign([], A);
     const pressed = Object.create({ force: 0.5 }, Object.getOwnPropertyDescriptors(A));
-    const stroke = [new Sample(), bare, callable, new Proxy(A, {}), list, pressed];
+    const inheriting = Object.create(pointWith('x', () => A.x));
+    const stroke = [inheriting, bare, callable, new Proxy(A, {}), list, pressed];
     assert.deepEqual(redraw(stroke), [A, A, A, A, A, { ...A, force: 0.5 }]);
   });
 
@@ -211,16 +201,14 @@ describe('reading points', () => {
   });
 
   test('can be interrupted by another call', () => {
-    const nested = (depth) => ({
-      get x() {
+    const nested = (depth) =>
+      pointWith('x', () => {
         const inner = depth > 0 ? [B, nested(depth - 1), C] : [B, C];
-        const expected = depth > 0 ? [B, { x: depth - 1, y: 0 }, C] : [B, C];
+        const expected = depth > 0 ? [B, { ...A, x: depth - 1 }, C] : [B, C];
         assert.deepEqual(redraw(inner), expected);
         return depth;
-      },
-      y: 0,
-    });
-    assert.deepEqual(redraw([A, nested(5), C]), [A, { x: 5, y: 0 }, C]);
+      });
+    assert.deepEqual(redraw([A, nested(5), C]), [A, { ...A, x: 5 }, C]);
     assert.deepEqual(redraw([A, B], [C, nested(2)]), [A, B]);
   });
 

@@ -7,22 +7,12 @@ const { describe, test } = require('node:test');
 const { scripts } = require('../../package.json');
 const { findNative } = require('../../lib/native.js');
 const { compareVersions, judgeContents } = require('../../tools/publish-check.js');
-const { TARGETS, moduleNames, prebuiltFiles, targetOf } = require('../../tools/support/modules.js');
+const { targetOf } = require('../../tools/support/modules.js');
 
 describe('what is shipped', () => {
-  test('is every module that CMake builds, for every target', () => {
-    assert.deepEqual(moduleNames(), ['hello', 'beautifier']);
-    for (const target of Object.keys(TARGETS)) {
-      assert.match(target, /^(linux|darwin|win32)-(x64|arm64)(-musl)?$/);
-      assert.equal(prebuiltFiles(target).length, 2);
-    }
-  });
-
   test('is for the system whose folder it is in', () => {
-    assert.equal(
-      targetOf(fs.readFileSync(findNative('hello'))),
-      `${process.platform}-${process.arch}`,
-    );
+    const built = targetOf(fs.readFileSync(findNative('hello')));
+    assert.equal(built, `${process.platform}-${process.arch}`);
     const header = (text, ...numbers) => {
       const bytes = Buffer.alloc(256);
       bytes.write(text, 'latin1');
@@ -71,9 +61,7 @@ describe('what is shipped', () => {
     const names = Object.keys(scripts);
     const events = [...names, 'install', 'pack', 'publish', 'version', 'prepare'];
     const hooks = events.flatMap((name) => [`pre${name}`, `post${name}`]);
-    assert.deepEqual(
-      names.filter((name) => [...hooks, 'install', 'prepare'].includes(name)),
-      [],
-    );
+    const unasked = [...hooks, 'install', 'prepare'].filter((name) => names.includes(name));
+    assert.deepEqual(unasked, []);
   });
 });
