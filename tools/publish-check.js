@@ -86,7 +86,7 @@ function cleanTree() {
 /** Complaints about what is in the archive: `tracked` by git, or `prebuilt` for a target. */
 function judgeContents(packed, tracked, prebuilt) {
   const known = new Set([...tracked, ...prebuilt]);
-  const isOfTests = (name) => /(^|\/)(test|bench|demo|docs)\/|\.test\.|\.ndjson/.test(name);
+  const isOfTests = (name) => /(^|\/)(test|bench|demo)\/|\.test\.|\.ndjson/.test(name);
   const has = new Set(packed);
   return [
     ...packed.filter((name) => !known.has(name)).map((name) => `${name} is a stray file`),

@@ -33,9 +33,10 @@ describe('what is shipped', () => {
   });
 
   test('is what git tracks and the modules of every target', () => {
-    const tracked = ['lib/index.js', 'test/a.test.js', 'README.md'];
+    const shipped = ['lib/index.js', 'docs/hosts.md'];
+    const tracked = [...shipped, 'test/a.test.js', 'README.md'];
     const prebuilt = ['prebuilds/linux-x64/hello.node', 'prebuilds/win32-x64/hello.node'];
-    assert.deepEqual(judgeContents(['lib/index.js', ...prebuilt], tracked, prebuilt), []);
+    assert.deepEqual(judgeContents([...shipped, ...prebuilt], tracked, prebuilt), []);
     const packed = [prebuilt[0], 'test/a.test.js', 'lib/index.js.orig'];
     assert.deepEqual(judgeContents(packed, tracked, prebuilt), [
       'lib/index.js.orig is a stray file',
