@@ -135,13 +135,13 @@ describe('the archive', () => {
   });
 
   const resolutions = {
-    nodenext: { module: 'nodenext', include: ['consumer.*'] },
-    bundler: { module: 'preserve', include: ['consumer.mts'] },
-    node10: { module: 'commonjs', include: ['consumer.cts'], ignoreDeprecations: '6.0' },
+    nodenext: { module: 'nodenext', include: ['*.mts', '*.cts'] },
+    bundler: { module: 'preserve', include: ['*.mts'] },
+    node10: { module: 'commonjs', include: ['*.cts'], ignoreDeprecations: '6.0' },
   };
   for (const [resolution, { include, ...options }] of Object.entries(resolutions)) {
     test(`is understood by TypeScript (${resolution})`, () => {
-      fs.cpSync(path.join(__dirname, 'consumer'), project, { recursive: true });
+      fs.cpSync(path.join(ROOT, 'test', 'node', 'types'), project, { recursive: true });
       const compilerOptions = {
         ...{ ...options, target: 'es2022', moduleResolution: resolution, types: [] },
         ...{ strict: true, skipLibCheck: false, exactOptionalPropertyTypes: true, noEmit: true },
