@@ -90,6 +90,16 @@ const TREES = 160; // a figure
 /** Names of the features in a row, which the probe writes in capitals. */
 const featuresIn = (row) => Object.keys(row.features).filter((name) => /^[A-Z]/.test(name));
 
+/** A model whose scores are `slope` times as large. */
+function stretched({ weights, bias, trees }, slope) {
+  const times = (value) => slope * value;
+  return {
+    weights: weights.map(times),
+    bias: slope * bias,
+    trees: trees.map(({ cuts, leaves }) => ({ cuts, leaves: leaves.map(times) })),
+  };
+}
+
 /** Both judges of each family; `rows` are { family, closed, importance, features }. */
 function fitFamilies(rows, penalty) {
   const names = featuresIn(rows[0]);
@@ -100,18 +110,18 @@ function fitFamilies(rows, penalty) {
     const importance = used.map((row) => row.importance);
     const values = used.map((row) => valuesOf(family, row));
     const features = used.map((row) => row.features);
-    model[family] = {
+    const judges = {
       ...logistic(values, targets, importance, penalty),
       trees: boost(features, names, targets, importance, TREES),
     };
+    model[family] = stretched(judges, 0.5);
   }
   return model;
 }
 
 /** Mean of the judges' log odds that a row is of the family. */
-function scoreOf({ weights, bias, trees }, family, row) {
-  return (bias + dot(weights, valuesOf(family, row)) + sumOf(trees, row.features)) / 2;
-}
+const scoreOf = ({ weights, bias, trees }, family, row) =>
+  bias + dot(weights, valuesOf(family, row)) + sumOf(trees, row.features);
 
 /** The family of the highest score, and that score. */
 function judge(model, row) {
@@ -150,18 +160,13 @@ function calibration(judgements) {
   return scale;
 }
 
-/** Folds mean and calibration into weights, leaves and bias: sums become log odds. */
+/** Folds the calibration into the model: scores become log odds. */
 function calibrated(model, scale) {
   const out = {};
   for (const family of NAMES) {
     const { slope, offset } = scale[family];
-    const half = (value) => (slope * value) / 2;
-    const { weights, bias, trees } = model[family];
-    out[family] = {
-      weights: weights.map(half),
-      bias: half(bias) + offset,
-      trees: trees.map(({ cuts, leaves }) => ({ cuts, leaves: leaves.map(half) })),
-    };
+    out[family] = stretched(model[family], slope);
+    out[family].bias += offset;
   }
   return out;
 }
