@@ -1,10 +1,15 @@
 'use strict';
 
-// Which features speak for and against each figure, and how. `share` terms enter
-// beside the logarithm of the same quantity, `square` terms beside the quantity.
+// Which features speak for and against each figure, and how. Two judges score
+// each figure: a logistic sum of chosen terms, which is smooth and knows what is
+// to be expected, and small trees over all features, which see what features mean
+// together. Their mean errs less than either.
 
+const { boost, sumOf } = require('./boost.js');
 const { dot, logistic, sigmoid } = require('./learn.js');
 
+// How a feature enters the sum: `share` terms beside the logarithm of the same
+// quantity, `square` terms beside the quantity.
 const FORMS = {
   AS_IS: (value) => value,
   SHARE: (value) => Math.exp(value),
@@ -80,28 +85,50 @@ const competes = (family, row) =>
   (row.closed === 1 || !FAMILIES[family].closed) &&
   !(family === 'quadrangle' && row.features.QUADRANGLE_WINDING > CROSSED);
 
-/** One logistic score a family; `rows` are { family, closed, importance, features }. */
+const TREES = 160; // a figure
+
+/** Names of the features in a row, which the probe writes in capitals. */
+const featuresIn = (row) => Object.keys(row.features).filter((name) => /^[A-Z]/.test(name));
+
+/** A model whose scores are `slope` times as large. */
+function stretched({ weights, bias, trees }, slope) {
+  const times = (value) => slope * value;
+  return {
+    weights: weights.map(times),
+    bias: slope * bias,
+    trees: trees.map(({ cuts, leaves }) => ({ cuts, leaves: leaves.map(times) })),
+  };
+}
+
+/** Both judges of each family; `rows` are { family, closed, importance, features }. */
 function fitFamilies(rows, penalty) {
+  const names = featuresIn(rows[0]);
   const model = {};
   for (const family of NAMES) {
     const used = rows.filter((row) => competes(family, row));
-    model[family] = logistic(
-      used.map((row) => valuesOf(family, row)),
-      used.map((row) => (row.family === family ? 1 : 0)),
-      used.map((row) => row.importance),
-      penalty,
-    );
+    const targets = used.map((row) => (row.family === family ? 1 : 0));
+    const importance = used.map((row) => row.importance);
+    const values = used.map((row) => valuesOf(family, row));
+    const features = used.map((row) => row.features);
+    const judges = {
+      ...logistic(values, targets, importance, penalty),
+      trees: boost(features, names, targets, importance, TREES),
+    };
+    model[family] = stretched(judges, 0.5);
   }
   return model;
 }
+
+/** Mean of the judges' log odds that a row is of the family. */
+const scoreOf = ({ weights, bias, trees }, family, row) =>
+  bias + dot(weights, valuesOf(family, row)) + sumOf(trees, row.features);
 
 /** The family of the highest score, and that score. */
 function judge(model, row) {
   let best = { family: 'none', score: -Infinity };
   for (const family of NAMES) {
     if (!competes(family, row)) continue;
-    const { weights, bias } = model[family];
-    const score = bias + dot(weights, valuesOf(family, row));
+    const score = scoreOf(model[family], family, row);
     if (score > best.score) best = { family, score };
   }
   return best;
@@ -133,15 +160,13 @@ function calibration(judgements) {
   return scale;
 }
 
-/** Folds the calibration into weights and bias: scores become log odds. */
+/** Folds the calibration into the model: scores become log odds. */
 function calibrated(model, scale) {
   const out = {};
   for (const family of NAMES) {
     const { slope, offset } = scale[family];
-    out[family] = {
-      weights: model[family].weights.map((weight) => slope * weight),
-      bias: slope * model[family].bias + offset,
-    };
+    out[family] = stretched(model[family], slope);
+    out[family].bias += offset;
   }
   return out;
 }

@@ -19,13 +19,27 @@ struct Term {
     double weight;
 };
 
-/// A calibrated logistic score and the threshold that it must exceed.
+/// A question of a tree: is the feature above `at`?
+struct Cut {
+    Feature feature;
+    double at;
+};
+
+/// Two questions and an answer, so that two features are weighed against each
+/// other: the root, those below its lower and higher side, and what they add.
+struct Tree {
+    std::array<Cut, 3> cuts;
+    std::array<double, 4> leaves;
+};
+
+/// A calibrated score, terms and trees, and the threshold that it must exceed.
 struct FamilyModel {
     FigureFamily family;
     bool closed;  ///< only strokes whose ends meet compete
     double bias;
     double threshold;
     std::span<const Term> terms;
+    std::span<const Tree> trees;
 };
 
 constexpr double INF = std::numeric_limits<double>::infinity();
@@ -68,10 +82,22 @@ bool competes(const FamilyModel& model, const Evidence& evidence, const Features
     return !model.closed || evidence.closed;
 }
 
+std::size_t isAbove(const Cut& cut, const Features& features) {
+    return features[static_cast<std::size_t>(cut.feature)] > cut.at ? 1 : 0;
+}
+
+double leafOf(const Tree& tree, const Features& features) {
+    const std::size_t side = isAbove(tree.cuts[0], features);
+    return tree.leaves[2 * side + isAbove(tree.cuts[1 + side], features)];
+}
+
 double scoreOf(const FamilyModel& model, const Features& features) {
     double sum = model.bias;
     for (const Term& term : model.terms) {
         sum += term.weight * valueOf(term, features);
+    }
+    for (const Tree& tree : model.trees) {
+        sum += leafOf(tree, features);
     }
     return sum;
 }
