@@ -105,8 +105,8 @@ export type Figure =
     };
 
 /**
- * Why a stroke stays as drawn: it has no points or is too large to be measured in numbers; it is
- * smaller than `minSize`; it resembles a figure that is not wanted; it resembles one, but not
+ * Why a stroke stays as drawn: it has no points, lies beyond 2^31 - 1 units, or the area is too small
+ * to divide by; it is smaller than `minSize`; it resembles a figure that is not wanted; it resembles one, but not
  * enough for this `sensitivity`; it resembles none.
  */
 export type Reason = 'invalid' | 'too-small' | 'not-wanted' | 'not-sure' | 'no-figure';

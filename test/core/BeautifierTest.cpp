@@ -370,6 +370,40 @@ TEST(BeautifierFigure, MovesIntoTheAreaWithItsPath) {
     EXPECT_NEAR(beyond.centre.x, 730.0, 1.0);
 }
 
+Scrivo::LineFigure lineOf(const Path& path, const BeautifierOptions& options = {},
+                          const std::vector<Path>& others = {}) {
+    return std::get<Scrivo::LineFigure>(beautify(path, options, others).figure);
+}
+
+TEST(BeautifierLines, RunTheWayThePenRan) {
+    for (const Point2D& to : Path{{500, 360}, {100, 240}, {290, 500}, {330, 100}, {303, 100}}) {
+        for (const bool snaps : {true, false}) {
+            const Path path = sample(polyline({{300, 300}, to}), 40);
+            const auto line =
+                lineOf(path, {}, snaps ? std::vector<Path>{{{302, 303}}} : std::vector<Path>{});
+            EXPECT_LT(distance(line.from, {300, 300}), 11.0) << to.x << ", " << to.y;
+            EXPECT_LT(distance(line.to, to), 11.0) << to.x << ", " << to.y;
+        }
+    }
+}
+
+TEST(BeautifierLines, DrawnThereAndBackAreAsLongAsTheirInk) {
+    // The ends lie above each other: their chord is upright, the ink is not.
+    const Curve thereAndBack = polyline({{100, 200}, {400, 200}, {100.03, 202}});
+    const auto line = lineOf(sample(thereAndBack, 80));
+    EXPECT_GT(distance(line.from, line.to), 290.0);
+}
+
+TEST(BeautifierLines, AreNotMovedByStrokesOutOfReach) {
+    const Path upright = sample(polyline({{300, 200}, {300, 400}}), 40);
+    for (const Point2D& other : Path{{100, 100}, {312, 300}, {305, 520}}) {
+        const auto line = lineOf(upright, {}, {{other}});
+        EXPECT_NEAR(line.from.x, 300.0, 1e-9) << other.x << ", " << other.y;
+        EXPECT_NEAR(line.to.x, 300.0, 1e-9) << other.x << ", " << other.y;
+    }
+    EXPECT_GT(lineOf(upright, {}, {{{305, 300}}}).from.x, 304.0);
+}
+
 TEST(BeautifierFigure, NamesRegularPolygons) {
     const auto kindOfQuadrangle = [](Path corners) {
         corners.push_back(corners.front());
@@ -404,6 +438,8 @@ TEST(BeautifierOptionsTest, SwitchTheIdealOff) {
     EXPECT_DOUBLE_EQ(beautify(flat).path.front().y, beautify(flat).path.back().y);
     EXPECT_NEAR(beautify(flat, plain).path.back().y - beautify(flat, plain).path.front().y, 8.0,
                 0.1);
+    const auto steep = lineOf(sample(polyline({{300, 200}, {305, 400}}), 50), plain);
+    EXPECT_NEAR(steep.to.x - steep.from.x, 5.0, 0.1);
     const auto drawn = std::get<Scrivo::QuadrangleFigure>(beautify(square, plain).figure);
     EXPECT_EQ(drawn.kind, Scrivo::QuadrangleKind::GENERAL);
     const auto isNear = [](const Point2D& a) {
@@ -468,6 +504,11 @@ TEST(BeautifierInput, DegenerateStrokesHaveAnAnswer) {
         EXPECT_EQ(beautifier.beautify(square, side, HEIGHT).type, 0);
         EXPECT_EQ(beautifier.beautify(square, WIDTH, side).type, 0);
     }
+    // No finite fractions of an area of no width to speak of, and no lines where
+    // the routines that draw them end.
+    EXPECT_EQ(beautifier.beautify({{{0.5, 0.5}}}, TINY, HEIGHT).reason, Reason::INVALID);
+    const Path afar = {{{0, 5e6}, {0.2, 5e6}, {0.4, 5e6}}};
+    EXPECT_EQ(beautifier.beautify(afar, WIDTH, HEIGHT).reason, Reason::INVALID);
     const std::vector<Path> extreme{
         {{0, 0}, {1e150, 1e150}},
         {{0, 0}, {TINY, TINY}, {0, TINY}, {TINY, 0}},

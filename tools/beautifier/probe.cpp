@@ -43,7 +43,7 @@ void printFeatures(const Scrivo::Beautifier& /*beautifier*/, const Stroke& strok
     const Frame frame = measure(stroke, WIDTH, HEIGHT);
     std::printf("%.9g %.9g %.9g", frame.extent, frame.diagonal,
                 travel(stroke, WIDTH, HEIGHT, frame));
-    if (!frame.finite || frame.extent <= 0.0) {
+    if (!frame.measurable || frame.extent <= 0.0) {
         std::printf(" -1\n");
         return;
     }

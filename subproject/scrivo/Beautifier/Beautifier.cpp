@@ -65,18 +65,22 @@ std::vector<Point2D> anchorsOf(std::span<const std::vector<Point2D>> strokes, do
     return anchors;
 }
 
-bool isFinite(const std::vector<Point2D>& outline) {
-    return std::all_of(outline.begin(), outline.end(),
+std::vector<Point2D> fractionsOf(std::vector<Point2D> outline, double width, double height) {
+    for (Point2D& p : outline) {
+        p = {p.x / width, p.y / height, 0.0};
+    }
+    return outline;
+}
+
+bool isFinite(const std::vector<Point2D>& path) {
+    return std::all_of(path.begin(), path.end(),
                        [](const Point2D& p) { return std::isfinite(p.x) && std::isfinite(p.y); });
 }
 
-Beautified answerWith(Ideal ideal, const Verdict& verdict, double width, double height) {
+Beautified answerWith(std::vector<Point2D> path, const Figure& figure, const Verdict& verdict) {
     Beautified answer;
-    for (Point2D& p : ideal.outline) {
-        p = {p.x / width, p.y / height, 0.0};
-    }
-    answer.path = std::move(ideal.outline);
-    answer.figure = ideal.figure;
+    answer.path = std::move(path);
+    answer.figure = figure;
     answer.type = codeOf(verdict.family);
     answer.confidence = verdict.probability();
     answer.reason = Reason::RECOGNISED;
@@ -115,7 +119,7 @@ Beautifier::Beautifier(BeautifierOptions options) : m_options(std::move(options)
 Beautified Beautifier::beautify(std::span<const Point2D> stroke, double width, double height,
                                 std::span<const std::vector<Point2D>> others) const {
     const Frame frame = beautifier::measure(stroke, width, height);
-    if (!frame.finite || !(width > 0.0) || !(height > 0.0)) {
+    if (!frame.measurable || !(width > 0.0) || !(height > 0.0)) {
         return asDrawn(stroke, Reason::INVALID, 1.0);
     }
     if (frame.extent < m_options.minSize) {
@@ -140,8 +144,10 @@ Beautified Beautifier::beautify(std::span<const Point2D> stroke, double width, d
     if (m_options.insideArea && verdict->family != FigureFamily::LINE) {
         beautifier::moveInside(ideal, width, height);
     }
-    return isFinite(ideal.outline) ? answerWith(std::move(ideal), *verdict, width, height)
-                                   : asDrawn(stroke, Reason::INVALID, 1.0);
+    // A figure in an area of next to no width may have no finite fractions of it.
+    std::vector<Point2D> path = fractionsOf(std::move(ideal.outline), width, height);
+    return isFinite(path) ? answerWith(std::move(path), ideal.figure, *verdict)
+                          : asDrawn(stroke, Reason::INVALID, 1.0);
 }
 
 }  // namespace Scrivo

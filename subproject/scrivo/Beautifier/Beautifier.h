@@ -112,8 +112,8 @@ using Figure = std::variant<std::monostate, DotFigure, LineFigure, AngleFigure, 
 /// Why a stroke stays as drawn.
 enum class Reason : std::uint8_t {
     RECOGNISED,  ///< it does not: a figure was recognised
-    INVALID,     ///< no point, a coordinate or area that is no finite number or too
-                 ///< large to be squared, an empty area
+    INVALID,     ///< no point, a coordinate that is no finite number or 2^31 - 1 units
+                 ///< and more, an area without a size or too small to divide by
     TOO_SMALL,   ///< below `minSize`
     NOT_WANTED,  ///< the figure that it resembles is not among `figures`
     NOT_SURE,    ///< it resembles a figure, but not enough for this sensitivity

@@ -80,39 +80,55 @@ QuadrangleKind kindOf(const std::array<Point2D, 4>& c) {
     return onePair ? QuadrangleKind::TRAPEZOID : QuadrangleKind::GENERAL;
 }
 
-std::vector<Point2D> unsnapped(const std::vector<Point2D>& stroke) {
-    std::vector<Point2D> fitted;
-    fitLine(fitted, stroke);
-    return fitted;
+/// The line as it leans, between the feet of its outermost points.
+std::vector<Point2D> leaningLine(const Evidence& e, const ToUnits& units) {
+    const auto along = [&](Vec p) { return dot(p - e.line.centre, e.line.along); };
+    const auto isBehind = [&](Vec a, Vec b) { return along(a) < along(b); };
+    const auto [low, high] = std::minmax_element(e.points.begin(), e.points.end(), isBehind);
+    const auto foot = [&](Vec p) { return units(e.line.centre + along(p) * e.line.along); };
+    std::vector<Point2D> line;
+    drawLine(line, foot(*low), foot(*high));
+    return line;
 }
 
-/// The line with its ends at anchors, straightened where there are none.
-std::vector<Point2D> lineOutline(const std::vector<Point2D>& stroke,
+/// Whether one of the anchors is near enough for an end to snap to it, or for
+/// the line to be laid through it. Strokes out of reach must not be asked: an
+/// upright line would step aside by a unit for them.
+bool isInReach(const std::vector<Point2D>& line, std::span<const Point2D> anchors) {
+    const Vec from{line.front().x, line.front().y};
+    const Vec along = difference(line.front(), line.back());
+    const double length = norm(along);
+    return std::any_of(anchors.begin(), anchors.end(), [&](const Point2D& anchor) {
+        const Vec d = Vec{anchor.x, anchor.y} - from;
+        const double beyond = std::abs(dot(along, d) / length - 0.5 * length) - 0.5 * length;
+        return std::abs(cross(along, d)) < NEAR * length && beyond < NEAR;
+    });
+}
+
+/// The line with its ends at anchors, straightened where there are none. What is
+/// redrawn is the leaning line: of a stroke that runs there and back the other
+/// engine would look at the chord, which says nothing.
+std::vector<Point2D> lineOutline(const std::vector<Point2D>& leaning,
                                  const BeautifierOptions& options,
                                  std::span<const Point2D> anchors) {
-    std::vector<Point2D> straightened;
-    detail::reDrawLine(straightened, stroke, {});
-    std::vector<Point2D> snapped;
-    if (options.nearbyStrokes && !anchors.empty()) {
-        detail::reDrawLine(snapped, stroke, anchors);
+    const bool snaps = options.nearbyStrokes && isInReach(leaning, anchors);
+    if (!snaps && !options.horizontalVertical) {
+        return leaning;
     }
-    const auto differs = [](const Point2D& a, const Point2D& b) {
-        return a.x != b.x || a.y != b.y;
-    };
-    const bool hasSnapped = !snapped.empty() && (differs(snapped.front(), straightened.front()) ||
-                                                 differs(snapped.back(), straightened.back()));
-    if (hasSnapped) {
-        return snapped;
-    }
-    return options.horizontalVertical ? straightened : unsnapped(stroke);
+    std::vector<Point2D> outline;
+    detail::reDrawLine(outline, leaning, snaps ? anchors : std::span<const Point2D>());
+    return outline;
 }
 
 Ideal idealLine(const Evidence& e, const ToUnits& units, const BeautifierOptions& options,
                 std::span<const Point2D> anchors) {
-    std::vector<Point2D> stroke(e.points.size());
-    std::transform(e.points.begin(), e.points.end(), stroke.begin(), units);
     Ideal ideal;
-    ideal.outline = lineOutline(stroke, options, anchors);
+    ideal.outline = lineOutline(leaningLine(e, units), options, anchors);
+    // What is redrawn runs to the right or downwards, the pen ran as it liked.
+    const Vec drawn = e.points.back() - e.points.front();
+    if (dot(difference(ideal.outline.front(), ideal.outline.back()), drawn) < 0.0) {
+        std::reverse(ideal.outline.begin(), ideal.outline.end());
+    }
     ideal.figure = LineFigure{ideal.outline.front(), ideal.outline.back()};
     return ideal;
 }

@@ -158,9 +158,9 @@ Frame measure(std::span<const Point2D> stroke, double width, double height) {
     frame.diagonal = norm(high - low);
     frame.length = sum;
     // The sum turns NaN or infinite with any sample, also where min and max
-    // skip a NaN.
-    frame.finite = !stroke.empty() && std::isfinite(sum) && std::isfinite(frame.diagonal) &&
-                   std::isfinite(frame.centre.x) && std::isfinite(frame.centre.y);
+    // skip a NaN. The routines that draw look for extremes within UNKNOWN_EXTENT.
+    const double farthest = std::max({-low.x, -low.y, high.x, high.y});
+    frame.measurable = !stroke.empty() && std::isfinite(sum) && farthest < UNKNOWN_EXTENT;
     return frame;
 }
 

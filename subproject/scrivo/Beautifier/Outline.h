@@ -23,7 +23,8 @@ struct Frame {
     double extent = 0.0;    ///< longer side of the bounding box
     double diagonal = 0.0;  ///< of the bounding box
     double length = 0.0;    ///< of the polyline through the samples
-    bool finite = false;    ///< all of the above are finite and there is a sample
+    /// There is a sample, and all coordinates are numbers below `UNKNOWN_EXTENT`.
+    bool measurable = false;
 };
 
 /// Measures `stroke`, whose samples are fractions of a `width` by `height` area.
@@ -39,7 +40,7 @@ double travel(std::span<const Point2D> stroke, double width, double height, cons
 /// centripetal Catmull-Rom curve joins them (Yuksel, Schaefer, Keyser: On the
 /// parameterization of Catmull-Rom curves, 2009); at sharp bends it gives way
 /// to straight pieces, so that a polygon of few samples keeps its edges.
-/// Requires a finite frame with a positive extent.
+/// Requires a measurable frame with a positive extent.
 Fine resample(std::span<const Point2D> stroke, double width, double height, const Frame& frame);
 
 /// Every second point.
