@@ -2,7 +2,14 @@
 
 const { loadNative } = require('./native.js');
 const { isFloat64Array } = require('node:util/types');
-const { copyPacked, found, packObjects, packOthers, unpackObjects } = require('./packing.js');
+const {
+  copyPacked,
+  copyPoints,
+  found,
+  packObjects,
+  packOthers,
+  unpackObjects,
+} = require('./packing.js');
 
 const native = loadNative('beautifier');
 
@@ -45,13 +52,15 @@ function copyFigures(given) {
   if (!Array.isArray(given)) {
     throw new TypeError(`options.figures must be an array, found ${found(given)}`);
   }
-  const figures = [...given];
-  figures.forEach((figure, i) => {
+  const figures = [];
+  for (let i = 0; i < given.length; i++) {
+    const figure = given[i];
     if (!FIGURES.includes(figure)) {
       const known = FIGURES.join(', ');
       throw new RangeError(`options.figures[${i}] must be one of ${known}, found ${found(figure)}`);
     }
-  });
+    figures.push(figure);
+  }
   return Object.freeze(figures);
 }
 
@@ -83,8 +92,9 @@ function completeOptions(options) {
       throw new TypeError(`options.${name} must be a boolean, found ${found(complete[name])}`);
     }
   }
-  if (!Object.hasOwn(STRIDES, complete.layout)) {
-    throw new RangeError(`options.layout must be 'xy' or 'xyf', found ${found(complete.layout)}`);
+  const { layout } = complete;
+  if (typeof layout !== 'string' || !Object.hasOwn(STRIDES, layout)) {
+    throw new RangeError(`options.layout must be 'xy' or 'xyf', found ${found(layout)}`);
   }
   return Object.freeze(complete);
 }
@@ -146,8 +156,7 @@ class Beautifier {
   beautify(stroke, width, height, others = []) {
     const isPacked = isFloat64Array(stroke);
     const stride = isPacked ? this.#stride : STRIDES.xy;
-    // A copy, since a getter may change the array while it is read.
-    const given = Array.isArray(stroke) ? [...stroke] : stroke;
+    const given = isPacked ? stroke : copyPoints('stroke', stroke);
     const points = isPacked ? copyPacked('stroke', stroke, stride) : packObjects('stroke', given);
     checkSide('width', width);
     checkSide('height', height);

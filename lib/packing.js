@@ -30,9 +30,6 @@ function checkCoordinate(name, value) {
 
 /** x and y of a point, each read once, or an error that names what is wrong with it. */
 function readPoint(name, i, point) {
-  if (typeof point !== 'object' || point === null) {
-    throw new TypeError(`${name}[${i}] must be an object with x and y, found ${found(point)}`);
-  }
   const { x, y, force = 0 } = point;
   if (!Number.isFinite(x)) checkCoordinate(`${name}[${i}].x`, x);
   if (!Number.isFinite(y)) checkCoordinate(`${name}[${i}].y`, y);
@@ -49,17 +46,35 @@ function checkArray(name, value) {
 }
 
 /**
+ * A copy, since a getter may change the array while its points are read. An array
+ * of four thousand million holes ends at the first one, not with the memory.
+ *
  * @param {string} name of the argument, for messages
- * @param {Array<{x: number, y: number, force?: number}>} points
+ * @param {Array<object>} points
+ * @returns {Array<object>} the same points
+ */
+function copyPoints(name, points) {
+  checkArray(name, points);
+  const copy = [];
+  for (let i = 0; i < points.length; i++) {
+    const point = points[i];
+    if (typeof point !== 'object' || point === null) {
+      throw new TypeError(`${name}[${i}] must be an object with x and y, found ${found(point)}`);
+    }
+    copy.push(point);
+  }
+  return copy;
+}
+
+/**
+ * @param {string} name of the argument, for messages
+ * @param {Array<{x: number, y: number, force?: number}>} points that nobody else holds
  * @returns {Float64Array} x and y of each point
  */
 function packObjects(name, points) {
-  checkArray(name, points);
-  // A copy: a getter may change the array while it is read.
-  const given = [...points];
-  const packed = new Float64Array(2 * given.length);
-  for (let i = 0; i < given.length; i++) {
-    const { x, y } = readPoint(name, i, given[i]);
+  const packed = new Float64Array(2 * points.length);
+  for (let i = 0; i < points.length; i++) {
+    const { x, y } = readPoint(name, i, points[i]);
     packed[2 * i] = x;
     packed[2 * i + 1] = y;
   }
@@ -72,7 +87,7 @@ function copyNumbers(name, given) {
   } catch (cause) {
     if (!(cause instanceof TypeError)) throw cause; // out of memory
     throw new TypeError(
-      `${name} has lost its numbers, its buffer was transferred: transfer a copy, ${name}.slice()`,
+      `${name} has lost its numbers, its buffer was transferred or shrunk: transfer a copy, ${name}.slice()`,
       { cause },
     );
   }
@@ -116,11 +131,16 @@ function packOthers(name, strokes, stride) {
   if (!Array.isArray(strokes)) {
     throw new TypeError(`${name} must be an array of strokes, found ${found(strokes)}`);
   }
-  const parts = [...strokes].map((stroke, i) =>
-    isFloat64Array(stroke)
-      ? coordinates(copyPacked(`${name}[${i}]`, stroke, stride), stride)
-      : packObjects(`${name}[${i}]`, stroke),
-  );
+  const parts = [];
+  for (let i = 0; i < strokes.length; i++) {
+    const stroke = strokes[i];
+    const at = `${name}[${i}]`;
+    parts.push(
+      isFloat64Array(stroke)
+        ? coordinates(copyPacked(at, stroke, stride), stride)
+        : packObjects(at, copyPoints(at, stroke)),
+    );
+  }
   const values = new Float64Array(parts.reduce((sum, part) => sum + part.length, 0));
   let at = 0;
   for (const part of parts) {
@@ -137,4 +157,4 @@ function unpackObjects(packed) {
   return points;
 }
 
-module.exports = { found, packObjects, packOthers, copyPacked, unpackObjects };
+module.exports = { found, copyPoints, packObjects, packOthers, copyPacked, unpackObjects };

@@ -29,7 +29,14 @@ Points unpack(std::span<const double> values, std::size_t stride) {
     return points;
 }
 
-std::span<const double> view(const Napi::Float64Array& array) {
+/// The numbers of a Float64Array. The size of an element counts: a shorter one
+/// would have its array read beyond the end.
+std::span<const double> view(const Napi::Value& value) {
+    if (!value.IsTypedArray() ||
+        value.As<Napi::TypedArray>().TypedArrayType() != napi_float64_array) {
+        throw std::invalid_argument("points must be in a Float64Array");
+    }
+    const auto array = value.As<Napi::Float64Array>();
     return {array.Data(), array.ElementLength()};
 }
 
@@ -131,7 +138,7 @@ private:
         const Napi::Env env = info.Env();
         try {
             const std::size_t stride = Napi::Number(env, info[1]).Uint32Value() == 2 ? 2 : 3;
-            const Points stroke = unpack(view(Napi::Float64Array(env, info[0])), stride);
+            const Points stroke = unpack(view(info[0]), stride);
             const double width = Napi::Number(env, info[2]).DoubleValue();
             const double height = Napi::Number(env, info[3]).DoubleValue();
             return toArray(env, stride,
@@ -144,9 +151,8 @@ private:
     }
 
     static std::vector<Points> readOthers(const Napi::CallbackInfo& info) {
-        const Napi::Env env = info.Env();
-        std::span<const double> values = view(Napi::Float64Array(env, info[4]));
-        const Napi::Uint32Array lengths(env, info[5]);
+        std::span<const double> values = view(info[4]);
+        const Napi::Uint32Array lengths(info.Env(), info[5]);
         std::vector<Points> others;
         others.reserve(lengths.ElementLength());
         for (std::size_t i = 0; i < lengths.ElementLength(); ++i) {

@@ -7,6 +7,7 @@ const { describe, it } = require('node:test');
 const { Worker } = require('node:worker_threads');
 
 const { Beautifier, FIGURES } = require('../../lib/beautifier.js');
+const { loadNative } = require('../../lib/native.js');
 
 const WIDTH = 1000;
 const HEIGHT = 800;
@@ -121,6 +122,8 @@ describe('answers', () => {
 describe('arguments', () => {
   const beautifier = new Beautifier();
   const point = { x: 0, y: 0 };
+  // Longer than the memory: whoever copies it whole takes the process down.
+  const HOLES = new Array(2 ** 32 - 1);
   const moved = new Float64Array(3);
   structuredClone(moved, { transfer: [moved.buffer] });
 
@@ -128,6 +131,7 @@ describe('arguments', () => {
     [undefined, /^TypeError: stroke .*undefined/],
     [[point, null], /^TypeError: stroke\[1\] .*null/],
     [[7], /^TypeError: stroke\[0\] .*found 7/],
+    [HOLES, /^TypeError: stroke\[0\] .*found undefined/],
     [[{ x: 0 }], /^TypeError: stroke\[0\]\.y .*undefined/],
     [[{ x: NaN, y: 0 }], /^RangeError: stroke\[0\]\.x/],
     [[{ x: '1', y: 0 }], /^TypeError: .*found "1"/],
@@ -140,12 +144,13 @@ describe('arguments', () => {
   const wrongOptions = [
     [[], /^TypeError: options .*an array/],
     [new Map([['minSize', 20]]), /^TypeError: options .*a Map/],
-    [{ figures: [, 'dot'] }, /^RangeError: .*figures\[0\].*undefined/], // eslint-disable-line no-sparse-arrays
+    [{ figures: HOLES }, /^RangeError: .*figures\[0\].*undefined/],
     [{ figures: 'dot' }, /^TypeError: options\.figures /],
     [{ figures: ['star'] }, /^RangeError: .*figures\[0\].*"star"/],
     [{ sensitivity: 1.1 }, /^RangeError: .*sensitivity.*1\.1/],
     [{ regularFigures: 1 }, /^TypeError: .*regularFigures.*1/],
     [{ layout: 'yx' }, /^RangeError: .*layout.*"yx"/],
+    [{ layout: ['xy'] }, /^RangeError: .*layout.*an array/],
     [{ minsize: 3 }, /^RangeError: .*minsize.*minSize/],
     [Object.create({ minsize: 3 }), /^RangeError: .*minsize/],
     [{ toString: undefined }, /^RangeError: .*toString/],
@@ -155,7 +160,7 @@ describe('arguments', () => {
     [[[], 1, 0], /^RangeError: height .*found 0/],
     [[[], 1, 1, 5], /^TypeError: others .*found 5/],
     [[[], 1, 1, [[point, 3]]], /^TypeError: others\[0\]\[1\]/],
-    [[[], 1, 1, new Array(2)], /^TypeError: others\[0\]/],
+    [[[], 1, 1, HOLES], /^TypeError: others\[0\]/],
     [[[], 1, 1, [moved]], /^TypeError: others\[0\] .*transferred/],
     ...wrongStrokes.map(([stroke, message]) => [[stroke, 1, 1], message]),
   ];
@@ -166,6 +171,16 @@ describe('arguments', () => {
   for (const [call, message] of calls) {
     it(`are named when wrong: ${message.source}`, () => assert.throws(call, message));
   }
+
+  it('of the native class are arrays of the right type, whose ends it knows', () => {
+    const { Beautifier: Native } = loadNative('beautifier');
+    const native = new Native([1], 0, 0.5, true, true, true, true);
+    const call = (points, others) =>
+      native.beautify(points, 3, 1, 1, others, Uint32Array.of(others.length / 2));
+    assert.equal(call(new Float64Array(3), new Float64Array(2)).length, 7);
+    assert.throws(() => call(new Uint8Array(24), new Float64Array(2)), /Float64Array/);
+    assert.throws(() => call(new Float64Array(3), new Float32Array(2)), /Float64Array/);
+  });
 
   it('are options that an object inherits, too', () => {
     const { minSize, sensitivity, layout } = new Beautifier(
