@@ -1,5 +1,8 @@
 #include "Beautifier/Beautifier.h"
 
+#include "PointTransfer.h"
+
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -40,15 +43,39 @@ std::span<const double> view(const Napi::Value& value) {
     return {array.Data(), array.ElementLength()};
 }
 
-Napi::Float64Array pack(Napi::Env env, const Points& points, std::size_t stride) {
-    Napi::Float64Array array = Napi::Float64Array::New(env, points.size() * stride);
-    double* next = array.Data();
+/// A new Float64Array and its numbers. No numbers, and an exception pending, when
+/// memory is short or the thread is being terminated.
+struct Packed {
+    napi_value array = nullptr;
+    double* numbers = nullptr;
+
+    Packed(Napi::Env env, std::size_t count) {
+        napi_value buffer = nullptr;
+        void* data = nullptr;
+        if (attempt(env, napi_create_arraybuffer, count * sizeof(double), &data, &buffer) &&
+            attempt(env, napi_create_typedarray, napi_float64_array, count, buffer, std::size_t{0},
+                    &array)) {
+            numbers = static_cast<double*>(data);
+        }
+    }
+};
+
+napi_value pack(Napi::Env env, const std::vector<double>& values) {
+    const Packed packed(env, values.size());
+    if (packed.numbers != nullptr) std::copy(values.begin(), values.end(), packed.numbers);
+    return packed.array;
+}
+
+napi_value pack(Napi::Env env, const Points& points, std::size_t stride) {
+    const Packed packed(env, points.size() * stride);
+    if (packed.numbers == nullptr) return packed.array;
+    double* next = packed.numbers;
     for (const Scrivo::Point2D& p : points) {
         *next++ = p.x;
         *next++ = p.y;
         if (stride > 2) *next++ = p.force;
     }
-    return array;
+    return packed.array;
 }
 
 /// A figure's kind and subtype by their numbers in lib/beautifier.js, and its
@@ -167,10 +194,6 @@ private:
     static Napi::Value toArray(Napi::Env env, std::size_t stride,
                                const Scrivo::Beautified& answer) {
         const Flat figure = std::visit(Flatten{}, answer.figure);
-        Napi::Float64Array parameters = Napi::Float64Array::New(env, figure.parameters.size());
-        for (std::size_t i = 0; i < figure.parameters.size(); ++i) {
-            parameters[i] = figure.parameters[i];
-        }
         const std::array<napi_value, 7> parts{
             pack(env, answer.path, stride),
             Napi::Number::New(env, answer.type),
@@ -178,10 +201,12 @@ private:
             Napi::Number::New(env, static_cast<double>(answer.reason)),
             Napi::Number::New(env, figure.kind),
             Napi::Number::New(env, figure.subtype),
-            parameters,
+            pack(env, figure.parameters),
         };
-        Napi::Array result = Napi::Array::New(env, parts.size());
-        for (std::uint32_t i = 0; i < parts.size(); ++i) result.Set(i, parts[i]);
+        const Napi::Array result = Napi::Array::New(env, parts.size());
+        for (std::uint32_t i = 0; i < parts.size(); ++i) {
+            if (!attempt(env, napi_set_element, result, i, parts[i])) break;
+        }
         return result;
     }
 

@@ -1,6 +1,7 @@
 'use strict';
 
 const assert = require('node:assert/strict');
+const { spawnSync } = require('node:child_process');
 const { once } = require('node:events');
 const path = require('node:path');
 const { describe, it } = require('node:test');
@@ -221,10 +222,32 @@ describe('arguments', () => {
   });
 });
 
+const FILE = JSON.stringify(path.join(__dirname, '..', '..', 'lib', 'beautifier.js'));
+
+it('survives the end of a thread within a call', () => {
+  const worker = `
+    const { Beautifier } = require(${FILE});
+    const beautifier = new Beautifier();
+    require('node:worker_threads').parentPort.postMessage('started');
+    for (;;) beautifier.beautify(new Float64Array(300), 800, 600);`;
+  const main = async (source) => {
+    const { Worker } = require('node:worker_threads');
+    for (let i = 0; i < 20; i++) {
+      const thread = new Worker(source, { eval: true });
+      await new Promise((resolve) => thread.once('message', resolve));
+      await new Promise((resolve) => setTimeout(resolve, 5));
+      await thread.terminate();
+    }
+    process.stdout.write('all ended');
+  };
+  const args = ['-e', `(${main})(${JSON.stringify(worker)})`];
+  const { stdout, signal } = spawnSync(process.execPath, args, { encoding: 'utf8' });
+  assert.deepEqual([stdout, signal], ['all ended', null]);
+});
+
 it('answers the same in several threads at once', async () => {
-  const file = JSON.stringify(path.join(__dirname, '..', '..', 'lib', 'beautifier.js'));
   const source = `
-    const { Beautifier } = require(${file});
+    const { Beautifier } = require(${FILE});
     const { parentPort, workerData } = require('node:worker_threads');
     const beautifier = new Beautifier();
     parentPort.postMessage(workerData.map((stroke) => beautifier.beautify(stroke, 1000, 800)));`;
