@@ -73,7 +73,12 @@ export type CompleteOptions = {
 /** The ideal figure in drawing-area units; it agrees with the path to rounding. */
 export type Figure =
   | { kind: 'dot'; centre: Place }
-  | { kind: 'line'; from: Place; to: Place }
+  | {
+      kind: 'line';
+      /** Where the pen was put down; `to` is where it was lifted. */
+      from: Place;
+      to: Place;
+    }
   | {
       kind: 'angle';
       from: Place;
