@@ -71,6 +71,7 @@ class Document {
 
   close() {
     this.attempt(() => this.parser.close());
+    this.reader?.finish();
   }
 
   attempt(parse) {
@@ -79,6 +80,7 @@ class Document {
     } catch (error) {
       this.failure =
         error instanceof UserError ? error : new UserError(`not well-formed XML: ${error.message}`);
+      this.reader?.finish();
     }
   }
 

@@ -7,15 +7,19 @@ const { replaceMembers } = require('../json-members.js');
  * and the figure. Points are written in the form they were read in. Of a line that was read all
  * else stays to the letter, and so do the points of a stroke that is no figure.
  */
-function formatLine({ fields, points: drawn, asObjects, text }, { points, type, figure }, round) {
+function formatLine(stroke, answer, round) {
+  return { texts: [`${lineOf(stroke, answer, round)}\n`] };
+}
+
+function lineOf({ fields, points: drawn, asObjects, text }, { points, type, figure }, round) {
   const isAsDrawn = points === drawn;
   const ideal = isAsDrawn ? drawn : formatPoints(points, asObjects, round);
-  if (!text) return [`${JSON.stringify({ ...fields, points: ideal, type, figure })}\n`];
-  if (!isAsDrawn) return [`${replaceMembers(text, { points: ideal, type, figure })}\n`];
+  if (!text) return JSON.stringify({ ...fields, points: ideal, type, figure });
+  if (!isAsDrawn) return replaceMembers(text, { points: ideal, type, figure });
   if (Object.hasOwn(fields, 'type') || Object.hasOwn(fields, 'figure')) {
-    return [`${replaceMembers(text, { type, figure })}\n`];
+    return replaceMembers(text, { type, figure });
   }
-  return [`${text.slice(0, -1)},"type":${type},"figure":"${figure}"}\n`];
+  return `${text.slice(0, -1)},"type":${type},"figure":"${figure}"}`;
 }
 
 function formatPoints(points, asObjects, round) {
