@@ -104,7 +104,11 @@ function formatOf({ format, output }, extensions) {
   if (output === '') throw new UserError('-o needs a name: a file, or - for standard output');
   const extension = path.extname(output.replace(/\.gz$/i, '')).toLowerCase();
   if (Object.hasOwn(extensions, extension)) return extensions[extension];
-  if (isDevice(statusOf(output))) return known[0];
+  const status = statusOf(output);
+  if (isDevice(status)) return known[0];
+  if (status?.isDirectory() || /[/\\]$/.test(output)) {
+    throw new UserError(`${output} is a directory: name a file`);
+  }
   const endings = Object.keys(extensions).join(', ');
   throw new UserError(
     `${output}: the name tells no format (${endings}); say --format ${known.join('|')}`,

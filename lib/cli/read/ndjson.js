@@ -8,6 +8,8 @@ const LINE_FEED = 10;
 // made of lines, and holding one would cost memory without bound.
 const MAX_LINE_LENGTH = 64 * 1024 * 1024;
 
+const ARRAY_HINT = ` (jq -c '.[]' makes lines of an array)`;
+
 // Passing on a text whose characters were replaced would be passing on another text.
 const UTF8 = new TextDecoder('utf-8', { fatal: true, ignoreBOM: true });
 
@@ -106,10 +108,11 @@ function parseLine(text) {
   try {
     value = JSON.parse(text);
   } catch (error) {
-    return { problem: `not JSON: ${error.message}` };
+    return { problem: `not JSON: ${error.message}${text.startsWith('[') ? ARRAY_HINT : ''}` };
   }
   if (value === null || typeof value !== 'object' || Array.isArray(value)) {
-    return { problem: `an object was expected, found ${describe(value)}` };
+    const hint = Array.isArray(value) ? ARRAY_HINT : '';
+    return { problem: `an object was expected, found ${describe(value)}${hint}` };
   }
   const { points, asObjects, problem } = readPoints(value.points);
   if (problem) return { problem };

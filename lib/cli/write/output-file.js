@@ -60,7 +60,7 @@ class Output {
     this.stream = target.name.endsWith('.gz') ? this.zip() : this.sink;
     // Failures reach the one who writes; without a listener they would end the process.
     this.sink.on('error', (error) => {
-      this.failure = error;
+      this.failure ??= error;
     });
   }
 
@@ -114,7 +114,8 @@ class TemporaryFile {
     const unique = crypto.randomBytes(4).toString('hex');
     this.path = path.join(directory, `.${name}.${process.pid}.${unique}.tmp`);
     this.stream = fs.createWriteStream(this.path, { flags: 'wx', flush: true });
-    this.forget = onExit(() => this.remove());
+    // One that took itself off the list would keep the next on it from being called.
+    this.forget = onExit(() => this.delete());
   }
 
   moveTo(name, force) {
@@ -130,6 +131,10 @@ class TemporaryFile {
 
   remove() {
     this.forget();
+    this.delete();
+  }
+
+  delete() {
     fs.rmSync(this.path, { force: true });
   }
 }
@@ -160,8 +165,11 @@ class Spool {
   /** @param {ReturnType<typeof inspectOutput>} target whose folder is used if it is a file */
   constructor(target) {
     const directory = target.kind === 'file' ? path.dirname(target.name) : os.tmpdir();
+    this.name = target.kind === 'file' ? target.name : directory;
     this.file = new TemporaryFile(directory, 'scrivo-part');
-    this.file.stream.on('error', () => {});
+    this.file.stream.on('error', (error) => {
+      this.failure ??= error;
+    });
   }
 
   async write(content) {
@@ -182,7 +190,7 @@ class Spool {
     try {
       await writing;
     } catch (error) {
-      throw new UserError(`${this.file.path} cannot be written: ${error.message}`);
+      throw new UserError(`${this.name} cannot be written: ${(this.failure ?? error).message}`);
     }
   }
 

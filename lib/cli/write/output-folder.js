@@ -71,7 +71,7 @@ class TemporaryFolder {
   constructor(directory, name, files) {
     const unique = crypto.randomBytes(4).toString('hex');
     this.path = path.join(directory, `${name}.${process.pid}.${unique}.tmp`);
-    this.forget = onExit(() => this.remove());
+    this.forget = onExit(() => this.delete());
     try {
       fs.mkdirSync(this.path);
       for (const [file, text] of Object.entries(files)) {
@@ -85,6 +85,10 @@ class TemporaryFolder {
 
   remove() {
     this.forget();
+    this.delete();
+  }
+
+  delete() {
     fs.rmSync(this.path, { recursive: true, force: true });
   }
 }
