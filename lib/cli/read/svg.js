@@ -136,7 +136,8 @@ class SvgReader {
 function widthAfter(transforms, width) {
   const corner = svgpath('M1 0L0 0L0 1');
   for (const transform of transforms) corner.transform(transform);
-  const [[, ax, ay], [, ox, oy], [, bx, by]] = corner.segments;
+  // Transforms wait until the segments are asked for.
+  const [[, ax, ay], [, ox, oy], [, bx, by]] = corner.unarc().segments;
   const factor = Math.sqrt(Math.abs((ax - ox) * (by - oy) - (ay - oy) * (bx - ox)));
   const pixels = toPixels(width);
   if (!pixels || !Number.isFinite(factor) || Math.abs(factor - 1) < 1e-9) return width;
