@@ -105,7 +105,10 @@ class InkmlReader {
     const annotations = this.groups.map((group) => group.annotations);
     const fields = Object.assign({ ...brush }, ...annotations, id !== undefined && { id });
     const { scale } = format;
-    this.takePiece({ line, id, continuation, priorRef }, { points, fields, ...(scale && { scale }) });
+    this.takePiece(
+      { line, id, continuation, priorRef },
+      { points, fields, ...(scale && { scale }) },
+    );
   }
 
   /** A trace is a stroke, or a piece of one that is passed on when its last piece is there. */
