@@ -43,17 +43,6 @@ describe('template files', () => {
     }
   });
 
-  it('hold an outline of finite coordinates a line', () => {
-    for (const file of TEMPLATE_FILES) {
-      const lines = fs.readFileSync(path.join(SHIPPED, file), 'utf8').trimEnd().split('\n');
-      for (const line of lines) {
-        const numbers = line.split(',').map(Number);
-        assert.ok(numbers.length >= 8 && numbers.length % 2 === 0, file);
-        assert.ok(numbers.every(Number.isFinite), file);
-      }
-    }
-  });
-
   it('let figures of an ordinary hand come back as what they are', () => {
     const engine = createEngine('exact');
     engine.load({});
