@@ -17,8 +17,8 @@ const HELP = `Scores an engine on labelled strokes.
 usage: scrivo evaluate [options] [FILE...]
 
 FILE is NDJSON (or InkML with annotations), packed with gzip or not; - is standard input, the
-default. Each line is an object with "family" (dot, line, angle, triangle, quadrangle, ellipse or none), an optional
-"label" and "points": [[x, y, force, time], ...].
+default. Each line is an object with "family" (dot, line, angle, triangle, quadrangle, ellipse or
+none), an optional "label" and "points": [[x, y, force, time], ...].
 
 examples
   scrivo evaluate labelled.ndjson
