@@ -33,12 +33,11 @@ Eigen::VectorXd fit(const Stroke& stroke) {
 /// make the scatter matrix singular, and in a few of ten thousand cases its
 /// inverse is lost to rounding.
 Stroke drawn(Random& random, const Stroke& clean, double jitter = 1e-3) {
-    Stroke stroke = withForce(clean, 0.5);
-    for (Point2D& p : stroke) {
-        p.x += random.in(-jitter, jitter);
-        p.y += random.in(-jitter, jitter);
+    Stroke stroke;
+    for (const Point2D& p : clean) {
+        stroke.push_back(p + random.jitter(jitter));
     }
-    return stroke;
+    return withForce(stroke, 0.5);
 }
 
 TEST(Ellipse, ShapeOfAConic) {
@@ -129,34 +128,36 @@ TEST(Ellipse, FitSolvesTheConstrainedProblem) {
 }
 
 TEST(EllipseRedraw, SnapsToCirclesAndToTheAxes) {
+    struct Shape {
+        double rx, ry, turn;
+    };
     struct Case {
         const char* name;
-        double rx, ry, turn;  // drawn
-        double toRx, toRy, toTurn;
+        Shape drawn, expected;
     };
     const Case cases[] = {
-        {"nearly round", 100, 90, 0, 95, 95, 0},
-        {"nearly round, upright", 90, 100, 0, 95, 95, 0},
-        {"ratio 1.266", 100, 79, 0, 100, 79, 0},
-        {"ratio 1.24", 124, 100, 0, 112, 112, 0},
-        {"ratio 1.26", 126, 100, 0, 126, 100, 0},
-        {"ratio 0.81", 81, 100, 0, 90.5, 90.5, 0},
-        {"ratio 0.79", 79, 100, 0, 79, 100, 0},
-        {"nearly level", 150, 79, 0.25, 150, 79, 0},
-        {"nearly level, other way", 150, 79, -0.25, 150, 79, 0},
-        {"turned", 150, 79, 0.27, 150, 79, 0.27},
-        {"turned, other way", 60, 150, -0.27, 60, 150, -0.27},
+        {"nearly round", {100, 90, 0}, {95, 95, 0}},
+        {"nearly round, upright", {90, 100, 0}, {95, 95, 0}},
+        {"ratio 1.24", {124, 100, 0}, {112, 112, 0}},
+        {"ratio 1.26", {126, 100, 0}, {126, 100, 0}},
+        {"ratio 0.81", {81, 100, 0}, {90.5, 90.5, 0}},
+        {"ratio 0.79", {79, 100, 0}, {79, 100, 0}},
+        {"nearly level", {150, 79, 0.25}, {150, 79, 0}},
+        {"nearly level, other way", {150, 79, -0.25}, {150, 79, 0}},
+        {"turned", {150, 79, 0.27}, {150, 79, 0.27}},
+        {"turned, other way", {60, 150, -0.27}, {60, 150, -0.27}},
     };
-    Random random;
+    const auto sampled = [](const Shape& s, int steps) {
+        return ellipse({300, 200}, s.rx, s.ry, s.turn, steps);
+    };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
-        const Point2D centre{300, 200};
-        const Stroke drawn = ellipse(centre, c.rx, c.ry, c.turn, 60);
-        const Stroke clean = ellipse(centre, c.toRx, c.toRy, c.toTurn, 84);
-        EXPECT_TRUE(
-            appends([&](Stroke& out) { return reDrawEllipse(out, drawn, 7, -7); }, clean, 5e-3));
+        const auto redraw = [&](Stroke& out) {
+            return reDrawEllipse(out, withForce(sampled(c.drawn, 60), 0.5), 7, -7);
+        };
+        EXPECT_TRUE(appends(redraw, sampled(c.expected, 84), 5e-3));
         Stroke out;
-        reDrawEllipse(out, withForce(drawn, 0.5), 0, 0);
+        redraw(out);
         EXPECT_TRUE(hasBitsOf({out.front()}, {out.back()})) << "closed";
     }
 }

@@ -67,6 +67,14 @@ inline Point2D polar(double radius, double angle) {
 // Strokes
 // ---------------------------------------------------------------------------
 
+/// A stroke, what it is about, and what becomes of it.
+template <typename Expected>
+struct Case {
+    const char* name;
+    Stroke stroke;
+    Expected expected;
+};
+
 /// `steps` even steps from each corner to the next; inner corners occur once.
 inline Stroke chain(const Stroke& corners, int steps) {
     Stroke stroke{corners.front()};
