@@ -23,12 +23,8 @@ TEST(Quadrangle, OnePairOfParallelSidesMovesTheThirdCorner) {
     const Stroke last{{0, 0}, {-20, 90}, {10, 130}, {80, 60}};
     const Stroke upright{{0, 0}, {0, 100}, {69, 60}, {60, 20}};
     const Stroke uprightLast{{0, 0}, {60, 20}, {69, 60}, {0, 100}};
-    struct Case {
-        const char* name;
-        Stroke corners;
-        Point2D third;  // corners placed along an upright side keep their force
-    };
-    const Case cases[] = {
+    // Corners placed along an upright side keep their force.
+    const Case<Point2D> cases[] = {
         {"0-1 and 3-2", first, {20, 120, 0}},
         {"0-1 and 3-2, mirrored", mirrored(first), {20, -120, 0}},
         {"0-3 and 1-2", last, {20, 120, 0}},
@@ -38,25 +34,30 @@ TEST(Quadrangle, OnePairOfParallelSidesMovesTheThirdCorner) {
         {"0-3 upright, down", uprightLast, {60, 61, 1}},
         {"0-3 upright, up", mirrored(uprightLast), {60, -61, 1}},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        Stroke expected = drawn(c.corners);
-        expected[2] = c.third;
-        EXPECT_TRUE(isNear(regular(drawn(c.corners)), expected, 1e-12));
+    for (const auto& c : cases) {
+        Stroke expected = drawn(c.stroke);
+        expected[2] = c.expected;
+        EXPECT_TRUE(isNear(regular(drawn(c.stroke)), expected, 1e-12)) << c.name;
     }
 }
 
 TEST(Quadrangle, LevelRectangleKeepsEachCornerOnItsSide) {
+    const Point2D q0{200, 300};
+    const Stroke corners{{0, 0}, {80, 0.9}, {83, 53}, {0.9, 50}};
+    const double a = length(corners[1]);
+    const double b = length(corners[3]);
     for (const double x : {-1.0, 1.0}) {
         for (const double y : {-1.0, 1.0}) {
-            const Point2D q0{200, 300};
-            const Stroke corners{q0, q0 + Point2D{80 * x, 0.9}, q0 + Point2D{83 * x, 53 * y},
-                                 q0 + Point2D{0.9, 50 * y}};
-            const double dA = std::hypot(80, 0.9);
-            const double dB = std::hypot(50, 0.9);
-            const Stroke expected{q0, q0 + Point2D{dA * x, 0}, q0 + Point2D{dA * x, dB * y},
-                                  q0 + Point2D{0, dB * y}};
-            EXPECT_TRUE(isNear(regular(drawn(corners)), drawn(expected), 1e-5)) << x << ", " << y;
+            const auto placed = [&](const Stroke& shape) {
+                Stroke s;
+                for (const Point2D& p : shape) {
+                    s.push_back({q0.x + x * p.x, q0.y + y * p.y, 1.0});
+                }
+                return s;
+            };
+            EXPECT_TRUE(
+                isNear(regular(placed(corners)), placed({{0, 0}, {a, 0}, {a, b}, {0, b}}), 1e-5))
+                << x << ", " << y;
         }
     }
 }
@@ -86,12 +87,7 @@ TEST(Quadrangle, BranchesAtTheirBounds) {
         return Stroke{
             {0, 0}, {100, 0}, {200 * cosine, 100 + 200 * std::sqrt(1 - cosine * cosine)}, {0, 100}};
     };
-    struct Case {
-        const char* name;
-        Stroke corners;
-        Branch branch;
-    };
-    const Case cases[] = {
+    const Case<Branch> cases[] = {
         {"first side 1 high", {{0, 0}, {80, 1}, {79, 51}, {-1, 50}}, Branch::REBUILT},
         {"first side lower", {{0, 0}, {80, below(1)}, {79, 51}, {-1, 50}}, Branch::LEVEL},
         {"cosine 0.0801", leaning(0.0801), Branch::REBUILT},
@@ -104,8 +100,8 @@ TEST(Quadrangle, BranchesAtTheirBounds) {
         {"in a line", {{0, 0}, {0, 0}, {10, 10}, {20, 20}}, Branch::ONE_CORNER},
         {"NaN", {{0, 0}, {10, QUIET_NAN}, {10, 10}, {0, 10}}, Branch::NONE},
     };
-    for (const Case& c : cases) {
-        EXPECT_TRUE(branchOf(c.corners) == c.branch) << c.name;
+    for (const auto& c : cases) {
+        EXPECT_EQ(branchOf(c.stroke), c.expected) << c.name;
     }
 }
 
@@ -142,11 +138,6 @@ struct Drawing {
     }
 };
 
-/// Twice the signed area.
-double area(const Stroke& q) {
-    return cross(q[2] - q[0], q[3] - q[1]);
-}
-
 TEST(Quadrangle, RebuiltFigureIsTheOneThatWasDrawn) {
     Random random;
     for (int i = 0; i < 3000; ++i, random.nextRound()) {
@@ -154,8 +145,10 @@ TEST(Quadrangle, RebuiltFigureIsTheOneThatWasDrawn) {
         const Drawing drawing(random);
         const Stroke& old = drawing.corners;
         const Stroke q = regular(old);
-        double dA = length(old[1] - old[0]);
-        double dB = length(old[3] - old[0]);
+        const Point2D a = old[1] - old[0];
+        const Point2D b = old[3] - old[0];
+        double dA = length(a);
+        double dB = length(b);
         const bool isSquare = 0.95 < dA / dB && dA / dB < 1.05;
         if (isSquare) {
             dA = dB = (dA + dB) / 2;
@@ -169,18 +162,17 @@ TEST(Quadrangle, RebuiltFigureIsTheOneThatWasDrawn) {
         if (isSquare) {
             EXPECT_NEAR(length(u) / length(v), 1, 1e-12);
         }
-        const Point2D a = old[1] - old[0];
-        const Point2D b = old[3] - old[0];
         if (std::abs(dot(a, b)) < 0.08 * length(a) * length(b)) {
             EXPECT_LT(std::abs(dot(u, v)), 1e-12 * dA * dB) << "right angles";
         }
+        const auto area = [](const Stroke& s) { return cross(s[2] - s[0], s[3] - s[1]); };
         EXPECT_GT(area(q) * area(old), 0) << "drawn the same way round";
         for (std::size_t corner = 0; corner < 4; ++corner) {
             // 4 units more for a first side that leans by 1.
             EXPECT_LT(length(q[corner] - old[corner]), 6 * drawing.jitter + 4) << corner;
         }
         Stroke moved = old;
-        Point2D& one = moved[static_cast<std::size_t>(random.below(4))];
+        Point2D& one = random.oneOf(moved);
         one = one + random.jitter(1e-5);
         EXPECT_TRUE(isNear(regular(moved), q, 2e-3)) << "a little moves a little";
     }
@@ -188,9 +180,9 @@ TEST(Quadrangle, RebuiltFigureIsTheOneThatWasDrawn) {
 
 TEST(Quadrangle, OneCarelessCornerDoesNotMakeABoxLean) {
     const auto cornerCosine = [](const Stroke& q) {
-        const Point2D a{q[1].x - q[0].x, q[1].y - q[0].y};
-        const Point2D b{q[3].x - q[0].x, q[3].y - q[0].y};
-        return (a.x * b.x + a.y * b.y) / (std::hypot(a.x, a.y) * std::hypot(b.x, b.y));
+        const Point2D a = q[1] - q[0];
+        const Point2D b = q[3] - q[0];
+        return dot(a, b) / (length(a) * length(b));
     };
     const Stroke box{{6, 5}, {200, 0}, {204, 100}, {0, 100}};
     EXPECT_LT(cornerCosine(box), -0.08) << "the first corner alone is that of a parallelogram";

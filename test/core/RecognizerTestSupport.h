@@ -47,6 +47,16 @@ inline ::testing::AssertionResult sameAnswer(const RecognitionResult& actual,
            << " instead of " << expected.name << " (" << expected.id << ") " << expected.score;
 }
 
+inline ::testing::AssertionResult answersLiterally(const TemplatesGraphicsRecognizer& recognizer,
+                                                   const Path& stroke) {
+    return sameAnswer(recognizer.recognize(stroke), literal::recognize(recognizer, stroke));
+}
+
+/// One of the three families or a knot.
+inline Path anyStroke(ink::Hand& hand) {
+    return hand.stroke(static_cast<ink::Shape>(1 + hand.below(4)));
+}
+
 inline TemplatesGraphicsRecognizer recognizerWith(const std::vector<Path>& outlines) {
     TemplatesGraphicsRecognizer recognizer;
     for (std::size_t k = 0; k < outlines.size(); ++k) {

@@ -108,9 +108,8 @@ inline Stroke ellipse(Point2D centre, double rx, double ry, double turn, int ste
     Stroke stroke;
     for (int i = 0; i <= steps; ++i) {
         const double t = 2 * PI * (i % steps) / steps;
-        const Point2D p{rx * std::cos(t), ry * std::sin(t), 0.0};
-        stroke.push_back(centre + Point2D{p.x * std::cos(turn) - p.y * std::sin(turn),
-                                          p.x * std::sin(turn) + p.y * std::cos(turn), 0.0});
+        stroke.push_back(centre + polar(rx * std::cos(t), turn) +
+                         polar(ry * std::sin(t), turn + PI / 2));
     }
     return stroke;
 }
@@ -234,6 +233,9 @@ public:
     int below(int bound) { return static_cast<int>(in(0, bound)); }
     double oneOf(std::initializer_list<double> values) {
         return values.begin()[below(static_cast<int>(values.size()))];
+    }
+    Point2D& oneOf(Stroke& stroke) {
+        return stroke[static_cast<std::size_t>(below(static_cast<int>(stroke.size())))];
     }
     Point2D jitter(double size) { return {in(-size, size), in(-size, size), 0.0}; }
 
