@@ -1,11 +1,12 @@
 #include "Beautifier/Beautifier.h"
-#include "Beautifier/Polyline.h"
+#include "Beautifier/Features.h"
 #include "BeautifierInk.h"
 #include "Support.h"
 
 #include <algorithm>
 #include <future>
 #include <gtest/gtest.h>
+#include <map>
 #include <stdexcept>
 
 namespace {
@@ -215,6 +216,52 @@ TEST(BeautifierPolygons, AreFoundFromAStartOnAnEdge) {
     EXPECT_GT(fits[2].rms, 0.05);
 }
 
+/// The outline in the frame's own units, as it is examined.
+Scrivo::beautifier::Fine outlineOf(const Curve& curve) {
+    const Path path = sample(curve, 400);
+    return Scrivo::beautifier::resample(path, 1, 1, Scrivo::beautifier::measure(path, 1, 1));
+}
+
+TEST(BeautifierFeatures, MeasureWhatTheirNamesSay) {
+    using namespace Scrivo::beautifier;
+    const double least = std::log(0.003);
+    const auto expectNear = [](const Features& f, const std::map<Feature, double>& expected) {
+        for (const auto& [feature, value] : expected) {
+            EXPECT_NEAR(f[feature], value, 0.05) << featureName(feature);
+        }
+    };
+    expectNear(featuresOf(examine(outlineOf(polyline({{0, 0}, {300, 0}, {300, 400}})))),
+               {{TURNING, PI / 2}, {BOW, PI / 2}, {OPENING, PI / 2}, {LEG_RATIO, std::log(0.75)}});
+    // Both ends run on by 40 units behind the corner where they cross.
+    const Evidence square =
+        examine(outlineOf(polyline({{-40, 0}, {400, 0}, {400, 400}, {0, 400}, {0, -40}})));
+    expectNear(featuresOf(square), {{TURNING, 3 * PI / 2},
+                                    {GAP, least},
+                                    {TRIMMED, 80.0 / 1680},
+                                    {TAIL, std::log(40 / (440 * square.size))},
+                                    {SHARPEST_BEND, PI / 2},
+                                    {COUNTER_BENDS, 0},
+                                    {POLYGON4_RMS, least},
+                                    {QUADRANGLE_SIDE, 0},
+                                    {QUADRANGLE_ANGLE, PI / 2},
+                                    {QUADRANGLE_WINDING, 0}});
+    // The pen comes from outside: the circle's centre is not that of the box.
+    const Curve lollipop = [](double t) {
+        return t < 0.1 ? Point2D{1.6 - 6 * t, 0} : polar(1, 2 * PI * (t - 0.1) / 0.9);
+    };
+    expectNear(featuresOf(examine(outlineOf(lollipop))), {{ELLIPSE_RMS, least}});
+}
+
+TEST(BeautifierOutline, CoarsePointsLieAtEvenDistances) {
+    using namespace Scrivo::beautifier;
+    const Fine fine = outlineOf(polyline({{0, 0}, {300, 400}}));
+    const Coarse coarse = resample(fine, 10, 77, {});
+    for (std::size_t k = 0; k < coarse.size(); ++k) {
+        const double t = static_cast<double>(k) / (COARSE - 1);
+        EXPECT_LT(norm(coarse[k] - (1 - t) * fine[10] - t * fine[77]), 1e-9) << k;
+    }
+}
+
 TEST(BeautifierDots, AreTapsScribblesAndSlipsButNotSmallLetters) {
     const Path letter{{100, 100}, {103, 106}, {104, 101}, {106, 106}, {107, 100}};
     const Case<std::int32_t> cases[] = {
@@ -338,6 +385,9 @@ TEST(BeautifierFigure, MovesIntoTheAreaWithItsPath) {
     anywhere.insideArea = false;
     const auto beyond = std::get<Scrivo::CircleFigure>(beautify(path, anywhere).figure);
     EXPECT_NEAR(beyond.centre.x, 730.0, 1.0);
+    const Beautified tall = beautify(sample(ellipse(100, 320, 0.0), 80));
+    EXPECT_NEAR(std::get<Scrivo::EllipseFigure>(tall.figure).centre.y, 300.0, 1.0)
+        << "higher than the area";
 }
 
 template <typename Figure>

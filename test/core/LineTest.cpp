@@ -120,6 +120,11 @@ TEST(StrictLine, RatioAndBand) {
         {"band 7.48 of 80", zigzag(3.74), true},
         {"band 7.50 of 80", zigzag(3.75), false},
         {"upright", {{0, 0}, {3.74, 10}, {-3.74, 30}, {3.74, 50}, {-3.74, 70}, {0, 80}}, true},
+        // Its first point puts the band at 12 of 100, the last one at 9.
+        {"first of two rightmost", {{0, 0}, {50, -3}, {100, 0}, {100, 9}}, false},
+        {"first of two leftmost", {{0, 0}, {-50, -3}, {-100, 0}, {-100, 9}}, false},
+        {"first of two lowest", {{0, 0}, {-3, 50}, {0, 100}, {9, 100}}, false},
+        {"first of two highest", {{0, 0}, {-3, -50}, {0, -100}, {9, -100}}, false},
         {"NaN is in every band", {{0, 0}, {QUIET_NAN, 1}, {2, 2}}, true},
     };
     for (const auto& c : cases) {
@@ -196,6 +201,9 @@ TEST(LineRedraw, ReachOfAnAnchorIsStrict) {
     const Stroke level{{0, 0}, {200, 0}};
     EXPECT_EQ(redrawn(level, {{100, 10}}).front().y, 0.0);
     EXPECT_EQ(redrawn(level, {{100, floatBelow(10)}}).front().y, floatBelow(10));
+    for (const double x : {-10.0, 210.0}) {
+        EXPECT_EQ(redrawn(level, {{x, 5}}).front().y, 0.0) << x;
+    }
 }
 
 TEST(LineRedraw, UprightLineLeansForAnyAnchor) {

@@ -19,6 +19,7 @@ using Scrivo::TemplatesGraphicsRecognizer;
 using Scrivo::test::chain;
 using Scrivo::test::hasBitsOf;
 using Scrivo::test::INF;
+using Scrivo::test::isNear;
 using Scrivo::test::QUIET_NAN;
 using Scrivo::test::sameBits;
 using Path = std::vector<Point2D>;
