@@ -2,14 +2,11 @@
 #include "Scrivo/detail/CornerScan.h"
 #include "Support.h"
 
+namespace Scrivo::test {
+
 namespace {
 
-using namespace Scrivo::test;
-using Scrivo::findAngle;
-using Scrivo::isAngle;
-using Scrivo::Point2D;
-using Scrivo::reDrawAngle;
-using Scrivo::detail::findCorners;
+using detail::findCorners;
 
 constexpr std::size_t ALL = 1000;
 
@@ -172,3 +169,5 @@ TEST(AngleRedraw, DeclinesWhatIsNoAngle) {
 }
 
 }  // namespace
+
+}  // namespace Scrivo::test

@@ -9,16 +9,12 @@
 #include <map>
 #include <stdexcept>
 
+namespace Scrivo::test {
+
 namespace {
 
 using namespace beautifier_ink;
-using namespace Scrivo::test;
 using beautifier_ink::ellipse;
-using Scrivo::Beautified;
-using Scrivo::Beautifier;
-using Scrivo::BeautifierOptions;
-using Scrivo::FigureFamily;
-using Scrivo::Reason;
 
 constexpr double WIDTH = 800.0;
 constexpr double HEIGHT = 600.0;
@@ -138,16 +134,15 @@ TEST(BeautifierInk, PolygonsOfFewSamplesKeepTheirCorners) {
     const Path square{{300, 200}, {500, 203}, {498, 402}, {301, 400}, {300, 202}};
     const Beautified answer = beautify(square);
     ASSERT_EQ(answer.figure.index(), 5U);
-    EXPECT_EQ(std::get<Scrivo::QuadrangleFigure>(answer.figure).kind,
-              Scrivo::QuadrangleKind::SQUARE);
-    EXPECT_EQ(beautify({{100, 100}, {160, 300}, {300, 100}}).type, Scrivo::FIGURE_ANGLE);
+    EXPECT_EQ(std::get<QuadrangleFigure>(answer.figure).kind, QuadrangleKind::SQUARE);
+    EXPECT_EQ(beautify({{100, 100}, {160, 300}, {300, 100}}).type, FIGURE_ANGLE);
 }
 
 TEST(BeautifierInk, CurvesOfFewSamplesStayRound) {
     for (const int count : {7, 9, 12, 20}) {
         const auto answer = beautify(sample(ellipse(100, 100, 0.0), count));
         ASSERT_EQ(answer.figure.index(), 6U) << count << " points";
-        EXPECT_NEAR(std::get<Scrivo::CircleFigure>(answer.figure).radius, 100.0, 2.0);
+        EXPECT_NEAR(std::get<CircleFigure>(answer.figure).radius, 100.0, 2.0);
     }
 }
 
@@ -195,7 +190,7 @@ TEST(BeautifierInk, QuadranglesMayBendInwardsButNotCrossThemselves) {
     const Path dart{{300, 280}, {100, 200}, {170, 280}, {100, 360}, {300, 280}};
     const Beautified answer = beautify(sample(polyline(dart), 120));
     ASSERT_EQ(answer.figure.index(), 5U);
-    for (const Point2D& corner : std::get<Scrivo::QuadrangleFigure>(answer.figure).corners) {
+    for (const Point2D& corner : std::get<QuadrangleFigure>(answer.figure).corners) {
         EXPECT_TRUE(std::any_of(dart.begin(), dart.end(), [&](const Point2D& p) {
             return length(p - corner) < 4.0;
         })) << toText(corner);
@@ -203,7 +198,7 @@ TEST(BeautifierInk, QuadranglesMayBendInwardsButNotCrossThemselves) {
 }
 
 TEST(BeautifierPolygons, AreFoundFromAStartOnAnEdge) {
-    using namespace Scrivo::beautifier;
+    using namespace beautifier;
     const Curve square =
         polyline({{0.2, -0.5}, {0.5, -0.5}, {0.5, 0.5}, {-0.5, 0.5}, {-0.5, -0.5}, {0.2, -0.5}});
     const Path path = sample(square, COARSE);
@@ -217,13 +212,13 @@ TEST(BeautifierPolygons, AreFoundFromAStartOnAnEdge) {
 }
 
 /// The outline in the frame's own units, as it is examined.
-Scrivo::beautifier::Fine outlineOf(const Curve& curve) {
+beautifier::Fine outlineOf(const Curve& curve) {
     const Path path = sample(curve, 400);
-    return Scrivo::beautifier::resample(path, 1, 1, Scrivo::beautifier::measure(path, 1, 1));
+    return beautifier::resample(path, 1, 1, beautifier::measure(path, 1, 1));
 }
 
 TEST(BeautifierFeatures, MeasureWhatTheirNamesSay) {
-    using namespace Scrivo::beautifier;
+    using namespace beautifier;
     const double least = std::log(0.003);
     const auto expectNear = [](const Features& f, const std::map<Feature, double>& expected) {
         for (const auto& [feature, value] : expected) {
@@ -253,7 +248,7 @@ TEST(BeautifierFeatures, MeasureWhatTheirNamesSay) {
 }
 
 TEST(BeautifierOutline, CoarsePointsLieAtEvenDistances) {
-    using namespace Scrivo::beautifier;
+    using namespace beautifier;
     const Fine fine = outlineOf(polyline({{0, 0}, {300, 400}}));
     const Coarse coarse = resample(fine, 10, 77, {});
     for (std::size_t k = 0; k < coarse.size(); ++k) {
@@ -265,16 +260,16 @@ TEST(BeautifierOutline, CoarsePointsLieAtEvenDistances) {
 TEST(BeautifierDots, AreTapsScribblesAndSlipsButNotSmallLetters) {
     const Path letter{{100, 100}, {103, 106}, {104, 101}, {106, 106}, {107, 100}};
     const Case<std::int32_t> cases[] = {
-        {"tap of one sample", {{100, 100}}, Scrivo::FIGURE_POINT},
-        {"tap", Path(9, {100, 100}), Scrivo::FIGURE_POINT},
-        {"scribble", {{100, 100}, {103, 101}, {101, 102}, {102, 100}}, Scrivo::FIGURE_POINT},
-        {"slip", sample(polyline({{100, 100}, {106, 103}}), 6), Scrivo::FIGURE_POINT},
-        {"letter as large as that slip", sample(polyline(letter), 40), Scrivo::FIGURE_NONE},
+        {"tap of one sample", {{100, 100}}, FIGURE_POINT},
+        {"tap", Path(9, {100, 100}), FIGURE_POINT},
+        {"scribble", {{100, 100}, {103, 101}, {101, 102}, {102, 100}}, FIGURE_POINT},
+        {"slip", sample(polyline({{100, 100}, {106, 103}}), 6), FIGURE_POINT},
+        {"letter as large as that slip", sample(polyline(letter), 40), FIGURE_NONE},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(beautify(c.stroke).type, c.expected) << c.name;
     }
-    const auto dot = std::get<Scrivo::DotFigure>(beautify(Path(9, {100, 90})).figure);
+    const auto dot = std::get<DotFigure>(beautify(Path(9, {100, 90})).figure);
     EXPECT_TRUE(isNear(dot.centre, {100, 90}));
 }
 
@@ -290,10 +285,10 @@ Path heldPress(int count, double extent) {
 
 TEST(BeautifierDots, ArePressesHeldForAnyTime) {
     for (const int count : {10, 60, 240, 1000}) {
-        EXPECT_EQ(beautify(heldPress(count, 2.4)).type, Scrivo::FIGURE_POINT) << count;
+        EXPECT_EQ(beautify(heldPress(count, 2.4)).type, FIGURE_POINT) << count;
     }
     for (const int count : {240, 1000}) {
-        EXPECT_EQ(beautify(heldPress(count, 3.9)).type, Scrivo::FIGURE_POINT) << count;
+        EXPECT_EQ(beautify(heldPress(count, 3.9)).type, FIGURE_POINT) << count;
         EXPECT_EQ(beautify(heldPress(count, 4.1)).type, 0) << count;
     }
 }
@@ -302,12 +297,12 @@ TEST(BeautifierDots, AreSureWithinTwoUnitsAndLeaveDashesToLinesWhereNoneAreWante
     const Path dash = sample(polyline({{200, 200}, {210, 202}}), 8);
     BeautifierOptions onlySure;
     onlySure.sensitivity = 0.0;
-    EXPECT_EQ(beautify({{200, 200}}, onlySure).type, Scrivo::FIGURE_POINT);
+    EXPECT_EQ(beautify({{200, 200}}, onlySure).type, FIGURE_POINT);
     EXPECT_EQ(beautify(dash, onlySure).reason, Reason::NOT_SURE);
     BeautifierOptions noDots;
     noDots.figures.erase(FigureFamily::DOT);
-    EXPECT_EQ(beautify(dash).type, Scrivo::FIGURE_POINT);
-    EXPECT_EQ(beautify(dash, noDots).type, Scrivo::FIGURE_LINE);
+    EXPECT_EQ(beautify(dash).type, FIGURE_POINT);
+    EXPECT_EQ(beautify(dash, noDots).type, FIGURE_LINE);
     const Beautified tap = beautify({{200, 200}}, noDots);
     EXPECT_EQ(tap.reason, Reason::NOT_WANTED);
     EXPECT_EQ(tap.confidence, 1.0);
@@ -321,12 +316,12 @@ struct Agrees {
         EXPECT_LT(length(path.at(i) - p), 1e-6) << "point " << i;
     }
     void operator()(const std::monostate&) const { ADD_FAILURE() << "no figure"; }
-    void operator()(const Scrivo::DotFigure& f) const { corner(63, f.centre); }
-    void operator()(const Scrivo::LineFigure& f) const {
+    void operator()(const DotFigure& f) const { corner(63, f.centre); }
+    void operator()(const LineFigure& f) const {
         corner(0, f.from);
         corner(20, f.to);
     }
-    void operator()(const Scrivo::AngleFigure& f) const {
+    void operator()(const AngleFigure& f) const {
         corner(0, f.from);
         corner(20, f.vertex);
         corner(41, f.to);
@@ -334,12 +329,12 @@ struct Agrees {
         const Point2D v = f.to - f.vertex;
         EXPECT_NEAR(std::cos(f.opening), dot(u, v) / (length(u) * length(v)), 1e-9);
     }
-    void operator()(const Scrivo::CircleFigure& f) const {
+    void operator()(const CircleFigure& f) const {
         for (const Point2D& p : path) {
             EXPECT_NEAR(length(p - f.centre), f.radius, 1e-6);
         }
     }
-    void operator()(const Scrivo::EllipseFigure& f) const {
+    void operator()(const EllipseFigure& f) const {
         for (const Point2D& p : path) {
             const Point2D axis = polar(1.0, f.rotation);
             const double u = dot(axis, p - f.centre) / f.radii.x;
@@ -372,7 +367,7 @@ TEST(BeautifierFigure, AgreesWithThePath) {
 
 TEST(BeautifierFigure, MovesIntoTheAreaWithItsPath) {
     const Beautified dot = beautify({{0, 300}});
-    EXPECT_NEAR(std::get<Scrivo::DotFigure>(dot.figure).centre.x, 2.5, 1e-9);
+    EXPECT_NEAR(std::get<DotFigure>(dot.figure).centre.x, 2.5, 1e-9);
     std::visit(Agrees{dot.path}, dot.figure);
     Path path = sample(ellipse(100, 100, 0.0), 80);
     for (Point2D& p : path) {
@@ -383,10 +378,10 @@ TEST(BeautifierFigure, MovesIntoTheAreaWithItsPath) {
     std::visit(Agrees{circle.path}, circle.figure);
     BeautifierOptions anywhere;
     anywhere.insideArea = false;
-    const auto beyond = std::get<Scrivo::CircleFigure>(beautify(path, anywhere).figure);
+    const auto beyond = std::get<CircleFigure>(beautify(path, anywhere).figure);
     EXPECT_NEAR(beyond.centre.x, 730.0, 1.0);
     const Beautified tall = beautify(sample(ellipse(100, 320, 0.0), 80));
-    EXPECT_NEAR(std::get<Scrivo::EllipseFigure>(tall.figure).centre.y, 300.0, 1.0)
+    EXPECT_NEAR(std::get<EllipseFigure>(tall.figure).centre.y, 300.0, 1.0)
         << "higher than the area";
 }
 
@@ -397,15 +392,13 @@ auto kindOf(Path corners) {
 }
 
 TEST(BeautifierFigure, NamesRegularPolygons) {
-    using Scrivo::QuadrangleKind;
-    constexpr auto QUADRANGLE = kindOf<Scrivo::QuadrangleFigure>;
+    constexpr auto QUADRANGLE = kindOf<QuadrangleFigure>;
     EXPECT_EQ(QUADRANGLE({{300, 200}, {500, 203}, {498, 402}, {301, 400}}), QuadrangleKind::SQUARE);
     EXPECT_EQ(QUADRANGLE({{300, 200}, {500, 203}, {498, 302}, {301, 300}}),
               QuadrangleKind::RECTANGLE);
     EXPECT_EQ(QUADRANGLE({{300, 300}, {400, 240}, {500, 301}, {400, 361}}),
               QuadrangleKind::RHOMBUS);
-    using Scrivo::TriangleKind;
-    constexpr auto TRIANGLE = kindOf<Scrivo::TriangleFigure>;
+    constexpr auto TRIANGLE = kindOf<TriangleFigure>;
     EXPECT_EQ(TRIANGLE({{300, 400}, {400, 226}, {501, 401}}), TriangleKind::EQUILATERAL);
     EXPECT_EQ(TRIANGLE({{300, 400}, {350, 180}, {401, 401}}), TriangleKind::ISOSCELES);
     EXPECT_EQ(TRIANGLE({{300, 200}, {302, 400}, {430, 401}}), TriangleKind::RIGHT);
@@ -423,14 +416,14 @@ TEST(BeautifierOptionsTest, SwitchTheIdealOff) {
     };
     EXPECT_EQ(rise(beautify(flat)), 0.0);
     EXPECT_NEAR(rise(beautify(flat, plain)), 8.0, 0.1);
-    const auto drawn = std::get<Scrivo::QuadrangleFigure>(beautify(square, plain).figure);
-    EXPECT_EQ(drawn.kind, Scrivo::QuadrangleKind::GENERAL);
+    const auto drawn = std::get<QuadrangleFigure>(beautify(square, plain).figure);
+    EXPECT_EQ(drawn.kind, QuadrangleKind::GENERAL);
     EXPECT_TRUE(std::any_of(drawn.corners.begin(), drawn.corners.end(), [](const Point2D& p) {
         return length(p - Point2D{497, 399}) < 2.0;
     }));
     const Path egg = sample(ellipse(100, 90, 0.4), 90);
     EXPECT_EQ(beautify(egg).figure.index(), 6U);
-    const auto oval = std::get<Scrivo::EllipseFigure>(beautify(egg, plain).figure);
+    const auto oval = std::get<EllipseFigure>(beautify(egg, plain).figure);
     EXPECT_TRUE(isNear(oval.radii, {100, 90}, 0.5));
     EXPECT_NEAR(oval.rotation, 0.4, 0.02);
 }
@@ -504,3 +497,5 @@ TEST(BeautifierInput, AMillionPointsAreOneStroke) {
 }
 
 }  // namespace
+
+}  // namespace Scrivo::test

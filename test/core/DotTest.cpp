@@ -1,12 +1,9 @@
 #include "Scrivo/Ellipse.h"
 #include "Support.h"
 
-namespace {
+namespace Scrivo::test {
 
-using namespace Scrivo::test;
-using Scrivo::isPoint;
-using Scrivo::Point2D;
-using Scrivo::reDrawPoint;
+namespace {
 
 /// Points of these forces.
 Stroke ofForces(std::size_t count, double force, std::initializer_list<double> others = {}) {
@@ -63,3 +60,5 @@ TEST(Dot, IsThreeClosedRingsAndACentre) {
 }
 
 }  // namespace
+
+}  // namespace Scrivo::test

@@ -1,11 +1,9 @@
 #include "Scrivo/ScrivoUtil.h"
 #include "Support.h"
 
-namespace {
+namespace Scrivo::test {
 
-using namespace Scrivo::test;
-using Scrivo::Point2D;
-using Scrivo::UNKNOWN_EXTENT;
+namespace {
 
 TEST(Geometry, DistanceIsASingleRoot) {
     EXPECT_EQ(distance({0, 0, 1}, {3, 4, 9}), 5.0);
@@ -116,3 +114,5 @@ TEST(Geometry, RecoverDividesByTheArea) {
 }
 
 }  // namespace
+
+}  // namespace Scrivo::test

@@ -1,14 +1,9 @@
 #include "Scrivo/Polygon.h"
 #include "Support.h"
 
-namespace {
+namespace Scrivo::test {
 
-using namespace Scrivo::test;
-using Scrivo::drawLine;
-using Scrivo::fitLine;
-using Scrivo::isStrictLine;
-using Scrivo::Point2D;
-using Scrivo::reDrawLine;
+namespace {
 
 /// `fitLine` returns what it appended, so it is called without a prefix.
 Stroke fitted(const Stroke& stroke) {
@@ -80,14 +75,13 @@ TEST(LineFit, DrawLineHas20EvenSteps) {
 }
 
 TEST(LineFit, ThresholdShrinksWithLength) {
-    EXPECT_EQ(Scrivo::threshold(99, 0), 0.1);
-    EXPECT_NEAR(Scrivo::threshold(99, 1000), 0.02, 1e-15);
-    EXPECT_NEAR(Scrivo::threshold(99, -1000), 0.18, 1e-15);
+    EXPECT_EQ(threshold(99, 0), 0.1);
+    EXPECT_NEAR(threshold(99, 1000), 0.02, 1e-15);
+    EXPECT_NEAR(threshold(99, -1000), 0.18, 1e-15);
 }
 
 TEST(LineFit, DistancesToTwoPlaces) {
-    using Scrivo::distance2;
-    const double none = Scrivo::UNKNOWN_EXTENT;
+    const double none = UNKNOWN_EXTENT;
     const Stroke stroke{{0, 0}, {10, 0}, {20, 0}, {3, 1}};
     EXPECT_TRUE(isNear(distance2(stroke, {3, 4}, {3, 1}), {3, std::sqrt(290.0F)}, 0.0))
         << "the third point is measured against the second place";
@@ -281,26 +275,19 @@ TEST(LineRedraw, PairOfAnchorsLeadsTheLine) {
         const Point2D b = place(random.in(reach + 40, size + 8), random.in(-8.9, 8.9));
         const Stroke out = random.below(2) == 0 ? redrawn(drawn, {a, b}) : redrawn(drawn, {b, a});
         ASSERT_EQ(out.size(), 21U);
-        const Point2D ends[] = {out.front(), out.back()};
-
-        const Point2D pair = b - a;
-        for (const Point2D& end : ends) {
-            EXPECT_NEAR(cross(pair, end - a) / length(pair), 0, 1e-9) << "on the line of the pair";
-        }
-        EXPECT_GT(dot(ends[1] - ends[0], travel), 0) << "direction of travel";
-        const bool isForward = dot(pair, travel) > 0;
-        const Point2D own[] = {isForward ? a : b, isForward ? b : a};
-        const Point2D fitEnds[] = {fit.front(), fit.back()};
+        EXPECT_GT(dot(out.back() - out.front(), travel), 0) << "direction of travel";
         // An upright fit leans by a unit.
-        const double tolerance = fitEnds[0].x == fitEnds[1].x ? 1.0 : 1e-3;
-        for (std::size_t e = 0; e < 2; ++e) {
-            const double left = length(ends[e] - own[e]);
-            EXPECT_TRUE(left < 1e-9 || left > 19.9)
-                << "an end near its anchor lands on it: " << left;
-            const double drawnTo = length(fitEnds[e] - own[e]);
+        const double tolerance = travel.x == 0 ? 1.0 : 1e-3;
+        const auto check = [&](const Point2D& end, const Point2D& fitEnd, const Point2D& anchor) {
+            EXPECT_NEAR(cross(b - a, end - a) / length(b - a), 0, 1e-9) << "on the pair's line";
+            const double left = length(end - anchor);
+            EXPECT_TRUE(left < 1e-9 || left > 19.9) << "lands on its anchor when near: " << left;
+            const double drawnTo = length(fitEnd - anchor);
             EXPECT_TRUE(drawnTo < 20.1 + tolerance || std::abs(left - drawnTo) < tolerance)
                 << "else it keeps its distance: " << left << ", " << drawnTo;
-        }
+        };
+        check(out.front(), fit.front(), a);
+        check(out.back(), fit.back(), b);
     }
 }
 
@@ -323,3 +310,5 @@ TEST(LineRedraw, AnyAnchorsLeaveALine) {
 }
 
 }  // namespace
+
+}  // namespace Scrivo::test

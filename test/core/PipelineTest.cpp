@@ -10,15 +10,9 @@
 #include <map>
 #include <utility>
 
-namespace {
+namespace Scrivo::test {
 
-using namespace Scrivo::test;
-using Scrivo::initScrivo;
-using Scrivo::judge;
-using Scrivo::optimizeAStroke;
-using Scrivo::Point2D;
-using Scrivo::StrokeResult;
-using Scrivo::UNKNOWN_EXTENT;
+namespace {
 
 /// One stroke of every kind, in units of an area of 800 by 600, with a hand
 /// that shakes.
@@ -57,15 +51,13 @@ std::vector<Stroke> inFractions(std::vector<Stroke> strokes) {
 /// What holds for every answer whatever the stroke.
 void expectAnAnswer(const StrokeResult& answer, const Stroke& stroke) {
     const std::size_t n = answer.path.size();
-    if (answer.type == Scrivo::FIGURE_NONE) {
+    if (answer.type == FIGURE_NONE) {
         EXPECT_TRUE(hasBitsOf(answer.path, stroke));
-    } else if (answer.type == Scrivo::FIGURE_POLYGON) {
+    } else if (answer.type == FIGURE_POLYGON) {
         EXPECT_TRUE(n == stroke.size() || (n % 21 == 0 && n >= 63)) << n;
     } else {
-        const std::map<std::int32_t, std::size_t> sizes{{Scrivo::FIGURE_POINT, 64},
-                                                        {Scrivo::FIGURE_LINE, 21},
-                                                        {Scrivo::FIGURE_ANGLE, 42},
-                                                        {Scrivo::FIGURE_ELLIPSE, 85}};
+        const std::map<std::int32_t, std::size_t> sizes{
+            {FIGURE_POINT, 64}, {FIGURE_LINE, 21}, {FIGURE_ANGLE, 42}, {FIGURE_ELLIPSE, 85}};
         EXPECT_EQ(n, sizes.at(answer.type));
         EXPECT_TRUE(isNear(withForce(answer.path, 0), answer.path, 0)) << "forces are 0";
     }
@@ -130,24 +122,22 @@ TEST(Init, SortsTheFilesByName) {
         {"missing", {rectangle, "missing/rectangle.template"}, {}},
         {"no name that is known", {write("circle.template"), write("RECTANGLE.template")}, {}},
     };
-    const auto& templates =
-        std::as_const(Scrivo::TemplatesGraphicsRecognizer::getInstance().allTemplates);
+    const auto& templates = std::as_const(TemplatesGraphicsRecognizer::getInstance().allTemplates);
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
-        const std::size_t before = templates.size();
+        std::size_t i = templates.size();
         EXPECT_TRUE(initScrivo(c.paths));
-        std::vector<int> ids;
-        for (std::size_t i = before; i < templates.size(); ++i) {
-            ids.push_back(templates[i].id);
+        ASSERT_EQ(templates.size() - i, c.ids.size());
+        for (const int id : c.ids) {
+            EXPECT_EQ(templates[i++].id, id);
         }
-        EXPECT_EQ(ids, c.ids);
     }
     std::filesystem::remove_all(folder);
 }
 
 TEST(Pipeline, ShortStrokesComeBackAsDrawn) {
     for (std::size_t n = 0; n < 10; ++n) {
-        Stroke stroke(n, {0.25, 0.5, 0.9});
+        const Stroke stroke(n, {0.25, 0.5, 0.9});
         const auto answer = optimizeAStroke(stroke, 800, 600, {});
         EXPECT_EQ(answer.type, 0) << n;
         EXPECT_TRUE(hasBitsOf(answer.path, stroke));
@@ -248,3 +238,5 @@ TEST(Pipeline, AnswersAMillionPoints) {
 }
 
 }  // namespace
+
+}  // namespace Scrivo::test

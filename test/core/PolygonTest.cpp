@@ -3,11 +3,9 @@
 
 #include <algorithm>
 
-namespace {
+namespace Scrivo::test {
 
-using namespace Scrivo::test;
-using Scrivo::Point2D;
-using Scrivo::reDrawPolygon;
+namespace {
 
 Stroke redrawn(const Stroke& stroke) {
     Stroke out;
@@ -122,3 +120,5 @@ TEST(PolygonRedraw, MeansWhatWasDrawn) {
 }
 
 }  // namespace
+
+}  // namespace Scrivo::test

@@ -3,13 +3,12 @@
 
 #include <algorithm>
 
+namespace Scrivo::test {
+
 namespace {
 
-using namespace Scrivo::test;
-using Scrivo::Point2D;
-
 Stroke regular(Stroke corners) {
-    Scrivo::regularQuadrangle(corners);
+    regularQuadrangle(corners);
     return corners;
 }
 
@@ -210,3 +209,5 @@ TEST(Quadrangle, UprightSideComesOutAxisParallel) {
 }
 
 }  // namespace
+
+}  // namespace Scrivo::test

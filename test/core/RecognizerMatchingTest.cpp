@@ -6,18 +6,19 @@
 #include "Scrivo/detail/TemplateIndex.h"
 
 #include <algorithm>
-#include <atomic>
-#include <cmath>
+#include <array>
+#include <future>
 #include <limits>
-#include <thread>
+#include <utility>
+
+namespace Scrivo::test {
 
 namespace {
 
-using namespace recognizer_test;
-using Scrivo::detail::Match;
-using Scrivo::detail::matchPlainly;
-using Scrivo::detail::STANDARD_SEARCH;
-using Scrivo::detail::TemplateIndex;
+using detail::Match;
+using detail::matchPlainly;
+using detail::STANDARD_SEARCH;
+using detail::TemplateIndex;
 
 const GraphicTemplate& oneOf(ink::Hand& hand, const std::vector<GraphicTemplate>& templates) {
     return templates[static_cast<std::size_t>(hand.below(static_cast<int>(templates.size())))];
@@ -37,8 +38,8 @@ GraphicTemplate strangeTemplate(ink::Hand& hand, const Path& ordinary) {
             path[i] = {1e300, -1e300};
         },
         [](Path& path, std::size_t i) { path[i].x += 390.0; },  // close to where bounds fail
-        [](Path& path, std::size_t) { path = Scrivo::test::fractions(path, 0.125, 0.125); },
-        [](Path& path, std::size_t i) { path[i].x = Scrivo::test::above(path[i].x); },
+        [](Path& path, std::size_t) { path = fractions(path, 0.125, 0.125); },
+        [](Path& path, std::size_t i) { path[i].x = above(path[i].x); },
     };
     GraphicTemplate strange{hand.below(4), "strange", ordinary};
     const auto i = static_cast<std::size_t>(hand.below(64));
@@ -136,8 +137,8 @@ Path tiedPath(const Path& path, const Path& t) {
     const double angle = (2.0 * STANDARD_SEARCH.goldenRatio - 1.0) * STANDARD_SEARCH.range;
     const auto difference = [&](double turn) {
         const Path turned = recognizer.rotateBy(path, turn);
-        return Scrivo::detail::distanceAtAngle(turned, t, -angle) -
-               Scrivo::detail::distanceAtAngle(turned, t, angle);
+        return detail::distanceAtAngle(turned, t, -angle) -
+               detail::distanceAtAngle(turned, t, angle);
     };
     double low = -0.5;
     double high = 0.5;
@@ -258,7 +259,7 @@ TEST(Recognize, FollowsListsChangedByHand) {
     const auto outlines = hand.strokes(45);
     const Path stroke = hand.stroke(ink::ELLIPSE);
     const GraphicTemplate exact{9, "exact", TemplatesGraphicsRecognizer().normalizePath(stroke)};
-    using Change = void (*)(Scrivo::TemplateList&, const GraphicTemplate&);
+    using Change = void (*)(TemplateList&, const GraphicTemplate&);
     const Change changes[] = {
         [](auto& list, auto& added) { list.push_back(added); },
         [](auto& list, auto& added) { list.insert(list.begin(), added); },
@@ -327,7 +328,7 @@ TEST(Recognize, AnswersWithTheScoreThatDidNotSuffice) {
     // A star of many corners weighs nothing, however well it fits.
     Path corners;
     for (int k = 0; k <= 20; ++k) {
-        corners.push_back(Scrivo::test::polar(k % 2 == 0 ? 200.0 : 80.0, k * 0.314159265));
+        corners.push_back(polar(k % 2 == 0 ? 200.0 : 80.0, k * 0.314159265));
     }
     const auto star = recognizer.recognize(chain(corners, 20));
     EXPECT_TRUE(sameAnswer(star, {0, "Unknown", 0.0}));
@@ -340,7 +341,7 @@ TEST(Recognize, AnswersWithTheScoreThatDidNotSuffice) {
     close.halfDiagonal = 5 * distance;
     EXPECT_EQ(close.recognize(flat).score, 0.8);
     EXPECT_EQ(close.recognize(flat).id, 1);
-    close.halfDiagonal = Scrivo::test::below(5 * distance);
+    close.halfDiagonal = below(5 * distance);
     EXPECT_EQ(close.recognize(flat).id, 0);
     // Only templates that cannot be compared: the largest distance stands.
     TemplatesGraphicsRecognizer hopeless;
@@ -352,7 +353,7 @@ TEST(Recognize, AnswersWithTheScoreThatDidNotSuffice) {
 }
 
 TEST(StrokeCorners, AreThoseOfTheLiteralScan) {
-    const auto corners = Scrivo::TemplatesGraphicsRecognizerUtil::getAnglesFromPath;
+    const auto corners = TemplatesGraphicsRecognizerUtil::getAnglesFromPath;
     EXPECT_EQ(corners({}), (std::vector<int>{0, -1}));
     EXPECT_EQ(corners(Path(9)), (std::vector<int>{0, 8}));
     EXPECT_EQ(corners(Path(10)), (std::vector<int>{0}));
@@ -391,31 +392,32 @@ TEST(Recognizer, MayBeLoadedWhileItRecognises) {
     TemplatesGraphicsRecognizer recognizer = recognizerWith(hand.strokes(30));
     const auto later = hand.strokes(rounds(400));
     const auto drawn = hand.strokes(40);
-    std::vector<std::thread> readers;
-    readers.reserve(3);
-    std::atomic<int> worse{0};
-    for (int k = 0; k < 3; ++k) {
-        readers.emplace_back([&] {
-            std::vector<double> score(drawn.size(), -INF);
-            for (int pass = 0; pass < 30; ++pass) {
-                for (std::size_t i = 0; i < drawn.size(); ++i) {
-                    const double now = recognizer.recognize(drawn[i]).score;
-                    worse += now < score[i] ? 1 : 0;
-                    score[i] = now;
-                }
+    const auto countWorse = [&] {
+        int worse = 0;
+        std::vector<double> score(drawn.size(), -INF);
+        for (int pass = 0; pass < 30; ++pass) {
+            for (std::size_t i = 0; i < drawn.size(); ++i) {
+                const double before = std::exchange(score[i], recognizer.recognize(drawn[i]).score);
+                worse += score[i] < before ? 1 : 0;
             }
-        });
+        }
+        return worse;
+    };
+    std::array<std::future<int>, 3> readers;
+    for (auto& reader : readers) {
+        reader = std::async(std::launch::async, countWorse);
     }
     for (const Path& outline : later) {
         recognizer.addTemplate(3, "ellipse", outline);
     }
-    for (std::thread& reader : readers) {
-        reader.join();
+    for (auto& reader : readers) {
+        EXPECT_EQ(reader.get(), 0) << "more templates never lower a score";
     }
-    EXPECT_EQ(worse, 0) << "more templates never lower a score";
     for (const Path& stroke : drawn) {
         EXPECT_TRUE(answersLiterally(recognizer, stroke));
     }
 }
 
 }  // namespace
+
+}  // namespace Scrivo::test

@@ -8,9 +8,9 @@
 #include <random>
 #include <stdexcept>
 
-namespace {
+namespace Scrivo::test {
 
-using namespace recognizer_test;
+namespace {
 
 const TemplatesGraphicsRecognizer RECOGNIZER;
 
@@ -176,3 +176,5 @@ TEST(PathDistance, NeverReadsPastTheShorterPath) {
 }
 
 }  // namespace
+
+}  // namespace Scrivo::test

@@ -12,12 +12,13 @@
 #include <string>
 #include <utility>
 
+namespace Scrivo::test {
+
 namespace {
 
-using namespace recognizer_test;
 namespace fs = std::filesystem;
-using Scrivo::TemplatesGraphicsRecognizerUtil::loadPathes;
-using Scrivo::TemplatesGraphicsRecognizerUtil::split;
+using TemplatesGraphicsRecognizerUtil::loadPathes;
+using TemplatesGraphicsRecognizerUtil::split;
 
 /// A folder of its own for every test.
 class TemplateFile : public ::testing::Test {
@@ -195,3 +196,5 @@ TEST_F(TemplateFile, NumbersTakeTheLocalesDecimalSeparator) {
 }
 
 }  // namespace
+
+}  // namespace Scrivo::test

@@ -10,19 +10,9 @@
 #include <vector>
 
 /// What the recogniser's suites share.
-namespace recognizer_test {
+namespace Scrivo::test {
 
-using Scrivo::GraphicTemplate;
-using Scrivo::Point2D;
-using Scrivo::RecognitionResult;
-using Scrivo::TemplatesGraphicsRecognizer;
-using Scrivo::test::chain;
-using Scrivo::test::hasBitsOf;
-using Scrivo::test::INF;
-using Scrivo::test::isNear;
-using Scrivo::test::QUIET_NAN;
-using Scrivo::test::sameBits;
-using Path = std::vector<Point2D>;
+using Path = Stroke;
 
 #if defined(__SANITIZE_ADDRESS__)
 constexpr bool SANITIZED = true;
@@ -67,4 +57,4 @@ inline TemplatesGraphicsRecognizer recognizerWith(const std::vector<Path>& outli
     return recognizer;
 }
 
-}  // namespace recognizer_test
+}  // namespace Scrivo::test

@@ -3,18 +3,17 @@
 
 #include <algorithm>
 
+namespace Scrivo::test {
+
 namespace {
 
-using namespace Scrivo::test;
-using Scrivo::Point2D;
-
 Stroke regular(Stroke corners) {
-    EXPECT_EQ(Scrivo::regularTrigon(corners), 0);
+    EXPECT_EQ(regularTrigon(corners), 0);
     return corners;
 }
 
 Stroke levelled(Stroke corners) {
-    Scrivo::horiVertalTrigon(corners);
+    horiVertalTrigon(corners);
     return corners;
 }
 
@@ -213,3 +212,5 @@ TEST(Levelling, LeavesOtherFiguresAlone) {
 }
 
 }  // namespace
+
+}  // namespace Scrivo::test
