@@ -136,10 +136,9 @@ TEST(AngleRedraw, LevelsANearlyLevelLeg) {
         {"nearly upright", {{5, 100}, corner, {60, 60}}, none},
     };
     for (const auto& c : cases) {
-        Stroke expected;
-        for (const Point2D& p : c.stroke) {
-            expected.push_back(polar(length(p), std::atan2(p.y, p.x) - c.expected));
-        }
+        const Stroke expected = mapped(c.stroke, [&](const Point2D& p) {
+            return polar(length(p), std::atan2(p.y, p.x) - c.expected);
+        });
         const Stroke drawn = withForce(chain(c.stroke, 25), 0.4);
         EXPECT_TRUE(
             appends([&](Stroke& out) { return reDrawAngle(out, drawn); }, outline(expected)))

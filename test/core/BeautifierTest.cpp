@@ -197,24 +197,18 @@ TEST(BeautifierInk, QuadranglesMayBendInwardsButNotCrossThemselves) {
     }
 }
 
-TEST(BeautifierPolygons, AreFoundFromAStartOnAnEdge) {
-    using namespace beautifier;
-    const Curve square =
-        polyline({{0.2, -0.5}, {0.5, -0.5}, {0.5, 0.5}, {-0.5, 0.5}, {-0.5, -0.5}, {0.2, -0.5}});
-    const Path path = sample(square, COARSE);
-    Coarse points;
-    std::transform(path.begin(), path.end(), points.begin(), [](const Point2D& p) {
-        return Vec{p.x, p.y};
-    });
-    const PolylineFits fits = fitPolygons(Scatter(points));
-    EXPECT_LT(fits[3].rms, 0.01);
-    EXPECT_GT(fits[2].rms, 0.05);
-}
-
 /// The outline in the frame's own units, as it is examined.
 beautifier::Fine outlineOf(const Curve& curve) {
     const Path path = sample(curve, 400);
     return beautifier::resample(path, 1, 1, beautifier::measure(path, 1, 1));
+}
+
+TEST(BeautifierPolygons, AreFoundFromAStartOnAnEdge) {
+    using namespace beautifier;
+    const Path square{{120, 0}, {200, 0}, {200, 200}, {0, 200}, {0, 0}, {120, 0}};
+    const PolylineFits fits = fitPolygons(Scatter(coarse(outlineOf(polyline(square)))));
+    EXPECT_LT(fits[3].rms, 0.01);
+    EXPECT_GT(fits[2].rms, 0.05);
 }
 
 TEST(BeautifierFeatures, MeasureWhatTheirNamesSay) {
@@ -275,12 +269,12 @@ TEST(BeautifierDots, AreTapsScribblesAndSlipsButNotSmallLetters) {
 
 /// A press of `count` samples whose tremor stays within `extent` units.
 Path heldPress(int count, double extent) {
-    Path path;
-    for (int i = 0; i < count; ++i) {
-        path.push_back({200.0 + 0.5 * extent * std::sin(2.3 * i + 0.01 * i * i),
-                        200.0 + 0.5 * extent * std::sin(1.7 * i), 0.0});
-    }
-    return path;
+    const auto tremor = [&](double t) {
+        const double i = t * (count - 1);
+        return Point2D{200.0 + 0.5 * extent * std::sin(2.3 * i + 0.01 * i * i),
+                       200.0 + 0.5 * extent * std::sin(1.7 * i)};
+    };
+    return sample(tremor, count);
 }
 
 TEST(BeautifierDots, ArePressesHeldForAnyTime) {
@@ -369,10 +363,9 @@ TEST(BeautifierFigure, MovesIntoTheAreaWithItsPath) {
     const Beautified dot = beautify({{0, 300}});
     EXPECT_NEAR(std::get<DotFigure>(dot.figure).centre.x, 2.5, 1e-9);
     std::visit(Agrees{dot.path}, dot.figure);
-    Path path = sample(ellipse(100, 100, 0.0), 80);
-    for (Point2D& p : path) {
-        p.x += 330.0;
-    }
+    const Path path = mapped(sample(ellipse(100, 100, 0.0), 80), [](const Point2D& p) {
+        return p + Point2D{330, 0};
+    });
     const Beautified circle = beautify(path);
     EXPECT_LE(circle.path.front().x, WIDTH + 1e-9);
     std::visit(Agrees{circle.path}, circle.figure);

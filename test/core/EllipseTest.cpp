@@ -25,11 +25,7 @@ Eigen::VectorXd fit(const Stroke& stroke) {
 /// make the scatter matrix singular, and in a few of ten thousand cases its
 /// inverse is lost to rounding.
 Stroke drawn(Random& random, const Stroke& clean, double jitter = 1e-3) {
-    Stroke stroke;
-    for (const Point2D& p : clean) {
-        stroke.push_back(p + random.jitter(jitter));
-    }
-    return withForce(stroke, 0.5);
+    return mapped(clean, [&](const Point2D& p) { return p + random.jitter(jitter); });
 }
 
 TEST(Ellipse, ShapeOfAConic) {

@@ -88,10 +88,7 @@ TEST(Geometry, BoundCheckMovesAFigureBackIntoTheArea) {
     for (const auto& c : cases) {
         Stroke moved = withForce(c.stroke, 0.5);
         boundCheck(moved, 800, 600);
-        Stroke expected;
-        for (const Point2D& p : c.stroke) {
-            expected.push_back(p + c.expected);
-        }
+        const Stroke expected = mapped(c.stroke, [&](const Point2D& p) { return p + c.expected; });
         EXPECT_TRUE(isNear(moved, withForce(expected, 0.5), 0.0)) << c.name;
     }
 }

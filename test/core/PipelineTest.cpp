@@ -20,12 +20,10 @@ std::vector<Stroke> strokesOfAllKinds(Random& random) {
     const Point2D at{random.in(100, 500), random.in(100, 300)};
     const double size = random.in(60, 200);
     const auto along = [&](const Stroke& corners, int steps) {
-        Stroke stroke = chain(corners, steps);
-        for (Point2D& p : stroke) {
-            p = at + size * p + random.jitter(0.01 * size);
-            p.force = random.in(0, 1);
-        }
-        return stroke;
+        return mapped(chain(corners, steps), [&](const Point2D& p) {
+            const Point2D moved = at + size * p + random.jitter(0.01 * size);
+            return Point2D{moved.x, moved.y, random.in(0, 1)};
+        });
     };
     return {
         {},
@@ -212,11 +210,10 @@ TEST(Pipeline, SurvivesHostileNumbers) {
 TEST(Pipeline, UnanswerableStrokeComesBackAsDrawn) {
     loadCases();
     // Closed, and too far out to be resampled: the recogniser gives up by an exception.
-    const Point2D far{1e17, 1e17};
-    Stroke stroke = closedChain({{0, 0}, {0, 100}, {100, 100}, {100, 0}}, 20);
-    for (Point2D& p : stroke) {
-        p = far + p;
-    }
+    const Stroke stroke =
+        mapped(closedChain({{0, 0}, {0, 100}, {100, 100}, {100, 0}}, 20), [](const Point2D& p) {
+            return p + Point2D{1e17, 1e17};
+        });
     EXPECT_THROW(judge(stroke, {100, 100}), std::domain_error);
     const auto answer = optimizeAStroke(stroke, 1, 1, {});
     EXPECT_EQ(answer.type, 0);

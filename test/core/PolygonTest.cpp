@@ -93,11 +93,11 @@ TEST(PolygonRedraw, MeansWhatWasDrawn) {
         SCOPED_TRACE(random.trace());
         const double size = random.in(120, 300);
         const Point2D at{random.in(50, 400), random.in(50, 400)};
-        const auto shaky = [&](Stroke corners) {
-            for (Point2D& corner : corners) {
-                corner = at + size * corner + random.jitter(0.006 * size);
-            }
-            return cornersOf(redrawn(closedChain(corners, 25)));
+        const auto shaky = [&](const Stroke& corners) {
+            const Stroke moved = mapped(corners, [&](const Point2D& p) {
+                return at + size * p + random.jitter(0.006 * size);
+            });
+            return cornersOf(redrawn(closedChain(moved, 25)));
         };
         const Stroke square = shaky({{0, 0}, {1, 0}, {1, 1}, {0, 1}});
         ASSERT_EQ(square.size(), 4U);

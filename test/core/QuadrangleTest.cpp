@@ -48,11 +48,9 @@ TEST(Quadrangle, LevelRectangleKeepsEachCornerOnItsSide) {
     for (const double x : {-1.0, 1.0}) {
         for (const double y : {-1.0, 1.0}) {
             const auto placed = [&](const Stroke& shape) {
-                Stroke s;
-                for (const Point2D& p : shape) {
-                    s.push_back({q0.x + x * p.x, q0.y + y * p.y, 1.0});
-                }
-                return s;
+                return mapped(shape, [&](const Point2D& p) {
+                    return Point2D{q0.x + x * p.x, q0.y + y * p.y, 1.0};
+                });
             };
             EXPECT_TRUE(
                 isNear(regular(placed(corners)), placed({{0, 0}, {a, 0}, {a, b}, {0, b}}), 1e-5))

@@ -155,11 +155,11 @@ Path tiedPath(const Path& path, const Path& t) {
 TEST(TemplateIndex, LeavesCloseDecisionsToThePlainSearch) {
     ink::Hand hand(32);
     const TemplatesGraphicsRecognizer recognizer;
-    const auto shaken = [&](Path path) {
-        for (Point2D& p : path) {
-            p = {p.x + hand.uniform(-20.0, 20.0), p.y + hand.uniform(-20.0, 20.0), 0.0};
-        }
-        return recognizer.translateToOrigin(path);
+    const auto shaken = [&](const Path& path) {
+        return recognizer.translateToOrigin(mapped(path, [&](const Point2D& p) {
+            const double x = p.x + hand.uniform(-20.0, 20.0);
+            return Point2D{x, p.y + hand.uniform(-20.0, 20.0)};
+        }));
     };
     for (int k = 0; k < rounds(400); ++k) {
         const Path outline = recognizer.normalizePath(anyStroke(hand));
@@ -373,9 +373,9 @@ TEST(StrokeCorners, AreThoseOfTheLiteralScan) {
         Path stroke = anyStroke(hand);
         stroke.resize(static_cast<std::size_t>(hand.below(static_cast<int>(stroke.size()) + 1)));
         if (k % 3 == 0) {
-            for (Point2D& p : stroke) {
-                p = {std::round(p.x / 16.0), std::round(p.y / 16.0), 0.0};
-            }
+            stroke = mapped(stroke, [](const Point2D& p) {
+                return Point2D{std::round(p.x / 16.0), std::round(p.y / 16.0)};
+            });
         }
         if (k % 50 == 0 && !stroke.empty()) {
             stroke[stroke.size() / 2].x = QUIET_NAN;

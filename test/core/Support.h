@@ -2,6 +2,7 @@
 
 #include "Scrivo/Scrivo.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cmath>
@@ -114,27 +115,25 @@ inline Stroke ellipse(Point2D centre, double rx, double ry, double turn, int ste
     return stroke;
 }
 
-inline Stroke withForce(Stroke stroke, double force) {
-    for (Point2D& p : stroke) {
-        p.force = force;
-    }
+template <typename Map>
+Stroke mapped(Stroke stroke, Map map) {
+    std::transform(stroke.begin(), stroke.end(), stroke.begin(), map);
     return stroke;
 }
 
-inline Stroke mirrored(Stroke stroke) {
-    for (Point2D& p : stroke) {
-        p.y = -p.y;
-    }
-    return stroke;
+inline Stroke withForce(const Stroke& stroke, double force) {
+    return mapped(stroke, [=](const Point2D& p) { return Point2D{p.x, p.y, force}; });
+}
+
+inline Stroke mirrored(const Stroke& stroke) {
+    return mapped(stroke, [](const Point2D& p) { return Point2D{p.x, -p.y, p.force}; });
 }
 
 /// In fractions of an area of `width` by `height`.
-inline Stroke fractions(Stroke stroke, double width, double height) {
-    for (Point2D& p : stroke) {
-        p.x /= width;
-        p.y /= height;
-    }
-    return stroke;
+inline Stroke fractions(const Stroke& stroke, double width, double height) {
+    return mapped(stroke, [=](const Point2D& p) {
+        return Point2D{p.x / width, p.y / height, p.force};
+    });
 }
 
 // ---------------------------------------------------------------------------
