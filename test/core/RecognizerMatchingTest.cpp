@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <future>
 #include <limits>
 #include <utility>
@@ -322,16 +323,34 @@ TEST(Recognize, RejectsBeforeMatching) {
     EXPECT_TRUE(rejected({{0.0, 0.0}, {57.5, 0.0}, {std::nextafter(15.0, 16.0), 0.0}}));
 }
 
+TEST(Recognize, WeighsFiguresOfTooManyCornersByNothing) {
+    const auto polygon = [](int edges) {
+        Path corners;
+        for (int k = 0; k <= edges; ++k) {
+            corners.push_back(polar(200, 2 * PI * k / edges));
+        }
+        return chain(corners, 20);
+    };
+    const auto flower = [](int petals) {
+        Path path;
+        for (int k = 0; k <= 60 * petals; ++k) {
+            const double angle = PI * k / 30 / petals;
+            path.push_back(polar(200 + 100 * std::abs(std::sin(PI * k / 60)), angle));
+        }
+        return path;
+    };
+    const auto idAmongOnlyItself = [](int id, const Path& stroke) {
+        TemplatesGraphicsRecognizer recognizer;
+        recognizer.addTemplate(id, "itself", stroke);
+        return recognizer.recognize(stroke).id;
+    };
+    EXPECT_EQ(idAmongOnlyItself(1, polygon(7)), 1);
+    EXPECT_EQ(idAmongOnlyItself(1, polygon(8)), 0);
+    EXPECT_EQ(idAmongOnlyItself(3, flower(6)), 3);
+    EXPECT_EQ(idAmongOnlyItself(3, flower(7)), 0);
+}
+
 TEST(Recognize, AnswersWithTheScoreThatDidNotSuffice) {
-    ink::Hand hand(29);
-    const auto recognizer = recognizerWith(hand.strokes(9));
-    // A star of many corners weighs nothing, however well it fits.
-    Path corners;
-    for (int k = 0; k <= 20; ++k) {
-        corners.push_back(polar(k % 2 == 0 ? 200.0 : 80.0, k * 0.314159265));
-    }
-    const auto star = recognizer.recognize(chain(corners, 20));
-    EXPECT_TRUE(sameAnswer(star, {0, "Unknown", 0.0}));
     // 0.8 itself suffices: the distance is a fifth of what counts as 1.
     auto close = recognizerWith({chain(SQUARE, 20)});
     const Path flat =
