@@ -211,7 +211,8 @@ TEST(BeautifierFeatures, MeasureWhatTheirNamesSay) {
     const double least = std::log(0.003);
     const auto expectNear = [](const Features& f, const std::map<Feature, double>& expected) {
         for (const auto& [feature, value] : expected) {
-            EXPECT_NEAR(f[feature], value, 0.05) << featureName(feature);
+            EXPECT_NEAR(f.at(static_cast<std::size_t>(feature)), value, 0.05)
+                << featureName(feature);
         }
     };
     expectNear(featuresOf(examine(outlineOf(polyline({{0, 0}, {300, 0}, {300, 400}})))),
