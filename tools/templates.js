@@ -15,7 +15,7 @@ const {
 } = require('../lib/cli/learn/search.js');
 const { sampleParameters, templateOutline } = require('../lib/cli/learn/template-outlines.js');
 const { placeStroke } = require('../lib/cli/placement.js');
-const { readLabelledStrokes } = require('../lib/cli/read/labelled.js');
+const { takeLabelledStrokes } = require('../lib/cli/read/labelled.js');
 const { formatTable } = require('../lib/cli/report.js');
 const { UserError } = require('../lib/cli/user-error.js');
 const { FIGURES, HANDS, drawInk } = require('./ink/index.js');
@@ -116,10 +116,9 @@ function searchSettings(options) {
 /** Labelled strokes with the candidates that reach them. */
 async function readCovered(file, prepared) {
   const strokes = [];
-  const on = { message: (text) => process.stderr.write(`${text}\n`), bytes: () => {} };
-  for await (const stroke of readLabelledStrokes([file], on, { skipped: 0, unread: [] })) {
-    strokes.push(covered(stroke, prepared));
-  }
+  await takeLabelledStrokes({ inputs: [file] }, process.stderr, (stroke) =>
+    strokes.push(covered(stroke, prepared)),
+  );
   return strokes;
 }
 

@@ -31,6 +31,27 @@ async function runCommand(name, body, { stdout = process.stdout, stderr = proces
   }
 }
 
+/**
+ * Runs a command that has options and a help text.
+ *
+ * @param {string} name of the command
+ * @param {object} command
+ * @param {() => object} command.parse the command line; `help` in the result asks for the text
+ * @param {string} command.help
+ * @param {(options: object, io: object) => Promise<number>} command.run gives the exit code
+ * @param {object} [io] see runCommand
+ * @returns {Promise<number>} exit code
+ */
+function runWithOptions(name, { parse, help, run }, io) {
+  const body = async ({ stdout, stderr }) => {
+    const options = parse();
+    if (!options.help) return run(options, { stdout, stderr });
+    await print(stdout, help);
+    return 0;
+  };
+  return runCommand(name, body, io);
+}
+
 /** Writes a text and waits until it is out; says why when it cannot be. */
 async function print(stream, text) {
   try {
@@ -106,6 +127,7 @@ module.exports = {
   positive,
   print,
   runCommand,
+  runWithOptions,
   suggest,
   whole,
   writeFailure,

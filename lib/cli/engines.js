@@ -5,7 +5,8 @@ const { UserError } = require('./user-error.js');
 
 /**
  * @typedef {object} Answer
- * @property {string} family a figure, 'polygon' for one of neither three nor four edges, or 'none'
+ * @property {string} family a figure, 'polygon' for one that has neither three nor four edges or
+ *   was left as drawn, or 'none'
  * @property {Array<{x: number, y: number}>} path the redrawn stroke, fractions of the area
  * @property {number} type the figure code
  */
@@ -22,15 +23,29 @@ const FAMILY_OF_TYPE = { 0: 'none', 1: 'dot', 2: 'line', 4: 'angle', 7: 'ellipse
 const POLYGON_TYPE = 6;
 const POINTS_AN_EDGE = 21;
 
+// Fractions of the drawing area: rounding alone moves a point by far less.
+const SAME_PLACE = 1e-9;
+
 /**
- * Names the figure of an answer. A polygon comes as 21 points an edge; a path of another length
- * is the drawn stroke, given back because no three or four corners were found in it.
+ * Names the figure of an answer. A polygon comes as 21 points an edge, however many it has, or as
+ * it was drawn: when less than three corners were found in it, or its first two points lie further
+ * apart than its edges are long. What was drawn may have as many points by chance, but not the
+ * corners twice, as the end of an edge and the start of the next.
  */
 function familyOfAnswer({ type, path }) {
   if (type !== POLYGON_TYPE) return FAMILY_OF_TYPE[type] ?? 'none';
-  if (path.length === 3 * POINTS_AN_EDGE) return 'triangle';
-  if (path.length === 4 * POINTS_AN_EDGE) return 'quadrangle';
-  return 'polygon';
+  return { 3: 'triangle', 4: 'quadrangle' }[edgesOf(path)] ?? 'polygon';
+}
+
+/** Edges of an outline that was redrawn, 0 for one that was not. */
+function edgesOf(path) {
+  const edges = path.length / POINTS_AN_EDGE;
+  for (let edge = 0; edge < edges; edge += 1) {
+    const end = path[(edge + 1) * POINTS_AN_EDGE - 1];
+    const start = path[((edge + 1) % edges) * POINTS_AN_EDGE];
+    if (!end || !start || Math.hypot(end.x - start.x, end.y - start.y) > SAME_PLACE) return 0;
+  }
+  return edges;
 }
 
 /**

@@ -1,11 +1,10 @@
 'use strict';
 
-const { parseCommandLine, parseUnit, print, runCommand } = require('./command.js');
+const { parseCommandLine, parseUnit, print, runWithOptions } = require('./command.js');
 const { ENGINE_NAMES, createEngine } = require('./engines.js');
-const { checkInputs } = require('./input.js');
+const { checkInputs, inputsOf } = require('./input.js');
 const { placeStroke } = require('./placement.js');
-const { createProgress } = require('./progress.js');
-const { readLabelledStrokes } = require('./read/labelled.js');
+const { WITHOUT_HELP, parseWithout, takeLabelledStrokes } = require('./read/labelled.js');
 const { formatReport } = require('./report.js');
 const { Score } = require('./score.js');
 const { strokeSheet } = require('./sheet.js');
@@ -15,21 +14,23 @@ const { Output, inspectOutput } = require('./write/output-file.js');
 
 const HELP = `Scores an engine on labelled strokes.
 
-usage: scrivo evaluate [options] FILE...
+usage: scrivo evaluate [options] [FILE...]
 
-FILE is NDJSON (or InkML with annotations), packed with gzip or not; - is standard input. Each line
-is an object with "family" (dot, line, angle, triangle, quadrangle, ellipse or none), an optional
-"label" and "points": [[x, y, force, time], ...].
+FILE is NDJSON (or InkML with annotations), packed with gzip or not; - is standard input, the
+default. Each line is an object with "family" (dot, line, angle, triangle, quadrangle, ellipse or
+none), an optional "label" and "points": [[x, y, force, time], ...].
 
 examples
   scrivo evaluate labelled.ndjson
   scrivo evaluate labelled.ndjson --templates my-templates --svg wrong.svg
+  scrivo evaluate labelled.ndjson --without 3,17
 
       --engine NAME     ${ENGINE_NAMES.join(' or ')} (exact by default)
       --unit N|natural  length of the longer side the strokes are scaled to, in a drawing area of
                         1000 by 1000 (200); dots always keep the size they have
       --templates FILE...
                         template files, or a directory that holds them, instead of the shipped ones
+${WITHOUT_HELP}
       --json            one JSON object instead of the table
       --svg OUT         write a sheet of the strokes answered wrongly
       --force           let --svg overwrite OUT
@@ -43,6 +44,7 @@ const EVALUATE_OPTIONS = {
   engine: { type: 'string', default: 'exact' },
   unit: { type: 'string', default: '200' },
   templates: { type: 'string', multiple: true },
+  without: { type: 'string', multiple: true },
   json: { type: 'boolean', default: false },
   svg: { type: 'string' },
   force: { type: 'boolean', default: false },
@@ -61,47 +63,33 @@ const MAX_CELLS = 4000;
  *   could be scored
  */
 function evaluateCommand(argv, io) {
-  const body = async ({ stdout, stderr }) => {
-    const options = parseEvaluate(argv);
-    if (options.help) {
-      await print(stdout, HELP);
-      return 0;
-    }
-    const run = await evaluate(options, stderr);
-    await print(stdout, options.json ? `${JSON.stringify(run.report)}\n` : run.text);
-    return run.isWhole ? 0 : 1;
+  const run = async (options, { stdout, stderr }) => {
+    const { report, text, isWhole } = await evaluate(options, stderr);
+    await print(stdout, options.json ? `${JSON.stringify(report)}\n` : text);
+    return isWhole ? 0 : 1;
   };
-  return runCommand('evaluate', body, io);
+  return runWithOptions('evaluate', { parse: () => parseEvaluate(argv), help: HELP, run }, io);
 }
 
 function parseEvaluate(argv) {
   const { values, positionals } = parseCommandLine('evaluate', argv, EVALUATE_OPTIONS);
   if (values.help) return values;
   const { files, templates } = takeTemplates(values.templates, positionals);
-  if (files.length === 0) throw new UserError('name a file of strokes; --help tells more');
-  return { ...values, unit: parseUnit(values.unit), files, templates };
+  const inputs = inputsOf(files, 'evaluate', 'labelled strokes');
+  const without = parseWithout(values.without, inputs);
+  return { ...values, unit: parseUnit(values.unit), inputs, without, templates };
 }
 
 async function evaluate(options, stderr) {
-  const totalBytes = checkInputs(options.files);
+  const totalBytes = checkInputs(options.inputs);
   const sheet = options.svg === undefined ? undefined : inspectSheet(options);
   const engine = createEngine(options.engine);
   engine.load({ templates: options.templates });
 
   const run = { options, engine, score: new Score(), wrong: [], wrongCount: 0 };
-  const counts = { skipped: 0, unread: [] };
-  run.progress = createProgress({ totalBytes, stream: stderr });
-  const on = {
-    message: (text) => run.progress.log(text),
-    bytes: (count) => run.progress.advance(count),
-  };
-  try {
-    for await (const stroke of readLabelledStrokes(options.files, on, counts)) {
-      scoreStroke(run, stroke);
-    }
-  } finally {
-    run.progress.stop();
-  }
+  const counts = await takeLabelledStrokes({ ...options, totalBytes }, stderr, (stroke) =>
+    scoreStroke(run, stroke),
+  );
   if (run.score.strokes === 0) throw new UserError('there is no stroke in the input');
   if (sheet) await writeSheet(run, sheet, stderr);
   return describeRun(run, counts);
@@ -113,7 +101,6 @@ function scoreStroke(run, stroke) {
   const answer = run.engine.answer(placed);
   const nanoseconds = process.hrtime.bigint() - start;
   const right = run.score.add(stroke, answer, nanoseconds);
-  run.progress.count(run.score.strokes);
   if (right || run.options.svg === undefined) return;
   run.wrongCount += 1;
   if (run.wrong.length < MAX_CELLS) {
@@ -147,11 +134,12 @@ function compare(a, b) {
   return a < b ? -1 : 1;
 }
 
-function describeRun({ engine, options, score }, { skipped, unread }) {
+function describeRun({ engine, options, score }, { skipped, without, unread }) {
+  const counts = { skipped, without };
   return {
     isWhole: skipped === 0 && unread.length === 0,
-    report: { engine: engine.name, strokes: score.strokes, skipped, ...score.summary() },
-    text: formatReport(score, { engine: engine.name, unit: options.unit, skipped }),
+    report: { engine: engine.name, strokes: score.strokes, ...counts, ...score.summary() },
+    text: formatReport(score, { engine: engine.name, unit: options.unit, ...counts }),
   };
 }
 

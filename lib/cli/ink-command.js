@@ -1,6 +1,6 @@
 'use strict';
 
-const { print, runCommand } = require('./command.js');
+const { print, runWithOptions } = require('./command.js');
 const { runStrokes } = require('./run/stroke-run.js');
 
 /**
@@ -13,19 +13,14 @@ const { runStrokes } = require('./run/stroke-run.js');
  * @returns {Promise<number>} exit code: 0, 1 when something was left out, 2 when nothing was done
  */
 function runInkCommand(name, parse, help, io) {
-  const body = async ({ stdout, stderr }) => {
-    const options = parse();
-    if (options.help) {
-      await print(stdout, help);
-      return 0;
-    }
+  const run = async (options, { stdout, stderr }) => {
     const summary = await runStrokes(options, { stderr });
     const isDataOnStdout = options.output === '-';
     if (options.json) await print(isDataOnStdout ? stderr : stdout, `${JSON.stringify(summary)}\n`);
     else if (stderr.isTTY) stderr.write(`${describeSummary(summary)}\n`);
     return summary.skipped > 0 || summary.unread.length > 0 ? 1 : 0;
   };
-  return runCommand(name, body, io);
+  return runWithOptions(name, { parse, help, run }, io);
 }
 
 function describeSummary({ strokes, figures, skipped, passed_over: passedOver, unread, seconds }) {

@@ -4,6 +4,8 @@ const os = require('node:os');
 const path = require('node:path');
 const { parseCommandLine, positive, whole } = require('./command.js');
 const { ENGINE_NAMES } = require('./engines.js');
+const { isDevice, statusOf } = require('./file-status.js');
+const { inputsOf } = require('./input.js');
 const { takeTemplates } = require('./template-files.js');
 const { UserError } = require('./user-error.js');
 
@@ -83,20 +85,13 @@ function parseInkOptions(argv, { name, options, extensions }) {
   return {
     ...values,
     templates,
-    inputs: inputsOf(files, name),
+    inputs: inputsOf(files, name, 'ink'),
     format: formatOf(values, extensions),
     area: areaOf(width, height),
     scale: scale === undefined ? undefined : positive('scale', scale),
     step: positive('step', step),
     jobs: jobs === undefined ? defaultJobs() : whole('jobs', jobs, 1),
   };
-}
-
-/** Without a name it is a filter, unless that would wait for somebody to type ink. */
-function inputsOf(positionals, name) {
-  if (positionals.length > 0) return positionals;
-  if (!process.stdin.isTTY) return ['-'];
-  throw new UserError(`name a file of ink, or - for standard input\nscrivo ${name} --help`);
 }
 
 function formatOf({ format, output }, extensions) {
@@ -106,8 +101,14 @@ function formatOf({ format, output }, extensions) {
     throw new UserError(`--format must be one of ${known.join(', ')}, found ${format}`);
   }
   if (output === '-') return known[0];
+  if (output === '') throw new UserError('-o needs a name: a file, or - for standard output');
   const extension = path.extname(output.replace(/\.gz$/i, '')).toLowerCase();
   if (Object.hasOwn(extensions, extension)) return extensions[extension];
+  const status = statusOf(output);
+  if (isDevice(status)) return known[0];
+  if (status?.isDirectory() || /[/\\]$/.test(output)) {
+    throw new UserError(`${output} is a directory: name a file`);
+  }
   const endings = Object.keys(extensions).join(', ');
   throw new UserError(
     `${output}: the name tells no format (${endings}); say --format ${known.join('|')}`,

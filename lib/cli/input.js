@@ -3,6 +3,7 @@
 const fs = require('node:fs');
 const { Readable, pipeline } = require('node:stream');
 const zlib = require('node:zlib');
+const { statusOf } = require('./file-status.js');
 const { UserError } = require('./user-error.js');
 
 const STDIN = '-';
@@ -10,6 +11,21 @@ const STDIN = '-';
 /** Name of an input for messages. */
 function displayName(path) {
   return path === STDIN ? 'standard input' : path;
+}
+
+/**
+ * The inputs of a command. Without a name it is a filter, unless that would wait for somebody to
+ * type.
+ *
+ * @param {string[]} names
+ * @param {string} command
+ * @param {string} kind of files that it reads
+ * @returns {string[]}
+ */
+function inputsOf(names, command, kind) {
+  if (names.length > 0) return names;
+  if (!process.stdin.isTTY) return [STDIN];
+  throw new UserError(`name a file of ${kind}, or - for standard input\nscrivo ${command} --help`);
 }
 
 /**
@@ -27,8 +43,10 @@ function checkInputs(paths) {
 }
 
 function sizeOfInput(path) {
+  if (path === '') throw new UserError('the name of an input is empty: name a file');
   try {
-    const status = fs.statSync(path);
+    const status = statusOf(path);
+    if (!status) throw new UserError(`${path}: no such file`);
     if (status.isDirectory()) {
       throw new UserError(`${path} is a directory: name the files in it`);
     }
@@ -40,7 +58,6 @@ function sizeOfInput(path) {
 }
 
 function openFailure(path, error) {
-  if (error.code === 'ENOENT') return `${path}: no such file`;
   if (error.code === 'EACCES') return `${path}: no permission to read it`;
   return `${path}: ${error.message}`;
 }
@@ -94,6 +111,7 @@ module.exports = {
   STDIN,
   checkInputs,
   displayName,
+  inputsOf,
   openInput,
   readFailure,
 };

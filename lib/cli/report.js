@@ -11,9 +11,10 @@ const { FAMILIES, LABELLED_FAMILIES } = require('./families.js');
  * @param {string} run.engine
  * @param {number|'natural'} run.unit
  * @param {number} run.skipped lines that held no usable stroke
+ * @param {number} run.without lines that were left out as asked for
  * @returns {string}
  */
-function formatReport(score, { engine, unit, skipped }) {
+function formatReport(score, { engine, unit, skipped, without }) {
   const summary = score.summary();
   const size = unit === 'natural' ? 'at the size they were drawn in' : `scaled to ${unit} units`;
   return [
@@ -24,7 +25,7 @@ function formatReport(score, { engine, unit, skipped }) {
     formatRecall(summary),
     ...formatNegatives(summary.negatives),
     formatTime(summary.microseconds),
-    ...(skipped > 0 ? [`${skipped} lines skipped`] : []),
+    ...formatLeftOut({ skipped, without }),
     '',
   ].join('\n');
 }
@@ -62,6 +63,14 @@ function formatTime({ median, p99 }) {
   return `Time a stroke: median ${median.toFixed(1)} us, 99th percentile ${p99.toFixed(1)} us`;
 }
 
+/** Lines that tell what was not counted, if anything. */
+function formatLeftOut({ skipped, without }) {
+  return [
+    ...(skipped > 0 ? [`${skipped} lines skipped`] : []),
+    ...(without > 0 ? [`${without} lines left out by --without`] : []),
+  ];
+}
+
 /** Columns of a width, the first aligned left, the others right. */
 function formatTable(rows) {
   const widths = rows[0].map((_, column) =>
@@ -76,4 +85,4 @@ function percent(part, whole) {
   return `${((100 * part) / whole).toFixed(1)} %`;
 }
 
-module.exports = { formatReport, formatTable, percent };
+module.exports = { formatLeftOut, formatReport, formatTable, percent };

@@ -2,6 +2,7 @@
 
 const fs = require('node:fs');
 const path = require('node:path');
+const { statusOf } = require('./file-status.js');
 const { UserError } = require('./user-error.js');
 
 /** The four template files, in the order in which they are loaded. */
@@ -47,7 +48,7 @@ function resolveTemplates(names = [SHIPPED]) {
 }
 
 function expandDirectory(name) {
-  const status = fs.statSync(name, { throwIfNoEntry: false });
+  const status = statusOf(name);
   if (!status) throw new UserError(`${name}: no such template file`);
   if (!status.isDirectory()) return [name];
   const files = TEMPLATE_FILES.map((file) => path.join(name, file)).filter(fs.existsSync);

@@ -1,26 +1,33 @@
 'use strict';
 
 const path = require('node:path');
-const { parseCommandLine, parseUnit, positive, print, runCommand, whole } = require('./command.js');
-const { checkInputs } = require('./input.js');
+const {
+  parseCommandLine,
+  parseUnit,
+  positive,
+  print,
+  runWithOptions,
+  whole,
+} = require('./command.js');
+const { checkInputs, inputsOf } = require('./input.js');
 const { defaultJobs } = require('./ink-options.js');
 const { learn } = require('./learn/learn.js');
 const { createProgress } = require('./progress.js');
-const { readLabelledStrokes } = require('./read/labelled.js');
-const { formatTable } = require('./report.js');
+const { WITHOUT_HELP, parseWithout, takeLabelledStrokes } = require('./read/labelled.js');
+const { formatLeftOut, formatTable } = require('./report.js');
 const { slotOf } = require('./template-files.js');
 const { UserError } = require('./user-error.js');
 const { inspectFolder, writeFolder } = require('./write/output-folder.js');
 
 const HELP = `Learns template files from labelled strokes, and says what they gain.
 
-usage: scrivo templates [options] FILE... [-o FOLDER]
+usage: scrivo templates [options] [FILE...] [-o FOLDER]
 
-FILE is NDJSON as for "scrivo evaluate", - is standard input: each line has "family", "points" and,
-if known, "writer". Generated outlines are added to the shipped ones, so that no template shows
-anybody's stroke. What they gain is measured on strokes that they were not chosen by: the strokes are divided
-into parts, and each part is answered with templates learnt from the others. Without -o the figures
-are printed and nothing is written.
+FILE is NDJSON as for "scrivo evaluate", - is standard input, the default: each line has "family",
+"points" and, if known, "writer". Generated outlines are added to the shipped ones, so that no
+template shows anybody's stroke. What they gain is measured on strokes that they were not chosen by:
+the strokes are divided into parts, and each part is answered with templates learnt from the others.
+Without -o the figures are printed and nothing is written.
 
 examples
   scrivo templates labelled.ndjson
@@ -40,6 +47,7 @@ examples
                         what is held out together (by writer if two or more are named)
       --folds N         parts that the strokes are divided into, at most (5)
       --seed N          of the generated outlines and the division (1)
+${WITHOUT_HELP}
       --json            one JSON object instead of the table
   -j, --jobs N          strokes are compared by so many threads (${defaultJobs()}, one a core)
   -h, --help            this text
@@ -59,6 +67,7 @@ const TEMPLATES_OPTIONS = {
   by: { type: 'string' },
   folds: { type: 'string', default: '5' },
   seed: { type: 'string', default: '1' },
+  without: { type: 'string', multiple: true },
   json: { type: 'boolean', default: false },
   jobs: { type: 'string', short: 'j' },
   help: { type: 'boolean', short: 'h', default: false },
@@ -79,16 +88,10 @@ const LEARNT = ['triangle', 'quadrangle', 'ellipse'];
  * @returns {Promise<number>} exit code
  */
 function templatesCommand(argv, io) {
-  const body = async ({ stdout, stderr }) => {
-    const options = parseTemplates(argv);
-    if (options.help) {
-      await print(stdout, HELP);
-      return 0;
-    }
+  const run = async (options, { stdout, stderr }) => {
     const totalBytes = checkInputs(options.inputs);
     const target = options.output === undefined ? undefined : inspectOutput(options);
-    const counts = { skipped: 0, unread: [] };
-    const strokes = await readStrokes(options, totalBytes, counts, stderr);
+    const { strokes, ...counts } = await readStrokes({ ...options, totalBytes }, stderr);
     const settings = { ...options, byWriter: isByWriter(options.by, strokes) };
     const learnt = await learnFrom(strokes, settings, stderr);
     if (target) await writeFolder(target, learnt.files);
@@ -96,21 +99,20 @@ function templatesCommand(argv, io) {
     await print(stdout, options.json ? `${JSON.stringify(summary)}\n` : formatSummary(summary));
     return counts.skipped === 0 && counts.unread.length === 0 ? 0 : 1;
   };
-  return runCommand('templates', body, io);
+  return runWithOptions('templates', { parse: () => parseTemplates(argv), help: HELP, run }, io);
 }
 
 function parseTemplates(argv) {
   const { values, positionals } = parseCommandLine('templates', argv, TEMPLATES_OPTIONS);
   if (values.help) return values;
-  if (positionals.length === 0) {
-    throw new UserError('name a file of labelled strokes; --help tells more');
-  }
+  const inputs = inputsOf(positionals, 'templates', 'labelled strokes');
   if (![undefined, 'writer', 'stroke'].includes(values.by)) {
     throw new UserError(`--by must be writer or stroke, found ${values.by}`);
   }
   return {
     ...values,
-    inputs: positionals,
+    inputs,
+    without: parseWithout(values.without, inputs),
     keepShipped: !values['from-scratch'],
     unit: parseUnit(values.unit),
     harm: positive('harm', values.harm),
@@ -124,6 +126,7 @@ function parseTemplates(argv) {
 }
 
 function inspectOutput({ output, force }) {
+  if (output === '') throw new UserError('-o needs the name of a folder');
   const slot = slotOf(path.resolve(output));
   if (slot) {
     throw new UserError(
@@ -134,26 +137,14 @@ function inspectOutput({ output, force }) {
 }
 
 /** All strokes: what is learnt is chosen by all of them together. */
-async function readStrokes({ inputs }, totalBytes, counts, stderr) {
-  const progress = createProgress({ totalBytes, stream: stderr });
-  const on = {
-    message: (text) => progress.log(text),
-    bytes: (count) => progress.advance(count),
-  };
+async function readStrokes(options, stderr) {
   const strokes = [];
-  try {
-    for await (const stroke of readLabelledStrokes(inputs, on, counts)) {
-      strokes.push(stroke);
-      progress.count(strokes.length);
-    }
-  } finally {
-    progress.stop();
-  }
+  const counts = await takeLabelledStrokes(options, stderr, (stroke) => strokes.push(stroke));
   if (!strokes.some(({ family }) => LEARNT.includes(family))) {
     throw new UserError(`there is no ${LEARNT.join(', ')} among the strokes to learn from`);
   }
   if (strokes.length < 2) throw new UserError('one stroke is too few: none can be held out');
-  return strokes;
+  return { strokes, ...counts };
 }
 
 function isByWriter(by, strokes) {
@@ -180,7 +171,7 @@ async function learnFrom(strokes, settings, stderr) {
   }
 }
 
-function summarise(strokes, learnt, { byWriter, output, harm, skipped, unread }) {
+function summarise(strokes, learnt, { byWriter, output, harm, skipped, without, unread }) {
   const sets = Object.entries(learnt.sets).map(([name, { outlines, score }]) => {
     const { families, recall, negatives } = score.summary();
     return [name, { outlines, families, recall, negatives }];
@@ -189,6 +180,7 @@ function summarise(strokes, learnt, { byWriter, output, harm, skipped, unread })
     strokes: strokes.length,
     harm,
     skipped,
+    without,
     unread,
     held_out: { by: byWriter ? 'writer' : 'stroke', folds: learnt.folds },
     templates: Object.fromEntries(sets),
@@ -207,7 +199,7 @@ const SET_NAMES = {
   every: 'every candidate',
 };
 
-function formatSummary({ strokes, skipped, held_out: held, templates, ...rest }) {
+function formatSummary({ strokes, skipped, without, held_out: held, templates, ...rest }) {
   const parts = `${held.folds} parts, by ${held.by}`;
   return [
     `${strokes} strokes; each of ${parts}, answered with templates learnt from the others`,
@@ -216,7 +208,7 @@ function formatSummary({ strokes, skipped, held_out: held, templates, ...rest })
     '',
     describeGain(rest),
     describeOutput(rest),
-    ...(skipped > 0 ? [`${skipped} lines skipped`] : []),
+    ...formatLeftOut({ skipped, without }),
     '',
   ].join('\n');
 }

@@ -28,6 +28,9 @@ function drawn(corners, steps = 20) {
   const edge = (i) => range(steps).map((k) => at(corners[i], corners[i + 1], k / steps));
   return [...range(corners.length - 1).flatMap(edge), corners.at(-1)];
 }
+
+/** Points from coordinates in turn. */
+const xy = (...numbers) => range(numbers.length / 2).map((i) => numbers.slice(2 * i, 2 * i + 2));
 const closed = (corners) => [...corners, corners[0]];
 
 /** A clean figure: 21 points an edge, so that inner corners occur twice. */
@@ -48,12 +51,7 @@ const shaken = (points, size) =>
 const withForce = (points, force) => points.map((p) => [...p, force]);
 
 /** Another stroke: three points about a place. */
-const markAt = (place) =>
-  [
-    [-4, 1],
-    [1, -3],
-    [3, 2],
-  ].map((offset) => add(place, offset));
+const markAt = (place) => xy(-4, 1, 1, -3, 3, 2).map((offset) => add(place, offset));
 
 const tap = range(12).map((i) => add([1, 200], [2 * Math.cos(i), 2 * Math.sin(i)]));
 const dot = [2.5, 1.5, 0.5].flatMap((r) => ring([2.5, mean(tap)[1]], r, r, 0, 20));
@@ -62,19 +60,10 @@ const legTurn = Math.atan(0.06);
 const legs = [turned([-130, 0], legTurn), [60, 110]];
 const vertex = [300, 300];
 
-const scalene = [
-  [400, 100],
-  [460, 300],
-  [200, 316],
-];
+const scalene = xy(400, 100, 460, 300, 200, 316);
 const levelled = (p) => add(scalene[2], turned(minus(p, scalene[2]), Math.atan(16 / 260)));
 
-const square = [
-  [904, 203],
-  [905, 100],
-  [1005, 100.5],
-  [1006, 204],
-];
+const square = xy(904, 203, 905, 100, 1005, 100.5, 1006, 204);
 const side = (Math.hypot(100, 0.5) + Math.hypot(1, 103)) / 2;
 const [right, left] = [1000, 1000 - side];
 
@@ -98,68 +87,30 @@ const CASES = {
   },
   'line-level': {
     why: 'a slope of 0.05 becomes level at the height of the upper end, and keeps its length',
-    path: drawn(
-      [
-        [500, 220],
-        [100, 200],
-      ],
-      40,
-    ),
+    path: drawn(xy(500, 220, 100, 200), 40),
     type: 2,
-    points: clean([
-      [100, 200],
-      [100 + Math.hypot(400, 20), 200],
-    ]),
+    points: clean(xy(100, 200, 100 + Math.hypot(400, 20), 200)),
   },
   'line-beyond-the-area': {
     why: 'a line that leaves the area stays where it was drawn',
-    path: drawn(
-      [
-        [700, 400],
-        [1100, 700],
-      ],
-      40,
-    ),
+    path: drawn(xy(700, 400, 1100, 700), 40),
     type: 2,
-    points: clean([
-      [700, 400],
-      [1100, 700],
-    ]),
+    points: clean(xy(700, 400, 1100, 700)),
   },
   'line-between-strokes': {
     why: 'a line from one stroke to another ends on the centroids of both',
-    path: drawn(
-      [
-        [200, 150],
-        [600, 260],
-      ],
-      40,
-    ),
+    path: drawn(xy(200, 150, 600, 260), 40),
     others: [markAt([597, 264]), [], markAt([203, 147])],
     type: 2,
-    points: clean([
-      [203, 147],
-      [597, 264],
-    ]),
+    points: clean(xy(203, 147, 597, 264)),
   },
   'line-beside-a-stroke': {
     why: 'a line past one stroke moves sideways until it goes through its centroid',
-    path: drawn(
-      [
-        [200, 100],
-        [600, 400],
-      ],
-      40,
-    ),
+    path: drawn(xy(200, 100, 600, 400), 40),
     others: [markAt([404, 244])],
     type: 2,
     // (404, 244) lies 7.2 units off the line.
-    points: clean(
-      [
-        [200, 100],
-        [600, 400],
-      ].map((p) => add(p, [7.2 * 0.6, -7.2 * 0.8])),
-    ),
+    points: clean(xy(200, 100, 600, 400).map((p) => add(p, [7.2 * 0.6, -7.2 * 0.8]))),
   },
   angle: {
     why: 'a leg that rises by 0.06 becomes level, and the figure turns about its vertex',
@@ -169,21 +120,9 @@ const CASES = {
   },
   'triangle-equilateral': {
     why: 'sides of 100, 102 and 99 units become 100 each; the base stays',
-    path: drawn(
-      closed([
-        [546.985, 200],
-        [500, 287.14],
-        [600, 287.14],
-      ]),
-    ),
+    path: drawn(closed(xy(546.985, 200, 500, 287.14, 600, 287.14))),
     type: 6,
-    points: clean(
-      closed([
-        [500, 287.14],
-        [600, 287.14],
-        [550, 287.14 - 50 * Math.sqrt(3)],
-      ]),
-    ),
+    points: clean(closed(xy(500, 287.14, 600, 287.14, 550, 287.14 - 50 * Math.sqrt(3)))),
   },
   'triangle-levelled': {
     why: 'a scalene triangle turns about its lowest corner until its base is level',
@@ -195,14 +134,7 @@ const CASES = {
     why: 'a nearly level square has four equal sides and is moved into the area',
     path: drawn(closed(square)),
     type: 6,
-    points: clean(
-      closed([
-        [left, 100],
-        [right, 100],
-        [right, 100 + side],
-        [left, 100 + side],
-      ]),
-    ),
+    points: clean(closed(xy(left, 100, right, 100, right, 100 + side, left, 100 + side))),
   },
   parallelogram: {
     why: 'a parallelogram drawn with care stays as it is',
@@ -234,40 +166,14 @@ const CASES = {
 
 const TEMPLATES = {
   rectangle: [
-    drawn(
-      closed([
-        [0, 0],
-        [0, 1],
-        [1, 1],
-        [1, 0],
-      ]),
-    ),
-    drawn(
-      closed([
-        [0, 0],
-        [0, 1],
-        [2, 1],
-        [2, 0],
-      ]),
-    ),
+    drawn(closed(xy(0, 0, 0, 1, 1, 1, 1, 0))),
+    drawn(closed(xy(0, 0, 0, 1, 2, 1, 2, 0))),
     drawn(closed(parallelogram)),
   ],
   triangle: [drawn(closed(scalene))],
   isosceles_triangle: [
-    drawn(
-      closed([
-        [0, -2],
-        [-1, 0],
-        [1, 0],
-      ]),
-    ),
-    drawn(
-      closed([
-        [0, -1.7],
-        [-1, 0],
-        [1, 0],
-      ]),
-    ),
+    drawn(closed(xy(0, -2, -1, 0, 1, 0))),
+    drawn(closed(xy(0, -1.7, -1, 0, 1, 0))),
   ],
   ellipse: [ring([0, 0], 1, 1, 0, 60), ring([0, 0], 2, 1, 0, 60)],
 };

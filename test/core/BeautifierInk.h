@@ -29,24 +29,25 @@ inline Path sample(const Curve& curve, int count) {
 
 /// Straight pieces from corner to corner, each at a share of the time that is
 /// its share of the length.
-inline Curve polyline(Path corners) {
+inline Curve polyline(const Path& corners) {
     return [corners](double t) {
-        double length = 0.0;
+        const auto along = [&](std::size_t i, double share) {
+            return Point2D{share * (corners[i].x - corners[i - 1].x),
+                           share * (corners[i].y - corners[i - 1].y), 0.0};
+        };
+        const auto length = [&](std::size_t i) {
+            return std::hypot(along(i, 1.0).x, along(i, 1.0).y);
+        };
+        double rest = 0.0;
         for (std::size_t i = 1; i < corners.size(); ++i) {
-            length += std::hypot(corners[i].x - corners[i - 1].x, corners[i].y - corners[i - 1].y);
+            rest += t * length(i);
         }
-        double rest = t * length;
-        for (std::size_t i = 1; i < corners.size(); ++i) {
-            const double dx = corners[i].x - corners[i - 1].x;
-            const double dy = corners[i].y - corners[i - 1].y;
-            const double piece = std::hypot(dx, dy);
-            if (rest <= piece || i + 1 == corners.size()) {
-                const double s = rest / piece;
-                return Point2D{corners[i - 1].x + s * dx, corners[i - 1].y + s * dy, 0.0};
-            }
-            rest -= piece;
+        std::size_t i = 1;
+        for (; i + 1 < corners.size() && rest > length(i); ++i) {
+            rest -= length(i);
         }
-        return corners.front();
+        const Point2D step = along(i, rest / length(i));
+        return Point2D{corners[i - 1].x + step.x, corners[i - 1].y + step.y, 0.0};
     };
 }
 
@@ -70,27 +71,11 @@ inline Curve shaky(const Curve& curve, double size) {
     };
 }
 
-/// Slow at both ends, fast between.
-inline Curve eased(const Curve& curve) {
-    return [=](double t) { return curve(t * t * (3.0 - 2.0 * t)); };
-}
-
-inline Path reversed(Path path) {
-    return {path.rbegin(), path.rend()};
-}
-
-inline Path scaled(Path path, double factor) {
-    for (Point2D& p : path) {
-        p = {p.x * factor, p.y * factor, p.force};
-    }
-    return path;
-}
-
 struct Example {
     std::string name;
     Curve curve;
-    std::int32_t type;
-    std::size_t figure;  ///< index in `Scrivo::Figure`
+    std::int32_t type = Scrivo::FIGURE_NONE;
+    std::size_t figure = 0;  ///< index in `Scrivo::Figure`
 };
 
 /// One or two of every figure, about 200 units large.
@@ -126,11 +111,11 @@ inline std::vector<Example> others() {
         polyline({{400, 200}, {495, 269}, {459, 381}, {341, 381}, {305, 269}, {400, 200}});
     const Curve star =
         polyline({{400, 200}, {459, 381}, {305, 269}, {495, 269}, {341, 381}, {400, 200}});
-    return {{"zigzag", zigzag, 0, 0},
-            {"spiral", spiral, 0, 0},
-            {"wave", wave, 0, 0},
-            {"pentagon", pentagon, 0, 0},
-            {"star", star, 0, 0}};
+    return {{"zigzag", zigzag},
+            {"spiral", spiral},
+            {"wave", wave},
+            {"pentagon", pentagon},
+            {"star", star}};
 }
 
 }  // namespace beautifier_ink

@@ -1,53 +1,35 @@
 #include "Beautifier/Beautifier.h"
-#include "Beautifier/Polyline.h"
+#include "Beautifier/Features.h"
 #include "BeautifierInk.h"
+#include "Support.h"
 
 #include <algorithm>
+#include <future>
 #include <gtest/gtest.h>
-#include <limits>
-#include <numbers>
+#include <map>
 #include <stdexcept>
-#include <thread>
+
+namespace Scrivo::test {
 
 namespace {
 
 using namespace beautifier_ink;
-using Scrivo::Beautified;
-using Scrivo::Beautifier;
-using Scrivo::BeautifierOptions;
-using Scrivo::FigureFamily;
-using Scrivo::Reason;
+using beautifier_ink::ellipse;
 
 constexpr double WIDTH = 800.0;
 constexpr double HEIGHT = 600.0;
 
-Path fractions(Path path) {
-    for (Point2D& p : path) {
-        p = {p.x / WIDTH, p.y / HEIGHT, p.force};
-    }
-    return path;
+Path fractions(const Path& path) {
+    return Scrivo::test::fractions(path, WIDTH, HEIGHT);
 }
 
 /// Answer for a stroke in units, its path in units too.
 Beautified beautify(const Path& path, const BeautifierOptions& options = {},
-                    const std::vector<Path>& others = {}) {
-    std::vector<Path> around;
-    for (const Path& other : others) {
-        around.push_back(fractions(other));
-    }
-    Beautified answer = Beautifier(options).beautify(fractions(path), WIDTH, HEIGHT, around);
-    for (Point2D& p : answer.path) {
-        p = {p.x * WIDTH, p.y * HEIGHT, p.force};
-    }
+                    std::vector<Path> others = {}) {
+    std::transform(others.begin(), others.end(), others.begin(), fractions);
+    Beautified answer = Beautifier(options).beautify(fractions(path), WIDTH, HEIGHT, others);
+    answer.path = Scrivo::test::fractions(answer.path, 1 / WIDTH, 1 / HEIGHT);
     return answer;
-}
-
-void expectSame(const Path& a, const Path& b, double tolerance) {
-    ASSERT_EQ(a.size(), b.size());
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        EXPECT_NEAR(a[i].x, b[i].x, tolerance) << "x of point " << i;
-        EXPECT_NEAR(a[i].y, b[i].y, tolerance) << "y of point " << i;
-    }
 }
 
 class EveryFigure : public testing::TestWithParam<Example> {
@@ -61,19 +43,22 @@ protected:
 };
 
 TEST_P(EveryFigure, IsTheSameAtAnySamplingRateAndSpeed) {
+    const Curve& curve = GetParam().curve;
+    const Curve eased = [&](double t) { return curve(t * t * (3.0 - 2.0 * t)); };
     for (const int count : {15, 30, 60, 120, 240, 1000}) {
-        expectFigure(sample(GetParam().curve, count), std::to_string(count) + " points");
-        expectFigure(sample(eased(GetParam().curve), count),
-                     std::to_string(count) + " points, slow at the ends");
+        expectFigure(sample(curve, count), std::to_string(count) + " points");
+        expectFigure(sample(eased, count), std::to_string(count) + " points, slow at the ends");
     }
 }
 
 TEST_P(EveryFigure, IsTheSameInEitherDirectionAndAtAnySize) {
-    const Path path = sample(GetParam().curve, 90);
-    expectFigure(reversed(path), "backwards");
+    Path path = sample(GetParam().curve, 90);
     for (const double size : {60.0, 100.0, 400.0, 1500.0}) {
-        expectFigure(scaled(path, size / 200.0), std::to_string(size) + " units");
+        expectFigure(Scrivo::test::fractions(path, 200 / size, 200 / size),
+                     std::to_string(size) + " units");
     }
+    std::reverse(path.begin(), path.end());
+    expectFigure(path, "backwards");
 }
 
 TEST_P(EveryFigure, IsNotDisturbedByARestingPenOrRepeatedPoints) {
@@ -82,10 +67,10 @@ TEST_P(EveryFigure, IsNotDisturbedByARestingPenOrRepeatedPoints) {
     for (const Point2D& p : path) {
         repeated.insert(repeated.end(), 5, p);
     }
+    EXPECT_TRUE(isNear(beautify(repeated).path, beautify(path).path, 1e-6));
     path.insert(path.begin(), 200, path.front());
     path.insert(path.end(), 200, path.back());
     expectFigure(path, "resting");
-    expectSame(beautify(repeated).path, beautify(sample(GetParam().curve, 60)).path, 1e-6);
 }
 
 TEST_P(EveryFigure, NeverTurnsBackIntoInkAsSensitivityRises) {
@@ -93,9 +78,7 @@ TEST_P(EveryFigure, NeverTurnsBackIntoInkAsSensitivityRises) {
         const Path path = sample(shaky(GetParam().curve, tremor), 80);
         std::int32_t before = 0;
         for (int step = 0; step <= 20; ++step) {
-            BeautifierOptions options;
-            options.sensitivity = step / 20.0;
-            const std::int32_t type = beautify(path, options).type;
+            const std::int32_t type = beautify(path, {.sensitivity = step / 20.0}).type;
             EXPECT_TRUE(before == 0 || type == before) << tremor << " at " << step;
             before = type;
         }
@@ -105,31 +88,25 @@ TEST_P(EveryFigure, NeverTurnsBackIntoInkAsSensitivityRises) {
 TEST_P(EveryFigure, AnswersTheSameBitsFromEveryThread) {
     const Path path = fractions(sample(GetParam().curve, 80));
     const Beautifier shared;
-    const Beautified expected = shared.beautify(path, WIDTH, HEIGHT);
-    std::array<Beautified, 4> answers;
-    std::vector<std::thread> threads;
-    for (Beautified& answer : answers) {
-        threads.emplace_back([&] { answer = shared.beautify(path, WIDTH, HEIGHT); });
+    const auto answer = [&] { return shared.beautify(path, WIDTH, HEIGHT); };
+    std::vector<std::future<Beautified>> others;
+    for (int i = 0; i < 4; ++i) {
+        others.push_back(std::async(std::launch::async, answer));
     }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
-    for (const Beautified& answer : answers) {
-        expectSame(answer.path, expected.path, 0.0);
-        EXPECT_EQ(answer.confidence, expected.confidence);
+    const Beautified expected = answer();
+    for (auto& other : others) {
+        const Beautified actual = other.get();
+        EXPECT_TRUE(hasBitsOf(actual.path, expected.path));
+        EXPECT_EQ(actual.confidence, expected.confidence);
     }
 }
 
 TEST_P(EveryFigure, StaysInkWhenUnwantedOrSmall) {
     const Path path = sample(GetParam().curve, 80);
-    BeautifierOptions unwanted;
-    unwanted.figures = {FigureFamily::DOT};
-    EXPECT_EQ(beautify(path, unwanted).reason, Reason::NOT_WANTED);
-    BeautifierOptions large;
-    large.minSize = 230.0;
-    const Beautified answer = beautify(path, large);
-    EXPECT_EQ(answer.reason, Reason::TOO_SMALL);
-    expectSame(answer.path, path, 1e-9);
+    EXPECT_EQ(beautify(path, {.figures = {FigureFamily::DOT}}).reason, Reason::NOT_WANTED);
+    const Beautified small = beautify(path, {.minSize = 230.0});
+    EXPECT_EQ(small.reason, Reason::TOO_SMALL);
+    EXPECT_TRUE(isNear(small.path, path));
 }
 
 INSTANTIATE_TEST_SUITE_P(Beautifier, EveryFigure, testing::ValuesIn(examples()),
@@ -143,7 +120,7 @@ TEST(BeautifierInk, OtherShapesStayBitForBit) {
             EXPECT_EQ(answer.type, 0) << other.name << ", " << count;
             EXPECT_EQ(answer.figure.index(), 0U);
             EXPECT_NE(answer.reason, Reason::RECOGNISED);
-            expectSame(answer.path, path, 0.0);
+            EXPECT_TRUE(hasBitsOf(answer.path, path));
         }
     }
 }
@@ -152,16 +129,15 @@ TEST(BeautifierInk, PolygonsOfFewSamplesKeepTheirCorners) {
     const Path square{{300, 200}, {500, 203}, {498, 402}, {301, 400}, {300, 202}};
     const Beautified answer = beautify(square);
     ASSERT_EQ(answer.figure.index(), 5U);
-    EXPECT_EQ(std::get<Scrivo::QuadrangleFigure>(answer.figure).kind,
-              Scrivo::QuadrangleKind::SQUARE);
-    EXPECT_EQ(beautify({{100, 100}, {160, 300}, {300, 100}}).type, Scrivo::FIGURE_ANGLE);
+    EXPECT_EQ(std::get<QuadrangleFigure>(answer.figure).kind, QuadrangleKind::SQUARE);
+    EXPECT_EQ(beautify({{100, 100}, {160, 300}, {300, 100}}).type, FIGURE_ANGLE);
 }
 
 TEST(BeautifierInk, CurvesOfFewSamplesStayRound) {
     for (const int count : {7, 9, 12, 20}) {
         const auto answer = beautify(sample(ellipse(100, 100, 0.0), count));
         ASSERT_EQ(answer.figure.index(), 6U) << count << " points";
-        EXPECT_NEAR(std::get<Scrivo::CircleFigure>(answer.figure).radius, 100.0, 2.0);
+        EXPECT_NEAR(std::get<CircleFigure>(answer.figure).radius, 100.0, 2.0);
     }
 }
 
@@ -172,8 +148,7 @@ TEST(BeautifierInk, TailsBeyondTheClosureAreCut) {
     const Beautified answer = beautify(path);
     ASSERT_EQ(answer.figure.index(), 5U);
     for (const Point2D& p : answer.path) {
-        EXPECT_GT(p.x, 293.0);
-        EXPECT_GT(p.y, 193.0);
+        EXPECT_TRUE(p.x > 293.0 && p.y > 193.0) << toText(p);
     }
     // A turn and a seventh, the second lap a little wider.
     const Curve twice = [](double t) {
@@ -196,16 +171,9 @@ TEST(BeautifierInk, SlimRectanglesAreNoEllipsesAndSlimEllipsesNoRectangles) {
 }
 
 TEST(BeautifierInk, AreJudgedByTheFirstOfSeveralLaps) {
-    const Curve square = polyline({{300, 200},
-                                   {500, 200},
-                                   {500, 400},
-                                   {300, 400},
-                                   {303, 204},
-                                   {497, 196},
-                                   {504, 396},
-                                   {304, 405},
-                                   {300, 202}});
-    EXPECT_EQ(beautify(sample(shaky(square, 1.0), 200)).figure.index(), 5U);
+    Path laps{{300, 200}, {500, 200}, {500, 400}, {300, 400}};
+    laps.insert(laps.end(), {{303, 204}, {497, 196}, {504, 396}, {304, 405}, {300, 202}});
+    EXPECT_EQ(beautify(sample(shaky(polyline(laps), 1.0), 200)).figure.index(), 5U);
     const Curve circle = ellipse(100, 95, 0.0);
     const Curve twice = [=](double t) { return circle(2.0 * t); };
     EXPECT_EQ(beautify(sample(shaky(twice, 3.0), 200)).figure.index(), 6U);
@@ -214,84 +182,119 @@ TEST(BeautifierInk, AreJudgedByTheFirstOfSeveralLaps) {
 TEST(BeautifierInk, QuadranglesMayBendInwardsButNotCrossThemselves) {
     const Curve bowTie = polyline({{200, 200}, {400, 350}, {400, 200}, {200, 350}, {200, 203}});
     EXPECT_EQ(beautify(sample(bowTie, 120)).type, 0);
-    const Path dart{{300, 280}, {100, 200}, {170, 280}, {100, 360}};
-    const Curve outline = polyline({dart[0], dart[1], dart[2], dart[3], dart[0]});
-    const Beautified answer = beautify(sample(outline, 120));
+    const Path dart{{300, 280}, {100, 200}, {170, 280}, {100, 360}, {300, 280}};
+    const Beautified answer = beautify(sample(polyline(dart), 120));
     ASSERT_EQ(answer.figure.index(), 5U);
-    for (const Point2D& corner : std::get<Scrivo::QuadrangleFigure>(answer.figure).corners) {
-        EXPECT_TRUE(std::any_of(
-            dart.begin(), dart.end(),
-            [&](const Point2D& p) { return std::hypot(p.x - corner.x, p.y - corner.y) < 4.0; }))
-            << corner.x << ", " << corner.y;
+    for (const Point2D& corner : std::get<QuadrangleFigure>(answer.figure).corners) {
+        EXPECT_TRUE(std::any_of(dart.begin(), dart.end(), [&](const Point2D& p) {
+            return length(p - corner) < 4.0;
+        })) << toText(corner);
     }
 }
 
+/// The outline in the frame's own units, as it is examined.
+beautifier::Fine outlineOf(const Curve& curve) {
+    const Path path = sample(curve, 400);
+    return beautifier::resample(path, 1, 1, beautifier::measure(path, 1, 1));
+}
+
 TEST(BeautifierPolygons, AreFoundFromAStartOnAnEdge) {
-    using namespace Scrivo::beautifier;
-    const Curve square =
-        polyline({{0.2, -0.5}, {0.5, -0.5}, {0.5, 0.5}, {-0.5, 0.5}, {-0.5, -0.5}, {0.2, -0.5}});
-    const Path path = sample(square, COARSE);
-    Coarse points;
-    std::transform(path.begin(), path.end(), points.begin(), [](const Point2D& p) {
-        return Vec{p.x, p.y};
-    });
-    const PolylineFits fits = fitPolygons(Scatter(points));
+    using namespace beautifier;
+    const Path square{{120, 0}, {200, 0}, {200, 200}, {0, 200}, {0, 0}, {120, 0}};
+    const PolylineFits fits = fitPolygons(Scatter(coarse(outlineOf(polyline(square)))));
     EXPECT_LT(fits[3].rms, 0.01);
     EXPECT_GT(fits[2].rms, 0.05);
 }
 
+TEST(BeautifierFeatures, MeasureWhatTheirNamesSay) {
+    using namespace beautifier;
+    const double least = std::log(0.003);
+    const auto expectNear = [](const Features& f, const std::map<Feature, double>& expected) {
+        for (const auto& [feature, value] : expected) {
+            EXPECT_NEAR(f.at(static_cast<std::size_t>(feature)), value, 0.05)
+                << featureName(feature);
+        }
+    };
+    expectNear(featuresOf(examine(outlineOf(polyline({{0, 0}, {300, 0}, {300, 400}})))),
+               {{TURNING, PI / 2}, {BOW, PI / 2}, {OPENING, PI / 2}, {LEG_RATIO, std::log(0.75)}});
+    // Both ends run on by 40 units behind the corner where they cross.
+    const Evidence square =
+        examine(outlineOf(polyline({{-40, 0}, {400, 0}, {400, 400}, {0, 400}, {0, -40}})));
+    expectNear(featuresOf(square), {{TURNING, 3 * PI / 2},
+                                    {GAP, least},
+                                    {TRIMMED, 80.0 / 1680},
+                                    {TAIL, std::log(40 / (440 * square.size))},
+                                    {SHARPEST_BEND, PI / 2},
+                                    {COUNTER_BENDS, 0},
+                                    {POLYGON4_RMS, least},
+                                    {QUADRANGLE_SIDE, 0},
+                                    {QUADRANGLE_ANGLE, PI / 2},
+                                    {QUADRANGLE_WINDING, 0}});
+    // The pen comes from outside: the circle's centre is not that of the box.
+    const Curve lollipop = [](double t) {
+        return t < 0.1 ? Point2D{1.6 - 6 * t, 0} : polar(1, 2 * PI * (t - 0.1) / 0.9);
+    };
+    expectNear(featuresOf(examine(outlineOf(lollipop))), {{ELLIPSE_RMS, least}});
+}
+
+TEST(BeautifierOutline, CoarsePointsLieAtEvenDistances) {
+    using namespace beautifier;
+    const Fine fine = outlineOf(polyline({{0, 0}, {300, 400}}));
+    const Coarse coarse = resample(fine, 10, 77, {});
+    for (std::size_t k = 0; k < coarse.size(); ++k) {
+        const double t = static_cast<double>(k) / (COARSE - 1);
+        EXPECT_LT(norm(coarse[k] - (1 - t) * fine[10] - t * fine[77]), 1e-9) << k;
+    }
+}
+
 TEST(BeautifierDots, AreTapsScribblesAndSlipsButNotSmallLetters) {
-    EXPECT_EQ(beautify({{100, 100}}).type, Scrivo::FIGURE_POINT);
-    EXPECT_EQ(beautify(Path(9, {100, 100})).type, Scrivo::FIGURE_POINT);
-    EXPECT_EQ(beautify({{100, 100}, {103, 101}, {101, 102}, {102, 100}}).type,
-              Scrivo::FIGURE_POINT);
-    EXPECT_EQ(beautify(sample(polyline({{100, 100}, {106, 103}}), 6)).type, Scrivo::FIGURE_POINT);
-    // A letter as large as that slip.
-    const Path letter =
-        sample(polyline({{100, 100}, {103, 106}, {104, 101}, {106, 106}, {107, 100}}), 40);
-    EXPECT_EQ(beautify(letter).type, 0);
-    const auto dot = std::get<Scrivo::DotFigure>(beautify(Path(9, {100, 90})).figure);
-    EXPECT_NEAR(dot.centre.x, 100.0, 1e-9);
-    EXPECT_NEAR(dot.centre.y, 90.0, 1e-9);
+    const Path letter{{100, 100}, {103, 106}, {104, 101}, {106, 106}, {107, 100}};
+    const Case<std::int32_t> cases[] = {
+        {"tap of one sample", {{100, 100}}, FIGURE_POINT},
+        {"tap", Path(9, {100, 100}), FIGURE_POINT},
+        {"scribble", {{100, 100}, {103, 101}, {101, 102}, {102, 100}}, FIGURE_POINT},
+        {"slip", sample(polyline({{100, 100}, {106, 103}}), 6), FIGURE_POINT},
+        {"letter as large as that slip", sample(polyline(letter), 40), FIGURE_NONE},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(beautify(c.stroke).type, c.expected) << c.name;
+    }
+    const auto dot = std::get<DotFigure>(beautify(Path(9, {100, 90})).figure);
+    EXPECT_TRUE(isNear(dot.centre, {100, 90}));
 }
 
 /// A press of `count` samples whose tremor stays within `extent` units.
 Path heldPress(int count, double extent) {
-    Path path;
-    for (int i = 0; i < count; ++i) {
-        path.push_back({200.0 + 0.5 * extent * std::sin(2.3 * i + 0.01 * i * i),
-                        200.0 + 0.5 * extent * std::sin(1.7 * i), 0.0});
-    }
-    return path;
+    const auto tremor = [&](double t) {
+        const double i = t * (count - 1);
+        return Point2D{200.0 + 0.5 * extent * std::sin(2.3 * i + 0.01 * i * i),
+                       200.0 + 0.5 * extent * std::sin(1.7 * i)};
+    };
+    return sample(tremor, count);
 }
 
 TEST(BeautifierDots, ArePressesHeldForAnyTime) {
     for (const int count : {10, 60, 240, 1000}) {
-        EXPECT_EQ(beautify(heldPress(count, 2.4)).type, Scrivo::FIGURE_POINT) << count;
+        EXPECT_EQ(beautify(heldPress(count, 2.4)).type, FIGURE_POINT) << count;
     }
     for (const int count : {240, 1000}) {
-        EXPECT_EQ(beautify(heldPress(count, 3.9)).type, Scrivo::FIGURE_POINT) << count;
+        EXPECT_EQ(beautify(heldPress(count, 3.9)).type, FIGURE_POINT) << count;
         EXPECT_EQ(beautify(heldPress(count, 4.1)).type, 0) << count;
     }
 }
 
 TEST(BeautifierDots, AreSureWithinTwoUnitsAndLeaveDashesToLinesWhereNoneAreWanted) {
     const Path dash = sample(polyline({{200, 200}, {210, 202}}), 8);
-    BeautifierOptions onlySure;
-    onlySure.sensitivity = 0.0;
-    EXPECT_EQ(beautify({{200, 200}}, onlySure).type, Scrivo::FIGURE_POINT);
+    const BeautifierOptions onlySure{.sensitivity = 0.0};
+    EXPECT_EQ(beautify({{200, 200}}, onlySure).type, FIGURE_POINT);
     EXPECT_EQ(beautify(dash, onlySure).reason, Reason::NOT_SURE);
     BeautifierOptions noDots;
     noDots.figures.erase(FigureFamily::DOT);
-    EXPECT_EQ(beautify(dash).type, Scrivo::FIGURE_POINT);
-    EXPECT_EQ(beautify(dash, noDots).type, Scrivo::FIGURE_LINE);
+    EXPECT_EQ(beautify(dash).type, FIGURE_POINT);
+    EXPECT_EQ(beautify(dash, noDots).type, FIGURE_LINE);
     const Beautified tap = beautify({{200, 200}}, noDots);
     EXPECT_EQ(tap.reason, Reason::NOT_WANTED);
     EXPECT_EQ(tap.confidence, 1.0);
-}
-
-double distance(const Point2D& a, const Point2D& b) {
-    return std::hypot(a.x - b.x, a.y - b.y);
 }
 
 /// Whether the figure's parameters describe the path, in units.
@@ -299,35 +302,33 @@ struct Agrees {
     const Path& path;
 
     void corner(std::size_t i, const Point2D& p) const {
-        EXPECT_LT(distance(path.at(i), p), 1e-6) << "point " << i;
+        EXPECT_LT(length(path.at(i) - p), 1e-6) << "point " << i;
     }
     void operator()(const std::monostate&) const { ADD_FAILURE() << "no figure"; }
-    void operator()(const Scrivo::DotFigure& f) const { corner(63, f.centre); }
-    void operator()(const Scrivo::LineFigure& f) const {
+    void operator()(const DotFigure& f) const { corner(63, f.centre); }
+    void operator()(const LineFigure& f) const {
         corner(0, f.from);
         corner(20, f.to);
     }
-    void operator()(const Scrivo::AngleFigure& f) const {
+    void operator()(const AngleFigure& f) const {
         corner(0, f.from);
         corner(20, f.vertex);
         corner(41, f.to);
-        const double cosine = ((f.from.x - f.vertex.x) * (f.to.x - f.vertex.x) +
-                               (f.from.y - f.vertex.y) * (f.to.y - f.vertex.y)) /
-                              (distance(f.from, f.vertex) * distance(f.to, f.vertex));
-        EXPECT_NEAR(std::cos(f.opening), cosine, 1e-9);
+        const Point2D u = f.from - f.vertex;
+        const Point2D v = f.to - f.vertex;
+        EXPECT_NEAR(std::cos(f.opening), dot(u, v) / (length(u) * length(v)), 1e-9);
     }
-    void operator()(const Scrivo::CircleFigure& f) const {
+    void operator()(const CircleFigure& f) const {
         for (const Point2D& p : path) {
-            EXPECT_NEAR(distance(p, f.centre), f.radius, 1e-6);
+            EXPECT_NEAR(length(p - f.centre), f.radius, 1e-6);
         }
     }
-    void operator()(const Scrivo::EllipseFigure& f) const {
+    void operator()(const EllipseFigure& f) const {
         for (const Point2D& p : path) {
-            const double dx = p.x - f.centre.x;
-            const double dy = p.y - f.centre.y;
-            const double u = dx * std::cos(f.rotation) + dy * std::sin(f.rotation);
-            const double v = dy * std::cos(f.rotation) - dx * std::sin(f.rotation);
-            EXPECT_NEAR(std::hypot(u / f.radii.x, v / f.radii.y), 1.0, 1e-9);
+            const Point2D axis = polar(1.0, f.rotation);
+            const double u = dot(axis, p - f.centre) / f.radii.x;
+            const double v = cross(axis, p - f.centre) / f.radii.y;
+            EXPECT_NEAR(std::hypot(u, v), 1.0, 1e-9);
         }
     }
     template <typename Polygon>
@@ -343,9 +344,8 @@ TEST(BeautifierFigure, AgreesWithThePath) {
     for (const Example& example : examples()) {
         SCOPED_TRACE(example.name);
         for (const bool ideal : {true, false}) {
-            BeautifierOptions options;
-            options.regularFigures = options.horizontalVertical = ideal;
-            const Beautified answer = beautify(sample(example.curve, 70), options);
+            const Beautified answer = beautify(
+                sample(example.curve, 70), {.horizontalVertical = ideal, .regularFigures = ideal});
             std::visit(Agrees{answer.path}, answer.figure);
         }
     }
@@ -355,24 +355,30 @@ TEST(BeautifierFigure, AgreesWithThePath) {
 
 TEST(BeautifierFigure, MovesIntoTheAreaWithItsPath) {
     const Beautified dot = beautify({{0, 300}});
-    EXPECT_NEAR(std::get<Scrivo::DotFigure>(dot.figure).centre.x, 2.5, 1e-9);
+    EXPECT_NEAR(std::get<DotFigure>(dot.figure).centre.x, 2.5, 1e-9);
     std::visit(Agrees{dot.path}, dot.figure);
-    Path path = sample(ellipse(100, 100, 0.0), 80);
-    for (Point2D& p : path) {
-        p.x += 330.0;
-    }
+    const Path path = mapped(sample(ellipse(100, 100, 0.0), 80), [](const Point2D& p) {
+        return p + Point2D{330, 0};
+    });
     const Beautified circle = beautify(path);
     EXPECT_LE(circle.path.front().x, WIDTH + 1e-9);
     std::visit(Agrees{circle.path}, circle.figure);
-    BeautifierOptions anywhere;
-    anywhere.insideArea = false;
-    const auto beyond = std::get<Scrivo::CircleFigure>(beautify(path, anywhere).figure);
+    const auto beyond = std::get<CircleFigure>(beautify(path, {.insideArea = false}).figure);
     EXPECT_NEAR(beyond.centre.x, 730.0, 1.0);
+    const Beautified tall = beautify(sample(ellipse(100, 320, 0.0), 80));
+    EXPECT_NEAR(std::get<EllipseFigure>(tall.figure).centre.y, 300.0, 1.0)
+        << "higher than the area";
 }
 
-Scrivo::LineFigure lineOf(const Path& path, const BeautifierOptions& options = {},
-                          const std::vector<Path>& others = {}) {
-    return std::get<Scrivo::LineFigure>(beautify(path, options, others).figure);
+template <typename Figure>
+auto kindOf(Path corners) {
+    corners.push_back(corners.front());
+    return std::get<Figure>(beautify(sample(polyline(corners), 120)).figure).kind;
+}
+
+LineFigure lineOf(const Path& path, const BeautifierOptions& options = {},
+                  const std::vector<Path>& others = {}) {
+    return std::get<LineFigure>(beautify(path, options, others).figure);
 }
 
 TEST(BeautifierLines, RunTheWayThePenRan) {
@@ -381,8 +387,8 @@ TEST(BeautifierLines, RunTheWayThePenRan) {
             const Path path = sample(polyline({{300, 300}, to}), 40);
             const auto line =
                 lineOf(path, {}, snaps ? std::vector<Path>{{{302, 303}}} : std::vector<Path>{});
-            EXPECT_LT(distance(line.from, {300, 300}), 11.0) << to.x << ", " << to.y;
-            EXPECT_LT(distance(line.to, to), 11.0) << to.x << ", " << to.y;
+            EXPECT_TRUE(isNear(line.from, {300, 300}, 11.0));
+            EXPECT_TRUE(isNear(line.to, to, 11.0));
         }
     }
 }
@@ -391,7 +397,7 @@ TEST(BeautifierLines, DrawnThereAndBackAreAsLongAsTheirInk) {
     // The ends lie above each other: their chord is upright, the ink is not.
     const Curve thereAndBack = polyline({{100, 200}, {400, 200}, {100.03, 202}});
     const auto line = lineOf(sample(thereAndBack, 80));
-    EXPECT_GT(distance(line.from, line.to), 290.0);
+    EXPECT_GT(length(line.to - line.from), 290.0);
 }
 
 TEST(BeautifierLines, AreNotMovedByStrokesOutOfReach) {
@@ -405,93 +411,77 @@ TEST(BeautifierLines, AreNotMovedByStrokesOutOfReach) {
 }
 
 TEST(BeautifierFigure, NamesRegularPolygons) {
-    const auto kindOfQuadrangle = [](Path corners) {
-        corners.push_back(corners.front());
-        const Beautified answer = beautify(sample(polyline(std::move(corners)), 120));
-        return std::get<Scrivo::QuadrangleFigure>(answer.figure).kind;
-    };
-    using Scrivo::QuadrangleKind;
-    EXPECT_EQ(kindOfQuadrangle({{300, 200}, {500, 203}, {498, 402}, {301, 400}}),
-              QuadrangleKind::SQUARE);
-    EXPECT_EQ(kindOfQuadrangle({{300, 200}, {500, 203}, {498, 302}, {301, 300}}),
+    constexpr auto QUADRANGLE = kindOf<QuadrangleFigure>;
+    EXPECT_EQ(QUADRANGLE({{300, 200}, {500, 203}, {498, 402}, {301, 400}}), QuadrangleKind::SQUARE);
+    EXPECT_EQ(QUADRANGLE({{300, 200}, {500, 203}, {498, 302}, {301, 300}}),
               QuadrangleKind::RECTANGLE);
-    EXPECT_EQ(kindOfQuadrangle({{300, 300}, {400, 240}, {500, 301}, {400, 361}}),
+    EXPECT_EQ(QUADRANGLE({{300, 300}, {400, 240}, {500, 301}, {400, 361}}),
               QuadrangleKind::RHOMBUS);
-    const auto kindOfTriangle = [](Path corners) {
-        corners.push_back(corners.front());
-        const Beautified answer = beautify(sample(polyline(std::move(corners)), 120));
-        return std::get<Scrivo::TriangleFigure>(answer.figure).kind;
-    };
-    using Scrivo::TriangleKind;
-    EXPECT_EQ(kindOfTriangle({{300, 400}, {400, 226}, {501, 401}}), TriangleKind::EQUILATERAL);
-    EXPECT_EQ(kindOfTriangle({{300, 400}, {350, 180}, {401, 401}}), TriangleKind::ISOSCELES);
-    EXPECT_EQ(kindOfTriangle({{300, 200}, {302, 400}, {430, 401}}), TriangleKind::RIGHT);
-    EXPECT_EQ(kindOfTriangle({{300, 200}, {330, 400}, {620, 300}}), TriangleKind::GENERAL);
+    constexpr auto TRIANGLE = kindOf<TriangleFigure>;
+    EXPECT_EQ(TRIANGLE({{300, 400}, {400, 226}, {501, 401}}), TriangleKind::EQUILATERAL);
+    EXPECT_EQ(TRIANGLE({{300, 400}, {350, 180}, {401, 401}}), TriangleKind::ISOSCELES);
+    EXPECT_EQ(TRIANGLE({{300, 200}, {302, 400}, {430, 401}}), TriangleKind::RIGHT);
+    EXPECT_EQ(TRIANGLE({{300, 200}, {330, 400}, {620, 300}}), TriangleKind::GENERAL);
 }
 
 TEST(BeautifierOptionsTest, SwitchTheIdealOff) {
     const Path flat = sample(polyline({{300, 300}, {500, 308}}), 50);
     const Path square =
         sample(polyline({{300, 200}, {500, 206}, {497, 399}, {301, 401}, {300, 201}}), 120);
-    BeautifierOptions plain;
-    plain.horizontalVertical = plain.regularFigures = false;
-    EXPECT_DOUBLE_EQ(beautify(flat).path.front().y, beautify(flat).path.back().y);
-    EXPECT_NEAR(beautify(flat, plain).path.back().y - beautify(flat, plain).path.front().y, 8.0,
-                0.1);
-    const auto steep = lineOf(sample(polyline({{300, 200}, {305, 400}}), 50), plain);
-    EXPECT_NEAR(steep.to.x - steep.from.x, 5.0, 0.1);
-    const auto drawn = std::get<Scrivo::QuadrangleFigure>(beautify(square, plain).figure);
-    EXPECT_EQ(drawn.kind, Scrivo::QuadrangleKind::GENERAL);
-    const auto isNear = [](const Point2D& a) {
-        return [a](const Point2D& b) { return distance(a, b) < 2.0; };
+    const BeautifierOptions plain{.horizontalVertical = false, .regularFigures = false};
+    const auto rise = [](const Beautified& line) {
+        return line.path.back().y - line.path.front().y;
     };
-    EXPECT_TRUE(std::any_of(drawn.corners.begin(), drawn.corners.end(), isNear({497, 399})));
+    EXPECT_EQ(rise(beautify(flat)), 0.0);
+    EXPECT_NEAR(rise(beautify(flat, plain)), 8.0, 0.1);
+    const LineFigure steep = lineOf(sample(polyline({{300, 200}, {305, 400}}), 50), plain);
+    EXPECT_NEAR(steep.to.x - steep.from.x, 5.0, 0.1);
+    const auto drawn = std::get<QuadrangleFigure>(beautify(square, plain).figure);
+    EXPECT_EQ(drawn.kind, QuadrangleKind::GENERAL);
+    EXPECT_TRUE(std::any_of(drawn.corners.begin(), drawn.corners.end(), [](const Point2D& p) {
+        return length(p - Point2D{497, 399}) < 2.0;
+    }));
     const Path egg = sample(ellipse(100, 90, 0.4), 90);
     EXPECT_EQ(beautify(egg).figure.index(), 6U);
-    const auto oval = std::get<Scrivo::EllipseFigure>(beautify(egg, plain).figure);
-    EXPECT_NEAR(oval.radii.x, 100.0, 0.5);
-    EXPECT_NEAR(oval.radii.y, 90.0, 0.5);
+    const auto oval = std::get<EllipseFigure>(beautify(egg, plain).figure);
+    EXPECT_TRUE(isNear(oval.radii, {100, 90}, 0.5));
     EXPECT_NEAR(oval.rotation, 0.4, 0.02);
 }
 
 TEST(BeautifierOptionsTest, SnapLinesToNearbyStrokesOnlyWhenAsked) {
     const Path line = sample(polyline({{300, 300}, {480, 390}}), 50);
-    const std::vector<Path> others{{{303, 303}}, {}, {{std::nan(""), 1}}};
+    const std::vector<Path> others{{{303, 303}}, {}, {{QUIET_NAN, 1}}};
     const Beautified snapped = beautify(line, {}, others);
-    EXPECT_LT(distance(snapped.path.front(), {303, 303}), 1e-6);
+    EXPECT_TRUE(isNear(snapped.path.front(), {303, 303}, 7e-7));
     std::visit(Agrees{snapped.path}, snapped.figure);
-    BeautifierOptions alone;
-    alone.nearbyStrokes = false;
-    EXPECT_LT(distance(beautify(line, alone, others).path.front(), {300, 300}), 1.0);
+    const Beautified alone = beautify(line, {.nearbyStrokes = false}, others);
+    EXPECT_TRUE(isNear(alone.path.front(), {300, 300}, 0.7));
 }
 
 TEST(BeautifierOptionsTest, AreChecked) {
-    const auto with = [](double minSize, double sensitivity) {
-        BeautifierOptions options;
-        options.minSize = minSize;
-        options.sensitivity = sensitivity;
-        return options;
+    EXPECT_NO_THROW(Beautifier({.minSize = 0.0, .sensitivity = 0.0}));
+    EXPECT_NO_THROW(Beautifier({.minSize = 1e9, .sensitivity = 1.0}));
+    const BeautifierOptions refused[] = {
+        {.minSize = -1.0},
+        {.minSize = QUIET_NAN},
+        {.minSize = INF},
+        {.sensitivity = -0.01},
+        {.sensitivity = 1.01},
+        {.sensitivity = QUIET_NAN},
+        {.figures = {static_cast<FigureFamily>(17)}},
     };
-    constexpr double NOT_A_NUMBER = std::numeric_limits<double>::quiet_NaN();
-    EXPECT_NO_THROW(Beautifier{with(0.0, 0.0)});
-    EXPECT_NO_THROW(Beautifier{with(1e9, 1.0)});
-    for (const auto& bad : {with(-1, 0.5), with(NOT_A_NUMBER, 0.5), with(0, -0.01), with(0, 1.01),
-                            with(0, NOT_A_NUMBER)}) {
-        EXPECT_THROW(Beautifier{bad}, std::invalid_argument);
+    for (const BeautifierOptions& options : refused) {
+        EXPECT_THROW(Beautifier{options}, std::invalid_argument);
     }
-    BeautifierOptions unknown;
-    unknown.figures = {static_cast<FigureFamily>(17)};
-    EXPECT_THROW(Beautifier{unknown}, std::invalid_argument);
 }
 
 TEST(BeautifierInput, DegenerateStrokesHaveAnAnswer) {
-    constexpr double INF = std::numeric_limits<double>::infinity();
     constexpr double HUGE_VALUE = std::numeric_limits<double>::max();
     constexpr double TINY = std::numeric_limits<double>::denorm_min();
     const Beautifier beautifier;
     const std::vector<Path> invalid{{},
-                                    {{std::nan(""), 0.5}, {0.1, 0.2}},
-                                    {{0.5, 0.5}, {0.1, std::nan("")}},
+                                    {{QUIET_NAN, 0.5}, {0.1, 0.2}},
+                                    {{0.5, 0.5}, {0.1, QUIET_NAN}},
                                     {{INF, 0.5}},
                                     {{-HUGE_VALUE, 0}, {HUGE_VALUE, 1}}};
     for (const Path& path : invalid) {
@@ -500,7 +490,7 @@ TEST(BeautifierInput, DegenerateStrokesHaveAnAnswer) {
         EXPECT_EQ(answer.path.size(), path.size());
     }
     const Path square = fractions(sample(examples()[3].curve, 50));
-    for (const double side : {0.0, -5.0, INF, static_cast<double>(NAN)}) {
+    for (const double side : {0.0, -5.0, INF, QUIET_NAN}) {
         EXPECT_EQ(beautifier.beautify(square, side, HEIGHT).type, 0);
         EXPECT_EQ(beautifier.beautify(square, WIDTH, side).type, 0);
     }
@@ -524,9 +514,9 @@ TEST(BeautifierInput, DegenerateStrokesHaveAnAnswer) {
 }
 
 TEST(BeautifierInput, AMillionPointsAreOneStroke) {
-    const Beautified answer = beautify(sample(examples()[6].curve, 1'000'000));
-    EXPECT_EQ(answer.figure.index(), 7U);
-    EXPECT_EQ(answer.path.size(), 85U);
+    EXPECT_EQ(beautify(sample(examples()[6].curve, 1'000'000)).figure.index(), 7U);
 }
 
 }  // namespace
+
+}  // namespace Scrivo::test

@@ -1,14 +1,9 @@
 #include "Scrivo/Polygon.h"
 #include "Support.h"
 
-namespace {
+namespace Scrivo::test {
 
-using namespace Scrivo::test;
-using Scrivo::drawLine;
-using Scrivo::fitLine;
-using Scrivo::isStrictLine;
-using Scrivo::Point2D;
-using Scrivo::reDrawLine;
+namespace {
 
 /// `fitLine` returns what it appended, so it is called without a prefix.
 Stroke fitted(const Stroke& stroke) {
@@ -29,12 +24,7 @@ Stroke line(const Point2D& from, const Point2D& to) {
 }
 
 TEST(LineFit, RunsAlongTheLongerExtent) {
-    struct Case {
-        const char* name;
-        Stroke stroke;
-        Stroke expected;
-    };
-    const Case cases[] = {
+    const Case<Stroke> cases[] = {
         {"empty", {}, {}},
         {"one point", {{1, 1}}, {}},
         {"level", {{0, 5, 1}, {30, 5, 1}, {10, 5, 1}}, line({0, 5}, {30, 5})},
@@ -51,58 +41,47 @@ TEST(LineFit, RunsAlongTheLongerExtent) {
          {{0, 0}, {1, 2}, {2, 1}, {3, 3}},
          line({-0.24 / 1.64, 0.3 - 0.192 / 1.64}, {5.16 / 1.64, 0.3 + 4.128 / 1.64})},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        EXPECT_TRUE(isNear(fitted(c.stroke), c.expected));
+    for (const auto& c : cases) {
+        EXPECT_TRUE(isNear(fitted(c.stroke), c.expected)) << c.name;
     }
 }
 
 TEST(LineFit, SteepChordsBecomeUpright) {
-    struct Case {
-        const char* name = nullptr;
-        Point2D last;
-        bool isSteep = false;
+    const Case<bool> cases[] = {
+        {"slope 20", {{0, 0}, {10, 200}}, false},
+        {"above 20", {{0, 0}, {10, above(200)}}, true},
+        {"below -20", {{0, 0}, {10, below(-200)}}, true},
+        {"one unit to the right is measured as two", {{0, 0}, {1, 40}}, false},
+        {"above 20 of two", {{0, 0}, {1, above(40)}}, true},
+        {"a little more than a unit is not", {{0, 0}, {above(1), 21}}, true},
+        {"one unit to the left is measured as none", {{0, 0}, {-1, 0.5}}, true},
+        {"0 / 0 is not steep", {{0, 0}, {-1, 0}}, false},
     };
-    const Case cases[] = {
-        {"slope 20", {10, 200}, false},
-        {"above 20", {10, above(200)}, true},
-        {"below -20", {10, below(-200)}, true},
-        {"one unit to the right is measured as two", {1, 40}, false},
-        {"above 20 of two", {1, above(40)}, true},
-        {"a little more than a unit is not", {above(1), 21}, true},
-        {"one unit to the left is measured as none", {-1, 0.5}, true},
-        {"0 / 0 is not steep", {-1, 0}, false},
-    };
-    for (const Case& c : cases) {
-        const Stroke out = fitted({{0, 0}, c.last});
-        EXPECT_EQ(out.front().x == out.back().x, c.isSteep) << c.name;
+    for (const auto& c : cases) {
+        const Stroke out = fitted(c.stroke);
+        EXPECT_EQ(out.front().x == out.back().x, c.expected) << c.name;
     }
     // The mean of all points, not of the ends.
     EXPECT_TRUE(isNear(fitted({{0, 100}, {0, 60}, {3, 0}}), line({1, 0}, {1, 100})));
 }
 
 TEST(LineFit, DrawLineHas20EvenSteps) {
-    EXPECT_TRUE(appends(
-        [](Stroke& out) {
-            return drawLine(out, {1, 2, 9}, {5, -8, 9});
-        },
-        line({1, 2}, {5, -8}), 1e-14));
-    EXPECT_TRUE(appends(
-        [](Stroke& out) {
-            return drawLine(out, {3, 4}, {3, 4});
-        },
-        Stroke(21, {3, 4}), 0.0));
+    const Point2D from{1, 2, 9};
+    const Point2D to{5, -8, 9};
+    EXPECT_TRUE(appends([&](Stroke& out) { return drawLine(out, from, to); }, line({1, 2}, {5, -8}),
+                        1e-14));
+    EXPECT_TRUE(
+        appends([&](Stroke& out) { return drawLine(out, from, from); }, Stroke(21, {1, 2}), 0.0));
 }
 
 TEST(LineFit, ThresholdShrinksWithLength) {
-    EXPECT_EQ(Scrivo::threshold(99, 0), 0.1);
-    EXPECT_NEAR(Scrivo::threshold(99, 1000), 0.02, 1e-15);
-    EXPECT_NEAR(Scrivo::threshold(99, -1000), 0.18, 1e-15);
+    EXPECT_EQ(threshold(99, 0), 0.1);
+    EXPECT_NEAR(threshold(99, 1000), 0.02, 1e-15);
+    EXPECT_NEAR(threshold(99, -1000), 0.18, 1e-15);
 }
 
 TEST(LineFit, DistancesToTwoPlaces) {
-    using Scrivo::distance2;
-    const double none = Scrivo::UNKNOWN_EXTENT;
+    const double none = UNKNOWN_EXTENT;
     const Stroke stroke{{0, 0}, {10, 0}, {20, 0}, {3, 1}};
     EXPECT_TRUE(isNear(distance2(stroke, {3, 4}, {3, 1}), {3, std::sqrt(290.0F)}, 0.0))
         << "the third point is measured against the second place";
@@ -120,12 +99,7 @@ TEST(StrictLine, RatioAndBand) {
     };
     /// A straight stroke to `far` and back to `end`.
     const auto back = [](double far, double end) { return Stroke{{0, 0}, {far, 0}, {end, 0}}; };
-    struct Case {
-        const char* name;
-        Stroke stroke;
-        bool isLine;
-    };
-    const Case cases[] = {
+    const Case<bool> cases[] = {
         {"one point", {{1, 1}}, false},
         {"coincident", Stroke(9, {1, 1}), false},
         {"straight", chain({{0, 0}, {70, 90}}, 30), true},
@@ -140,33 +114,35 @@ TEST(StrictLine, RatioAndBand) {
         {"band 7.48 of 80", zigzag(3.74), true},
         {"band 7.50 of 80", zigzag(3.75), false},
         {"upright", {{0, 0}, {3.74, 10}, {-3.74, 30}, {3.74, 50}, {-3.74, 70}, {0, 80}}, true},
+        // Its first point puts the band at 12 of 100, the last one at 9.
+        {"first of two rightmost", {{0, 0}, {50, -3}, {100, 0}, {100, 9}}, false},
+        {"first of two leftmost", {{0, 0}, {-50, -3}, {-100, 0}, {-100, 9}}, false},
+        {"first of two lowest", {{0, 0}, {-3, 50}, {0, 100}, {9, 100}}, false},
+        {"first of two highest", {{0, 0}, {-3, -50}, {0, -100}, {9, -100}}, false},
         {"NaN is in every band", {{0, 0}, {QUIET_NAN, 1}, {2, 2}}, true},
     };
-    for (const Case& c : cases) {
-        EXPECT_EQ(isStrictLine(c.stroke), c.isLine) << c.name;
+    for (const auto& c : cases) {
+        EXPECT_EQ(isStrictLine(c.stroke), c.expected) << c.name;
     }
 }
 
 TEST(LineRedraw, Straightens) {
-    // `drawn` is fitted without a rounding error; see the ends of each case.
-    struct Case {
-        const char* name;
-        Stroke drawn;
-        Point2D first, last;
+    // All are fitted without a rounding error.
+    const double length = std::sqrt(10025.0);
+    const Case<Stroke> cases[] = {
+        {"no point", {}, {}},
+        {"one point", {{5, 5}}, {}},
+        {"slope 0.05, length kept", {{0, 0}, {100, 5}}, line({0, 0}, {length, 0})},
+        {"slope -0.05", {{0, 50}, {100, 45}}, line({100, 45}, {100 - length, 45})},
+        {"slope 0.125", {{0, 0}, {8, 1}}, line({0, 0}, {8, 1})},
+        {"slope 11.5", {{0, 0}, {2, 23}}, line({0, 0}, {2, 23})},
+        {"above 11.5, length lost", {{0, 0}, {2, above(23)}}, line({0, 0}, {0, 23})},
+        {"below -11.5", {{2, 0}, {0, above(23)}}, line({2, 0}, {2, 23})},
+        {"upright", {{9, 70}, {9, 10}}, line({9, 10}, {9, 70})},
     };
-    const Case cases[] = {
-        {"slope 0.05, length kept", {{0, 0}, {100, 5}}, {0, 0}, {std::sqrt(10025.0), 0}},
-        {"slope -0.05", {{0, 50}, {100, 45}}, {100, 45}, {100 - std::sqrt(10025.0), 45}},
-        {"slope 0.125", {{0, 0}, {8, 1}}, {0, 0}, {8, 1}},
-        {"slope 11.5", {{0, 0}, {2, 23}}, {0, 0}, {2, 23}},
-        {"above 11.5, length lost", {{0, 0}, {2, above(23)}}, {0, 0}, {0, 23}},
-        {"below -11.5", {{2, 0}, {0, above(23)}}, {2, 0}, {2, 23}},
-        {"upright", {{9, 70}, {9, 10}}, {9, 10}, {9, 70}},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        EXPECT_TRUE(appends([&](Stroke& out) { return reDrawLine(out, c.drawn, {}); },
-                            line(c.first, c.last), 1e-9));
+    for (const auto& c : cases) {
+        EXPECT_TRUE(appends([&](Stroke& out) { return reDrawLine(out, c.stroke, {}); }, c.expected))
+            << c.name;
     }
 }
 
@@ -178,16 +154,6 @@ TEST(LineRedraw, SlopeOfATenthStays) {
     EXPECT_EQ(redrawn({{0, 0}, {20, 1.9999999999}}).back().y, redrawn({{0, 0}, {20, 1.9}})[0].y);
 }
 
-TEST(LineRedraw, OfTooFewPointsIsNothing) {
-    for (const Stroke& stroke : {Stroke{}, Stroke{{5, 5}}}) {
-        EXPECT_TRUE(appends(
-            [&](Stroke& out) {
-                return reDrawLine(out, stroke, {{5, 5}, {6, 6}});
-            },
-            {}));
-    }
-}
-
 TEST(LineRedraw, OneAnchor) {
     // A line of slope 3/4; (0.8, 0.6) runs along it, (-0.6, 0.8) off it.
     const Point2D first{0, 0};
@@ -195,45 +161,43 @@ TEST(LineRedraw, OneAnchor) {
     const auto place = [](double along, double off) {
         return Point2D{0.8 * along - 0.6 * off, 0.6 * along + 0.8 * off, 0.0};
     };
-    struct Case {
-        const char* name = nullptr;
-        Point2D anchor;
-        Point2D from, to;
+    const Stroke parallel = line(place(0, 5), place(500, 5));
+    const Case<Stroke> cases[] = {
+        {"beside the start: moved", {place(0, 5)}, parallel},
+        {"ahead of the start: the start snaps, then moves",
+         {place(8, 5)},
+         line(place(8, 5), place(500, 5))},
+        {"behind the start by 8", {place(-8, 5)}, line(place(-8, 5), place(500, 5))},
+        {"behind the start by 11: none", {place(-11, 5)}, line(first, last)},
+        {"beside the end: drawn from it", {place(500, -5)}, line(place(500, -5), place(0, -5))},
+        {"beyond the end by 11: none", {place(511, 5)}, line(first, last)},
+        {"in the middle: the parallel", {place(250, 5)}, parallel},
+        {"within 20 of the start: it takes its place",
+         {place(15, 5)},
+         line(place(15, 5), place(500, 5))},
+        {"beyond 20", {place(21, 5)}, parallel},
+        {"within 20 of the end", {place(485, 5)}, line(place(0, 5), place(485, 5))},
+        {"9.99 off", {place(250, 9.99)}, line(place(0, 9.99), place(500, 9.99))},
+        {"10.01 off: none", {place(250, 10.01)}, line(first, last)},
+        {"NaN: none", {{QUIET_NAN, QUIET_NAN}}, line(first, last)},
     };
-    const Case cases[] = {
-        {"beside the start: moved", place(0, 5), place(0, 5), place(500, 5)},
-        {"ahead of the start: the start snaps, then moves", place(8, 5), place(8, 5),
-         place(500, 5)},
-        {"behind the start by 8", place(-8, 5), place(-8, 5), place(500, 5)},
-        {"behind the start by 11: none", place(-11, 5), first, last},
-        {"beside the end: drawn from it", place(500, -5), place(500, -5), place(0, -5)},
-        {"beyond the end by 11: none", place(511, 5), first, last},
-        {"in the middle: the parallel", place(250, 5), place(0, 5), place(500, 5)},
-        {"within 20 of the start: it takes its place", place(15, 5), place(15, 5), place(500, 5)},
-        {"beyond 20", place(21, 5), place(0, 5), place(500, 5)},
-        {"within 20 of the end", place(485, 5), place(0, 5), place(485, 5)},
-        {"9.99 off", place(250, 9.99), place(0, 9.99), place(500, 9.99)},
-        {"10.01 off: none", place(250, 10.01), first, last},
-        {"NaN: none", {QUIET_NAN, QUIET_NAN}, first, last},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        EXPECT_TRUE(appends(
-            [&](Stroke& out) {
-                return reDrawLine(out, {first, last}, {c.anchor});
-            },
-            line(c.from, c.to)));
+    const Stroke drawn{first, last};
+    for (const auto& c : cases) {
+        EXPECT_TRUE(
+            appends([&](Stroke& out) { return reDrawLine(out, drawn, c.stroke); }, c.expected))
+            << c.name;
     }
+    EXPECT_TRUE(isNear(redrawn({{0, 0}, {100, 5}}, {{50, 2.5}}), line({0, 0}, {100, 5})))
+        << "an anchored line is not levelled";
 }
 
 TEST(LineRedraw, ReachOfAnAnchorIsStrict) {
     const Stroke level{{0, 0}, {200, 0}};
     EXPECT_EQ(redrawn(level, {{100, 10}}).front().y, 0.0);
     EXPECT_EQ(redrawn(level, {{100, floatBelow(10)}}).front().y, floatBelow(10));
-}
-
-TEST(LineRedraw, AnchoredLineKeepsItsSlope) {
-    EXPECT_TRUE(isNear(redrawn({{0, 0}, {100, 5}}, {{50, 2.5}}), line({0, 0}, {100, 5})));
+    for (const double x : {-10.0, 210.0}) {
+        EXPECT_EQ(redrawn(level, {{x, 5}}).front().y, 0.0) << x;
+    }
 }
 
 TEST(LineRedraw, UprightLineLeansForAnyAnchor) {
@@ -311,26 +275,19 @@ TEST(LineRedraw, PairOfAnchorsLeadsTheLine) {
         const Point2D b = place(random.in(reach + 40, size + 8), random.in(-8.9, 8.9));
         const Stroke out = random.below(2) == 0 ? redrawn(drawn, {a, b}) : redrawn(drawn, {b, a});
         ASSERT_EQ(out.size(), 21U);
-        const Point2D ends[] = {out.front(), out.back()};
-
-        const Point2D pair = b - a;
-        for (const Point2D& end : ends) {
-            EXPECT_NEAR(cross(pair, end - a) / length(pair), 0, 1e-9) << "on the line of the pair";
-        }
-        EXPECT_GT(dot(ends[1] - ends[0], travel), 0) << "direction of travel";
-        const bool isForward = dot(pair, travel) > 0;
-        const Point2D own[] = {isForward ? a : b, isForward ? b : a};
-        const Point2D fitEnds[] = {fit.front(), fit.back()};
+        EXPECT_GT(dot(out.back() - out.front(), travel), 0) << "direction of travel";
         // An upright fit leans by a unit.
-        const double tolerance = fitEnds[0].x == fitEnds[1].x ? 1.0 : 1e-3;
-        for (std::size_t e = 0; e < 2; ++e) {
-            const double left = length(ends[e] - own[e]);
-            EXPECT_TRUE(left < 1e-9 || left > 19.9)
-                << "an end near its anchor lands on it: " << left;
-            const double drawnTo = length(fitEnds[e] - own[e]);
+        const double tolerance = travel.x == 0 ? 1.0 : 1e-3;
+        const auto check = [&](const Point2D& end, const Point2D& fitEnd, const Point2D& anchor) {
+            EXPECT_NEAR(cross(b - a, end - a) / length(b - a), 0, 1e-9) << "on the pair's line";
+            const double left = length(end - anchor);
+            EXPECT_TRUE(left < 1e-9 || left > 19.9) << "lands on its anchor when near: " << left;
+            const double drawnTo = length(fitEnd - anchor);
             EXPECT_TRUE(drawnTo < 20.1 + tolerance || std::abs(left - drawnTo) < tolerance)
                 << "else it keeps its distance: " << left << ", " << drawnTo;
-        }
+        };
+        check(out.front(), fit.front(), a);
+        check(out.back(), fit.back(), b);
     }
 }
 
@@ -353,3 +310,5 @@ TEST(LineRedraw, AnyAnchorsLeaveALine) {
 }
 
 }  // namespace
+
+}  // namespace Scrivo::test

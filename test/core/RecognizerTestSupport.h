@@ -10,18 +10,9 @@
 #include <vector>
 
 /// What the recogniser's suites share.
-namespace recognizer_test {
+namespace Scrivo::test {
 
-using Scrivo::GraphicTemplate;
-using Scrivo::Point2D;
-using Scrivo::RecognitionResult;
-using Scrivo::TemplatesGraphicsRecognizer;
-using Scrivo::test::chain;
-using Scrivo::test::hasBitsOf;
-using Scrivo::test::INF;
-using Scrivo::test::QUIET_NAN;
-using Scrivo::test::sameBits;
-using Path = std::vector<Point2D>;
+using Path = Stroke;
 
 #if defined(__SANITIZE_ADDRESS__)
 constexpr bool SANITIZED = true;
@@ -47,6 +38,16 @@ inline ::testing::AssertionResult sameAnswer(const RecognitionResult& actual,
            << " instead of " << expected.name << " (" << expected.id << ") " << expected.score;
 }
 
+inline ::testing::AssertionResult answersLiterally(const TemplatesGraphicsRecognizer& recognizer,
+                                                   const Path& stroke) {
+    return sameAnswer(recognizer.recognize(stroke), literal::recognize(recognizer, stroke));
+}
+
+/// One of the three families or a knot.
+inline Path anyStroke(ink::Hand& hand) {
+    return hand.stroke(static_cast<ink::Shape>(1 + hand.below(4)));
+}
+
 inline TemplatesGraphicsRecognizer recognizerWith(const std::vector<Path>& outlines) {
     TemplatesGraphicsRecognizer recognizer;
     for (std::size_t k = 0; k < outlines.size(); ++k) {
@@ -56,4 +57,4 @@ inline TemplatesGraphicsRecognizer recognizerWith(const std::vector<Path>& outli
     return recognizer;
 }
 
-}  // namespace recognizer_test
+}  // namespace Scrivo::test

@@ -2,6 +2,7 @@
 
 #include "Scrivo/Scrivo.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cmath>
@@ -67,6 +68,14 @@ inline Point2D polar(double radius, double angle) {
 // Strokes
 // ---------------------------------------------------------------------------
 
+/// A stroke, what it is about, and what becomes of it.
+template <typename Expected>
+struct Case {
+    const char* name;
+    Stroke stroke;
+    Expected expected;
+};
+
 /// `steps` even steps from each corner to the next; inner corners occur once.
 inline Stroke chain(const Stroke& corners, int steps) {
     Stroke stroke{corners.front()};
@@ -100,34 +109,31 @@ inline Stroke ellipse(Point2D centre, double rx, double ry, double turn, int ste
     Stroke stroke;
     for (int i = 0; i <= steps; ++i) {
         const double t = 2 * PI * (i % steps) / steps;
-        const Point2D p{rx * std::cos(t), ry * std::sin(t), 0.0};
-        stroke.push_back(centre + Point2D{p.x * std::cos(turn) - p.y * std::sin(turn),
-                                          p.x * std::sin(turn) + p.y * std::cos(turn), 0.0});
+        stroke.push_back(centre + polar(rx * std::cos(t), turn) +
+                         polar(ry * std::sin(t), turn + PI / 2));
     }
     return stroke;
 }
 
-inline Stroke withForce(Stroke stroke, double force) {
-    for (Point2D& p : stroke) {
-        p.force = force;
-    }
+template <typename Map>
+Stroke mapped(Stroke stroke, Map map) {
+    std::transform(stroke.begin(), stroke.end(), stroke.begin(), map);
     return stroke;
 }
 
-inline Stroke mirrored(Stroke stroke) {
-    for (Point2D& p : stroke) {
-        p.y = -p.y;
-    }
-    return stroke;
+inline Stroke withForce(const Stroke& stroke, double force) {
+    return mapped(stroke, [=](const Point2D& p) { return Point2D{p.x, p.y, force}; });
+}
+
+inline Stroke mirrored(const Stroke& stroke) {
+    return mapped(stroke, [](const Point2D& p) { return Point2D{p.x, -p.y, p.force}; });
 }
 
 /// In fractions of an area of `width` by `height`.
-inline Stroke fractions(Stroke stroke, double width, double height) {
-    for (Point2D& p : stroke) {
-        p.x /= width;
-        p.y /= height;
-    }
-    return stroke;
+inline Stroke fractions(const Stroke& stroke, double width, double height) {
+    return mapped(stroke, [=](const Point2D& p) {
+        return Point2D{p.x / width, p.y / height, p.force};
+    });
 }
 
 // ---------------------------------------------------------------------------
@@ -226,6 +232,9 @@ public:
     int below(int bound) { return static_cast<int>(in(0, bound)); }
     double oneOf(std::initializer_list<double> values) {
         return values.begin()[below(static_cast<int>(values.size()))];
+    }
+    Point2D& oneOf(Stroke& stroke) {
+        return stroke[static_cast<std::size_t>(below(static_cast<int>(stroke.size())))];
     }
     Point2D jitter(double size) { return {in(-size, size), in(-size, size), 0.0}; }
 

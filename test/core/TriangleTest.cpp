@@ -3,60 +3,46 @@
 
 #include <algorithm>
 
+namespace Scrivo::test {
+
 namespace {
 
-using namespace Scrivo::test;
-using Scrivo::Point2D;
-
 Stroke regular(Stroke corners) {
-    EXPECT_EQ(Scrivo::regularTrigon(corners), 0);
+    EXPECT_EQ(regularTrigon(corners), 0);
     return corners;
 }
 
 Stroke levelled(Stroke corners) {
-    Scrivo::horiVertalTrigon(corners);
+    horiVertalTrigon(corners);
     return corners;
 }
 
-struct Case {
-    const char* name;
-    Stroke corners;
-    /// Points that were only moved in the list keep the force 1, others have 0.
-    Stroke expected;
-};
-
+/// Points that were only moved in the list keep the force 1, others have 0.
 Point2D kept(double x, double y) {
     return {x, y, 1.0};
 }
 
-void expectRegular(const Case& c, double tolerance) {
-    SCOPED_TRACE(c.name);
-    EXPECT_TRUE(isNear(regular(withForce(c.corners, 1)), c.expected, tolerance));
+void expectRegular(const std::vector<Case<Stroke>>& cases, double tolerance) {
+    for (const auto& c : cases) {
+        EXPECT_TRUE(isNear(regular(withForce(c.stroke, 1)), c.expected, tolerance)) << c.name;
+    }
 }
 
 TEST(Triangle, BecomesEquilateral) {
+    // Sides 100, 102, 99.
     const double height = 100 * std::sqrt(3.0) / 2;
-    const Case cases[] = {
-        // Sides 100, 102, 99.
-        {"level base, apex below",
-         {{0, 0}, {100, 0}, {46.985, 87.14}},
-         {kept(0, 0), kept(100, 0), {50, height}}},
-        {"level base, apex above",
-         {{0, 0}, {100, 0}, {46.985, -87.14}},
-         {kept(0, 0), kept(100, 0), {50, -height}}},
-        {"leaning base",
-         {{0, 0}, {60, 80}, {-40, 91}},
-         {kept(0, 0), kept(60, 80), {30 - 0.8 * height, 40 + 0.6 * height}}},
-        {"leaning base, other side",
-         {{0, 0}, {60, 80}, {100, -11}},
-         {kept(0, 0), kept(60, 80), {30 + 0.8 * height, 40 - 0.6 * height}}},
-        {"upright base",
-         {{5, 0}, {5, 100}, {90, 51}},
-         {kept(5, 0), kept(5, 100), {5 + height, 50}}},
-    };
-    for (const Case& c : cases) {
-        expectRegular(c, 1e-10);
-    }
+    const Point2D o = kept(0, 0);
+    const Point2D level = kept(100, 0);
+    const Point2D leaning = kept(60, 80);
+    const Point2D upright = kept(0, 100);
+    const Point2D left = 0.5 * leaning + height * Point2D{-0.8, 0.6};
+    const Point2D right = 0.5 * leaning + height * Point2D{0.8, -0.6};
+    expectRegular({{"level base, apex below", {o, level, {47, 87}}, {o, level, {50, height}}},
+                   {"level base, apex above", {o, level, {47, -87}}, {o, level, {50, -height}}},
+                   {"leaning base", {o, leaning, {-40, 91}}, {o, leaning, left}},
+                   {"other side", {o, leaning, {100, -11}}, {o, leaning, right}},
+                   {"upright base", {o, upright, {85, 51}}, {o, upright, {height, 50}}}},
+                  1e-10);
 }
 
 TEST(Triangle, BecomesIsosceles) {
@@ -66,40 +52,32 @@ TEST(Triangle, BecomesIsosceles) {
     const Point2D c = kept(48, -20);
     const Point2D shorterC = 50.0 / 52 * c;
     const Point2D longerB = 52.0 / 50 * b;
-    const auto mirror = [](Stroke s) { return mirrored(s); };
     // The three corners run clockwise in the order A, B, C (y upwards).
-    const Case cases[] = {
-        {"apex in the middle", {b, a, c}, {b, a, shorterC}},
-        {"apex in the middle, backwards", {c, a, b}, {c, a, longerB}},
-        {"apex last, clockwise", {b, c, a}, {b, a, shorterC}},
-        {"apex last, counter-clockwise", {c, b, a}, {b, a, shorterC}},
-        {"apex first, clockwise", {a, b, c}, {c, a, longerB}},
-        {"apex first, counter-clockwise", {a, c, b}, {c, a, longerB}},
-        {"mirrored", mirror({b, c, a}), mirror({c, a, longerB})},
-        // 48 and 50.04 wide apart: 2 units from upright is not upright yet.
-        {"leg 2 wide", {b, a, {2, 50}}, {b, a, {100 / std::sqrt(2504), 2500 / std::sqrt(2504)}}},
-        {"leg narrower", {b, a, {below(2), 50}}, {b, a, {0, 50}}},
-        {"upright leg, upwards", {b, a, {-1, -51}}, {b, a, {0, -50}}},
-    };
-    for (const Case& each : cases) {
-        expectRegular(each, 1e-5);
-    }
+    expectRegular(
+        {{"apex in the middle", {b, a, c}, {b, a, shorterC}},
+         {"apex in the middle, backwards", {c, a, b}, {c, a, longerB}},
+         {"apex last, clockwise", {b, c, a}, {b, a, shorterC}},
+         {"apex last, counter-clockwise", {c, b, a}, {b, a, shorterC}},
+         {"apex first, clockwise", {a, b, c}, {c, a, longerB}},
+         {"apex first, counter-clockwise", {a, c, b}, {c, a, longerB}},
+         {"mirrored", mirrored({b, c, a}), mirrored({c, a, longerB})},
+         // 48 and 50.04 wide apart: 2 units from upright is not upright yet.
+         {"leg 2 wide", {b, a, {2, 50}}, {b, a, {100 / std::sqrt(2504), 2500 / std::sqrt(2504)}}},
+         {"leg narrower", {b, a, {below(2), 50}}, {b, a, {0, 50}}},
+         {"upright leg, upwards", {b, a, {-1, -51}}, {b, a, {0, -50}}}},
+        1e-5);
 }
 
 TEST(Triangle, BecomesRightAngledAndIsosceles) {
     const Point2D apex = kept(0, 0);
-    const double leg = std::hypot(50, 2);
-    const Case cases[] = {
-        {"leaning", {{30, 40}, {0, 0}, {-42, 30}}, {kept(30, 40), apex, {-40, 30}}},
-        {"other side", {{30, 40}, {0, 0}, {42, -30}}, {kept(30, 40), apex, {40, -30}}},
-        {"2 high counts as level", {{50, 2}, {0, 0}, {1, 50}}, {kept(50, 2), apex, {0, leg}}},
-        {"higher does not",
-         {{50, above(2)}, {0, 0}, {1, -50}},
-         {kept(50, above(2)), apex, {2, -50}}},
-    };
-    for (const Case& c : cases) {
-        expectRegular(c, 1e-5);
-    }
+    const Point2D leg = kept(30, 40);
+    const Point2D level = kept(50, 2);
+    const Point2D leaning = kept(50, above(2));
+    expectRegular({{"leaning", {leg, apex, {-42, 30}}, {leg, apex, {-40, 30}}},
+                   {"other side", {leg, apex, {42, -30}}, {leg, apex, {40, -30}}},
+                   {"2 high is level", {level, apex, {1, 50}}, {level, apex, {0, length(level)}}},
+                   {"higher is not", {leaning, apex, {1, -50}}, {leaning, apex, {2, -50}}}},
+                  1e-5);
 }
 
 TEST(Triangle, BecomesRightAngled) {
@@ -109,21 +87,20 @@ TEST(Triangle, BecomesRightAngled) {
     const Point2D c = kept(-150, 80);
     const Point2D movedC{-136, 102};
     const Point2D movedA{50 * 8.0 / 17, 50 * 15.0 / 17};
+    const Point2D level = kept(100, 0);
+    const Point2D offLevel = kept(100, 1);
     const double leg = std::hypot(3, 50);
-    const double lean = leg / std::hypot(100, 1);
-    const Case cases[] = {
-        {"in the middle", {a, b, c}, {a, b, movedC}},
-        {"in the middle, backwards", {c, b, a}, {c, b, movedA}},
-        {"last, counter-clockwise", {a, c, b}, {c, b, movedA}},
-        {"last, clockwise", {c, a, b}, {c, b, movedA}},
-        {"first, clockwise", {b, c, a}, {c, b, movedA}},
-        {"first, counter-clockwise", {b, a, c}, {c, b, movedA}},
-        {"level leg", {{100, 0}, b, {3, 50}}, {kept(100, 0), b, {0, leg}}},
-        {"a hair off level", {{100, 1}, b, {3, 50}}, {kept(100, 1), b, {-lean, 100 * lean}}},
-    };
-    for (const Case& each : cases) {
-        expectRegular(each, 1e-5);
-    }
+    const double lean = leg / length(offLevel);
+    expectRegular(
+        {{"in the middle", {a, b, c}, {a, b, movedC}},
+         {"in the middle, backwards", {c, b, a}, {c, b, movedA}},
+         {"last, counter-clockwise", {a, c, b}, {c, b, movedA}},
+         {"last, clockwise", {c, a, b}, {c, b, movedA}},
+         {"first, clockwise", {b, c, a}, {c, b, movedA}},
+         {"first, counter-clockwise", {b, a, c}, {c, b, movedA}},
+         {"level leg", {level, b, {3, 50}}, {level, b, {0, leg}}},
+         {"a hair off level", {offLevel, b, {3, 50}}, {offLevel, b, {-lean, 100 * lean}}}},
+        1e-5);
 }
 
 TEST(Triangle, StaysWhenNothingIsNearlyTrue) {
@@ -142,24 +119,21 @@ TEST(Triangle, StaysWhenNothingIsNearlyTrue) {
     EXPECT_TRUE(isNear(regular({{95.01, 0}, {0, 0}, {-60, 80}})[2], {-57.006, 76.008}, 1e-5));
 }
 
-/// Lengths of the sides and cosines of the corners, in double.
+/// Lengths of the sides, the longest last, and what is closest to a right angle.
 struct Measures {
-    std::array<double, 3> sides{};
-    std::array<double, 3> cosines{};
+    std::vector<double> sides;
+    double smallestCosine = 1.0;
     bool hasUprightSide = false;
 
     explicit Measures(const Stroke& c) {
         for (std::size_t i = 0; i < 3; ++i) {
             const Point2D u = c[(i + 1) % 3] - c[i];
             const Point2D v = c[(i + 2) % 3] - c[i];
-            sides[i] = length(u);
-            hasUprightSide = hasUprightSide || u.x == 0;
-            cosines[i] = dot(u, v) / (length(u) * length(v));
+            sides.push_back(length(u));
+            hasUprightSide |= u.x == 0;
+            smallestCosine = std::min(smallestCosine, std::abs(dot(u, v)) / length(u) / length(v));
         }
         std::sort(sides.begin(), sides.end());
-    }
-    [[nodiscard]] double smallestCosine() const {
-        return std::min({std::abs(cosines[0]), std::abs(cosines[1]), std::abs(cosines[2])});
     }
 };
 
@@ -178,51 +152,47 @@ TEST(Triangle, RegularMeansExactlyRegular) {
             Stroke corners{at, at + polar(size, turn),
                            at + polar(ratio * size, turn + opening) + jitter};
             std::rotate(corners.begin(), corners.begin() + random.below(3), corners.end());
-            return regular(random.below(2) == 0 ? corners
-                                                : Stroke{corners[0], corners[2], corners[1]});
+            if (random.below(2) == 0) {
+                std::swap(corners[1], corners[2]);
+            }
+            return Measures(regular(corners));
         };
-        const Measures equilateral(drawn(1, PI / 3));
+        const auto equilateral = drawn(1, PI / 3);
         EXPECT_NEAR(equilateral.sides[2] / equilateral.sides[0], 1, lengths);
-        const Measures isosceles(drawn(1, 0.6));  // the base is the shortest side
+        const auto isosceles = drawn(1, 0.6);  // the base is the shortest side
         EXPECT_NEAR(isosceles.sides[2] / isosceles.sides[1], 1, lengths);
-        const Measures right(drawn(1.4, PI / 2));
-        EXPECT_LT(right.smallestCosine(), angles);
-        const Measures both(drawn(1, PI / 2));
+        const auto right = drawn(1.4, PI / 2);
+        EXPECT_LT(right.smallestCosine, angles);
+        const auto both = drawn(1, PI / 2);
         // Next to a leg up to 2 units high the other one is placed upright.
-        EXPECT_LT(both.smallestCosine(), both.hasUprightSide ? 2.0 / both.sides[0] : angles);
+        EXPECT_LT(both.smallestCosine, both.hasUprightSide ? 2.0 / both.sides[0] : angles);
         EXPECT_NEAR(both.sides[1] / both.sides[0], 1, lengths);
     }
 }
 
 TEST(Levelling, TurnsTheFigureAboutItsLowestCorner) {
     const double turn = std::atan(0.08);
-    const auto turned = [&](double x, double y) {
-        return Point2D{x * std::cos(turn) + y * std::sin(turn),
-                       y * std::cos(turn) - x * std::sin(turn), 0.0};
+    const auto turned = [&](const Point2D& p) {
+        return Point2D{p.x * std::cos(turn) + p.y * std::sin(turn),
+                       p.y * std::cos(turn) - p.x * std::sin(turn)};
     };
-    const Case cases[] = {
-        {"next edge, slope 0.08",
-         {{0, 0}, {-100, -8}, {-50, -90}},
-         {kept(0, 0), turned(-100, -8), turned(-50, -90)}},
-        {"previous edge",
-         {{-50, -90}, {-100, -8}, {0, 0}},
-         {turned(-50, -90), turned(-100, -8), kept(0, 0)}},
+    const Point2D pivot = kept(0, 0);
+    const Point2D flat{-100, -8};
+    const Point2D top{-50, -90};
+    const Case<Stroke> cases[] = {
+        {"next edge, slope 0.08", {pivot, flat, top}, {pivot, turned(flat), turned(top)}},
+        {"previous edge", {top, flat, pivot}, {turned(top), turned(flat), pivot}},
         {"four corners",
-         {{-110, -90}, {-10, -85}, {0, 0}, {-100, -8}},
-         {turned(-110, -90), turned(-10, -85), kept(0, 0), turned(-100, -8)}},
-        {"the flatter of two",
-         {{0, 0}, {-100, -8}, {100, -9}},
-         {kept(0, 0), turned(-100, -8), turned(100, -9)}},
+         {{-110, -90}, {-10, -85}, pivot, flat},
+         {turned({-110, -90}), turned({-10, -85}), pivot, turned(flat)}},
+        {"the flatter of two", {pivot, flat, {100, -9}}, {pivot, turned(flat), turned({100, -9})}},
         {"level already: turned by nothing",
-         {{0, 0}, {-100, 0}, {100, -5}},
-         {kept(0, 0), {-100, 0}, {100, -5}}},
-        {"first of two lowest",
-         {{-50, -90}, {-100, 0}, {0, 0}},
-         {{-50, -90}, kept(-100, 0), {0, 0}}},
+         {pivot, {-100, 0}, {100, -5}},
+         {pivot, {-100, 0}, {100, -5}}},
+        {"first of two lowest", {top, {-100, 0}, pivot}, {top, kept(-100, 0), {0, 0}}},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        EXPECT_TRUE(isNear(levelled(withForce(c.corners, 1)), c.expected, 1e-12));
+    for (const auto& c : cases) {
+        EXPECT_TRUE(isNear(levelled(withForce(c.stroke, 1)), c.expected, 1e-12)) << c.name;
     }
 }
 
@@ -242,3 +212,5 @@ TEST(Levelling, LeavesOtherFiguresAlone) {
 }
 
 }  // namespace
+
+}  // namespace Scrivo::test

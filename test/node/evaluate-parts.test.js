@@ -65,18 +65,15 @@ describe('SVG path data', () => {
   });
 
   it('is short: straight runs lose their inner points, but never a turning back', () => {
-    const edge = (from, to) =>
-      Array.from({ length: 21 }, (_, i) => ({
-        x: from.x + ((to.x - from.x) * i) / 20,
-        y: from.y + ((to.y - from.y) * i) / 20,
-      }));
-    const [a, b, c] = [
-      { x: 0, y: 0 },
-      { x: 100, y: 0 },
-      { x: 50, y: 80 },
-    ];
-    assert.equal(pathData([...edge(a, b), ...edge(b, c), ...edge(c, a)]), 'M0 0l100 0-50 80-50-80');
-    assert.equal(pathData([...edge(a, b), ...edge(b, a)]), 'M0 0l100 0-100 0');
+    const corners = { a: [0, 0], b: [100, 0], c: [50, 80] };
+    const way = (names) =>
+      [...names].slice(1).flatMap((to, i) => {
+        const [[x0, y0], [x1, y1]] = [corners[names[i]], corners[to]];
+        const at = (share) => ({ x: x0 + (x1 - x0) * share, y: y0 + (y1 - y0) * share });
+        return Array.from({ length: 21 }, (_, k) => at(k / 20));
+      });
+    assert.equal(pathData(way('abca')), 'M0 0l100 0-50 80-50-80');
+    assert.equal(pathData(way('aba')), 'M0 0l100 0-100 0');
   });
 
   it('draws a dot where all points are one, and nothing without a finite one', () => {

@@ -51,9 +51,19 @@ function isXml(head) {
   // Byte order marks, and the zeros of two-byte characters.
   const first = head.find((byte) => !MARK_BYTES.has(byte) && byte > 0x20);
   if (first === LESS_THAN) return true;
+  const packed = PACKED.find(({ mark }) => mark.every((byte, i) => head[i] === byte));
+  if (packed) throw new UserError(`packed with ${packed.by}, but only gzip is read: unpack it`);
   if (head.includes(0)) throw new UserError('neither NDJSON (in UTF-8), InkML nor SVG');
   return false;
 }
+
+/** How other archives begin. */
+const PACKED = [
+  { by: 'zip', mark: [0x50, 0x4b, 3, 4] },
+  { by: 'xz', mark: [0xfd, 0x37, 0x7a, 0x58] },
+  { by: 'zstd', mark: [0x28, 0xb5, 0x2f, 0xfd] },
+  { by: 'bzip2', mark: [0x42, 0x5a, 0x68] },
+];
 
 const MARK_BYTES = new Set([0xef, 0xbb, 0xbf, 0xfe, 0xff]);
 

@@ -1,13 +1,16 @@
 'use strict';
 
-const { pixelsPer } = require('./units.js');
+const { pixelsPer } = require('../units.js');
 
 const VALUE = /([!'"]?)\s*([-+]?(?:\d+\.?\d*|\.\d+)(?:[eE][-+]?\d+)?|#[\dA-Fa-f]+|[*?TF])\s*/y;
 
+/** Milliseconds a unit of time. */
+const MILLISECONDS = { s: 1000, ms: 1, us: 1e-3, ns: 1e-6 };
+
 /**
  * @typedef {object} TraceFormat
- * @property {Array<{name: string, min: number, max: number}>} channels in the order of a
- *   point's values
+ * @property {Array<{name: string, min: number, max: number, unit: number}>} channels in the order
+ *   of a point's values; unit: of time, in milliseconds
  * @property {number} required how many of them every point has
  * @property {number} [scale] CSS pixels a unit, where the ink says how long its unit is
  */
@@ -21,7 +24,8 @@ function plainFormat() {
  * Collects the traces of an InkML document from its elements.
  *
  * A trace uses the format its context refers to, else the one declared last, and has the colour
- * and width of its brush. Mappings and canvas transforms are not applied.
+ * and width of its brush. Traces that continue each other are one stroke. Mappings and canvas
+ * transforms are not applied.
  */
 class InkmlReader {
   constructor({ onStroke, onProblem, onPassedOver }) {
@@ -31,6 +35,8 @@ class InkmlReader {
     this.brushes = new Map();
     this.brush = undefined;
     this.current = plainFormat();
+    /** What channels and their properties are declared for. */
+    this.format = this.current;
     /** Open elements that a format is declared for, by their identifiers. */
     this.owners = [];
     /** Open trace groups: their annotations and the context they refer to. */
@@ -38,6 +44,11 @@ class InkmlReader {
     this.intermittent = false;
     this.trace = undefined;
     this.annotation = undefined;
+    /** Strokes that wait for their continuation, by the identifiers of their last traces. */
+    this.begun = new Map();
+    /** Depth of definitions; what they define is to be referred to. */
+    this.definitions = 0;
+    this.isDeclared = false;
   }
 
   open(name, attributes, line) {
@@ -75,13 +86,16 @@ class InkmlReader {
     for (const id of this.owners) if (id !== undefined) this.brushes.set(id, brush);
   }
 
+  /** A format holds for what follows, but one among definitions only while there is no other. */
   useFormat(format) {
-    this.current = format;
+    this.format = format;
+    if (this.definitions === 0) this.isDeclared = true;
+    if (this.definitions === 0 || !this.isDeclared) this.current = format;
     for (const id of this.owners) if (id !== undefined) this.formats.set(id, format);
   }
 
   emitTrace() {
-    const { text, line, id, format, brush } = this.trace;
+    const { text, line, id, format, brush, continuation, priorRef } = this.trace;
     this.trace = undefined;
     const { points, problem } = decodeTrace(text, format);
     if (problem) {
@@ -90,11 +104,42 @@ class InkmlReader {
     }
     const annotations = this.groups.map((group) => group.annotations);
     const fields = Object.assign({ ...brush }, ...annotations, id !== undefined && { id });
-    this.onStroke(line, { points, fields, ...(format.scale && { scale: format.scale }) });
+    const { scale } = format;
+    this.takePiece(
+      { line, id, continuation, priorRef },
+      { points, fields, ...(scale && { scale }) },
+    );
+  }
+
+  /** A trace is a stroke, or a piece of one that is passed on when its last piece is there. */
+  takePiece({ line, id, continuation, priorRef }, stroke) {
+    let whole = { line, stroke };
+    if (continuation === 'middle' || continuation === 'end') {
+      const prior = targetOf(priorRef);
+      whole = this.begun.get(prior);
+      if (!whole) {
+        this.onProblem(line, `continues the trace ${prior}, which has not been begun`);
+        return;
+      }
+      this.begun.delete(prior);
+      for (const point of stroke.points) whole.stroke.points.push(point);
+    }
+    const isOpen = continuation === 'begin' || continuation === 'middle';
+    if (isOpen && id !== undefined) this.begun.set(id, whole);
+    else this.onStroke(whole.line, whole.stroke);
+  }
+
+  /** Passes on the strokes whose last piece never came. */
+  finish() {
+    for (const { line, stroke } of this.begun.values()) this.onStroke(line, stroke);
+    this.begun.clear();
   }
 }
 
 const OPEN = {
+  definitions() {
+    this.definitions += 1;
+  },
   context(attributes) {
     this.pushOwner(attributes);
   },
@@ -110,15 +155,16 @@ const OPEN = {
     this.intermittent = true;
   },
   channel({ name, min, max, units }) {
-    this.current.channels.push({ name, min: Number(min ?? 0), max: Number(max) });
-    if (!this.intermittent) this.current.required += 1;
-    if (name === 'X' && pixelsPer(units)) this.current.scale = pixelsPer(units);
+    const unit = MILLISECONDS[units] ?? 1;
+    this.format.channels.push({ name, min: Number(min ?? 0), max: Number(max), unit });
+    if (!this.intermittent) this.format.required += 1;
+    if (name === 'X' && pixelsPer(units)) this.format.scale = pixelsPer(units);
   },
   /** The resolution says how many units make an inch or a centimetre: "1000", "1/cm". */
   channelProperty({ channel, name, value, units }) {
     if (channel !== 'X' || name !== 'resolution') return;
     const scale = pixelsPer(units?.replace(/^1\//, '')) / Number(value);
-    if (scale > 0 && Number.isFinite(scale)) this.current.scale = scale;
+    if (scale > 0 && Number.isFinite(scale)) this.format.scale = scale;
   },
   brush(attributes) {
     this.brush = {};
@@ -145,11 +191,18 @@ const OPEN = {
     const [context, brush] = [inherited('contextRef'), inherited('brushRef')];
     const id = identifier(attributes);
     const format = this.formatOf(context);
-    this.trace = { text: '', line, id, format, brush: this.brushOf(brush, context) };
+    const { continuation, priorRef } = attributes;
+    this.trace = {
+      ...{ text: '', line, id, format, brush: this.brushOf(brush, context) },
+      ...{ continuation, priorRef },
+    };
   },
 };
 
 const CLOSE = {
+  definitions() {
+    this.definitions -= 1;
+  },
   context() {
     this.owners.pop();
   },
@@ -250,7 +303,8 @@ function toPoint(values, { channels, required }) {
   if (!Number.isFinite(x) || !Number.isFinite(y)) return { problem: 'has no X or no Y' };
   if (force === undefined && time === undefined) return { point: [x, y] };
   const share = force === undefined ? null : toShare(force, channels);
-  return { point: time === undefined ? [x, y, share] : [x, y, share, time] };
+  if (time === undefined) return { point: [x, y, share] };
+  return { point: [x, y, share, time * channels.find(({ name }) => name === 'T').unit] };
 }
 
 /** Pressure as a share of the greatest, where the greatest is known. */

@@ -2,6 +2,8 @@
 
 const { LABELLED_FAMILIES } = require('../families.js');
 const { displayName } = require('../input.js');
+const { createProgress } = require('../progress.js');
+const { UserError } = require('../user-error.js');
 const { readInk } = require('./ink.js');
 const { parseBlock } = require('./ndjson.js');
 const { describe } = require('./stroke-points.js');
@@ -23,37 +25,90 @@ const STEP = 4;
  * @property {number} line where it stands there, from 1
  */
 
+const WITHOUT_HELP = `      --without LINES   lines to leave out, as those that are wrongly labelled: 3,17 or, of several
+                        files, FILE:3,17; may be given again`;
+
 /**
- * Reads the labelled strokes of all inputs. What cannot be read is told and counted; the rest is
- * still read.
+ * Reads what --without says.
  *
- * @param {string[]} files names, `-` for standard input
- * @param {object} on
- * @param {(message: string) => void} on.message told what cannot be read, and where
- * @param {(count: number) => void} on.bytes told the bytes taken from an input
- * @param {{skipped: number, unread: string[]}} counts wrong lines and inputs that broke off, to be
- *   counted up
- * @yields {LabelledStroke}
+ * @param {string[]|undefined} texts
+ * @param {string[]} inputs
+ * @returns {Map<string, Set<number>>} lines, from 1, by the names of their inputs
  */
-async function* readLabelledStrokes(files, on, counts) {
-  for (const file of files) {
-    const name = displayName(file);
-    let wrong = 0;
-    for await (const { line, stroke, problem, damage } of readRecords(file, on.bytes)) {
-      if (damage) {
-        counts.unread.push(name);
-        on.message(damage);
-      } else if (problem) {
-        wrong += 1;
-        if (wrong <= WRONG_LINES_SHOWN) on.message(`${name}:${line}: ${problem}`);
-      } else {
-        yield { ...stroke, file: name, line };
+function parseWithout(texts = [], inputs) {
+  const names = inputs.map(displayName);
+  const lines = new Map();
+  for (const text of texts) {
+    const [, file, list] = /^(?:(.*):)?(\d+(?:,\d+)*)$/.exec(text) ?? [];
+    if (!list) throw new UserError(`--without takes lines, such as 3,17, found ${text}`);
+    if (file === undefined && names.length > 1) {
+      throw new UserError(`--without ${text}: of which file? say ${names[0]}:${text}`);
+    }
+    const name = file === undefined ? names[0] : displayName(file);
+    if (!names.includes(name)) throw new UserError(`--without ${text}: ${name} is no input`);
+    const numbers = list.split(',').map(Number);
+    lines.set(name, new Set([...(lines.get(name) ?? []), ...numbers]));
+  }
+  return lines;
+}
+
+/**
+ * Reads the labelled strokes of all inputs behind a progress bar. What cannot be read is told and
+ * counted; the rest is still read.
+ *
+ * @param {object} options
+ * @param {string[]} options.inputs names, `-` for standard input
+ * @param {number} [options.totalBytes] of all of them together, if known
+ * @param {Map<string, Set<number>>} [options.without] see parseWithout
+ * @param {NodeJS.WriteStream} stderr
+ * @param {(stroke: LabelledStroke) => void} take
+ * @returns {Promise<{skipped: number, without: number, unread: string[]}>} wrong lines, lines left
+ *   out, and inputs that broke off
+ */
+async function takeLabelledStrokes({ inputs, totalBytes, without = new Map() }, stderr, take) {
+  const counts = { skipped: 0, without: 0, unread: [] };
+  const progress = createProgress({ totalBytes, stream: stderr });
+  let taken = 0;
+  try {
+    for (const input of inputs) {
+      const unwanted = new Set(without.get(displayName(input)));
+      for await (const stroke of readFile(input, unwanted, progress, counts)) {
+        take(stroke);
+        progress.count((taken += 1));
       }
     }
-    if (wrong > WRONG_LINES_SHOWN) {
-      on.message(`${name}: ${wrong - WRONG_LINES_SHOWN} more wrong lines`);
+  } finally {
+    progress.stop();
+  }
+  return counts;
+}
+
+/** The labelled strokes of an input, but for those of unwanted lines. */
+async function* readFile(input, unwanted, progress, counts) {
+  const name = displayName(input);
+  const met = new Set();
+  let wrong = 0;
+  for await (const record of readRecords(input, (bytes) => progress.advance(bytes))) {
+    const { line, stroke, problem, damage } = record;
+    if (damage) {
+      counts.unread.push(name);
+      progress.log(damage);
+    } else if (unwanted.has(line)) {
+      met.add(line);
+      counts.without += 1;
+    } else if (problem) {
+      wrong += 1;
+      if (wrong <= WRONG_LINES_SHOWN) progress.log(`${name}:${line}: ${problem}`);
+    } else {
+      yield { ...stroke, file: name, line };
     }
-    counts.skipped += wrong;
+  }
+  if (wrong > WRONG_LINES_SHOWN) {
+    progress.log(`${name}: ${wrong - WRONG_LINES_SHOWN} more wrong lines`);
+  }
+  counts.skipped += wrong;
+  for (const line of unwanted) {
+    if (!met.has(line)) progress.log(`${name}:${line}: --without names it, but no stroke is there`);
   }
 }
 
@@ -86,4 +141,4 @@ function labelOf({ fields, points }) {
   };
 }
 
-module.exports = { readLabelledStrokes };
+module.exports = { WITHOUT_HELP, parseWithout, takeLabelledStrokes };

@@ -8,6 +8,11 @@ const LINE_FEED = 10;
 // made of lines, and holding one would cost memory without bound.
 const MAX_LINE_LENGTH = 64 * 1024 * 1024;
 
+const ARRAY_HINT = ` (jq -c '.[]' makes lines of an array)`;
+
+// Passing on a text whose characters were replaced would be passing on another text.
+const UTF8 = new TextDecoder('utf-8', { fatal: true, ignoreBOM: true });
+
 /**
  * Cuts a text into blocks of whole lines, so that lines are looked at where strokes are worked
  * on. What has arrived is passed on at once: a program that waits for the answer to a line before
@@ -55,35 +60,59 @@ function join(parts) {
  * Reads the strokes of a block. Empty lines mean nothing.
  *
  * @param {{bytes: Uint8Array, overlong?: true}} block
- * @returns {Array<{line: number, stroke?: import('./stroke-points.js').Stroke,
- *   problem?: string}>} lines counted from 1 at the block's start; `lines` of the array tells how
- *   many the block has
+ * @returns {{lines: number, records: Array<{line: number, problem?: string,
+ *   stroke?: import('./stroke-points.js').Stroke}>}} how many lines the block has, and what they
+ *   hold, counted from 1 at its start
  */
 function parseBlock({ bytes, overlong }) {
   if (overlong) {
     const problem = `longer than ${MAX_LINE_LENGTH} characters`;
     return { lines: 1, records: [{ line: 1, problem }] };
   }
-  const texts = Buffer.from(bytes.buffer, bytes.byteOffset, bytes.length).toString().split('\n');
+  const texts = linesOf(Buffer.from(bytes.buffer, bytes.byteOffset, bytes.length));
   // A line feed ends the last line rather than starting another.
   if (texts.at(-1) === '') texts.pop();
   const records = texts.flatMap((untrimmed, i) => {
     // A byte order mark, which some editors begin a file with, counts as white space.
-    const text = untrimmed.trim();
+    const text = untrimmed?.trim();
     return text === '' ? [] : [{ line: i + 1, ...parseLine(text) }];
   });
   return { lines: texts.length, records };
 }
 
+/** The lines of a block; undefined for one that is not UTF-8. */
+function linesOf(bytes) {
+  const whole = decode(bytes);
+  if (whole !== undefined) return whole.split('\n');
+  const lines = [];
+  for (let start = 0; start <= bytes.length;) {
+    const feed = bytes.indexOf(LINE_FEED, start);
+    const end = feed < 0 ? bytes.length : feed;
+    lines.push(decode(bytes.subarray(start, end)));
+    start = end + 1;
+  }
+  return lines;
+}
+
+function decode(bytes) {
+  try {
+    return UTF8.decode(bytes);
+  } catch {
+    return undefined;
+  }
+}
+
 function parseLine(text) {
+  if (text === undefined) return { problem: 'not UTF-8: convert the file, with iconv for example' };
   let value;
   try {
     value = JSON.parse(text);
   } catch (error) {
-    return { problem: `not JSON: ${error.message}` };
+    return { problem: `not JSON: ${error.message}${text.startsWith('[') ? ARRAY_HINT : ''}` };
   }
   if (value === null || typeof value !== 'object' || Array.isArray(value)) {
-    return { problem: `an object was expected, found ${describe(value)}` };
+    const hint = Array.isArray(value) ? ARRAY_HINT : '';
+    return { problem: `an object was expected, found ${describe(value)}${hint}` };
   }
   const { points, asObjects, problem } = readPoints(value.points);
   if (problem) return { problem };

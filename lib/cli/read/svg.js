@@ -1,7 +1,7 @@
 'use strict';
 
 const svgpath = require('svgpath');
-const { toPixels } = require('./units.js');
+const { toPixels } = require('../units.js');
 
 /** Elements whose content is drawn elsewhere or not at all. */
 const HIDING = new Set(['defs', 'symbol', 'clipPath', 'mask', 'pattern', 'marker']);
@@ -46,8 +46,8 @@ class SvgReader {
     Object.assign(this, { step, onStroke, onProblem, onPassedOver });
     this.levels = [];
     this.area = undefined;
-    this.hasGivenScale = scale !== undefined;
-    this.scale = scale ?? 1;
+    /** Undefined while nobody said how large a unit is. */
+    this.scale = scale;
   }
 
   open(name, attributes, line) {
@@ -67,15 +67,18 @@ class SvgReader {
 
   text() {}
 
+  finish() {}
+
   readRoot({ viewBox, width, height }) {
     const pixels = toPixels(width);
     const box = parseViewBox(viewBox);
     if (box) {
       this.area = box;
       const scale = pixels / box.width;
-      if (scale > 0 && Number.isFinite(scale) && !this.hasGivenScale) this.scale = scale;
+      if (scale > 0 && Number.isFinite(scale)) this.scale ??= scale;
     } else if (pixels && toPixels(height)) {
       this.area = { x: 0, y: 0, width: pixels, height: toPixels(height) };
+      this.scale ??= 1;
     }
   }
 
@@ -116,15 +119,29 @@ class SvgReader {
     for (const transform of transforms) path.transform(transform);
     const fields = { ...(id !== undefined && { id }) };
     for (const key of KEPT) if (style[key] !== undefined) fields[key] = style[key];
-    for (const points of samplePath(path, this.step / this.scale)) {
+    const width = fields['stroke-width'];
+    if (width !== undefined) fields['stroke-width'] = widthAfter(transforms, width);
+    for (const points of samplePath(path, this.step / (this.scale ?? 1))) {
       if (!points.every((point) => point.every(Number.isFinite))) {
         this.onProblem(line, `coordinates that are no finite numbers in "${shorten(data)}"`);
         continue;
       }
       const { area, scale } = this;
-      this.onStroke(line, { points, fields, scale, ...(area && { area }) });
+      this.onStroke(line, { points, fields, ...(scale && { scale }), ...(area && { area }) });
     }
   }
+}
+
+/** The width of a pen after transforms: it grows as the root of an area does. */
+function widthAfter(transforms, width) {
+  const corner = svgpath('M1 0L0 0L0 1');
+  for (const transform of transforms) corner.transform(transform);
+  // Transforms wait until the segments are asked for.
+  const [[, ax, ay], [, ox, oy], [, bx, by]] = corner.unarc().segments;
+  const factor = Math.sqrt(Math.abs((ax - ox) * (by - oy) - (ay - oy) * (bx - ox)));
+  const pixels = toPixels(width);
+  if (!pixels || !Number.isFinite(factor) || Math.abs(factor - 1) < 1e-9) return width;
+  return String(Number((pixels * factor).toPrecision(6)));
 }
 
 /** @returns {{x: number, y: number, width: number, height: number}|undefined} */

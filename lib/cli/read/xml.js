@@ -24,27 +24,38 @@ const MARKS = [
  *   problem?: string}>, passedOver: string[]}} what each chunk of the document held
  */
 async function* readXml(head, chunks, options) {
-  const decoder = createDecoder(head);
+  const decode = createDecoder(head);
   const document = new Document(options);
   for await (const chunk of chunks) {
-    document.write(decoder.decode(chunk, { stream: true }));
+    document.write(() => decode(chunk, { stream: true }));
     yield* document.take();
     if (document.failure) throw document.failure;
   }
-  document.close();
+  document.close(decode);
   yield* document.take();
   if (document.failure) throw document.failure;
 }
 
+/** @returns {(chunk?: Buffer, options?: object) => string} fails rather than replace characters */
 function createDecoder(head) {
   const marked = MARKS.find(({ mark }) => mark.every((byte, i) => head[i] === byte));
   const declared = /^<\?xml[^>]*?encoding\s*=\s*["']([\w.-]+)["']/.exec(head.toString('latin1'));
   const encoding = marked?.encoding ?? declared?.[1] ?? 'utf-8';
+  let decoder;
   try {
-    return new TextDecoder(encoding);
+    decoder = new TextDecoder(encoding, { fatal: true });
   } catch {
     throw new UserError(`the encoding ${encoding} is unknown: convert the file to UTF-8`);
   }
+  return (...args) => {
+    try {
+      return decoder.decode(...args);
+    } catch {
+      throw new UserError(
+        `not in its encoding ${encoding}: declare another one in its first line, or convert it`,
+      );
+    }
+  };
 }
 
 /** A document being parsed: keeps what its reader found until it is taken. */
@@ -65,12 +76,14 @@ class Document {
     this.parser.on('cdata', (text) => this.reader?.text(text));
   }
 
-  write(text) {
-    this.attempt(() => this.parser.write(text));
+  /** @param {() => string} decode gives the text that comes next */
+  write(decode) {
+    this.attempt(() => this.parser.write(decode()));
   }
 
-  close() {
-    this.attempt(() => this.parser.close());
+  close(decode) {
+    this.attempt(() => this.parser.write(decode()).close());
+    this.reader?.finish();
   }
 
   attempt(parse) {
@@ -79,6 +92,7 @@ class Document {
     } catch (error) {
       this.failure =
         error instanceof UserError ? error : new UserError(`not well-formed XML: ${error.message}`);
+      this.reader?.finish();
     }
   }
 

@@ -58,9 +58,15 @@ function commonArea(a, b) {
   return Object.keys(a).every((key) => a[key] === b[key]) ? a : null;
 }
 
+/** The scale that two have in common, likewise. */
+function commonScale(a, b) {
+  if (a === undefined || a === b) return b;
+  return b === undefined ? a : null;
+}
+
 /** Smallest box around two, as [left, top, right, bottom]. */
 function uniteBoxes(a, b) {
   return [Math.min(a[0], b[0]), Math.min(a[1], b[1]), Math.max(a[2], b[2]), Math.max(a[3], b[3])];
 }
 
-module.exports = { commonArea, placeInArea, uniteBoxes };
+module.exports = { commonArea, commonScale, placeInArea, uniteBoxes };

@@ -4,7 +4,7 @@ const { createEngine } = require('../engines.js');
 const { parseBlock } = require('../read/ndjson.js');
 const { createWriter } = require('../write/formats.js');
 const { boundingBox } = require('../placement.js');
-const { commonArea, placeInArea, uniteBoxes } = require('./area.js');
+const { commonArea, commonScale, placeInArea, uniteBoxes } = require('./area.js');
 
 /**
  * @typedef {object} ProcessorOptions plain data, the same for every job of a run
@@ -27,7 +27,10 @@ const { commonArea, placeInArea, uniteBoxes } = require('./area.js');
  * @property {number[]} box left, top, right, bottom of all that is drawn, units of the output, as
  *   far as the format needs to know
  * @property {{x: number, y: number, width: number, height: number}|null} [area] the drawing area
- *   of all strokes, null when they have none in common, undefined without strokes
+ *   of all strokes, units of the output; null when they have none in common, undefined without
+ *   strokes
+ * @property {number|null} [scale] drawing units a unit of the output, likewise
+ * @property {Record<string, string>} definitions what the texts refer to, by its identifier
  */
 
 /**
@@ -40,10 +43,10 @@ function createProcessor(options) {
   const writer = createWriter(options);
   return (job) => {
     const { lines, records } = job.records ? { lines: 0, records: job.records } : parseBlock(job);
-    const tally = new Tally(writer.parts);
+    const tally = new Tally(writer);
     for (const { line, stroke, problem } of records) {
       if (problem) tally.problems.push([line, problem]);
-      else tally.add(stroke, answerStroke(engine, stroke, options), writer);
+      else tally.add(stroke, answerStroke(engine, stroke, options));
     }
     return tally.toResult(lines);
   };
@@ -51,20 +54,29 @@ function createProcessor(options) {
 
 /** What a job comes to, stroke by stroke. */
 class Tally {
-  constructor(parts) {
-    this.texts = Array.from({ length: parts }, () => []);
+  constructor(writer) {
+    this.writer = writer;
+    this.texts = Array.from({ length: writer.parts }, () => []);
+    this.definitions = {};
     this.figures = {};
     this.problems = [];
     this.box = [Infinity, Infinity, -Infinity, -Infinity];
     this.area = undefined;
+    this.scale = undefined;
   }
 
-  add(stroke, answer, writer) {
-    writer.write(stroke, answer).forEach((text, part) => this.texts[part].push(text));
+  add(stroke, answer) {
+    const { texts, definitions } = this.writer.write(stroke, answer);
+    texts.forEach((text, part) => this.texts[part].push(text));
+    Object.assign(this.definitions, definitions);
     this.figures[answer.figure] = (this.figures[answer.figure] ?? 0) + 1;
-    this.area = commonArea(this.area, stroke.area ?? null);
-    if (!writer.needsBox) return;
-    const unit = writer.unitOf(stroke);
+    if (this.writer.needsView) this.show(stroke, answer);
+  }
+
+  show(stroke, answer) {
+    const { unit, area, scale } = this.writer.placeOf(stroke);
+    this.area = commonArea(this.area, area ?? null);
+    this.scale = commonScale(this.scale, scale ?? null);
     this.enclose(stroke.points, unit);
     if (answer.points !== stroke.points) this.enclose(answer.points, unit);
   }
@@ -78,10 +90,10 @@ class Tally {
   }
 
   toResult(lines) {
-    const { figures, problems, box, area } = this;
+    const { figures, problems, box, area, scale, definitions } = this;
     const encoder = new TextEncoder();
     const parts = this.texts.map((texts) => encoder.encode(texts.join('')));
-    return { parts, lines, figures, problems, box, area };
+    return { parts, lines, figures, problems, box, area, scale, definitions };
   }
 }
 

@@ -5,7 +5,7 @@ const { createProgress } = require('../progress.js');
 const { readInk } = require('../read/ink.js');
 const { createDocument } = require('../write/document.js');
 const { inspectOutput } = require('../write/output-file.js');
-const { commonArea, uniteBoxes } = require('./area.js');
+const { commonArea, commonScale, uniteBoxes } = require('./area.js');
 const { mapOrdered } = require('./map-ordered.js');
 const { Neighbours } = require('./neighbours.js');
 const { createRunner } = require('./runner.js');
@@ -59,10 +59,10 @@ async function runStrokes(options, { stderr }) {
       AHEAD * jobs,
     );
     for await (const result of results) {
-      if (result.parts) await document.add(result.parts);
+      if (result.parts) await document.add(result);
       report.add(result);
     }
-    await document.finish({ view: report.view(), figures: report.figures });
+    await document.finish(report.picture());
     return report.summary();
   } catch (error) {
     document.abandon();
@@ -97,8 +97,8 @@ async function runJob(runner, job) {
 
 /** What a run has come to, and its messages. */
 class Report {
-  constructor({ engine, output, area, scale }, progress) {
-    Object.assign(this, { engine, output, givenArea: area, scale: scale ?? 1, progress });
+  constructor({ engine, output, area }, progress) {
+    Object.assign(this, { engine, output, givenArea: area, progress });
     this.strokes = 0;
     this.figures = {};
     this.skipped = 0;
@@ -106,12 +106,13 @@ class Report {
     this.passedOver = 0;
     this.box = [Infinity, Infinity, -Infinity, -Infinity];
     this.area = undefined;
+    this.scale = undefined;
     this.start = process.hrtime.bigint();
     /** Lines before the block that comes next, and of which input. */
     this.position = { input: undefined, lines: 0 };
   }
 
-  add({ input, damage, passedOver, lines, figures, problems, box, area }) {
+  add({ input, damage, passedOver, lines, figures, problems, box, area, scale }) {
     this.locate(input);
     if (damage) {
       this.unread.push(input);
@@ -127,6 +128,7 @@ class Report {
     this.passedOver += passedOver.length;
     this.box = uniteBoxes(this.box, box);
     this.area = commonArea(this.area, area);
+    this.scale = commonScale(this.scale, scale);
     for (const [figure, n] of Object.entries(figures)) {
       this.figures[figure] = (this.figures[figure] ?? 0) + n;
       this.strokes += n;
@@ -155,12 +157,23 @@ class Report {
     };
   }
 
-  /** What a picture of the output shows: the drawing area, or the ink where there is none. */
-  view() {
-    if (this.givenArea ?? this.area) return this.givenArea ?? this.area;
+  /**
+   * What the head of a drawing needs to know.
+   *
+   * @returns {{view: {x: number, y: number, width: number, height: number},
+   *   scale: number|undefined, figures: Record<string, number>}} view: the drawing area, or the ink
+   *   where there is none; scale: drawing units a unit of it, where all strokes say the same
+   */
+  picture() {
+    const scale = this.scale ?? undefined;
+    return { view: this.view(scale ?? 1), scale, figures: this.figures };
+  }
+
+  view(scale) {
+    if (this.area) return this.area;
     const [left, top, right, bottom] = this.box;
-    if (!(left <= right)) return { x: 0, y: 0, width: 100, height: 100 };
-    const margin = MARGIN / this.scale;
+    if (!(left <= right)) return this.givenArea ?? { x: 0, y: 0, width: 100, height: 100 };
+    const margin = MARGIN / scale;
     return {
       x: left - margin,
       y: top - margin,

@@ -24,13 +24,18 @@ class StreamedDocument {
     this.output = new Output(target);
     this.head = head;
     this.tail = tail;
+    this.defined = new Set();
   }
 
   async start() {
     await this.output.write(this.head);
   }
 
-  async add([part]) {
+  async add({ parts: [part], definitions }) {
+    for (const [id, text] of Object.entries(definitions)) {
+      if (!this.defined.has(id)) await this.output.write(text);
+      this.defined.add(id);
+    }
     await this.output.write(part);
   }
 
@@ -55,7 +60,7 @@ class ComposedDocument {
 
   async start() {}
 
-  async add(parts) {
+  async add({ parts }) {
     for (let i = 0; i < parts.length; i += 1) await this.spools[i].write(parts[i]);
   }
 

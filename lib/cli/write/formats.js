@@ -8,7 +8,9 @@ const { composeSvg, formatPolyline } = require('./svg.js');
 /**
  * @typedef {object} Format
  * @property {number} parts texts that a stroke is written as
- * @property {(stroke, answer, round, scale) => string[]} format
+ * @property {(stroke, answer, round, scale) => {texts: string[], definitions?:
+ *   Record<string, string>}} format scale: drawing units a unit of the stroke, undefined when
+ *   nobody said; definitions: what the texts refer to, by its identifier, to be written once
  * @property {string} [head] of a format that is written as the strokes come
  * @property {string} [tail]
  * @property {(summary: object) => Array<string|number>} [compose] of a format whose head needs to
@@ -21,7 +23,13 @@ const { composeSvg, formatPolyline } = require('./svg.js');
 /** @type {Record<string, Format>} */
 const FORMATS = {
   ndjson: { parts: 1, format: formatLine, head: '', tail: '' },
-  inkml: { parts: 1, format: formatInkml, head: INKML_HEAD, tail: INKML_TAIL, decimals: 3 },
+  inkml: {
+    parts: 1,
+    format: formatInkml,
+    head: INKML_HEAD,
+    tail: INKML_TAIL,
+    decimals: 3,
+  },
   svg: { parts: 1, format: formatPolyline, compose: composeSvg, decimals: 3 },
   picture: { parts: 2, format: formatPictureParts, compose: composePicture, inDrawingUnits: true },
 };
@@ -41,23 +49,38 @@ const EXTENSIONS = {
  * @param {object} options
  * @param {string} options.format name of it
  * @param {number} [options.decimals] instead of the format's own
+ * @param {{x: number, y: number, width: number, height: number}} [options.area] instead of the
+ *   stroke's own
  * @param {number} [options.scale] drawing units a unit of the input, instead of the stroke's own
- * @returns {{parts: number, needsBox: boolean, write: (stroke, answer) => string[],
- *   unitOf: (stroke) => number}} needsBox: the box of all strokes is written; unitOf gives the units of the output that a unit of the stroke becomes
+ * @returns {{parts: number, needsView: boolean, write: Function, placeOf: Function}} needsView:
+ *   what all strokes lie in has to be known; write gives what Format.format does; placeOf the
+ *   units of the output that a unit of the stroke becomes, and in these its area and scale, as far
+ *   as they are known
  */
-function createWriter({ format: name, decimals, scale }) {
+function createWriter({ format: name, decimals, area, scale }) {
   const format = FORMATS[name];
-  const scaleOf = (stroke) => scale ?? stroke.scale ?? 1;
-  const placesAt = (size) => format.decimals && format.decimals + finerPlaces(size);
+  const scaleOf = (stroke) => scale ?? stroke.scale;
+  const placesAt = (size = 1) => format.decimals && format.decimals + finerPlaces(size);
   return {
     parts: format.parts,
-    needsBox: format.compose !== undefined,
-    unitOf: (stroke) => (format.inDrawingUnits ? scaleOf(stroke) : 1),
+    needsView: format.compose !== undefined,
+    placeOf(stroke) {
+      const size = scaleOf(stroke);
+      const own = area ?? stroke.area;
+      if (!format.inDrawingUnits) return { unit: 1, area: own, scale: size };
+      const unit = size ?? 1;
+      return { unit, area: own && scaledArea(own, unit), scale: 1 };
+    },
     write(stroke, answer) {
       const size = scaleOf(stroke);
-      return format.format(stroke, answer, createRounding(decimals ?? placesAt(size)), size);
+      const round = createRounding(decimals ?? placesAt(size));
+      return format.format(stroke, answer, round, size);
     },
   };
+}
+
+function scaledArea({ x, y, width, height }, unit) {
+  return { x: x * unit, y: y * unit, width: width * unit, height: height * unit };
 }
 
 /** Decimals that a coordinate needs beyond the usual ones where its unit is a large one. */

@@ -1,20 +1,25 @@
 'use strict';
 
+const { replaceMembers } = require('../json-members.js');
+
 /**
  * A stroke as a line of JSON: the fields it came with, its points replaced by those of the figure,
- * and the figure. Points are written in the form they were read in, and a stroke that is no
- * figure keeps its own to the letter.
+ * and the figure. Points are written in the form they were read in. Of a line that was read all
+ * else stays to the letter, and so do the points of a stroke that is no figure.
  */
-function formatLine({ fields, points: drawn, asObjects, text }, answer, round) {
-  const { points, type, figure } = answer;
+function formatLine(stroke, answer, round) {
+  return { texts: [`${lineOf(stroke, answer, round)}\n`] };
+}
+
+function lineOf({ fields, points: drawn, asObjects, text }, { points, type, figure }, round) {
   const isAsDrawn = points === drawn;
-  if (isAsDrawn && text && fields.type === undefined && fields.figure === undefined) {
-    return [`${text.slice(0, -1)},"type":${type},"figure":"${figure}"}\n`];
+  const ideal = isAsDrawn ? drawn : formatPoints(points, asObjects, round);
+  if (!text) return JSON.stringify({ ...fields, points: ideal, type, figure });
+  if (!isAsDrawn) return replaceMembers(text, { points: ideal, type, figure });
+  if (Object.hasOwn(fields, 'type') || Object.hasOwn(fields, 'figure')) {
+    return replaceMembers(text, { type, figure });
   }
-  // Only a line of JSON has its points among its fields; of a document they may be a remark.
-  const own = text ? fields.points : drawn;
-  const ideal = isAsDrawn ? own : formatPoints(points, asObjects, round);
-  return [`${JSON.stringify({ ...fields, points: ideal, type, figure })}\n`];
+  return `${text.slice(0, -1)},"type":${type},"figure":"${figure}"}`;
 }
 
 function formatPoints(points, asObjects, round) {

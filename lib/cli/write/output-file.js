@@ -8,6 +8,7 @@ const zlib = require('node:zlib');
 const { finished, pipeline } = require('node:stream/promises');
 const { onExit } = require('signal-exit');
 const { writeFailure } = require('../command.js');
+const { isDevice, statusOf } = require('../file-status.js');
 const { UserError } = require('../user-error.js');
 
 const STDOUT = '-';
@@ -22,25 +23,22 @@ const STDOUT = '-';
  */
 function inspectOutput(name, { force }) {
   if (name === STDOUT) return { name, force, kind: 'stdout' };
-  const status = fs.statSync(name, { throwIfNoEntry: false });
-  if (status && !status.isFile() && !status.isDirectory()) return { name, force, kind: 'device' };
-  checkOutput(name, { force });
+  if (name === '') throw new UserError('the name of an output is empty: name a file');
+  const status = statusOf(name);
+  if (isDevice(status)) return { name, force, kind: 'device' };
+  checkParent(name);
+  if (status?.isDirectory()) throw new UserError(`${name} is a directory: name a file`);
+  if (status && !force) throw new UserError(`${name} exists; --force overwrites it`);
   // A link stays one: what it leads to is replaced.
   return { name: status ? fs.realpathSync(name) : name, force, kind: 'file' };
 }
 
-/**
- * Refuses an output that would overwrite a file, before any work is done for it.
- *
- * @param {string} file
- * @param {{force: boolean}} options force allows overwriting
- */
-function checkOutput(file, { force }) {
-  const directory = path.dirname(file);
-  if (!fs.existsSync(directory)) throw new UserError(`${file}: there is no directory ${directory}`);
-  const status = fs.statSync(file, { throwIfNoEntry: false });
-  if (status?.isDirectory()) throw new UserError(`${file} is a directory: name a file`);
-  if (status && !force) throw new UserError(`${file} exists; --force overwrites it`);
+/** Refuses a name in a folder that is not there. */
+function checkParent(name) {
+  const directory = path.dirname(name);
+  const status = statusOf(directory);
+  if (!status) throw new UserError(`${name}: there is no directory ${directory}`);
+  if (!status.isDirectory()) throw new UserError(`${name}: ${directory} is no directory`);
 }
 
 /**
@@ -62,7 +60,7 @@ class Output {
     this.stream = target.name.endsWith('.gz') ? this.zip() : this.sink;
     // Failures reach the one who writes; without a listener they would end the process.
     this.sink.on('error', (error) => {
-      this.failure = error;
+      this.failure ??= error;
     });
   }
 
@@ -116,7 +114,8 @@ class TemporaryFile {
     const unique = crypto.randomBytes(4).toString('hex');
     this.path = path.join(directory, `.${name}.${process.pid}.${unique}.tmp`);
     this.stream = fs.createWriteStream(this.path, { flags: 'wx', flush: true });
-    this.forget = onExit(() => this.remove());
+    // One that took itself off the list would keep the next on it from being called.
+    this.forget = onExit(() => this.delete());
   }
 
   moveTo(name, force) {
@@ -132,6 +131,10 @@ class TemporaryFile {
 
   remove() {
     this.forget();
+    this.delete();
+  }
+
+  delete() {
     fs.rmSync(this.path, { force: true });
   }
 }
@@ -162,8 +165,11 @@ class Spool {
   /** @param {ReturnType<typeof inspectOutput>} target whose folder is used if it is a file */
   constructor(target) {
     const directory = target.kind === 'file' ? path.dirname(target.name) : os.tmpdir();
+    this.name = target.kind === 'file' ? target.name : directory;
     this.file = new TemporaryFile(directory, 'scrivo-part');
-    this.file.stream.on('error', () => {});
+    this.file.stream.on('error', (error) => {
+      this.failure ??= error;
+    });
   }
 
   async write(content) {
@@ -184,7 +190,7 @@ class Spool {
     try {
       await writing;
     } catch (error) {
-      throw new UserError(`${this.file.path} cannot be written: ${error.message}`);
+      throw new UserError(`${this.name} cannot be written: ${(this.failure ?? error).message}`);
     }
   }
 
@@ -198,4 +204,4 @@ class Spool {
   }
 }
 
-module.exports = { Output, Spool, inspectOutput };
+module.exports = { Output, Spool, checkParent, inspectOutput };

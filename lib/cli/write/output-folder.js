@@ -4,8 +4,9 @@ const crypto = require('node:crypto');
 const fs = require('node:fs');
 const path = require('node:path');
 const { onExit } = require('signal-exit');
+const { statusOf } = require('../file-status.js');
 const { UserError } = require('../user-error.js');
-const { Output, inspectOutput } = require('./output-file.js');
+const { Output, checkParent, inspectOutput } = require('./output-file.js');
 
 /**
  * Checks a folder that files are to be written into, before any work is done for it.
@@ -15,9 +16,8 @@ const { Output, inspectOutput } = require('./output-file.js');
  * @returns {{name: string, force: boolean, isNew: boolean}}
  */
 function inspectFolder(name, { force }) {
-  const parent = path.dirname(path.resolve(name));
-  if (!fs.existsSync(parent)) throw new UserError(`${name}: there is no directory ${parent}`);
-  const status = fs.statSync(name, { throwIfNoEntry: false });
+  const status = statusOf(name);
+  checkParent(name);
   if (!status) return { name: path.resolve(name), force, isNew: true };
   if (!status.isDirectory()) throw new UserError(`${name} is a file: name a folder`);
   if (!force && fs.readdirSync(name).length > 0) {
@@ -71,7 +71,7 @@ class TemporaryFolder {
   constructor(directory, name, files) {
     const unique = crypto.randomBytes(4).toString('hex');
     this.path = path.join(directory, `${name}.${process.pid}.${unique}.tmp`);
-    this.forget = onExit(() => this.remove());
+    this.forget = onExit(() => this.delete());
     try {
       fs.mkdirSync(this.path);
       for (const [file, text] of Object.entries(files)) {
@@ -85,6 +85,10 @@ class TemporaryFolder {
 
   remove() {
     this.forget();
+    this.delete();
+  }
+
+  delete() {
     fs.rmSync(this.path, { recursive: true, force: true });
   }
 }

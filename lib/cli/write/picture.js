@@ -26,12 +26,12 @@ const FAINT = '#c4c7c5';
  * A stroke as two paths, in drawing units: the ink, which both sides of the picture show, and its
  * figure.
  */
-function formatPictureParts({ points: drawn }, { points, figure }, round, scale) {
+function formatPictureParts({ points: drawn }, { points, figure }, round, scale = 1) {
   const ink = toPathData(drawn, scale);
   const isAsDrawn = points === drawn;
   const color = isAsDrawn ? INK : COLORS[figure];
   const ideal = isAsDrawn ? ink : toPathData(points, scale);
-  return [`<path d="${ink}"/>\n`, `<path stroke="${color}" d="${ideal}"/>\n`];
+  return { texts: [`<path d="${ink}"/>\n`, `<path stroke="${color}" d="${ideal}"/>\n`] };
 }
 
 function toPathData(points, scale) {

@@ -15,9 +15,10 @@ function makeFolder(after) {
   return folder;
 }
 
-/** Starts the program in a folder, with flags for Node. */
-function start(folder, args, flags = []) {
-  const child = spawn(process.execPath, [...flags, PROGRAM, ...args], { cwd: folder });
+/** Starts the program in a folder, with flags for Node and variables of the environment. */
+function start(folder, args, flags = [], variables = {}) {
+  const env = { ...process.env, ...variables };
+  const child = spawn(process.execPath, [...flags, PROGRAM, ...args], { cwd: folder, env });
   // It may end before it has read everything.
   child.stdin.on('error', () => {});
   child.ended = new Promise((resolve) => {
@@ -46,6 +47,14 @@ function run(folder, args, stdin = '') {
   return child.ended;
 }
 
+/** Waits until something can be observed, but not for ever. */
+async function until(isSo) {
+  for (let i = 0; !isSo(); i += 1) {
+    if (i === 6000) throw new Error(`waited in vain: ${isSo}`);
+    await new Promise((resolve) => setTimeout(resolve, 5));
+  }
+}
+
 /** Lines of NDJSON as values. */
 function parseLines(text) {
   return text.split('\n').filter(Boolean).map(JSON.parse);
@@ -65,4 +74,4 @@ function toNdjson(strokes) {
   return strokes.map((stroke) => `${JSON.stringify(stroke)}\n`).join('');
 }
 
-module.exports = { PROGRAM, drawStrokes, makeFolder, parseLines, run, start, toNdjson };
+module.exports = { PROGRAM, drawStrokes, makeFolder, parseLines, run, start, toNdjson, until };

@@ -25,4 +25,4 @@ function toPixels(text) {
   return pixels > 0 && Number.isFinite(pixels) ? pixels : undefined;
 }
 
-module.exports = { pixelsPer, toPixels };
+module.exports = { PIXELS_PER_INCH, pixelsPer, toPixels };
