@@ -30,9 +30,12 @@ const TRANSFORMS = new RegExp(
 const PATH_DATA = {
   path: ({ d = '' }) => d,
   // The grammar of path data reads the numbers after the first two as lines.
-  polyline: ({ points = '' }) => `M${points}`,
-  polygon: ({ points = '' }) => `M${points}Z`,
-  line: ({ x1 = 0, y1 = 0, x2 = 0, y2 = 0 }) => `M${x1} ${y1}L${x2} ${y2}`,
+  polyline: ({ points = '' }) => points.trim() && `M${points}`,
+  polygon: ({ points = '' }) => points.trim() && `M${points}Z`,
+  line: ({ x1, y1, x2, y2 }) => {
+    const [ax, ay, bx, by] = [x1, y1, x2, y2].map((text = '0') => toLength(text) ?? text);
+    return `M${ax} ${ay}L${bx} ${by}`;
+  },
 };
 
 /**
@@ -121,7 +124,10 @@ class SvgReader {
     for (const key of KEPT) if (style[key] !== undefined) fields[key] = style[key];
     const width = fields['stroke-width'];
     if (width !== undefined) fields['stroke-width'] = widthAfter(transforms, width);
-    for (const points of samplePath(path, this.step / (this.scale ?? 1))) {
+    const parts = [...samplePath(path, this.step / (this.scale ?? 1))];
+    // Beside other parts a lone point is where a pen was moved to, and nothing is drawn.
+    const drawn = parts.filter((points) => points.length > 1);
+    for (const points of drawn.length > 0 ? drawn : parts) {
       if (!points.every((point) => point.every(Number.isFinite))) {
         this.onProblem(line, `coordinates that are no finite numbers in "${shorten(data)}"`);
         continue;
@@ -206,7 +212,13 @@ function parseStyle(text = '') {
 function* samplePath(path, step) {
   let points = [];
   let [x, y] = [0, 0];
+  let isClosed = false;
   for (const [command, ...values] of path.unshort().unarc().abs().segments) {
+    if (isClosed && command !== 'M' && command !== 'Z') {
+      yield points;
+      points = [[x, y]];
+    }
+    isClosed = command === 'Z';
     if (command === 'M') {
       if (points.length > 0) yield points;
       points = [values];
