@@ -210,6 +210,20 @@ describe('formats', () => {
     assert.match(drawing, /stroke="#f00" stroke-width="3"/);
   });
 
+  test('InkML keeps the drawing area, and what is none makes no wrong line', async () => {
+    const line = (fields) => `{${fields}"type":0,"figure":"none","points":[[1,2]]}\n`;
+    const page = line('"width":640,"height":480,');
+    const { stdout: ink } = await idealise(['--format', 'inkml'], page);
+    const cases = [
+      [ink, page],
+      [ink.replace('640', 'wide'), line('')],
+      [ink.replace('"width"', '"others"'), line('')],
+    ];
+    for (const [document, expected] of cases) {
+      assert.equal((await idealise([], document)).stdout, expected);
+    }
+  });
+
   test('an SVG document keeps its drawing area and size; other ink is framed', async () => {
     const page = (size) =>
       `<svg ${size} viewBox="0 0 640 480"><path stroke="red" d="M1 2L3 4"/></svg>`;
@@ -232,6 +246,8 @@ describe('formats', () => {
     const [{ points, figure }] = parseLines(stdout);
     assert.equal(figure, 'line');
     for (const value of points.flat()) assert.equal(value, Number(value.toFixed(1)));
+    const far = await idealise(['--format', 'inkml'], toNdjson([{ points: [[1.5e308, 1.23456]] }]));
+    assert.match(far.stdout, /<trace>1.5e\+308 1.235</);
   });
 
   test('render draws ink and figures side by side, as SVG and PNG', async () => {
