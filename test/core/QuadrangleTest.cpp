@@ -202,7 +202,8 @@ TEST(Quadrangle, OneCarelessCornerDoesNotMakeABoxLean) {
         return cornerCosine(regular({{0, 0}, {200, 0}, Point2D{200, 0} + side, side}));
     };
     EXPECT_NEAR(leaning(0.1), 0.1, 1e-9);
-    for (double lean = 0.08; lean < 0.1; lean += 1e-3) {
+    for (int step = 0; step < 20; ++step) {
+        const double lean = 0.08 + 1e-3 * step;
         EXPECT_NEAR(leaning(lean + 1e-9), leaning(lean + 2e-9), 1e-8) << lean;
     }
 }
