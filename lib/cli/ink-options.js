@@ -28,8 +28,8 @@ const INK_OPTIONS = {
 
 const INK_HELP = `Ink
       --width N --height N  the drawing area, from 0 0: figures are moved back into it. Without
-                            it, the "width" and "height" of a line, the drawing area of an SVG
-                            document, or no border
+                            it, the "width" and "height" of a line or of annotations, the drawing
+                            area of an SVG document, or no border
       --scale N             drawing units a unit of the input: sizes are judged in units about
                             as large as a pixel on a screen. Without it, what an InkML or SVG
                             document says of its units, else 1

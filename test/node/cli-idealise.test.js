@@ -210,6 +210,20 @@ describe('formats', () => {
     assert.match(drawing, /stroke="#f00" stroke-width="3"/);
   });
 
+  test('InkML keeps the drawing area, and what is none makes no wrong line', async () => {
+    const line = (fields) => `{${fields}"type":0,"figure":"none","points":[[1,2]]}\n`;
+    const page = line('"width":640,"height":480,');
+    const { stdout: ink } = await idealise(['--format', 'inkml'], page);
+    const cases = [
+      [ink, page],
+      [ink.replace('640', 'wide'), line('')],
+      [ink.replace('"width"', '"others"'), line('')],
+    ];
+    for (const [document, expected] of cases) {
+      assert.equal((await idealise([], document)).stdout, expected);
+    }
+  });
+
   test('an SVG document keeps its drawing area and size; other ink is framed', async () => {
     const page = (size) =>
       `<svg ${size} viewBox="0 0 640 480"><path stroke="red" d="M1 2L3 4"/></svg>`;
@@ -232,6 +246,8 @@ describe('formats', () => {
     const [{ points, figure }] = parseLines(stdout);
     assert.equal(figure, 'line');
     for (const value of points.flat()) assert.equal(value, Number(value.toFixed(1)));
+    const far = await idealise(['--format', 'inkml'], toNdjson([{ points: [[1.5e308, 1.23456]] }]));
+    assert.match(far.stdout, /<trace>1.5e\+308 1.235</);
   });
 
   test('render draws ink and figures side by side, as SVG and PNG', async () => {
@@ -257,14 +273,13 @@ describe('wrong lines and inputs', () => {
     const lines = Array.from({ length: 20000 }, (_, i) => (i % 5000 === 4321 ? 'broken' : line));
     write('wrong.ndjson', lines.join('\n'));
     write('other.ndjson', `${line}\nbroken too\n`);
-    const args = ['wrong.ndjson', 'other.ndjson', '--jobs', '3'];
+    const args = ['wrong.ndjson', 'other.ndjson', 'other.ndjson', '--jobs', '3'];
     const { code, stdout, stderr } = await idealise(args);
     assert.equal(code, 1);
-    assert.equal(stdout.split('\n').length - 1, 19996 + 1);
-    assert.deepEqual(
-      stderr.split('\n').map((text) => text.split(': ')[0]),
-      [4322, 9322, 14322, 19322].map((n) => `wrong.ndjson:${n}`).concat('other.ndjson:2', ''),
-    );
+    assert.equal(stdout.split('\n').length - 1, 19996 + 2);
+    const places = stderr.split('\n').map((text) => text.split(': ')[0]);
+    const wrong = [4322, 9322, 14322, 19322].map((n) => `wrong.ndjson:${n}`);
+    assert.deepEqual(places, [...wrong, 'other.ndjson:2', 'other.ndjson:2', '']);
   });
 
   test('an input that breaks off keeps what could be read; the next one is read', async () => {

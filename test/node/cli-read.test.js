@@ -237,8 +237,11 @@ describe('InkML', () => {
       '<traceGroup><annotation type="who">Zoë</annotation><trace>1 2</trace></traceGroup>',
     );
     const utf16 = Buffer.from(`\uFEFF${text}`, 'utf16le');
-    const latin1 = Buffer.from(text.replace('1.0"', '1.0" encoding="ISO-8859-1"'), 'latin1');
-    for (const bytes of [Buffer.from(text), utf16, Buffer.from(utf16).swap16(), latin1]) {
+    // A declaration may be longer than what arrives at once.
+    const latin1 = ['', ' '.repeat(1e5)].map((space) =>
+      Buffer.from(text.replace('1.0"', `1.0"${space} encoding="ISO-8859-1"`), 'latin1'),
+    );
+    for (const bytes of [Buffer.from(text), utf16, Buffer.from(utf16).swap16(), ...latin1]) {
       const { strokes, damage } = await read(bytes);
       assert.equal(damage, undefined);
       assert.equal(strokes[0].fields.who, 'Zoë');
@@ -254,17 +257,20 @@ describe('SVG', () => {
   const svg = (content, attributes = '') => `<svg ${attributes}>${content}</svg>`;
 
   test('polylines, polygons and every part of a path, transformed', async () => {
-    const { strokes } = await read(
+    const { strokes, problems } = await read(
       svg(
         '<g transform="translate(10 20)" style="stroke: red; fill:none">' +
           '<path id="p" transform="scale(2)" stroke-width="3" d="M0 0h5v5zm10 10l1-1"/></g>' +
-          '<polyline points="0,0 1,2 3,4"/><polygon points="0 0 4 0 4 4"/>',
+          '<polyline points="0,0 1,2 3,4"/><polygon points="0 0 4 0 4 4"/>' +
+          '<path d="M1 1h2zzl3 3M9 9"/><polyline points=" "/><line x1="1in" y2="-3px"/>',
       ),
     );
+    assert.deepEqual(problems, []);
     assertPoints(
       { strokes },
       `[[[10,20],[20,20],[20,30],[10,20]],[[30,40],[32,38]],
-        [[0,0],[1,2],[3,4]],[[0,0],[4,0],[4,4],[0,0]]]`,
+        [[0,0],[1,2],[3,4]],[[0,0],[4,0],[4,4],[0,0]],
+        [[1,1],[3,1],[1,1],[1,1]],[[1,1],[4,4]],[[96,0],[0,-3]]]`,
     );
     // The pen is scaled with the shape.
     assert.deepEqual(strokes[1].fields, { id: 'p', stroke: 'red', 'stroke-width': '6' });

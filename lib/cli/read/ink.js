@@ -5,10 +5,10 @@ const { UserError } = require('../user-error.js');
 const { readBlocks } = require('./ndjson.js');
 const { readXml } = require('./xml.js');
 
-// White space beyond this is no indentation of a document.
+// White space beyond this is no indentation of a document, and a tag no declaration.
 const MOST_SPACE = 1 << 20;
 
-const LESS_THAN = '<'.charCodeAt(0);
+const [LESS_THAN, GREATER_THAN] = ['<', '>'].map((character) => character.charCodeAt(0));
 
 /**
  * Reads the ink of an input, whatever its name: NDJSON, InkML or SVG, gzip or not.
@@ -35,7 +35,10 @@ async function* readInk(path, { step, scale, onBytes }) {
   }
 }
 
-/** The first bytes that are no white space, with all before and what came along. */
+/**
+ * As many bytes as tell what the input is, with what came along: the first that are no white space,
+ * and of XML its first tag or declaration, which may name the encoding.
+ */
 async function takeHead(chunks) {
   let head = Buffer.alloc(0);
   for (;;) {
@@ -43,14 +46,18 @@ async function takeHead(chunks) {
     if (done) return head;
     head = head.length === 0 ? value : Buffer.concat([head, value]);
     const isTold = head.length >= 4 && head.toString('latin1').trim() !== '';
-    if (isTold || head.length > MOST_SPACE) return head;
+    const isCut = beginsTag(head) && !head.includes(GREATER_THAN);
+    if ((isTold && !isCut) || head.length > MOST_SPACE) return head;
   }
 }
 
-function isXml(head) {
+function beginsTag(head) {
   // Byte order marks, and the zeros of two-byte characters.
-  const first = head.find((byte) => !MARK_BYTES.has(byte) && byte > 0x20);
-  if (first === LESS_THAN) return true;
+  return head.find((byte) => !MARK_BYTES.has(byte) && byte > 0x20) === LESS_THAN;
+}
+
+function isXml(head) {
+  if (beginsTag(head)) return true;
   const packed = PACKED.find(({ mark }) => mark.every((byte, i) => head[i] === byte));
   if (packed) throw new UserError(`packed with ${packed.by}, but only gzip is read: unpack it`);
   if (head.includes(0)) throw new UserError('neither NDJSON (in UTF-8), InkML nor SVG');

@@ -1,6 +1,7 @@
 'use strict';
 
 const { pixelsPer } = require('../units.js');
+const { readArea } = require('./stroke-points.js');
 
 const VALUE = /([!'"]?)\s*([-+]?(?:\d+\.?\d*|\.\d+)(?:[eE][-+]?\d+)?|#[\dA-Fa-f]+|[*?TF])\s*/y;
 
@@ -105,9 +106,12 @@ class InkmlReader {
     const annotations = this.groups.map((group) => group.annotations);
     const fields = Object.assign({ ...brush }, ...annotations, id !== undefined && { id });
     const { scale } = format;
+    // Annotations tell the drawing area as the fields of a JSON line do, where they are numbers.
+    const { area } = readArea({ width: Number(fields.width), height: Number(fields.height) });
+    if (area) Object.assign(fields, { width: area.width, height: area.height });
     this.takePiece(
       { line, id, continuation, priorRef },
-      { points, fields, ...(scale && { scale }) },
+      { points, fields, ...(scale && { scale }), ...(area && { area }) },
     );
   }
 

@@ -1,6 +1,6 @@
 'use strict';
 
-const { describe, readPoints } = require('./stroke-points.js');
+const { describe, readArea, readPoints } = require('./stroke-points.js');
 
 const LINE_FEED = 10;
 
@@ -121,17 +121,6 @@ function parseLine(text) {
   const others = readOthers(value);
   if (others.problem) return others;
   return { stroke: { points, asObjects, fields: value, text, ...area, ...others } };
-}
-
-/** The drawing area that the line itself gives: "width" and "height", both or none. */
-function readArea({ width, height }) {
-  if (width === undefined && height === undefined) return {};
-  for (const [name, value] of Object.entries({ width, height })) {
-    if (!(Number.isFinite(value) && value > 0)) {
-      return { problem: `"${name}" must be a positive number, found ${describe(value)}` };
-    }
-  }
-  return { area: { x: 0, y: 0, width, height } };
 }
 
 function readOthers({ others }) {

@@ -58,6 +58,17 @@ function problemOfPoint(point) {
   return undefined;
 }
 
+/** The drawing area that a stroke itself gives: "width" and "height", both or none. */
+function readArea({ width, height }) {
+  if (width === undefined && height === undefined) return {};
+  for (const [name, value] of Object.entries({ width, height })) {
+    if (!(Number.isFinite(value) && value > 0)) {
+      return { problem: `"${name}" must be a positive number, found ${describe(value)}` };
+    }
+  }
+  return { area: { x: 0, y: 0, width, height } };
+}
+
 /** A value that was found where another was expected, for messages. */
 function describe(value) {
   const kind = kindOf(value);
@@ -73,4 +84,4 @@ function kindOf(value) {
   return Array.isArray(value) ? 'array' : typeof value;
 }
 
-module.exports = { describe, readPoints };
+module.exports = { describe, readArea, readPoints };

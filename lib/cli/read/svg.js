@@ -30,14 +30,17 @@ const TRANSFORMS = new RegExp(
 const PATH_DATA = {
   path: ({ d = '' }) => d,
   // The grammar of path data reads the numbers after the first two as lines.
-  polyline: ({ points = '' }) => `M${points}`,
-  polygon: ({ points = '' }) => `M${points}Z`,
-  line: ({ x1 = 0, y1 = 0, x2 = 0, y2 = 0 }) => `M${x1} ${y1}L${x2} ${y2}`,
+  polyline: ({ points = '' }) => points.trim() && `M${points}`,
+  polygon: ({ points = '' }) => points.trim() && `M${points}Z`,
+  line: ({ x1, y1, x2, y2 }) => {
+    const [ax, ay, bx, by] = [x1, y1, x2, y2].map((text = '0') => toLength(text) ?? text);
+    return `M${ax} ${ay}L${bx} ${by}`;
+  },
 };
 
 /**
- * Collects the lines, polylines, polygons and paths of an SVG document, each part of a path as a stroke
- * of its own, in the units of the document's own drawing area.
+ * Collects the lines, polylines, polygons and paths of an SVG document, each part of a path as a
+ * stroke of its own, in the units of the document's own drawing area.
  *
  * Style sheets are not read. What is filled and has no outline is no ink and is passed over.
  */
@@ -83,14 +86,13 @@ class SvgReader {
   }
 
   nest(name, attributes) {
-    const outer = this.levels.at(-1) ?? { style: {}, transforms: [], hidden: false };
+    const outer = this.levels.at(-1) ?? { style: {}, hidden: false };
     const own = { ...attributes, ...parseStyle(attributes.style) };
     const style = { ...outer.style };
     for (const key of ['fill', ...KEPT]) if (own[key] !== undefined) style[key] = own[key];
     return {
       style,
-      // The innermost transform is applied first.
-      transforms: [...this.transformsOf(name, own), ...outer.transforms],
+      transforms: this.transformsOf(name, own),
       hidden:
         outer.hidden || HIDING.has(name) || own.display === 'none' || own.visibility === 'hidden',
       id: attributes.id,
@@ -105,7 +107,9 @@ class SvgReader {
     return [...viewport, transform.replace(/(?<=\d)(?:deg|px)\b/g, '')];
   }
 
-  emitPath(data, { transforms, style, id }, line) {
+  emitPath(data, { style, id }, line) {
+    // The innermost transform is applied first.
+    const transforms = [...this.levels].reverse().flatMap((level) => level.transforms);
     const path = svgpath(data);
     if (path.err) {
       this.onProblem(line, `${path.err.replace(/^SvgPath: /, '')} in "${shorten(data)}"`);
@@ -117,11 +121,8 @@ class SvgReader {
       return;
     }
     for (const transform of transforms) path.transform(transform);
-    const fields = { ...(id !== undefined && { id }) };
-    for (const key of KEPT) if (style[key] !== undefined) fields[key] = style[key];
-    const width = fields['stroke-width'];
-    if (width !== undefined) fields['stroke-width'] = widthAfter(transforms, width);
-    for (const points of samplePath(path, this.step / (this.scale ?? 1))) {
+    const fields = fieldsOf(style, id, transforms);
+    for (const points of drawnParts(path, this.step / (this.scale ?? 1))) {
       if (!points.every((point) => point.every(Number.isFinite))) {
         this.onProblem(line, `coordinates that are no finite numbers in "${shorten(data)}"`);
         continue;
@@ -130,6 +131,15 @@ class SvgReader {
       this.onStroke(line, { points, fields, ...(scale && { scale }), ...(area && { area }) });
     }
   }
+}
+
+/** What a stroke keeps of its element. */
+function fieldsOf(style, id, transforms) {
+  const fields = { ...(id !== undefined && { id }) };
+  for (const key of KEPT) if (style[key] !== undefined) fields[key] = style[key];
+  const width = fields['stroke-width'];
+  if (width !== undefined) fields['stroke-width'] = widthAfter(transforms, width);
+  return fields;
 }
 
 /** The width of a pen after transforms: it grows as the root of an area does. */
@@ -196,6 +206,13 @@ function parseStyle(text = '') {
   );
 }
 
+/** Beside other parts a lone point is where a pen was moved to, and nothing is drawn. */
+function drawnParts(path, step) {
+  const parts = [...samplePath(path, step)];
+  const drawn = parts.filter((points) => points.length > 1);
+  return drawn.length > 0 ? drawn : parts;
+}
+
 /**
  * The points of each part of a path: the ends of straight pieces as they are, curves sampled.
  *
@@ -206,7 +223,13 @@ function parseStyle(text = '') {
 function* samplePath(path, step) {
   let points = [];
   let [x, y] = [0, 0];
+  let isClosed = false;
   for (const [command, ...values] of path.unshort().unarc().abs().segments) {
+    if (isClosed && command !== 'M' && command !== 'Z') {
+      yield points;
+      points = [[x, y]];
+    }
+    isClosed = command === 'Z';
     if (command === 'M') {
       if (points.length > 0) yield points;
       points = [values];

@@ -91,7 +91,11 @@ function finerPlaces(scale) {
 function createRounding(places) {
   if (places === undefined) return (value) => value;
   const factor = 10 ** places;
-  return (value) => Math.round(value * factor) / factor;
+  return (value) => {
+    const rounded = Math.round(value * factor);
+    // Beyond these a number has no such decimals, and might not bear the factor.
+    return Number.isSafeInteger(rounded) ? rounded / factor : value;
+  };
 }
 
 module.exports = { EXTENSIONS, FORMATS, createWriter };
