@@ -6,6 +6,7 @@
 #include <cmath>
 #include <functional>
 #include <numbers>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -76,6 +77,8 @@ struct Example {
     Curve curve;
     std::int32_t type = Scrivo::FIGURE_NONE;
     std::size_t figure = 0;  ///< index in `Scrivo::Figure`
+
+    friend void PrintTo(const Example& example, std::ostream* out) { *out << example.name; }
 };
 
 /// One or two of every figure, about 200 units large.

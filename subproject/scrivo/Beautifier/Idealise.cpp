@@ -16,6 +16,10 @@ namespace {
 // angles are exact to this share only.
 constexpr double EXACT = 1e-4;
 
+// Fits to what was meant as an ellipse, gaps and flat ends included, are no more
+// than a twentieth longer than their ink.
+constexpr double OVERSHOOT = 1.1;
+
 class ToUnits {
 public:
     explicit ToUnits(const Frame& frame) : m_frame(frame) {}
@@ -80,14 +84,25 @@ QuadrangleKind kindOf(const std::array<Point2D, 4>& c) {
     return onePair ? QuadrangleKind::TRAPEZOID : QuadrangleKind::GENERAL;
 }
 
+/// How far points reach along an axis, from `low` to `high` behind its origin.
+struct Reach {
+    double low;
+    double high;
+
+    Reach(const Coarse& points, Vec origin, Vec along) {
+        const auto isBehind = [&](Vec a, Vec b) { return dot(a, along) < dot(b, along); };
+        const auto [first, last] = std::minmax_element(points.begin(), points.end(), isBehind);
+        low = dot(*first - origin, along);
+        high = dot(*last - origin, along);
+    }
+};
+
 /// The line as it leans, between the feet of its outermost points.
 std::vector<Point2D> leaningLine(const Evidence& e, const ToUnits& units) {
-    const auto along = [&](Vec p) { return dot(p - e.line.centre, e.line.along); };
-    const auto isBehind = [&](Vec a, Vec b) { return along(a) < along(b); };
-    const auto [low, high] = std::minmax_element(e.points.begin(), e.points.end(), isBehind);
-    const auto foot = [&](Vec p) { return units(e.line.centre + along(p) * e.line.along); };
+    const Reach reach(e.points, e.line.centre, e.line.along);
+    const auto foot = [&](double at) { return units(e.line.centre + at * e.line.along); };
     std::vector<Point2D> line;
-    drawLine(line, foot(*low), foot(*high));
+    drawLine(line, foot(reach.low), foot(reach.high));
     return line;
 }
 
@@ -182,8 +197,22 @@ detail::EllipseShape shapeOf(const EllipseFit& fit, const ToUnits& units) {
     return {units(fit.centre), {a, b, 0.0}, angle};
 }
 
-Ideal idealEllipse(const EllipseFit& fit, const ToUnits& units, const BeautifierOptions& options) {
-    detail::EllipseShape shape = shapeOf(fit, units);
+/// The ellipse, pulled back where it shoots beyond the ink: a slim fit hardly
+/// feels how long it is.
+EllipseFit withinInk(EllipseFit fit, const Coarse& loop) {
+    const Vec along{std::cos(fit.angle), std::sin(fit.angle)};
+    const Reach reach(loop, fit.centre, along);
+    const double half = 0.5 * (reach.high - reach.low);
+    if (fit.a > OVERSHOOT * half) {
+        fit.centre = fit.centre + 0.5 * (reach.low + reach.high) * along;
+        fit.a = std::max(half, fit.b);
+    }
+    return fit;
+}
+
+Ideal idealEllipse(const ClosedEvidence& closed, const ToUnits& units,
+                   const BeautifierOptions& options) {
+    detail::EllipseShape shape = shapeOf(withinInk(closed.ellipse, closed.loop), units);
     if (options.regularFigures) {
         shape = detail::rounded(shape);
     }
@@ -224,7 +253,7 @@ Ideal idealFigure(FigureFamily family, const Evidence& evidence, const Frame& fr
             return idealPolygon<QuadrangleFigure>(evidence.closed->quadrangle, units, options,
                                                   detail::regulariseQuadrangle);
         case FigureFamily::ELLIPSE:
-            return idealEllipse(evidence.closed->ellipse, units, options);
+            return idealEllipse(*evidence.closed, units, options);
         case FigureFamily::DOT:
             break;
     }
