@@ -86,14 +86,13 @@ class SvgReader {
   }
 
   nest(name, attributes) {
-    const outer = this.levels.at(-1) ?? { style: {}, transforms: [], hidden: false };
+    const outer = this.levels.at(-1) ?? { style: {}, hidden: false };
     const own = { ...attributes, ...parseStyle(attributes.style) };
     const style = { ...outer.style };
     for (const key of ['fill', ...KEPT]) if (own[key] !== undefined) style[key] = own[key];
     return {
       style,
-      // The innermost transform is applied first.
-      transforms: [...this.transformsOf(name, own), ...outer.transforms],
+      transforms: this.transformsOf(name, own),
       hidden:
         outer.hidden || HIDING.has(name) || own.display === 'none' || own.visibility === 'hidden',
       id: attributes.id,
@@ -108,7 +107,9 @@ class SvgReader {
     return [...viewport, transform.replace(/(?<=\d)(?:deg|px)\b/g, '')];
   }
 
-  emitPath(data, { transforms, style, id }, line) {
+  emitPath(data, { style, id }, line) {
+    // The innermost transform is applied first.
+    const transforms = [...this.levels].reverse().flatMap((level) => level.transforms);
     const path = svgpath(data);
     if (path.err) {
       this.onProblem(line, `${path.err.replace(/^SvgPath: /, '')} in "${shorten(data)}"`);
@@ -120,14 +121,8 @@ class SvgReader {
       return;
     }
     for (const transform of transforms) path.transform(transform);
-    const fields = { ...(id !== undefined && { id }) };
-    for (const key of KEPT) if (style[key] !== undefined) fields[key] = style[key];
-    const width = fields['stroke-width'];
-    if (width !== undefined) fields['stroke-width'] = widthAfter(transforms, width);
-    const parts = [...samplePath(path, this.step / (this.scale ?? 1))];
-    // Beside other parts a lone point is where a pen was moved to, and nothing is drawn.
-    const drawn = parts.filter((points) => points.length > 1);
-    for (const points of drawn.length > 0 ? drawn : parts) {
+    const fields = fieldsOf(style, id, transforms);
+    for (const points of drawnParts(path, this.step / (this.scale ?? 1))) {
       if (!points.every((point) => point.every(Number.isFinite))) {
         this.onProblem(line, `coordinates that are no finite numbers in "${shorten(data)}"`);
         continue;
@@ -136,6 +131,15 @@ class SvgReader {
       this.onStroke(line, { points, fields, ...(scale && { scale }), ...(area && { area }) });
     }
   }
+}
+
+/** What a stroke keeps of its element. */
+function fieldsOf(style, id, transforms) {
+  const fields = { ...(id !== undefined && { id }) };
+  for (const key of KEPT) if (style[key] !== undefined) fields[key] = style[key];
+  const width = fields['stroke-width'];
+  if (width !== undefined) fields['stroke-width'] = widthAfter(transforms, width);
+  return fields;
 }
 
 /** The width of a pen after transforms: it grows as the root of an area does. */
@@ -200,6 +204,13 @@ function parseStyle(text = '') {
       .filter(([name, value]) => name.trim() && value)
       .map(([name, value]) => [name.trim(), value.trim()]),
   );
+}
+
+/** Beside other parts a lone point is where a pen was moved to, and nothing is drawn. */
+function drawnParts(path, step) {
+  const parts = [...samplePath(path, step)];
+  const drawn = parts.filter((points) => points.length > 1);
+  return drawn.length > 0 ? drawn : parts;
 }
 
 /**
