@@ -38,9 +38,10 @@ const JOB = 32;
  * @param {LearnSettings} settings
  * @param {(strokes: number) => void} onProgress told the strokes that were compared
  * @returns {Promise<object>} `files`: texts of the template files by figure; `outlines`: how many
- *   each has; `folds`: how many parts; `sets`: for no templates, the shipped, the learnt ones
- *   and all that there is to choose from the numbers of outlines and the score; `better` and `worse`: strokes whose answer is worth more
- *   or less with the learnt ones than with the shipped ones; `gain`: by how much, all together
+ *   each has; `folds`: how many parts; `sets`: for no templates, the shipped, the learnt ones and
+ *   all that there is to choose from, the numbers of outlines and the score; `better` and `worse`:
+ *   strokes whose answer is worth more or less with the learnt ones than with the shipped ones;
+ *   `gain`: by how much, all together
  */
 async function learn(strokes, settings, onProgress) {
   const candidates = createCandidates(settings);

@@ -39,8 +39,8 @@ const PATH_DATA = {
 };
 
 /**
- * Collects the lines, polylines, polygons and paths of an SVG document, each part of a path as a stroke
- * of its own, in the units of the document's own drawing area.
+ * Collects the lines, polylines, polygons and paths of an SVG document, each part of a path as a
+ * stroke of its own, in the units of the document's own drawing area.
  *
  * Style sheets are not read. What is filled and has no outline is no ink and is passed over.
  */
