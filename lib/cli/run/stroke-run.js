@@ -75,16 +75,16 @@ async function runStrokes(options, { stderr }) {
   }
 }
 
-/** The work of all inputs, each piece with the name of its input. */
+/** The work of all inputs, each piece with its input: an object, since a name may come twice. */
 async function* readJobs({ inputs, step, scale, snap }, onBytes) {
-  for (const input of inputs) {
-    const name = displayName(input);
+  for (const path of inputs) {
+    const input = { name: displayName(path) };
     const neighbours = snap ? new Neighbours() : undefined;
-    for await (const job of readInk(input, { step, scale, onBytes })) {
+    for await (const job of readInk(path, { step, scale, onBytes })) {
       for (const { stroke } of job.records ?? []) {
         if (stroke) neighbours?.meet(stroke, scale ?? stroke.scale ?? 1);
       }
-      yield { input: name, ...job };
+      yield { input, ...job };
     }
   }
 }
@@ -115,13 +115,13 @@ class Report {
   add({ input, damage, passedOver, lines, figures, problems, box, area, scale }) {
     this.locate(input);
     if (damage) {
-      this.unread.push(input);
+      this.unread.push(input.name);
       const { lines: before } = this.position;
       this.progress.log(before > 0 ? `${damage}, after line ${before}` : damage);
       return;
     }
     for (const [line, problem] of problems) {
-      this.progress.log(`${input}:${this.position.lines + line}: ${problem}`);
+      this.progress.log(`${input.name}:${this.position.lines + line}: ${problem}`);
     }
     this.position.lines += lines;
     this.skipped += problems.length;
