@@ -84,22 +84,21 @@ QuadrangleKind kindOf(const std::array<Point2D, 4>& c) {
     return onePair ? QuadrangleKind::TRAPEZOID : QuadrangleKind::GENERAL;
 }
 
-/// How far points reach along an axis, from `low` to `high` behind its origin.
+/// How far points reach along an axis: from `low` behind its origin to `high`.
 struct Reach {
-    double low;
-    double high;
-
-    Reach(const Coarse& points, Vec origin, Vec along) {
-        const auto isBehind = [&](Vec a, Vec b) { return dot(a, along) < dot(b, along); };
-        const auto [first, last] = std::minmax_element(points.begin(), points.end(), isBehind);
-        low = dot(*first - origin, along);
-        high = dot(*last - origin, along);
-    }
+    double low = 0.0;
+    double high = 0.0;
 };
+
+Reach reachOf(const Coarse& points, Vec origin, Vec along) {
+    const auto isBehind = [&](Vec a, Vec b) { return dot(a, along) < dot(b, along); };
+    const auto [first, last] = std::minmax_element(points.begin(), points.end(), isBehind);
+    return {dot(*first - origin, along), dot(*last - origin, along)};
+}
 
 /// The line as it leans, between the feet of its outermost points.
 std::vector<Point2D> leaningLine(const Evidence& e, const ToUnits& units) {
-    const Reach reach(e.points, e.line.centre, e.line.along);
+    const Reach reach = reachOf(e.points, e.line.centre, e.line.along);
     const auto foot = [&](double at) { return units(e.line.centre + at * e.line.along); };
     std::vector<Point2D> line;
     drawLine(line, foot(reach.low), foot(reach.high));
@@ -201,7 +200,7 @@ detail::EllipseShape shapeOf(const EllipseFit& fit, const ToUnits& units) {
 /// feels how long it is.
 EllipseFit withinInk(EllipseFit fit, const Coarse& loop) {
     const Vec along{std::cos(fit.angle), std::sin(fit.angle)};
-    const Reach reach(loop, fit.centre, along);
+    const Reach reach = reachOf(loop, fit.centre, along);
     const double half = 0.5 * (reach.high - reach.low);
     if (fit.a > OVERSHOOT * half) {
         fit.centre = fit.centre + 0.5 * (reach.low + reach.high) * along;
