@@ -313,7 +313,8 @@ describe('arguments of optimizeAStroke', () => {
       for (const place of [1, 2]) assert.throws(() => call({ [place]: value }), TypeError);
     }
     for (const size of [0, -0, -800, NaN, Infinity, -Infinity, 1e308, 5e-324]) {
-      assert.deepEqual(call({ 1: size, 2: size, 3: [[]] }), { path: [A], type: 0 });
+      const path = [A, B];
+      assert.deepEqual(call([path, size, size, [[]]]), { path, type: 0 });
     }
   });
 

@@ -91,12 +91,16 @@ describe('the archive', () => {
     const expected = trackedFiles().filter((name) => inFolder.test(name) || alone.includes(name));
     assert.deepEqual([...names].sort(), [...expected, ...PREBUILT].sort());
     assert.ok(alone.every((name) => names.includes(name)));
+    assert.deepEqual(
+      names.filter((name) => /test|\.ndjson$/.test(path.basename(name))),
+      [],
+    );
   });
 
   test('is small, the modules aside', () => {
     const modules = archive.files.filter((file) => file.path.endsWith('.node'));
     assert.equal(modules.length, moduleNames().length);
-    assert.ok(archive.unpackedSize - modules.reduce((sum, { size }) => sum + size, 0) < 0.9e6);
+    assert.ok(archive.unpackedSize - modules.reduce((sum, { size }) => sum + size, 0) < 0.85e6);
   });
 
   test('runs nothing when it is installed', () => {
