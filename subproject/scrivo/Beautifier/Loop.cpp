@@ -150,7 +150,8 @@ Closure close(const Fine& fine) {
             const double gap = norm(at(fine, i) - at(fine, FINE - 1 - k));
             if (gap + charge < bestCost) {
                 bestCost = gap + charge;
-                best = {i, FINE - 1 - k, gap, static_cast<double>(i + k) / (FINE - 1)};
+                best = {i, FINE - 1 - k, FINE - 1 - k, gap,
+                        static_cast<double>(i + k) / (FINE - 1)};
             }
         }
     }

@@ -10,6 +10,7 @@ namespace Scrivo::beautifier {
 struct Closure {
     int first = 0;  ///< indices into the fine outline
     int last = FINE - 1;
+    int end = FINE - 1;    ///< last index of the last lap, where there are several
     double gap = 0.0;      ///< distance of the ends that remain
     double trimmed = 0.0;  ///< length that was cut, as a share of the whole length
 };
