@@ -97,7 +97,7 @@ export type Figure =
   | {
       kind: 'quadrangle';
       corners: [Place, Place, Place, Place];
-      subtype: 'general' | 'square' | 'rectangle' | 'rhombus' | 'parallelogram' | 'trapezoid';
+      subtype: 'general' | 'square' | 'rectangle' | 'rhombus' | 'parallelogram' | 'trapezoid' | 'kite';
     }
   | { kind: 'circle'; centre: Place; radius: number }
   | {

@@ -20,7 +20,15 @@ const FIGURES = Object.freeze(['dot', 'line', 'angle', 'triangle', 'quadrangle',
 const REASONS = [null, 'invalid', 'too-small', 'not-wanted', 'not-sure', 'no-figure'];
 
 const TRIANGLES = ['general', 'equilateral', 'isosceles', 'right'];
-const QUADRANGLES = ['general', 'square', 'rectangle', 'rhombus', 'parallelogram', 'trapezoid'];
+const QUADRANGLES = [
+  'general',
+  'square',
+  'rectangle',
+  'rhombus',
+  'parallelogram',
+  'trapezoid',
+  'kite',
+];
 
 const DEFAULTS = {
   figures: FIGURES,

@@ -1,6 +1,7 @@
 #include "Beautifier/Beautifier.h"
 
 #include "Beautifier/Evidence.h"
+#include "Beautifier/FigureOutline.h"
 #include "Beautifier/Idealise.h"
 #include "Beautifier/Score.h"
 
@@ -15,7 +16,6 @@ namespace Scrivo {
 namespace {
 
 using beautifier::Frame;
-using beautifier::Ideal;
 using beautifier::Verdict;
 
 // Below this probability a stroke resembles no figure at all.
@@ -44,25 +44,6 @@ Beautified asDrawn(std::span<const Point2D> stroke, Reason reason, double confid
     answer.reason = reason;
     answer.confidence = confidence;
     return answer;
-}
-
-/// Centroids of the samples in drawing-area units; empty strokes and those with
-/// coordinates that are no finite numbers have none.
-std::vector<Point2D> anchorsOf(std::span<const std::vector<Point2D>> strokes, double width,
-                               double height) {
-    std::vector<Point2D> anchors;
-    for (const auto& stroke : strokes) {
-        Point2D sum;
-        for (const Point2D& p : stroke) {
-            sum.x += p.x * width;
-            sum.y += p.y * height;
-        }
-        const auto n = static_cast<double>(stroke.size());
-        if (std::isfinite(sum.x / n) && std::isfinite(sum.y / n)) {
-            anchors.push_back({sum.x / n, sum.y / n, 0.0});
-        }
-    }
-    return anchors;
 }
 
 std::vector<Point2D> fractionsOf(std::vector<Point2D> outline, double width, double height) {
@@ -137,16 +118,15 @@ Beautified Beautifier::beautify(std::span<const Point2D> stroke, double width, d
         const bool isJudged = reason != Reason::NOT_WANTED;
         return asDrawn(stroke, reason, isJudged ? 1.0 - verdict->probability() : 1.0);
     }
-    const bool snaps = verdict->family == FigureFamily::LINE && m_options.nearbyStrokes;
-    const auto anchors = snaps ? anchorsOf(others, width, height) : std::vector<Point2D>();
-    Ideal ideal = evidence ? idealFigure(verdict->family, *evidence, frame, m_options, anchors)
-                           : beautifier::idealDot({frame.centre.x, frame.centre.y, 0.0});
+    Figure figure = evidence ? idealFigure(verdict->family, *evidence, frame, m_options,
+                                           {others, width, height})
+                             : DotFigure{{frame.centre.x, frame.centre.y, 0.0}};
     if (m_options.insideArea && verdict->family != FigureFamily::LINE) {
-        beautifier::moveInside(ideal, width, height);
+        beautifier::moveInside(figure, width, height);
     }
     // A figure in an area of next to no width may have no finite fractions of it.
-    std::vector<Point2D> path = fractionsOf(std::move(ideal.outline), width, height);
-    return isFinite(path) ? answerWith(std::move(path), ideal.figure, *verdict)
+    std::vector<Point2D> path = fractionsOf(beautifier::outlineOf(figure), width, height);
+    return isFinite(path) ? answerWith(std::move(path), figure, *verdict)
                           : asDrawn(stroke, Reason::INVALID, 1.0);
 }
 

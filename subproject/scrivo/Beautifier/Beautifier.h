@@ -19,6 +19,13 @@ namespace Scrivo {
 /// What a stroke can be taken for. Circles are ellipses.
 enum class FigureFamily : std::uint8_t { DOT, LINE, ANGLE, TRIANGLE, QUADRANGLE, ELLIPSE };
 
+/// Marks of other strokes that the ends of a line may snap to.
+enum class AnchorSort : std::uint8_t {
+    CENTRE,  ///< mean of the samples
+    END,     ///< of an open stroke of 20 units and more
+    CORNER   ///< of a stroke of 20 units and more
+};
+
 /// What a beautifier is to look for, and how eagerly.
 struct BeautifierOptions {
     /// The figures wanted. A stroke that is taken for another one stays ink;
@@ -32,14 +39,15 @@ struct BeautifierOptions {
     /// From 0 (only sure figures) to 1 (eager). Raising it never turns a figure
     /// back into ink and never makes another figure of it.
     double sensitivity = 0.5;
-    /// Nearly horizontal and vertical lines, legs and axes of ellipses become
-    /// so, and so does the lowest edge of a triangle or quadrangle: with it a
-    /// regular figure stands upright, any other one keeps its other edges.
+    /// Figures that are nearly level or upright by an edge, a diagonal, a leg or an
+    /// axis are turned as a whole until they are.
     bool horizontalVertical = true;
     /// Nearly regular triangles, quadrangles and ellipses become regular.
     bool regularFigures = true;
-    /// The ends of lines snap to nearby strokes.
+    /// The ends of lines snap to nearby strokes,
     bool nearbyStrokes = true;
+    /// namely to these marks of theirs.
+    std::set<AnchorSort> anchors{AnchorSort::CENTRE, AnchorSort::END, AnchorSort::CORNER};
     /// Figures, but not lines, that stick out of the drawing area are moved back
     /// into it as a whole, where they fit.
     bool insideArea = true;
@@ -83,7 +91,8 @@ enum class QuadrangleKind : std::uint8_t {
     RECTANGLE,
     RHOMBUS,
     PARALLELOGRAM,
-    TRAPEZOID
+    TRAPEZOID,
+    KITE
 };
 
 /// A closed outline of four edges.

@@ -1,5 +1,7 @@
 #include "Beautifier/ConstrainedFit.h"
 
+#include "Beautifier/Levelling.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -373,6 +375,7 @@ PolygonFit fitFreePolygon(const PolygonInk& ink) {
         const double half = 0.5 * (e.xx - e.yy);
         fit.squares += std::max(0.5 * (e.xx + e.yy) - std::sqrt(half * half + e.xy * e.xy), 0.0);
     }
+    fit.axis = leastLean(std::span(ink.corners).first(index(ink.edges)));
     return inDrawingOrder(fit, ink.reversed);
 }
 

@@ -59,7 +59,9 @@ struct KindRule {
 struct PolygonFit {
     int edges = 0;
     std::array<Vec, MAX_EDGES> corners;  ///< in drawing order
-    double axis = 0.0;                   ///< first angle of the kind, radians
+    /// First angle of the kind, radians; of free edges that of the one that leans
+    /// least.
+    double axis = 0.0;
     /// Sum of the squared distances of the points from the lines of their edges;
     /// infinite where there is no such polygon.
     double squares = 0.0;

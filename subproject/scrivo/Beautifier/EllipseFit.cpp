@@ -8,6 +8,10 @@ namespace Scrivo::beautifier {
 
 namespace {
 
+// Circles stray from the circle by as much more than from the best ellipse, root
+// mean square, share of the diameter; see docs/beautifier.md.
+constexpr double ROUND = 0.044;
+
 constexpr int STEPS = 3;
 constexpr std::size_t UNKNOWNS = 5;
 constexpr double LEAST_RADIUS = 0.01;  // of a figure whose longer side is 1
@@ -96,13 +100,13 @@ bool solve(Normal& m, Row& x) {
 }
 
 /// One Gauss-Newton step with a slight damping: the angle of a circle is free.
-bool improve(EllipseFit& fit, const Coarse& loop) {
+bool improve(EllipseFit& fit, std::span<const Vec> points) {
     Normal m{};
     const double c = std::cos(fit.angle);
     const double s = std::sin(fit.angle);
-    for (std::size_t i = 0; i + 1 < loop.size(); ++i) {
+    for (const Vec& p : points) {
         Row j;
-        const double r = residual(fit, loop[i], c, s, &j);
+        const double r = residual(fit, p, c, s, &j);
         for (std::size_t a = 0; a < UNKNOWNS; ++a) {
             for (std::size_t b = a; b < UNKNOWNS; ++b) {
                 m[a][b] += j[a] * j[b];
@@ -127,30 +131,32 @@ bool improve(EllipseFit& fit, const Coarse& loop) {
     return true;
 }
 
-void judge(EllipseFit& fit, const Coarse& loop) {
+void judge(EllipseFit& fit, std::span<const Vec> points) {
     const double c = std::cos(fit.angle);
     const double s = std::sin(fit.angle);
     double squares = 0.0;
     fit.worst = 0.0;
-    for (std::size_t i = 0; i + 1 < loop.size(); ++i) {
-        const double r = residual(fit, loop[i], c, s, nullptr);
+    for (const Vec& p : points) {
+        const double r = residual(fit, p, c, s, nullptr);
         squares += r * r;
         fit.worst = std::max(fit.worst, std::abs(r));
     }
-    fit.rms = std::sqrt(squares / (COARSE - 1));
+    fit.rms = std::sqrt(squares / static_cast<double>(points.size()));
 }
 
 }  // namespace
 
 EllipseFit fitEllipseTo(const Coarse& loop) {
-    EllipseFit best = fromMoments(loop);
-    if (!best.found) {
-        return best;
-    }
-    judge(best, loop);
-    EllipseFit fit = best;
-    for (int i = 0; i < STEPS && improve(fit, loop); ++i) {
-        judge(fit, loop);
+    const EllipseFit start = fromMoments(loop);
+    // The last point is the first one.
+    return start.found ? refined(start, std::span(loop).first(COARSE - 1)) : start;
+}
+
+EllipseFit refined(EllipseFit fit, std::span<const Vec> points) {
+    judge(fit, points);
+    EllipseFit best = fit;
+    for (int i = 0; i < STEPS && improve(fit, points); ++i) {
+        judge(fit, points);
         best = fit.rms < best.rms ? fit : best;
     }
     if (best.a < best.b) {
@@ -158,6 +164,51 @@ EllipseFit fitEllipseTo(const Coarse& loop) {
         best.angle += std::acos(0.0);
     }
     return best;
+}
+
+EllipseFit fitCircle(const EllipseFit& fit, std::span<const Vec> points) {
+    const auto n = static_cast<double>(points.size());
+    EllipseFit circle = fit;
+    circle.angle = 0.0;
+    circle.a = circle.b = std::sqrt(fit.a * fit.b);
+    for (int i = 0; i < STEPS; ++i) {
+        // Unknowns: how far the centre moves and the radius itself. Of points all
+        // around, the means of the directions nearly vanish.
+        double xx = 0.0;
+        double xy = 0.0;
+        double yy = 0.0;
+        double mean = 0.0;
+        Vec first;
+        Vec moment;
+        for (const Vec& p : points) {
+            const Vec d = p - circle.centre;
+            const double r = std::max(norm(d), LEAST_RADIUS);
+            const Vec u = (1.0 / r) * d;
+            mean += r / n;
+            first = first + (1.0 / n) * u;
+            moment = moment + (r / n) * u;
+            xx += u.x * u.x / n;
+            xy += u.x * u.y / n;
+            yy += u.y * u.y / n;
+        }
+        xx -= first.x * first.x;
+        xy -= first.x * first.y;
+        yy -= first.y * first.y;
+        const Vec right = moment - mean * first;
+        const double determinant = std::max(xx * yy - xy * xy, 1e-3);
+        const Vec step{(yy * right.x - xy * right.y) / determinant,
+                       (xx * right.y - xy * right.x) / determinant};
+        circle.centre = circle.centre + step;
+        circle.a = circle.b = std::max(mean - dot(first, step), LEAST_RADIUS);
+    }
+    judge(circle, points);
+    return circle;
+}
+
+EllipseFit chooseRound(const EllipseFit& fit, std::span<const Vec> points) {
+    const EllipseFit circle = fitCircle(fit, points);
+    const double excess = circle.rms * circle.rms - fit.rms * fit.rms;
+    return excess <= ROUND * ROUND * 4.0 * fit.a * fit.b ? circle : fit;
 }
 
 }  // namespace Scrivo::beautifier

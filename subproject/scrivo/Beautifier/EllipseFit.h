@@ -2,6 +2,8 @@
 
 #include "Beautifier/Outline.h"
 
+#include <span>
+
 namespace Scrivo::beautifier {
 
 struct EllipseFit {
@@ -19,5 +21,15 @@ struct EllipseFit {
 /// on the distances to first order (Sampson: Fitting conic sections to very
 /// scattered data, 1982). Not found when the curve encloses no area.
 EllipseFit fitEllipseTo(const Coarse& loop);
+
+/// The ellipse next to `fit` by Gauss-Newton steps on other points.
+EllipseFit refined(EllipseFit fit, std::span<const Vec> points);
+
+/// The circle that fits the points best, by Gauss-Newton steps from `fit`.
+EllipseFit fitCircle(const EllipseFit& fit, std::span<const Vec> points);
+
+/// The circle, where `fit` is as round as what people draw for circles; `fit`
+/// otherwise.
+EllipseFit chooseRound(const EllipseFit& fit, std::span<const Vec> points);
 
 }  // namespace Scrivo::beautifier

@@ -1,25 +1,27 @@
 #pragma once
 
-#include "Beautifier/ConstrainedFit.h"
+#include "Beautifier/KindChoice.h"
 
-#include <array>
+#include <span>
 
 /// Squares, rectangles, rhombuses and the like.
 namespace Scrivo::beautifier {
 
-enum class FourEdges {
+enum FourEdges : int {
     SQUARE,
+    STANDING_SQUARE,  ///< on a corner
     RECTANGLE,
     RHOMBUS,
     PARALLELOGRAM,
     KITE,
     ISOSCELES_TRAPEZOID,
     TRAPEZOID,
-    GENERAL
+    ANY_QUADRANGLE
 };
-inline constexpr int FOUR_EDGES = 8;
 
-/// The best polygon of every kind, by `FourEdges`.
-std::array<PolygonFit, FOUR_EDGES> fitQuadrangles(const PolygonInk& ink);
+/// All kinds but the free one, of ascending freedom.
+std::span<const Kind> quadrangleKinds();
+
+KindChoice chooseQuadrangle(const PolygonInk& ink);
 
 }  // namespace Scrivo::beautifier

@@ -1,16 +1,17 @@
 #pragma once
 
-#include "Beautifier/ConstrainedFit.h"
+#include "Beautifier/KindChoice.h"
 
-#include <array>
+#include <span>
 
 /// Equilateral, isosceles and right triangles.
 namespace Scrivo::beautifier {
 
-enum class ThreeEdges { EQUILATERAL, RIGHT_ISOSCELES, ISOSCELES, RIGHT, GENERAL };
-inline constexpr int THREE_EDGES = 5;
+enum ThreeEdges : int { EQUILATERAL, RIGHT_ISOSCELES, ISOSCELES, RIGHT, ANY_TRIANGLE };
 
-/// The best polygon of every kind, by `ThreeEdges`.
-std::array<PolygonFit, THREE_EDGES> fitTriangles(const PolygonInk& ink);
+/// All kinds but the free one, of ascending freedom.
+std::span<const Kind> triangleKinds();
+
+KindChoice chooseTriangle(const PolygonInk& ink);
 
 }  // namespace Scrivo::beautifier
