@@ -8,11 +8,12 @@
 // points in turn, without names.
 
 #include "Beautifier/Beautifier.h"
-#include "Beautifier/Features.h"
+#include "Beautifier/judge/Features.h"
 
 #include <cstdio>
 #include <iostream>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -40,14 +41,14 @@ bool readStroke(std::istream& in, Stroke& stroke) {
 
 void printFeatures(const Scrivo::Beautifier& /*beautifier*/, const Stroke& stroke) {
     using namespace Scrivo::beautifier;
-    const Frame frame = measure(stroke, WIDTH, HEIGHT);
-    std::printf("%.9g %.9g %.9g", frame.extent, frame.diagonal,
-                travel(stroke, WIDTH, HEIGHT, frame));
+    const Ink ink{stroke, WIDTH, HEIGHT};
+    const Frame frame = measure(ink);
+    std::printf("%.9g %.9g %.9g", frame.extent, frame.diagonal, travel(ink, frame));
     if (!frame.measurable || frame.extent <= 0.0) {
         std::printf(" -1\n");
         return;
     }
-    const Evidence evidence = examine(resample(stroke, WIDTH, HEIGHT, frame));
+    const Evidence evidence = examine(resample(ink, frame));
     std::printf(" %d", evidence.closed ? 1 : 0);
     for (const double value : featuresOf(evidence)) {
         std::printf(" %.9g", value);
@@ -57,8 +58,9 @@ void printFeatures(const Scrivo::Beautifier& /*beautifier*/, const Stroke& strok
 
 std::string featureNames() {
     std::string names = "extent diagonal travel closed";
-    for (int i = 0; i < Scrivo::beautifier::FEATURE_COUNT; ++i) {
-        names += std::string(" ") + Scrivo::beautifier::featureName(i);
+    for (const std::string_view name : Scrivo::beautifier::FEATURE_NAMES) {
+        names += ' ';
+        names += name;
     }
     return names + "\n";
 }

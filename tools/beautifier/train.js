@@ -1,7 +1,7 @@
 'use strict';
 
 // Learns the beautifier's numbers from labelled strokes and writes them to
-// subproject/scrivo/Beautifier/Model.inc, and the reliability plot to
+// subproject/scrivo/Beautifier/judge/Model.inc and figures/DotModel.inc, and the reliability plot to
 // docs/images/reliability.svg. The same strokes give the same bytes.
 //
 //   node tools/beautifier/train.js STROKES [--without LINE,LINE...]
@@ -180,10 +180,11 @@ function dotModels(strokes) {
 
 const number = (value) => String(Number(value.toPrecision(7)));
 
-function modelText(command, model, thresholds, dots) {
-  const lines = [
-    `// Written by \`${command}\`; do not edit.`,
-    '',
+const head = (command) => [`// Written by \`${command}\`; do not edit.`, ''];
+
+function dotText(command, dots) {
+  return [
+    ...head(command),
     'constexpr std::array DOT_MODELS{',
     ...dots.map(({ extent, least, most, sure, slip, logit }) => {
       const numbers = [extent, least, most].map(number).join(', ');
@@ -191,16 +192,20 @@ function modelText(command, model, thresholds, dots) {
     }),
     '};',
     '',
-  ];
+  ].join('\n');
+}
+
+function modelText(command, model, thresholds) {
+  const lines = head(command);
   for (const name of NAMES) {
     const { weights, trees } = model[name];
     lines.push(`constexpr std::array ${name.toUpperCase()}_TERMS{`);
     FAMILIES[name].terms.forEach(({ feature, form }, i) =>
-      lines.push(`    Term{${feature}, Form::${form}, ${number(weights[i])}},`),
+      lines.push(`    Term{"${feature}"_f, Form::${form}, ${number(weights[i])}},`),
     );
     lines.push('};', '', `constexpr std::array ${name.toUpperCase()}_TREES{`);
     trees.forEach(({ cuts, leaves }) => {
-      const asked = cuts.map(({ feature, at }) => `{${feature}, ${number(at)}}`).join(', ');
+      const asked = cuts.map(({ feature, at }) => `{"${feature}"_f, ${number(at)}}`).join(', ');
       lines.push(`    Tree{{{${asked}}}, {${leaves.map(number).join(', ')}}},`);
     });
     lines.push('};', '');
@@ -209,7 +214,7 @@ function modelText(command, model, thresholds, dots) {
   for (const name of NAMES) {
     const upper = name.toUpperCase();
     lines.push(
-      `    FamilyModel{FigureFamily::${upper}, ${FAMILIES[name].closed}, ` +
+      `    FamilyModel{FigureFamily::${upper}, ` +
         `${number(model[name].bias)}, ${number(thresholds[name])}, ${upper}_TERMS, ${upper}_TREES},`,
     );
   }
@@ -252,10 +257,10 @@ function main() {
   const model = calibrated(fitFamilies(rows, PENALTY), scale);
   const excluded = without.size > 0 ? ` --without ${[...without].join(',')}` : '';
   const command = `node tools/beautifier/train.js ${path.basename(file)}${excluded}`;
-  writeFileSync(
-    path.join(ROOT, 'subproject/scrivo/Beautifier/Model.inc'),
-    modelText(command, model, thresholds, dotModels(strokes)),
-  );
+  const write = (file, text) =>
+    writeFileSync(path.join(ROOT, 'subproject/scrivo/Beautifier', file), text);
+  write('judge/Model.inc', modelText(command, model, thresholds));
+  write('figures/DotModel.inc', dotText(command, dotModels(strokes)));
   const answers = judgements
     .filter(({ row }) => row.original)
     .map((j) => ({ confidence: sigmoid(j.score), right: j.family === j.row.family }));
