@@ -1,0 +1,61 @@
+#include "Beautifier/figures/Angle.h"
+
+#include "Beautifier/fit/Corners.h"
+#include "Beautifier/fit/Levelling.h"
+#include "Beautifier/fit/Share.h"
+#include "Beautifier/fit/StraightFit.h"
+#include "Scrivo/Polygon.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace Scrivo::beautifier {
+
+namespace {
+
+// Radians that a leg which was meant level leans at most.
+constexpr double MAX_LEAN = 0.087;
+
+/// The two-piece polyline: its one corner is the vertex.
+Corners fitTo(const Evidence& e) {
+    return cornersOf(e.points, e.scatter, e.polylines[1], false, e.size);
+}
+
+}  // namespace
+
+std::array<double, AngleFamily::FEATURES.size()> AngleFamily::measure(const Evidence& e) {
+    const Corners fit = fitTo(e);
+    const Vec a = e.points.front() - fit.at[0];
+    const Vec b = e.points.back() - fit.at[0];
+    const Vec ink = e.points[static_cast<std::size_t>(e.polylines[1].knots[1])];
+    const double legs = norm(e.points.front() - ink) + norm(e.points.back() - ink);
+    const double opening = std::abs(turn(a, b));
+    const double turning = std::abs(e.bends.absolute - (std::numbers::pi - opening));
+    return {std::exp(share(e.polylines[1].rms, e.size) - share(e.polylines[0].rms, e.size)),
+            share(fit.worst, e.size),
+            share(std::min(norm(a), norm(b)), std::max(norm(a), norm(b))),
+            share(e.length - legs, e.size),
+            std::min(turning, MAX_TURNING),
+            opening};
+}
+
+Figure AngleFamily::idealise(const Fitted& fitted) {
+    const LegsFit fit = fitLegs(fitted.evidence);
+    std::array<Vec, 3> at{fit.from, fit.vertex, fit.to};
+    if (fitted.options.horizontalVertical) {
+        levelLegs(at, MAX_LEAN);
+    }
+    const double opening = std::abs(turn(at[0] - at[1], at[2] - at[1]));
+    const Frame& frame = fitted.frame;
+    return AngleFigure{frame.toUnits(at[0]), frame.toUnits(at[1]), frame.toUnits(at[2]), opening};
+}
+
+std::vector<Point2D> outlineOf(const AngleFigure& angle) {
+    std::vector<Point2D> out;
+    drawLine(out, angle.from, angle.vertex);
+    drawLine(out, angle.vertex, angle.to);
+    return out;
+}
+
+}  // namespace Scrivo::beautifier

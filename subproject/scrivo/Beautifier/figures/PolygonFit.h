@@ -1,0 +1,39 @@
+#pragma once
+
+#include "Beautifier/figures/Family.h"
+#include "Beautifier/fit/Corners.h"
+#include "Beautifier/fit/KindChoice.h"
+
+/// What triangles and quadrangles share.
+namespace Scrivo::beautifier {
+
+/// The closed polygon of `count` corners that fits the loop best. The ends of
+/// the stroke must meet.
+Corners fitPolygon(const Evidence& evidence, int count);
+
+/// A gap over the shortest side is cut off here: a gap that wide is a missing
+/// side.
+inline constexpr double MAX_GAP = 1.5;
+
+struct PolygonFeatures {
+    double worst = 0.0;    ///< log of the largest distance of the ink
+    double side = 0.0;     ///< log of the shortest over the longest side
+    double angle = 0.0;    ///< largest interior angle, radians
+    double gap = 0.0;      ///< over the shortest side
+    double winding = 0.0;  ///< how far the bends at the corners miss one full turn
+};
+
+PolygonFeatures measurePolygon(const Evidence& evidence, int count);
+
+/// The ink of all laps, without the tails, along the edges of the polygon of
+/// `count` corners.
+PolygonInk inkOf(const Evidence& evidence, int count);
+
+/// The corners of the choice in drawing-area units, made level where `options`
+/// permit.
+void placeCorners(std::span<Point2D> corners, const KindChoice& choice, const Fitted& fitted);
+
+/// Outline of a closed polygon, 21 points an edge.
+std::vector<Point2D> polygonOutline(std::span<const Point2D> corners);
+
+}  // namespace Scrivo::beautifier

@@ -1,0 +1,60 @@
+#include "Beautifier/figures/Quadrangle.h"
+
+#include "Beautifier/figures/PolygonFit.h"
+#include "Beautifier/figures/QuadrangleKinds.h"
+
+namespace Scrivo::beautifier {
+
+namespace {
+
+// Corners that miss one full turn by more belong to sides that cross.
+constexpr double CROSSED = 3.0;
+
+QuadrangleKind kindOf(FourEdges kind) {
+    switch (kind) {
+        case SQUARE:
+        case STANDING_SQUARE:
+            return QuadrangleKind::SQUARE;
+        case RECTANGLE:
+            return QuadrangleKind::RECTANGLE;
+        case RHOMBUS:
+            return QuadrangleKind::RHOMBUS;
+        case PARALLELOGRAM:
+            return QuadrangleKind::PARALLELOGRAM;
+        case KITE:
+            return QuadrangleKind::KITE;
+        case ISOSCELES_TRAPEZOID:
+        case TRAPEZOID:
+            return QuadrangleKind::TRAPEZOID;
+        default:
+            return QuadrangleKind::GENERAL;
+    }
+}
+
+}  // namespace
+
+std::array<double, QuadrangleFamily::FEATURES.size()> QuadrangleFamily::measure(const Evidence& e) {
+    const PolygonFeatures f = measurePolygon(e, 4);
+    return {f.worst, f.side, f.angle, f.gap, f.winding};
+}
+
+bool QuadrangleFamily::competes(std::span<const double> own) {
+    return own.back() <= CROSSED;
+}
+
+Figure QuadrangleFamily::idealise(const Fitted& fitted) {
+    const PolygonInk ink = inkOf(fitted.evidence, 4);
+    const KindChoice choice = fitted.options.regularFigures
+                                  ? chooseQuadrangle(ink)
+                                  : KindChoice{ANY_QUADRANGLE, fitFreePolygon(ink)};
+    QuadrangleFigure quadrangle;
+    quadrangle.subtype = kindOf(static_cast<FourEdges>(choice.kind));
+    placeCorners(quadrangle.corners, choice, fitted);
+    return quadrangle;
+}
+
+std::vector<Point2D> outlineOf(const QuadrangleFigure& quadrangle) {
+    return polygonOutline(quadrangle.corners);
+}
+
+}  // namespace Scrivo::beautifier
