@@ -175,13 +175,14 @@ Napi::Array describeFigures(Napi::Env env, std::index_sequence<I...> /*indices*/
     return result;
 }
 
-/// [name, type] of every family, by its number.
+/// [name, type, kinds] of every family, by its number.
 Napi::Array describeFamilies(Napi::Env env) {
     Napi::Array result = Napi::Array::New(env);
     for (const auto& family : Scrivo::beautifier::families()) {
-        const Napi::Array entry = Napi::Array::New(env, 2);
+        const Napi::Array entry = Napi::Array::New(env, 3);
         entry.Set(0U, Napi::String::New(env, std::string(family.name)));
         entry.Set(1U, Napi::Number::New(env, family.code));
+        entry.Set(2U, toArray(env, family.kinds));
         result.Set(result.Length(), entry);
     }
     return result;

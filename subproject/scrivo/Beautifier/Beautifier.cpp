@@ -17,12 +17,20 @@ namespace {
 
 using beautifier::Evidence;
 using beautifier::Family;
+using beautifier::Fitted;
 using beautifier::Frame;
 using beautifier::Ink;
 using beautifier::Verdict;
 
 // Below this probability a stroke resembles no figure at all.
 constexpr double RESEMBLANCE = 0.1;
+
+// Alternatives below this probability are not worth offering.
+constexpr double MIN_PROBABILITY = 0.01;
+
+bool isUsable(const Ink& ink, const Frame& frame) {
+    return frame.measurable && ink.width > 0.0 && ink.height > 0.0;
+}
 
 /// A verdict that needs no fit, where a family has one.
 std::optional<Verdict> judgeUnfitted(const Ink& ink, const Frame& frame,
@@ -33,6 +41,51 @@ std::optional<Verdict> judgeUnfitted(const Ink& ink, const Frame& frame,
         }
     }
     return std::nullopt;
+}
+
+/// What a stroke may be, likeliest first, and what it was judged by.
+struct Judged {
+    std::vector<Verdict> verdicts;
+    Evidence evidence;  ///< empty when the verdict needed no fit
+};
+
+Judged judge(const Ink& ink, const Frame& frame, const BeautifierOptions& options) {
+    if (const auto verdict = judgeUnfitted(ink, frame, options)) {
+        return {{*verdict}, {}};
+    }
+    const Evidence evidence = beautifier::examine(beautifier::resample(ink, frame));
+    return {beautifier::rank(evidence), evidence};
+}
+
+/// Fits for a family that was not judged by any, or for ends that do not meet.
+Evidence evidenceFor(const Family& family, Judged judged, const Ink& ink, const Frame& frame) {
+    const bool isJudgedUnfitted = judged.evidence.length == 0.0;
+    if (isJudgedUnfitted && family.needsFit) {
+        judged.evidence = beautifier::examine(beautifier::resample(ink, frame));
+    }
+    if (family.closed) {
+        beautifier::takeAsClosed(judged.evidence);
+    }
+    return judged.evidence;
+}
+
+/// Probabilities of `verdicts` but of `except`, scaled so that they come to
+/// `rest` at most.
+std::vector<Alternative> alternativesOf(std::span<const Verdict> verdicts,
+                                        std::optional<FigureFamily> except, double rest) {
+    std::vector<Alternative> result;
+    double sum = 0.0;
+    for (const Verdict& verdict : verdicts) {
+        if (verdict.family != except) {
+            result.push_back({verdict.family, verdict.probability()});
+            sum += verdict.probability();
+        }
+    }
+    for (Alternative& alternative : result) {
+        alternative.probability *= sum > rest ? rest / sum : 1.0;
+    }
+    std::erase_if(result, [](const auto& a) { return a.probability < MIN_PROBABILITY; });
+    return result;
 }
 
 Beautified asDrawn(std::span<const Point2D> stroke, Reason reason, double confidence) {
@@ -62,6 +115,32 @@ Reason objection(const Verdict& verdict, const BeautifierOptions& options) {
     }
     const bool wanted = options.figures.count(verdict.family) > 0;
     return wanted ? Reason::RECOGNISED : Reason::NOT_WANTED;
+}
+
+/// The answer with the ideal figure of `family`; as drawn when its outline has no
+/// finite fractions of the area, as in one of next to no width.
+Beautified idealise(const Family& family, const Fitted& fitted, const Ink& ink) {
+    Beautified answer;
+    answer.figure = family.idealise(fitted);
+    std::vector<Point2D> outline = beautifier::outlineOf(answer.figure);
+    if (fitted.options.insideArea && family.staysInside &&
+        beautifier::moveInside(answer.figure, outline, ink.width, ink.height)) {
+        outline = beautifier::outlineOf(answer.figure);
+    }
+    answer.path = fractionsOf(std::move(outline), ink.width, ink.height);
+    if (!isFinite(answer.path)) {
+        return asDrawn(ink.samples, Reason::INVALID, 1.0);
+    }
+    answer.type = family.code;
+    answer.reason = Reason::RECOGNISED;
+    return answer;
+}
+
+void check(const Wish& wish) {
+    const Family* const family = beautifier::findFamily(wish.family());
+    if (family == nullptr || (wish.kind() && *wish.kind() >= family->kinds.size())) {
+        throw std::invalid_argument("there is no such family or kind");
+    }
 }
 
 void check(const BeautifierOptions& options) {
@@ -100,36 +179,58 @@ Beautified Beautifier::beautify(std::span<const Point2D> stroke, double width, d
                                 std::span<const std::vector<Point2D>> others) const {
     const Ink ink{stroke, width, height};
     const Frame frame = beautifier::measure(ink);
-    if (!frame.measurable || !(width > 0.0) || !(height > 0.0)) {
+    if (!isUsable(ink, frame)) {
         return asDrawn(stroke, Reason::INVALID, 1.0);
     }
     if (frame.extent < m_options.minSize) {
         return asDrawn(stroke, Reason::TOO_SMALL, 1.0);
     }
-    Evidence evidence;
-    std::optional<Verdict> verdict = judgeUnfitted(ink, frame, m_options);
-    if (!verdict) {
-        evidence = beautifier::examine(beautifier::resample(ink, frame));
-        verdict = beautifier::judge(evidence);
-    }
-    const Reason reason = objection(*verdict, m_options);
+    const Judged judged = judge(ink, frame, m_options);
+    const Verdict& verdict = judged.verdicts.front();
+    const double confidence = verdict.probability();
+    const Reason reason = objection(verdict, m_options);
     if (reason != Reason::RECOGNISED) {
         const bool isJudged = reason != Reason::NOT_WANTED;
-        return asDrawn(stroke, reason, isJudged ? 1.0 - verdict->probability() : 1.0);
+        Beautified answer = asDrawn(stroke, reason, isJudged ? 1.0 - confidence : 1.0);
+        answer.alternatives = alternativesOf(judged.verdicts, std::nullopt, 1.0);
+        return answer;
     }
-    const Family& family = *beautifier::findFamily(verdict->family);
-    Figure figure = family.idealise({frame, evidence, m_options, {others, width, height}});
-    std::vector<Point2D> outline = beautifier::outlineOf(figure);
-    if (m_options.insideArea && family.staysInside &&
-        beautifier::moveInside(figure, outline, width, height)) {
-        outline = beautifier::outlineOf(figure);
+    const Family& family = *beautifier::findFamily(verdict.family);
+    Beautified answer =
+        idealise(family, {frame, judged.evidence, m_options, {others, width, height}}, ink);
+    if (answer.reason == Reason::RECOGNISED) {
+        answer.confidence = confidence;
+        answer.alternatives = alternativesOf(judged.verdicts, verdict.family, 1.0 - confidence);
     }
-    // A figure in an area of next to no width may have no finite fractions of it.
-    std::vector<Point2D> path = fractionsOf(std::move(outline), width, height);
-    if (!isFinite(path)) {
+    return answer;
+}
+
+Beautified Beautifier::beautifyAs(Wish wish, std::span<const Point2D> stroke, double width,
+                                  double height,
+                                  std::span<const std::vector<Point2D>> others) const {
+    check(wish);
+    const Family& family = *beautifier::findFamily(wish.family());
+    const Ink ink{stroke, width, height};
+    const Frame frame = beautifier::measure(ink);
+    if (!isUsable(ink, frame)) {
         return asDrawn(stroke, Reason::INVALID, 1.0);
     }
-    return {std::move(path), family.code, verdict->probability(), figure, Reason::RECOGNISED};
+    if (family.needsFit && !(frame.extent > 0.0)) {
+        return asDrawn(stroke, Reason::NO_FIGURE, 1.0);
+    }
+    const Judged judged = judge(ink, frame, m_options);
+    const Evidence evidence = evidenceFor(family, judged, ink, frame);
+    Beautified answer =
+        idealise(family, {frame, evidence, m_options, {others, width, height}, wish.kind()}, ink);
+    if (answer.reason == Reason::RECOGNISED) {
+        const auto all = alternativesOf(judged.verdicts, std::nullopt, 1.0);
+        for (const Alternative& one : all) {
+            answer.confidence = one.family == wish.family() ? one.probability : answer.confidence;
+        }
+        answer.alternatives =
+            alternativesOf(judged.verdicts, wish.family(), 1.0 - answer.confidence);
+    }
+    return answer;
 }
 
 }  // namespace Scrivo

@@ -5,6 +5,7 @@
 #include "Beautifier/Figure.h"
 
 #include <cstdint>
+#include <optional>
 #include <set>
 #include <span>
 #include <vector>
@@ -66,6 +67,12 @@ enum class Reason : std::uint8_t {
     NO_FIGURE,   ///< it resembles none
 };
 
+/// Another family that the stroke may have been meant as.
+struct Alternative {
+    FigureFamily family = FigureFamily::LINE;
+    double probability = 0.0;  ///< from 0 to 1; together with the answer's at most 1
+};
+
 /// The answer to one stroke.
 struct Beautified {
     /// Fractions of the drawing area: the figure's outline with as many points as
@@ -79,6 +86,33 @@ struct Beautified {
     double confidence = 0.0;
     Figure figure;                      ///< in drawing-area units
     Reason reason = Reason::NO_FIGURE;  ///< why there is no figure
+    /// Families worth offering beside the answer, likeliest first: those with a
+    /// probability of 1 % and more. A stroke that stays ink may have them too.
+    std::vector<Alternative> alternatives;
+};
+
+/// What a stroke is to become: a family, or one of its kinds. Dots, lines and
+/// angles have no kinds.
+class Wish {
+public:
+    /// The kind is chosen as `beautify` chooses it.
+    Wish(FigureFamily family) : m_family(family) {}
+    Wish(TriangleKind kind) : Wish(FigureFamily::TRIANGLE, kind) {}
+    Wish(QuadrangleKind kind) : Wish(FigureFamily::QUADRANGLE, kind) {}
+    Wish(EllipseKind kind) : Wish(FigureFamily::ELLIPSE, kind) {}
+
+    /// The family that is wished for.
+    FigureFamily family() const { return m_family; }
+    /// The kind as a number of its enumeration; none when any kind will do.
+    std::optional<std::uint8_t> kind() const { return m_kind; }
+
+private:
+    template <typename Kind>
+    Wish(FigureFamily family, Kind kind)
+        : m_family(family), m_kind(static_cast<std::uint8_t>(kind)) {}
+
+    FigureFamily m_family;
+    std::optional<std::uint8_t> m_kind;
 };
 
 /// Immutable: any number of threads may share one.
@@ -97,6 +131,15 @@ public:
     /// an answer; throws std::bad_alloc only.
     Beautified beautify(std::span<const Point2D> stroke, double width, double height,
                         std::span<const std::vector<Point2D>> others = {}) const;
+
+    /// The best figure of the wished family or kind for this stroke, whatever its
+    /// score: `figures`, `minSize` and `sensitivity` do not count, the other
+    /// options do. `confidence` is the probability that the family is right. The
+    /// stroke as drawn comes back only as `INVALID`, and as `NO_FIGURE` where all
+    /// samples coincide and no dot is wished for. Throws std::invalid_argument for
+    /// a family or kind that is no member of its enumeration.
+    Beautified beautifyAs(Wish wish, std::span<const Point2D> stroke, double width, double height,
+                          std::span<const std::vector<Point2D>> others = {}) const;
 
 private:
     BeautifierOptions m_options;

@@ -61,6 +61,9 @@ struct QuadrangleFigure {
     QuadrangleKind subtype = QuadrangleKind::GENERAL;  ///< the kind that it was made
 };
 
+/// Kinds that an ellipse can be asked for as.
+enum class EllipseKind : std::uint8_t { ELLIPSE, CIRCLE };
+
 /// An ellipse whose axes are equally long.
 struct CircleFigure {
     Point2D centre;       ///< of the outline

@@ -9,6 +9,7 @@ struct DotFamily : FamilyDefaults {
     static constexpr FigureFamily FAMILY = FigureFamily::DOT;
     static constexpr std::string_view NAME = "dot";
     static constexpr std::int32_t CODE = FIGURE_POINT;
+    static constexpr bool NEEDS_FIT = false;
 
     /// A tap, a press that is held, a scribble too small to hold a letter or,
     /// where dots are wanted, the short slip of a finger.

@@ -74,7 +74,9 @@ Figure EllipseFamily::idealise(const Fitted& fitted) {
         isOneLap ? std::span<const Vec>(e.closed->loop).first(LOOP) : lapsOf(e.fine, closure);
     const EllipseFit fit = withinInk(isOneLap ? first : refined(first, points), points);
     const CircleFit circle = fitCircleTo(points, fit.centre);
-    if (fitted.options.regularFigures && isRound(fit, circle)) {
+    const bool isCircle = fitted.kind ? *fitted.kind == static_cast<int>(EllipseKind::CIRCLE)
+                                      : fitted.options.regularFigures && isRound(fit, circle);
+    if (isCircle) {
         return CircleFigure{fitted.frame.toUnits(circle.centre),
                             fitted.frame.extent * circle.radius};
     }

@@ -9,6 +9,7 @@ struct EllipseFamily : FamilyDefaults {
     static constexpr FigureFamily FAMILY = FigureFamily::ELLIPSE;
     static constexpr std::string_view NAME = "ellipse";
     static constexpr std::int32_t CODE = FIGURE_ELLIPSE;
+    static constexpr std::array<std::string_view, 2> KINDS{"ellipse", "circle"};
     static constexpr bool CLOSED = true;
 
     static constexpr std::array<std::string_view, 3> FEATURES{

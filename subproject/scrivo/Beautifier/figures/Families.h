@@ -41,6 +41,8 @@ struct Family {
     FigureFamily family;
     std::string_view name;
     std::int32_t code;
+    bool needsFit;
+    std::span<const std::string_view> kinds;
     bool closed;
     bool staysInside;
     std::span<const std::string_view> features;

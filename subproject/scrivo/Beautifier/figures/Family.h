@@ -37,10 +37,16 @@ struct Fitted {
     const Evidence& evidence;  ///< empty when the family was judged unfitted
     const BeautifierOptions& options;
     Surroundings around;
+    /// Number of the kind that is wished for; none: the one that was meant.
+    std::optional<std::uint8_t> kind = std::nullopt;
 };
 
 /// Defaults of the members that a family may leave out.
 struct FamilyDefaults {
+    /// The ideal figure comes from fits, which a stroke without an extent has not.
+    static constexpr bool NEEDS_FIT = true;
+    /// Names of the kinds that can be wished for, in the order of their enumeration.
+    static constexpr std::array<std::string_view, 0> KINDS{};
     /// Only strokes whose ends meet can be of the family.
     static constexpr bool CLOSED = false;
     /// Figures that stick out of the drawing area are moved back into it.
