@@ -10,13 +10,6 @@
 
 namespace Scrivo::beautifier {
 
-namespace {
-
-// Radians that a polygon which was meant level leans at most.
-constexpr double MAX_LEAN = 0.122;
-
-}  // namespace
-
 Corners fitPolygon(const Evidence& e, int count) {
     const PolylineFit& fit = e.closed->polygons[static_cast<std::size_t>(count - 1)];
     return cornersOf(e.closed->loop, e.closed->scatter, fit, true, e.size);
@@ -50,10 +43,11 @@ PolygonInk inkOf(const Evidence& e, int count) {
                     std::span(fit.at).first(static_cast<std::size_t>(count)));
 }
 
-void placeCorners(std::span<Point2D> corners, const KindChoice& choice, const Fitted& fitted) {
+void placeCorners(std::span<Point2D> corners, const KindChoice& choice, const Fitted& fitted,
+                  double maxLean) {
     std::array<Vec, MAX_EDGES> at = choice.fit.corners;
     if (fitted.options.horizontalVertical) {
-        level(std::span(at).first(corners.size()), choice.fit.axis, MAX_LEAN);
+        level(std::span(at).first(corners.size()), choice.fit.axis, maxLean);
     }
     std::transform(at.begin(), at.begin() + corners.size(), corners.begin(),
                    [&](Vec p) { return fitted.frame.toUnits(p); });

@@ -7,6 +7,9 @@ namespace Scrivo::beautifier {
 
 namespace {
 
+// Radians that a quadrangle which was meant level leans at most.
+constexpr double MAX_LEAN = 0.15;
+
 // Corners that miss one full turn by more belong to sides that cross.
 constexpr double CROSSED = 3.0;
 
@@ -49,7 +52,7 @@ Figure QuadrangleFamily::idealise(const Fitted& fitted) {
                                   : KindChoice{ANY_QUADRANGLE, fitFreePolygon(ink)};
     QuadrangleFigure quadrangle;
     quadrangle.subtype = kindOf(static_cast<FourEdges>(choice.kind));
-    placeCorners(quadrangle.corners, choice, fitted);
+    placeCorners(quadrangle.corners, choice, fitted, MAX_LEAN);
     return quadrangle;
 }
 

@@ -4,9 +4,7 @@ namespace Scrivo::beautifier {
 
 namespace {
 
-// Hands err more in the lengths of edges than in their directions.
-constexpr double EDGES = 0.028;
-constexpr double DIRECTIONS = 0.0113;
+#include "Beautifier/figures/QuadrangleKinds.inc"
 
 // Kites have an inscribed circle, as rhombuses do: one distance for all edges.
 // In a trapezoid the centre lies half way between the parallel edges and as far
@@ -22,40 +20,40 @@ constexpr std::array<Kind, 8> KINDS{{
      1,
      {4, 1, 2, {{{{1}, 0.0, 0}, {{1}, 0.5, 1}, {{1}, 1.0, 0}, {{1}, 1.5, 1}}}},
      DIRECTIONS,
-     2.00},
+     RECTANGLE_FREEDOM},
     {RHOMBUS,
      1,
      {4, 2, 1, {{{{1, -1}, 0.0, 0}, {{1, 1}, 0.0, 0}, {{1, -1}, 1.0, 0}, {{1, 1}, 1.0, 0}}}},
      EDGES,
-     2.74},
+     RHOMBUS_FREEDOM},
     {PARALLELOGRAM,
      2,
      {4, 2, 2, {{{{1}, 0.0, 0}, {{1, 1}, 0.0, 1}, {{1}, 1.0, 0}, {{1, 1}, 1.0, 1}}}},
      DIRECTIONS,
-     4.63},
+     PARALLELOGRAM_FREEDOM},
     {STANDING_SQUARE,
      1,
      {4, 1, 1, {{{{1}, -0.25, 0}, {{1}, 0.25, 0}, {{1}, 0.75, 0}, {{1}, 1.25, 0}}}},
      EDGES,
-     4.64},
+     STANDING_SQUARE_FREEDOM},
     {TRAPEZOID,
      2,
      {4, 3, 2, {{{{1}, 0.0, 0}, {{1, 1}, 0.0, 1}, {{1}, 1.0, 0}, {{1, 0, -1}, 2.0, 1}}}},
      DIRECTIONS,
-     6.81},
+     TRAPEZOID_FREEDOM},
     {KITE,
      2,
      {4, 3, 1, {{{{1, -1}, 0.0, 0}, {{1, 1}, 0.0, 0}, {{1, 0, 1}, 0.0, 0}, {{1, 0, -1}, 2.0, 0}}}},
      EDGES,
-     7.35},
+     KITE_FREEDOM},
     {ISOSCELES_TRAPEZOID,
      2,
      {4, 2, 2, {{{{1}, 0.0, 0}, {{1, 1}, 0.0, 1}, {{1}, 1.0, 0}, {{1, -1}, 2.0, 1}}}},
      DIRECTIONS,
-     7.43},
+     ISOSCELES_TRAPEZOID_FREEDOM},
 }};
 
-constexpr FreeKind FREE{ANY_QUADRANGLE, 10.39};
+constexpr FreeKind FREE{ANY_QUADRANGLE, ANY_QUADRANGLE_FREEDOM};
 
 }  // namespace
 
@@ -64,7 +62,7 @@ std::span<const Kind> quadrangleKinds() {
 }
 
 KindChoice chooseQuadrangle(const PolygonInk& ink) {
-    return chooseKind(ink, KINDS, FREE);
+    return chooseKind(ink, KINDS, FREE, LEAN);
 }
 
 }  // namespace Scrivo::beautifier

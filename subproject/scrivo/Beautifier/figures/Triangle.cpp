@@ -7,6 +7,9 @@ namespace Scrivo::beautifier {
 
 namespace {
 
+// Radians that a triangle which was meant level leans at most.
+constexpr double MAX_LEAN = 0.07;
+
 TriangleKind kindOf(ThreeEdges kind) {
     switch (kind) {
         case EQUILATERAL:
@@ -35,7 +38,7 @@ Figure TriangleFamily::idealise(const Fitted& fitted) {
                                   : KindChoice{ANY_TRIANGLE, fitFreePolygon(ink)};
     TriangleFigure triangle;
     triangle.subtype = kindOf(static_cast<ThreeEdges>(choice.kind));
-    placeCorners(triangle.corners, choice, fitted);
+    placeCorners(triangle.corners, choice, fitted, MAX_LEAN);
     return triangle;
 }
 

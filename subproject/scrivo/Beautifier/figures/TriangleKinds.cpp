@@ -4,8 +4,9 @@ namespace Scrivo::beautifier {
 
 namespace {
 
-constexpr double EDGES = 0.02;
-constexpr double DIRECTIONS = 0.0113;
+constexpr double EDGES = 0.009;
+constexpr double DIRECTIONS = 0.008;
+constexpr LeanCharge LEAN{4.64, 0.133};
 
 // Every triangle has an inscribed circle: one distance for all edges. The first
 // edge is the base or a leg of the right angle, the one by which the triangle
@@ -20,18 +21,18 @@ constexpr std::array<Kind, 5> KINDS{{
      3,
      {3, 1, 1, {{{{1}, 0.0, 0}, {{1}, 0.5, 0}, {{1}, 1.25, 0}}}},
      EDGES,
-     0.5},
+     0.3},
     {RIGHT_ISOSCELES,
      3,
      {3, 1, 1, {{{{1}, 0.0, 0}, {{1}, 0.75, 0}, {{1}, 1.25, 0}}}},
      EDGES,
-     1.0},
+     0.5},
     {ISOSCELES,
      3,
      {3, 2, 1, {{{{1}, 0.0, 0}, {{1, 1}, 0.0, 0}, {{1, -1}, 2.0, 0}}}},
      EDGES,
-     1.0},
-    {RIGHT, 3, {3, 2, 1, {{{{1}, 0.0, 0}, {{1}, 0.5, 0}, {{1, 1}, 0.0, 0}}}}, DIRECTIONS, 1.5},
+     0.6},
+    {RIGHT, 3, {3, 2, 1, {{{{1}, 0.0, 0}, {{1}, 0.5, 0}, {{1, 1}, 0.0, 0}}}}, DIRECTIONS, 1.2},
 }};
 
 constexpr FreeKind FREE{ANY_TRIANGLE, 2.0};
@@ -43,7 +44,7 @@ std::span<const Kind> triangleKinds() {
 }
 
 KindChoice chooseTriangle(const PolygonInk& ink) {
-    return chooseKind(ink, KINDS, FREE);
+    return chooseKind(ink, KINDS, FREE, LEAN);
 }
 
 }  // namespace Scrivo::beautifier

@@ -9,13 +9,9 @@ namespace Scrivo::beautifier {
 
 namespace {
 
-// What a lean costs: nothing at 0, half of the charge at this angle.
-constexpr double LEAN_CHARGE = 4.64;
-constexpr double HALF_CHARGE = 0.133;
-
-double leanCost(double angle) {
+double leanCost(const LeanCharge& charge, double angle) {
     const double square = angle * angle;
-    return LEAN_CHARGE * square / (square + HALF_CHARGE * HALF_CHARGE);
+    return charge.most * square / (square + charge.half * charge.half);
 }
 
 }  // namespace
@@ -24,18 +20,19 @@ double excess(const PolygonInk& ink, const PolygonFit& fit, const PolygonFit& fr
     return std::sqrt(std::max(fit.squares - free.squares, 0.0) / ink.count) / ink.size;
 }
 
-KindChoice chooseKind(const PolygonInk& ink, std::span<const Kind> kinds, const FreeKind& free) {
+KindChoice chooseKind(const PolygonInk& ink, std::span<const Kind> kinds, const FreeKind& free,
+                      const LeanCharge& charge) {
     KindChoice best{free.name, fitFreePolygon(ink)};
     const PolygonFit freeFit = best.fit;
-    double least = free.freedom + leanCost(lean(freeFit.axis));
+    double least = free.freedom + leanCost(charge, lean(freeFit.axis));
     for (const Kind& kind : kinds) {
         if (kind.freedom >= least) {
-            break;
+            continue;
         }
         for (int first = 0; first < kind.firsts; ++first) {
             const PolygonFit fit = fitPolygon(ink, kind.rule, first);
             const double off = excess(ink, fit, freeFit) / kind.tolerance;
-            const double cost = kind.freedom + off * off + leanCost(lean(fit.axis));
+            const double cost = kind.freedom + off * off + leanCost(charge, lean(fit.axis));
             if (cost < least) {
                 least = cost;
                 best = {kind.name, fit};

@@ -18,7 +18,7 @@ struct Kind {
     int firsts;        ///< how many of the edges can be the first one
     KindRule rule;
     double tolerance;  ///< root mean square distance that hands err, shares of the size
-    double freedom;    ///< cost of the kind itself, ascending in a list of kinds
+    double freedom;    ///< cost of the kind itself
 };
 
 /// What a polygon of free edges is called and costs.
@@ -27,13 +27,21 @@ struct FreeKind {
     double freedom;
 };
 
+/// Charge for a lean: nothing at 0, half of the most at `half`.
+struct LeanCharge {
+    double most;
+    double half;  ///< radians
+};
+
 struct KindChoice {
     int kind = 0;
     PolygonFit fit;
 };
 
-/// The cheapest of `kinds` and of the free polygon.
-KindChoice chooseKind(const PolygonInk& ink, std::span<const Kind> kinds, const FreeKind& free);
+/// The cheapest of `kinds` and of the free polygon; quickest when the freedoms
+/// of `kinds` ascend.
+KindChoice chooseKind(const PolygonInk& ink, std::span<const Kind> kinds, const FreeKind& free,
+                      const LeanCharge& charge);
 
 /// Root mean square distance of the ink from `fit` beyond that from the free fit,
 /// share of the size.
