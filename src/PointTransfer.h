@@ -55,7 +55,7 @@ public:
     /// of stack or memory.
     explicit PointTransfer(Napi::Env env);
 
-    [[nodiscard]] bool ready() const { return !write_.IsEmpty(); }
+    [[nodiscard]] bool ready() const { return !m_write.IsEmpty(); }
 
     /// One point per element, in order; the length is read anew for each. A
     /// malformed element counts too, as a point of what could be read and zeros.
@@ -66,12 +66,13 @@ public:
     void write(napi_value array, const Stroke& stroke);
 
 private:
+    void makeFunctions(napi_value factory, napi_value view);
     void readBlock(Stroke& stroke, napi_value array);
 
-    Napi::Env env_;
-    double* shared_ = nullptr;  // lives as long as the functions
-    Napi::FunctionReference read_;
-    Napi::FunctionReference write_;
+    Napi::Env m_env;
+    double* m_shared = nullptr;  // lives as long as the functions
+    Napi::FunctionReference m_read;
+    Napi::FunctionReference m_write;
 };
 
 /// The transfer that one native call uses. Between calls an environment keeps
@@ -84,7 +85,7 @@ public:
     TransferLease(const TransferLease&) = delete;
     TransferLease& operator=(const TransferLease&) = delete;
 
-    PointTransfer* operator->() const { return transfer_.get(); }
+    PointTransfer* operator->() const { return m_transfer.get(); }
 
     /// Must have been called, once, for the environment.
     static void prepare(Napi::Env env);
@@ -94,8 +95,8 @@ private:
         std::unique_ptr<PointTransfer> transfer;
     };
 
-    Idle& idle_;
-    std::unique_ptr<PointTransfer> transfer_;
+    Idle& m_idle;
+    std::unique_ptr<PointTransfer> m_transfer;
 };
 
 }  // namespace binding
