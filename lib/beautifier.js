@@ -14,7 +14,7 @@ const {
 const native = loadNative('beautifier');
 
 /** The families, in the order of the native enumeration. */
-const FIGURES = Object.freeze(native.families.map(([name]) => name));
+const FIGURES = Object.freeze(native.families);
 
 /** In the order of the native enumeration; no reason when a figure was recognised. */
 const REASONS = [null, 'invalid', 'too-small', 'not-wanted', 'not-sure', 'no-figure'];

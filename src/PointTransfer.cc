@@ -48,7 +48,7 @@ double property(Napi::Env env, napi_value object, const char* name) {
     return toDouble(env, value);
 }
 
-/// Any JavaScript value as a point, call by call.
+/// Any JavaScript value as a point, by single Node-API calls.
 Scrivo::Point2D readPoint(Napi::Env env, napi_value value) {
     Scrivo::Point2D point;
     point.x = property(env, value, "x");
@@ -128,7 +128,8 @@ Stroke PointTransfer::read(napi_value array) {
 }
 
 void PointTransfer::readBlock(Stroke& stroke, napi_value array) {
-    // As if it had ended in the first point: the call itself may overflow the stack.
+    // The state of a block that ended in its first point: the call itself may
+    // overflow the stack.
     std::fill_n(m_shared, POINTS + 3, 0.0);
     m_shared[STATE] = NO_NUMBER;
     napi_value rest = nullptr;
