@@ -101,7 +101,7 @@ describe('finding the native module', () => {
           ({ code, message }) =>
             code === 'MODULE_NOT_FOUND' && message.includes(`Tried:\n${lines}${advice}`),
         );
-      assertAdvice('The package is not whole there. Bundlers have to leave scrivo out');
+      assertAdvice('The package is incomplete. Bundlers must leave scrivo out');
       fs.writeFileSync(sources, '');
       assertAdvice(`Build it from the sources: (cd ${JSON.stringify(folder)} && npm run build)`);
     }
