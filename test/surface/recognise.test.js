@@ -4,35 +4,11 @@ const assert = require('node:assert/strict');
 const { describe, test } = require('node:test');
 const { createRecogniser } = require('../../surface/recognise.js');
 const { ENGINES } = require('../../surface/stroke-request.js');
+const { HEIGHT, INK, WIDTH, polyline } = require('../support/strokes.js');
 
-const SIZE = { width: 1000, height: 800 };
-
-/** A stroke through corners, `x,y` each in pixels, 20 samples an edge. */
-function polyline(text) {
-  const corners = text.split(' ').map((corner) => corner.split(',').map(Number));
-  const edge = ([ax, ay], [bx, by]) =>
-    Array.from({ length: 20 }, (_, i) => ({
-      x: (ax + ((bx - ax) * i) / 20) / SIZE.width,
-      y: (ay + ((by - ay) * i) / 20) / SIZE.height,
-    }));
-  return corners.slice(1).flatMap((corner, i) => edge(corners[i], corner));
-}
-
-const ellipse = (rx, ry) =>
-  Array.from({ length: 64 }, (_, i) => ({
-    x: 0.5 + (rx * Math.cos(i / 10)) / SIZE.width,
-    y: 0.5 + (ry * Math.sin(i / 10)) / SIZE.height,
-  }));
-
-const STROKES = {
-  dot: Array(30).fill({ x: 0.5, y: 0.5 }),
-  line: polyline('100,100 500,260'),
-  angle: polyline('100,100 400,120 380,420'),
-  triangle: polyline('100,400 250,120 420,390 100,400'),
-  quadrangle: polyline('100,100 400,105 395,300 102,296 100,100'),
-  circle: ellipse(100, 102),
-  ellipse: ellipse(200, 100),
-};
+const SIZE = { width: WIDTH, height: HEIGHT };
+// The template engine takes a press without pressure for a dot from 26 samples on.
+const STROKES = { ...INK, dot: Array(30).fill({ x: 0.5, y: 0.5 }) };
 
 describe('the engines of the page', () => {
   const recognise = createRecogniser();
