@@ -1,8 +1,12 @@
 #include "Beautifier/Idealise.h"
 
 #include "Scrivo/Polygon.h"
-#include "Scrivo/detail/Ellipse.h"
-#include "Scrivo/detail/Polygon.h"
+#include "Scrivo/detail/Dot.h"
+#include "Scrivo/detail/EllipseShape.h"
+#include "Scrivo/detail/Levelling.h"
+#include "Scrivo/detail/LineSnapping.h"
+#include "Scrivo/detail/Quadrangle.h"
+#include "Scrivo/detail/Triangle.h"
 
 #include <algorithm>
 #include <cmath>

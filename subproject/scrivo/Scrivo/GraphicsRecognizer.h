@@ -2,13 +2,12 @@
 /// What the template recogniser stores and answers.
 #pragma once
 
-#include "Scrivo/Scrivo.h"
+#include "Scrivo/Types.h"
 
 #include <cstdint>
 #include <string>
 #include <vector>
 
-/// What the template recogniser stores and answers.
 namespace Scrivo {
 
 /// Axis-parallel box.

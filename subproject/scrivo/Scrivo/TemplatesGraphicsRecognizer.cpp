@@ -3,7 +3,7 @@
 #include "Scrivo/detail/Geometry.h"
 #include "Scrivo/detail/PathNormalisation.h"
 #include "Scrivo/detail/RotationSearch.h"
-#include "Scrivo/detail/StrokeCorners.h"
+#include "Scrivo/detail/CornerScan.h"
 #include "Scrivo/detail/TemplateFile.h"
 #include "Scrivo/detail/TemplateIndex.h"
 
@@ -41,10 +41,10 @@ bool isClosed(detail::Stroke stroke) {
     if (stroke.size() < 2) {
         return false;
     }
-    const double length = detail::pathLength(stroke);
+    const double length = detail::doubleLength(stroke);
     // A NaN passes here and finds no template.
     return length != 0.0 &&
-           !(detail::pointDistance(stroke.back(), stroke.front()) / length > LARGEST_GAP);
+           !(detail::doubleDistance(stroke.back(), stroke.front()) / length > LARGEST_GAP);
 }
 
 double shareOfStraightPieces(detail::Stroke stroke, const std::vector<std::int32_t>& corners) {
@@ -264,11 +264,11 @@ Rect2D TemplatesGraphicsRecognizer::boundingBox(std::vector<Point2D> path) const
 }
 
 double TemplatesGraphicsRecognizer::pathLength(std::vector<Point2D> path) const {
-    return detail::pathLength(path);
+    return detail::doubleLength(path);
 }
 
 double TemplatesGraphicsRecognizer::getDistance(Point2D a, Point2D b) const {
-    return detail::pointDistance(a, b);
+    return detail::doubleDistance(a, b);
 }
 
 namespace TemplatesGraphicsRecognizerUtil {

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "Scrivo/GraphicsRecognizer.h"
-#include "Scrivo/Scrivo.h"
+#include "Scrivo/Types.h"
 #include "Scrivo/TemplateList.h"
 
 #include <cstdint>

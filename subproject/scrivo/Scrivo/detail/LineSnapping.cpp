@@ -1,14 +1,14 @@
+#include "Scrivo/detail/LineSnapping.h"
+
 #include "Scrivo/detail/Edges.h"
-#include "Scrivo/detail/Polygon.h"
 #include "Scrivo/detail/Sampling.h"
+#include "Scrivo/detail/StraightLine.h"
 
 #include <array>
 #include <cmath>
 #include <cstddef>
-#include <cstdint>
 #include <iostream>
 #include <optional>
-#include <vector>
 
 namespace Scrivo::detail {
 
@@ -77,7 +77,7 @@ Ranking snapToAnchors(Segment& s, Stroke anchors) {
     Ranking candidates;
     for (const Point2D& anchor : anchors) {
         const Point2D foot = projection(s.first, s.last, anchor);
-        const double offset = distance(anchor, foot);
+        const double offset = singleDistance(anchor, foot);
         // An upright segment leans by a unit, so that the parameter below is
         // defined; for any anchor, even one that is out of reach.
         if (s.last.x - s.first.x == 0.0) {
@@ -87,9 +87,9 @@ Ranking snapToAnchors(Segment& s, Stroke anchors) {
             continue;
         }
         const double t = (foot.x - s.first.x) / (s.last.x - s.first.x);
-        if (distance(s.first, foot) < NEAR) {
+        if (singleDistance(s.first, foot) < NEAR) {
             s.first = foot;
-        } else if (distance(s.last, foot) < NEAR) {
+        } else if (singleDistance(s.last, foot) < NEAR) {
             s.last = foot;
         } else if (t < 0.0 || t > 1.0) {
             continue;
@@ -133,9 +133,9 @@ Point2D placedEnd(const Point2D& end, const Point2D& anchor, const AnchorPair& p
     const Point2D offset = difference(anchor, end);
     const double side = offset.x * along.x + offset.y * along.y < 0.0 ? -1.0 : 1.0;
     const double length = std::sqrt(along.x * along.x + along.y * along.y);
-    const double reach = side * distance(anchor, end) / length;
+    const double reach = side * singleDistance(anchor, end) / length;
     const Point2D placed{anchor.x + reach * along.x, anchor.y + reach * along.y, 0.0};
-    return distance(placed, anchor) < 2 * NEAR ? anchor : placed;
+    return singleDistance(placed, anchor) < 2 * NEAR ? anchor : placed;
 }
 
 /// Lays a segment along the line through two anchors.
@@ -167,9 +167,9 @@ Segment parallelThrough(const Point2D& anchor, const Segment& s) {
         return Point2D{x, k * x + anchor.y - k * anchor.x, 0.0};
     };
     Segment result{foot(s.first), foot(s.last)};
-    if (distance(result.first, anchor) < 2 * NEAR) {
+    if (singleDistance(result.first, anchor) < 2 * NEAR) {
         result.first = anchor;
-    } else if (distance(result.last, anchor) < 2 * NEAR) {
+    } else if (singleDistance(result.last, anchor) < 2 * NEAR) {
         result.last = anchor;
     }
     return result;
@@ -190,10 +190,10 @@ Segment uprightThrough(const Point2D& anchor, const Segment& s) {
 
 /// Brings a segment to one anchor: an end onto it, else its line through it.
 Segment broughtTo(const Point2D& anchor, const Segment& s) {
-    if (distance(anchor, s.first) < NEAR) {
+    if (singleDistance(anchor, s.first) < NEAR) {
         return {anchor, translated(s.last, s.first, anchor)};
     }
-    if (distance(anchor, s.last) < NEAR) {
+    if (singleDistance(anchor, s.last) < NEAR) {
         return {anchor, translated(s.first, s.last, anchor)};
     }
     return s.first.x != s.last.x ? parallelThrough(anchor, s) : uprightThrough(anchor, s);
@@ -205,7 +205,7 @@ void appendStraightened(std::vector<Point2D>& out, Segment s) {
     const auto yAt = [&](double i) { return i * (s.last.y - s.first.y) / NUM_POINT + s.first.y; };
     const double k = slope(s.last, s.first);
     if (std::abs(k) < ROTATION_THRESHOLD) {
-        s.last = rotationLine(s.first, s.last, std::atan(k));
+        s.last = rotatedClockwise(s.last, s.first, std::atan(k));
         appendSamples(out, [&](double i) { return Point2D{xAt(i), s.first.y}; });
     } else if (std::abs(k) > UPRIGHT_SLOPE) {
         appendSamples(out, [&](double i) { return Point2D{s.first.x, yAt(i)}; });

@@ -1,9 +1,9 @@
+#include "Scrivo/detail/Quadrangle.h"
+
 #include "Scrivo/detail/Edges.h"
-#include "Scrivo/detail/Polygon.h"
 
 #include <algorithm>
 #include <cmath>
-#include <vector>
 
 namespace Scrivo::detail {
 
@@ -115,8 +115,8 @@ void makeTurnedRectangle(std::vector<Point2D>& q, double dA, double dB) {
 }
 
 void makeFullyParallel(std::vector<Point2D>& q) {
-    double dA = distance(q[0], q[1]);
-    double dB = distance(q[0], q[3]);
+    double dA = singleDistance(q[0], q[1]);
+    double dB = singleDistance(q[0], q[3]);
     if (isNearlyOne(dA / dB)) {
         dA = dB = (dA + dB) * 0.5;
     }
@@ -132,7 +132,7 @@ void makeFullyParallel(std::vector<Point2D>& q) {
 
 /// The third corner moves onto the parallel to 0-1 through its neighbour 3.
 void alignToFirstSide(std::vector<Point2D>& q) {
-    const double length = distance(q[3], q[2]);
+    const double length = singleDistance(q[3], q[2]);
     if (q[0].x == q[1].x) {
         q[2].x = q[3].x;
         q[2].y = q[0].y <= q[1].y ? q[3].y + length : q[3].y - length;
@@ -143,7 +143,7 @@ void alignToFirstSide(std::vector<Point2D>& q) {
 
 /// The third corner moves onto the parallel to 0-3 through its neighbour 1.
 void alignToLastSide(std::vector<Point2D>& q) {
-    const double length = distance(q[1], q[2]);
+    const double length = singleDistance(q[1], q[2]);
     if (q[0].x == q[3].x) {
         q[2].x = q[1].x;
         q[2].y = q[3].y <= q[0].y ? q[1].y - length : q[1].y + length;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Scrivo/GraphicsRecognizer.h"
-#include "Scrivo/Scrivo.h"
+#include "Scrivo/Types.h"
 #include "Scrivo/detail/RotationSearch.h"
 
 #include <cstddef>

@@ -1,11 +1,10 @@
 #pragma once
 
-#include "Scrivo/detail/Geometry.h"
+#include "Scrivo/Types.h"
 
-#include <cstdint>
 #include <vector>
 
-/// The routines behind Ellipse.h that the pipeline and the beautifier call.
+/// Ellipses in parameters: made regular, and drawn.
 namespace Scrivo::detail {
 
 /// Semi-axes (x, y) about a centre, turned by `angle` radians.
@@ -15,16 +14,15 @@ struct EllipseShape {
     double angle = 0.0;
 };
 
-/// Nearly round becomes round.
+/// Whether no parameter is NaN.
+bool isComplete(const EllipseShape& e);
+
+/// Makes a nearly round ellipse a circle.
 EllipseShape rounded(EllipseShape e);
-/// Nearly upright or lying becomes exactly so.
+/// Makes the axes horizontal and vertical where they nearly are.
 EllipseShape levelled(EllipseShape e);
+
 /// Appends the closed outline, 85 points from the end of the first axis.
 void appendEllipse(std::vector<Point2D>& out, const EllipseShape& e);
-
-bool isPoint(Stroke stroke);
-std::int64_t reDrawPoint(std::vector<Point2D>& out, Stroke stroke);
-std::int64_t reDrawEllipse(std::vector<Point2D>& out, Stroke stroke, std::int32_t width,
-                           std::int32_t height);
 
 }  // namespace Scrivo::detail
