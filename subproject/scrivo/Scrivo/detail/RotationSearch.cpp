@@ -9,6 +9,8 @@ namespace Scrivo::detail {
 
 namespace {
 
+constexpr double NOT_COMPARABLE = std::numeric_limits<double>::quiet_NaN();
+
 double lowerAngle(double a, double b, double ratio) {
     return ratio * a + (1.0 - ratio) * b;
 }
@@ -33,8 +35,6 @@ double distanceAbout(Stroke path, const Point2D& centre,
 bool isComparable(Stroke path, Stroke points) {
     return !path.empty() && points.size() >= path.size();
 }
-
-constexpr double NOT_COMPARABLE = std::numeric_limits<double>::quiet_NaN();
 
 double searchAbout(Stroke path, const Point2D& centre,
                    Stroke points, const RotationSearch& search) {
@@ -99,20 +99,26 @@ double distanceAtBestAngle(Stroke path, Stroke points,
                                       : NOT_COMPARABLE;
 }
 
-Match matchPlainly(Stroke path, std::span<const GraphicTemplate> templates,
-                   const RotationSearch& search) {
-    const Point2D centre = centroid(path);
-    Match best;
-    for (std::size_t k = 0; k < templates.size(); ++k) {
-        if (!isComparable(path, templates[k].points)) {
-            continue;
-        }
-        const double distance = searchAbout(path, centre, templates[k].points, search);
-        if (distance < best.distance) {
-            best = {static_cast<std::int64_t>(k), distance};
+PlainMatching::PlainMatching(Stroke path, const RotationSearch& search)
+    : m_path(path), m_centre(centroid(path)), m_search(search) {}
+
+void PlainMatching::consider(Stroke points) {
+    if (isComparable(m_path, points)) {
+        const double distance = searchAbout(m_path, m_centre, points, m_search);
+        if (distance < m_best.distance) {
+            m_best = {m_next, distance};
         }
     }
-    return best;
+    ++m_next;
+}
+
+Match matchPlainly(Stroke path, std::span<const GraphicTemplate> templates,
+                   const RotationSearch& search) {
+    PlainMatching matching(path, search);
+    for (const GraphicTemplate& t : templates) {
+        matching.consider(t.points);
+    }
+    return matching.best();
 }
 
 }  // namespace Scrivo::detail

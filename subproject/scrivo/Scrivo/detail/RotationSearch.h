@@ -45,20 +45,37 @@ struct Match {
 };
 
 /// Mean distance of points of the same index; NaN when `a` is empty or `b` has
-/// fewer points. Further points of `b` are left out.
+/// fewer points. Further points of `b` are ignored.
 double pathDistance(Stroke a, Stroke b);
 
 /// The distance of `points` to `path` turned about its centroid by `angle`.
-double distanceAtAngle(Stroke path, Stroke points,
-                       double angle);
+double distanceAtAngle(Stroke path, Stroke points, double angle);
 
 /// The smallest distance that the search meets. The interval must shrink below
 /// the precision: with a ratio outside (0, 1) or a precision of 0 the search
 /// need not end.
-double distanceAtBestAngle(Stroke path, Stroke points,
-                           const RotationSearch& search);
+double distanceAtBestAngle(Stroke path, Stroke points, const RotationSearch& search);
 
-/// The first of the templates at the smallest distance. NaN never wins.
+/// Compares one path with a list of templates, one after the other.
+class PlainMatching {
+public:
+    PlainMatching(Stroke path, const RotationSearch& search);
+
+    /// Compares the path with the next template of the list.
+    void consider(Stroke points);
+
+    /// The first of the templates at the smallest distance. NaN never wins.
+    [[nodiscard]] const Match& best() const { return m_best; }
+
+private:
+    Stroke m_path;
+    Point2D m_centre;
+    RotationSearch m_search;
+    std::int64_t m_next = 0;
+    Match m_best;
+};
+
+/// The match among `templates`.
 Match matchPlainly(Stroke path, std::span<const GraphicTemplate> templates,
                    const RotationSearch& search);
 
