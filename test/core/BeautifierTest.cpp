@@ -1,7 +1,8 @@
 #include "Beautifier/Beautifier.h"
 #include "Beautifier/Features.h"
 #include "BeautifierInk.h"
-#include "Support.h"
+#include "Matchers.h"
+#include "Random.h"
 
 #include <algorithm>
 #include <future>

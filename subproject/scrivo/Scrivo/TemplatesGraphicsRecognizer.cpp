@@ -1,9 +1,9 @@
 #include "Scrivo/TemplatesGraphicsRecognizer.h"
 
+#include "Scrivo/detail/CornerScan.h"
 #include "Scrivo/detail/Geometry.h"
 #include "Scrivo/detail/PathNormalisation.h"
 #include "Scrivo/detail/RotationSearch.h"
-#include "Scrivo/detail/CornerScan.h"
 #include "Scrivo/detail/TemplateFile.h"
 #include "Scrivo/detail/TemplateSnapshot.h"
 
@@ -223,8 +223,8 @@ void TemplatesGraphicsRecognizer::store(std::vector<GraphicTemplate> added) {
 
 std::shared_ptr<const detail::TemplateSnapshot> TemplatesGraphicsRecognizer::currentSnapshot()
     const {
-    const bool mayDiffer = allTemplates.isExposed() || polygonTemplates.isExposed() ||
-                           ellipseTemplates.isExposed();
+    const bool mayDiffer =
+        allTemplates.isExposed() || polygonTemplates.isExposed() || ellipseTemplates.isExposed();
     if (!mayDiffer) {
         return m_latest.get();
     }

@@ -20,8 +20,7 @@ double upperAngle(double a, double b, double ratio) {
 
 /// Turns and measures in one pass: the turned path is never stored. `centre` is
 /// the path's centroid, `points` has as many points as the path.
-double distanceAbout(Stroke path, const Point2D& centre,
-                     Stroke points, double angle) {
+double distanceAbout(Stroke path, const Point2D& centre, Stroke points, double angle) {
     const double cosine = std::cos(angle);
     const double sine = std::sin(angle);
     double total = 0.0;
@@ -36,8 +35,8 @@ bool isComparable(Stroke path, Stroke points) {
     return !path.empty() && points.size() >= path.size();
 }
 
-double searchAbout(Stroke path, const Point2D& centre,
-                   Stroke points, const RotationSearch& search) {
+double searchAbout(Stroke path, const Point2D& centre, Stroke points,
+                   const RotationSearch& search) {
     const auto f = [&](double angle) { return distanceAbout(path, centre, points, angle); };
     SearchInterval interval = SearchInterval::first(search);
     double f1 = f(interval.x1);
@@ -87,14 +86,12 @@ double pathDistance(Stroke a, Stroke b) {
     return total / static_cast<double>(a.size());
 }
 
-double distanceAtAngle(Stroke path, Stroke points,
-                       double angle) {
+double distanceAtAngle(Stroke path, Stroke points, double angle) {
     return isComparable(path, points) ? distanceAbout(path, centroid(path), points, angle)
                                       : NOT_COMPARABLE;
 }
 
-double distanceAtBestAngle(Stroke path, Stroke points,
-                           const RotationSearch& search) {
+double distanceAtBestAngle(Stroke path, Stroke points, const RotationSearch& search) {
     return isComparable(path, points) ? searchAbout(path, centroid(path), points, search)
                                       : NOT_COMPARABLE;
 }

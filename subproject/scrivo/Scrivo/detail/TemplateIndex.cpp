@@ -377,7 +377,9 @@ std::size_t TemplateIndex::size() const {
 }
 
 const GraphicTemplate& TemplateIndex::operator[](std::size_t k) const {
-    const auto holds = [&](const auto& tree) { return k < tree->first() + tree->templates().size(); };
+    const auto holds = [&](const auto& tree) {
+        return k < tree->first() + tree->templates().size();
+    };
     const Tree& tree = **std::find_if(m_trees.begin(), m_trees.end(), holds);
     return *tree.templates()[k - tree.first()];
 }
@@ -385,11 +387,9 @@ const GraphicTemplate& TemplateIndex::operator[](std::size_t k) const {
 bool TemplateIndex::describes(std::span<const GraphicTemplate> templates) const {
     const auto isDescribed = [&](const auto& tree) {
         const auto& own = tree->templates();
-        return std::equal(own.begin(), own.end(),
-                          templates.subspan(tree->first(), own.size()).begin(),
-                          [](const SharedTemplate& a, const GraphicTemplate& b) {
-                              return isSame(*a, b);
-                          });
+        return std::equal(
+            own.begin(), own.end(), templates.subspan(tree->first(), own.size()).begin(),
+            [](const SharedTemplate& a, const GraphicTemplate& b) { return isSame(*a, b); });
     };
     return templates.size() == size() && std::all_of(m_trees.begin(), m_trees.end(), isDescribed);
 }

@@ -1,5 +1,5 @@
 #include "Cases.h"
-#include "Support.h"
+#include "Matchers.h"
 
 namespace {
 

@@ -1,15 +1,15 @@
 #pragma once
 
-#include "LiteralRecognizer.h"
+#include "Ink.h"
+#include "LiteralRecogniser.h"
+#include "Matchers.h"
 #include "Scrivo/TemplatesGraphicsRecognizer.h"
-#include "Support.h"
-#include "SyntheticInk.h"
 
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
 
-/// What the recogniser's suites share.
+/// Recognisers to test, and comparisons of their answers.
 namespace Scrivo::test {
 
 using Path = Stroke;
@@ -38,9 +38,9 @@ inline ::testing::AssertionResult sameAnswer(const RecognitionResult& actual,
            << " instead of " << expected.name << " (" << expected.id << ") " << expected.score;
 }
 
-inline ::testing::AssertionResult answersLiterally(const TemplatesGraphicsRecognizer& recognizer,
+inline ::testing::AssertionResult answersLiterally(const TemplatesGraphicsRecognizer& recogniser,
                                                    const Path& stroke) {
-    return sameAnswer(recognizer.recognize(stroke), literal::recognize(recognizer, stroke));
+    return sameAnswer(recogniser.recognize(stroke), literal::recognize(recogniser, stroke));
 }
 
 /// One of the three families or a knot.
@@ -48,13 +48,15 @@ inline Path anyStroke(ink::Hand& hand) {
     return hand.stroke(static_cast<ink::Shape>(1 + hand.below(4)));
 }
 
-inline TemplatesGraphicsRecognizer recognizerWith(const std::vector<Path>& outlines) {
-    TemplatesGraphicsRecognizer recognizer;
+inline TemplatesGraphicsRecognizer recogniserWith(const std::vector<Path>& outlines) {
+    TemplatesGraphicsRecognizer recogniser;
     for (std::size_t k = 0; k < outlines.size(); ++k) {
         static const char* const NAMES[] = {"rectangle", "triangle", "ellipse"};
-        recognizer.addTemplate(static_cast<int>(1 + k % 3), NAMES[k % 3], outlines[k]);
+        recogniser.addTemplate(static_cast<int>(1 + k % 3), NAMES[k % 3], outlines[k]);
     }
-    return recognizer;
+    return recogniser;
 }
+
+inline const Path SQUARE{{0.0, 0.0}, {100.0, 0.0}, {100.0, 100.0}, {0.0, 100.0}, {0.0, 0.0}};
 
 }  // namespace Scrivo::test

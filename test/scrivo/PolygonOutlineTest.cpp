@@ -1,5 +1,6 @@
+#include "Matchers.h"
+#include "Random.h"
 #include "Scrivo/Polygon.h"
-#include "Support.h"
 
 #include <algorithm>
 

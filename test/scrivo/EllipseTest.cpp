@@ -1,5 +1,6 @@
+#include "Matchers.h"
+#include "Random.h"
 #include "Scrivo/Ellipse.h"
-#include "Support.h"
 
 #include <Eigen/Core>
 

@@ -1,5 +1,6 @@
+#include "Matchers.h"
+#include "Random.h"
 #include "Scrivo/Polygon.h"
-#include "Support.h"
 
 #include <algorithm>
 
@@ -204,6 +205,18 @@ TEST(Quadrangle, UprightSideComesOutAxisParallel) {
             EXPECT_EQ(q[2].y, q[1].y);
         }
     }
+}
+
+TEST(Quadrangle, UprightSideLeansByLessThanAUnit) {
+    // The other sides lean further, so that their mean is not upright.
+    const auto isUpright = [](double lean) {
+        const Stroke q = regular({{0, 0}, {lean, -100}, {150 + lean, -97}, {150, 4}});
+        return q[1].x == 0.0 && q[1].y < 0.0;
+    };
+    EXPECT_TRUE(isUpright(below(1)));
+    EXPECT_TRUE(isUpright(-below(1)));
+    EXPECT_FALSE(isUpright(1));
+    EXPECT_FALSE(isUpright(-1));
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 // Template files: their format, their order in the lists, and what hostile ones
 // do to the reader.
 
-#include "RecognizerTestSupport.h"
+#include "Recogniser.h"
 
 #include <clocale>
 #include <cstdlib>
@@ -85,32 +85,32 @@ TEST_F(TemplateFile, FilesFillTheListsInOrder) {
     const std::string triangle = write("0,0,10,0,5,8,0,0", "t");
     const std::string isosceles = write("0,0,9,0,5,8,0,0", "i");
     const std::string ellipse = write("0,0,5,5,10,0,5,-5,0,0", "e");
-    TemplatesGraphicsRecognizer recognizer;
-    recognizer.loadTemplatesFromFile(rectangle, triangle, isosceles, ellipse);
-    const auto& all = std::as_const(recognizer).allTemplates;
+    TemplatesGraphicsRecognizer recogniser;
+    recogniser.loadTemplatesFromFile(rectangle, triangle, isosceles, ellipse);
+    const auto& all = std::as_const(recogniser).allTemplates;
     std::string names;
     for (const GraphicTemplate& t : all) {
         names += std::to_string(t.id) + t.name[0];
         EXPECT_EQ(t.points.size(), 64U);
     }
     EXPECT_EQ(names, "1r1r1r1r2t2t2t2t3e3e");
-    EXPECT_EQ(recognizer.polygonTemplates.size(), 8U);
-    EXPECT_EQ(recognizer.ellipseTemplates.size(), 2U);
+    EXPECT_EQ(recogniser.polygonTemplates.size(), 8U);
+    EXPECT_EQ(recogniser.ellipseTemplates.size(), 2U);
     EXPECT_TRUE(
-        hasBitsOf(all[0].points, literal::normalizePath(loadPathes(rectangle)[0], recognizer)));
-    recognizer.loadTemplatesFromFile("", triangle, m_folder / "missing", ellipse);
+        hasBitsOf(all[0].points, literal::normalizePath(loadPathes(rectangle)[0], recogniser)));
+    recogniser.loadTemplatesFromFile("", triangle, m_folder / "missing", ellipse);
     EXPECT_EQ(all.size(), 14U);
-    EXPECT_EQ(recognizer.addTemplate(2, "triangle", loadPathes(triangle)[0]), 7);
-    EXPECT_EQ(recognizer.addTemplate(8, "arrow", loadPathes(triangle)[0]), 1);
-    EXPECT_EQ(recognizer.polygonTemplates.size(), 11U);
+    EXPECT_EQ(recogniser.addTemplate(2, "triangle", loadPathes(triangle)[0]), 7);
+    EXPECT_EQ(recogniser.addTemplate(8, "arrow", loadPathes(triangle)[0]), 1);
+    EXPECT_EQ(recogniser.polygonTemplates.size(), 11U);
     EXPECT_EQ(all.size(), 16U);
 }
 
 TEST_F(TemplateFile, OutlinesThatCannotBeResampledAreLeftOut) {
-    TemplatesGraphicsRecognizer recognizer;
+    TemplatesGraphicsRecognizer recogniser;
     const std::string file = write("1e17,0,1e17,64,2e17,3 1e17,0,100000000000000064,0 1,1,2,2,1,3");
-    recognizer.loadTemplatesFromFile(file, "", "", "");
-    EXPECT_EQ(recognizer.allTemplates.size(), 4U);
+    recogniser.loadTemplatesFromFile(file, "", "", "");
+    EXPECT_EQ(recogniser.allTemplates.size(), 4U);
 }
 
 TEST_F(TemplateFile, HostileFilesAreRead) {
@@ -126,9 +126,9 @@ TEST_F(TemplateFile, HostileFilesAreRead) {
         write("1," + std::string(1 << 20, '9') + ",3,4,1,3", "digits"),
         write(std::string("1,2\0,3,4,5,6,1,2", 16), "nul"),
     };
-    TemplatesGraphicsRecognizer recognizer;
+    TemplatesGraphicsRecognizer recogniser;
     for (const std::string& file : files) {
-        recognizer.loadTemplatesFromFile(file, file, file, file);
+        recogniser.loadTemplatesFromFile(file, file, file, file);
     }
     const auto numbers = loadPathes(files[1]);
     ASSERT_EQ(numbers.size(), 2U);
@@ -136,7 +136,7 @@ TEST_F(TemplateFile, HostileFilesAreRead) {
     EXPECT_TRUE(std::isnan(numbers[0][1].y));
     EXPECT_EQ(numbers[0][3].x, 0.0);
     for (const Path& stroke : hand.strokes(9)) {
-        EXPECT_TRUE(answersLiterally(recognizer, stroke));
+        EXPECT_TRUE(answersLiterally(recogniser, stroke));
     }
 }
 
@@ -151,10 +151,10 @@ TEST_F(TemplateFile, OneTokenOfAHundredMegabytesIsRead) {
     for (int k = 0; numbers.size() < SIZE; ++k) {
         numbers += std::to_string(k % 9973) + ".25,";
     }
-    TemplatesGraphicsRecognizer recognizer;
-    recognizer.loadTemplatesFromFile(write(numbers), "", "", "");
-    ASSERT_EQ(recognizer.allTemplates.size(), 2U);
-    EXPECT_EQ(std::as_const(recognizer).allTemplates[0].points.size(), 64U);
+    TemplatesGraphicsRecognizer recogniser;
+    recogniser.loadTemplatesFromFile(write(numbers), "", "", "");
+    ASSERT_EQ(recogniser.allTemplates.size(), 2U);
+    EXPECT_EQ(std::as_const(recogniser).allTemplates[0].points.size(), 64U);
 }
 
 TEST_F(TemplateFile, WhatIsNoReadableFileIsEmpty) {

@@ -1,5 +1,5 @@
+#include "Matchers.h"
 #include "Scrivo/Ellipse.h"
-#include "Support.h"
 
 namespace Scrivo::test {
 
@@ -25,6 +25,7 @@ TEST(Dot, IsToldByCountAndPressure) {
         {"9 of 0.7, one of 0: all are counted", ofForces(9, 0.7, {0.0}), false},
         {"a mean of exactly 0.65", ofForces(19, 0, {13.0}), false},
         {"the next mean", ofForces(19, 0, {above(13.0)}), true},
+        {"small forces count: 0.6533", ofForces(8, 0.01, {5.8}), true},
         {"negative forces add nothing", ofForces(8, 0.8, {-100}), true},
         {"nor does NaN", ofForces(8, 0.8, {QUIET_NAN}), true},
         {"NaN is counted", ofForces(8, 0.7, {QUIET_NAN}), false},

@@ -1,9 +1,10 @@
 #include "Cases.h"
+#include "Matchers.h"
+#include "Random.h"
 #include "Scrivo/Ellipse.h"
 #include "Scrivo/Polygon.h"
 #include "Scrivo/ScrivoUtil.h"
 #include "Scrivo/TemplatesGraphicsRecognizer.h"
-#include "Support.h"
 
 #include <filesystem>
 #include <fstream>
@@ -205,6 +206,29 @@ TEST(Pipeline, SurvivesHostileNumbers) {
         }
     }
     testing::internal::GetCapturedStdout();
+}
+
+TEST(Pipeline, AnswersInAreasOfNextToNoHeight) {
+    // In an area of a thousandth of a unit any scribble is a level line.
+    Stroke scribble;
+    for (int i = 0; i <= 40; ++i) {
+        scribble.push_back({0.1 + 0.02 * i, 0.5 + 0.4 * std::sin(i), 0.0});
+    }
+    const auto line = optimizeAStroke(scribble, 800, 1e-3F, {});
+    ASSERT_EQ(line.type, FIGURE_LINE);
+    for (const Point2D& p : line.path) {
+        EXPECT_EQ(p.y, line.path.front().y);
+        EXPECT_NEAR(p.y, 0.5, 0.4);
+    }
+    // A dot sticks out of an area of 4 units above and below, and stays.
+    const auto heightOf = [](double x) {
+        const auto dot = optimizeAStroke(Stroke(30, {x, 0.5}), 800, 4, {});
+        EXPECT_EQ(dot.type, FIGURE_POINT);
+        EXPECT_TRUE(isNear(dot.path.back(), {x, 0.5}));
+        return dot.path[5].y - dot.path[15].y;
+    };
+    EXPECT_NEAR(heightOf(0.5), 5.0 / 4, 1e-9);
+    EXPECT_NEAR(heightOf(0.0), 5.0 / 4, 1e-9) << "not even from the left edge";
 }
 
 TEST(Pipeline, UnanswerableStrokeComesBackAsDrawn) {

@@ -13,10 +13,8 @@
 /// The recogniser as one would write it down first: every step on its own copy
 /// of the path, every template searched in full. Written apart from the library;
 /// tests compare answers with it, the benchmark compares speed.
-namespace literal {
+namespace Scrivo::test::literal {
 
-using Scrivo::GraphicTemplate;
-using Scrivo::Point2D;
 using Path = std::vector<Point2D>;
 
 inline double getDistance(Point2D a, Point2D b) {
@@ -31,9 +29,9 @@ inline double pathLength(Path path) {
     return length;
 }
 
-/// Quadratic. Throws std::length_error after `most` points, where the loop would
+/// Quadratic. Throws std::length_error after `maxPoints` points, where the loop would
 /// go on for ever.
-inline Path resampleByCnt(Path path, int n, std::size_t most = 5000) {
+inline Path resampleByCnt(Path path, int n, std::size_t maxPoints = 5000) {
     Path result{path[0]};
     if (path.size() >= 2) {
         const double step = pathLength(path) / static_cast<double>(n - 1);
@@ -47,7 +45,7 @@ inline Path resampleByCnt(Path path, int n, std::size_t most = 5000) {
                 result.push_back(q);
                 path.insert(path.begin() + static_cast<std::ptrdiff_t>(i), q);
                 walked = 0.0;
-                if (result.size() > most) {
+                if (result.size() > maxPoints) {
                     throw std::length_error("endless");
                 }
             } else {
@@ -84,15 +82,15 @@ inline Path rotateBy(Path path, double angle) {
     return result;
 }
 
-inline Path normalizePath(Path path, const Scrivo::TemplatesGraphicsRecognizer& settings) {
+inline Path normalizePath(Path path, const TemplatesGraphicsRecognizer& settings) {
     path = resampleByCnt(path, settings.numPoints);
     if (settings.rotationInvariant) {
         const Point2D c = centroid(path);
         path = rotateBy(path, -std::atan2(c.y - path[0].y, c.x - path[0].x));
     }
-    constexpr double LARGEST = std::numeric_limits<double>::max();
-    Point2D low{LARGEST, LARGEST, 0.0};
-    Point2D high{-LARGEST, -LARGEST, 0.0};
+    constexpr double MAX_DOUBLE = std::numeric_limits<double>::max();
+    Point2D low{MAX_DOUBLE, MAX_DOUBLE, 0.0};
+    Point2D high{-MAX_DOUBLE, -MAX_DOUBLE, 0.0};
     for (const Point2D p : path) {
         low = {std::min(low.x, p.x), std::min(low.y, p.y), 0.0};
         high = {std::max(high.x, p.x), std::max(high.y, p.y), 0.0};
@@ -124,7 +122,7 @@ inline double distanceAtAngle(Path path, GraphicTemplate t, double angle) {
 }
 
 inline double distanceAtBestAngle(Path path, GraphicTemplate t,
-                                  const Scrivo::TemplatesGraphicsRecognizer& settings) {
+                                  const TemplatesGraphicsRecognizer& settings) {
     const double ratio = settings.goldenRatio;
     double a = -settings.angleRange;
     double b = settings.angleRange;
@@ -151,7 +149,7 @@ inline double distanceAtBestAngle(Path path, GraphicTemplate t,
 }
 
 inline float floatDistance(Point2D a, Point2D b) {
-    return static_cast<float>(distance(a, b));
+    return static_cast<float>(::distance(a, b));
 }
 
 /// The index of the corner in the span before point `i`, or -1.
@@ -230,8 +228,7 @@ inline double shareOfStraightPieces(Path stroke, std::vector<int> corners) {
     return static_cast<double>(count) / static_cast<double>(corners.size() - 1);
 }
 
-inline Scrivo::RecognitionResult recognize(const Scrivo::TemplatesGraphicsRecognizer& r,
-                                           Path stroke) {
+inline RecognitionResult recognize(const TemplatesGraphicsRecognizer& r, Path stroke) {
     if (stroke.size() < 2) {
         return {0, "Unknown", -1.0};
     }
@@ -278,4 +275,4 @@ inline Scrivo::RecognitionResult recognize(const Scrivo::TemplatesGraphicsRecogn
     return {winner.id, winner.name, result};
 }
 
-}  // namespace literal
+}  // namespace Scrivo::test::literal
