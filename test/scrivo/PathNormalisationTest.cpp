@@ -145,9 +145,9 @@ TEST(NormalForm, TurnsCounterClockwise) {
 }
 
 TEST(NormalForm, DegeneratePathsGiveWhatTheArithmeticGives) {
-    constexpr double LARGEST = std::numeric_limits<double>::max();
+    constexpr double MAX_DOUBLE = std::numeric_limits<double>::max();
     const auto nothing = RECOGNISER.boundingBox({});
-    EXPECT_TRUE(hasBitsOf({{nothing.x, nothing.y}}, {{LARGEST, LARGEST}}));
+    EXPECT_TRUE(hasBitsOf({{nothing.x, nothing.y}}, {{MAX_DOUBLE, MAX_DOUBLE}}));
     EXPECT_TRUE(hasBitsOf({{nothing.width, nothing.height}}, {{-INF, -INF}}));
     EXPECT_TRUE(std::isnan(RECOGNISER.centroid({}).x));
     EXPECT_EQ(RECOGNISER.pathLength({}), 0.0);
