@@ -22,9 +22,12 @@ module.exports = [
   },
   { files: ['**/*.mjs'], languageOptions: { sourceType: 'module', globals: globals.node } },
   {
-    files: ['demo/public/**', 'examples/**/page.js'],
+    files: ['surface/public/**', 'examples/**/page.js'],
     languageOptions: { globals: globals.browser },
   },
   // Functions that the browser test evaluates run in the page.
-  { files: ['test/browser/**'], languageOptions: { globals: globals.browser } },
+  {
+    files: ['test/**/*.browser.test.js', 'test/support/chromium.js'],
+    languageOptions: { globals: globals.browser },
+  },
 ];

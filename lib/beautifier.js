@@ -13,14 +13,11 @@ const {
 
 const native = loadNative('beautifier');
 
-/** In the order of the native enumeration. */
-const FIGURES = Object.freeze(['dot', 'line', 'angle', 'triangle', 'quadrangle', 'ellipse']);
+/** The families, in the order of the native enumeration. */
+const FIGURES = Object.freeze(native.families.map(([name]) => name));
 
 /** In the order of the native enumeration; no reason when a figure was recognised. */
 const REASONS = [null, 'invalid', 'too-small', 'not-wanted', 'not-sure', 'no-figure'];
-
-const TRIANGLES = ['general', 'equilateral', 'isosceles', 'right'];
-const QUADRANGLES = ['general', 'square', 'rectangle', 'rhombus', 'parallelogram', 'trapezoid'];
 
 const DEFAULTS = {
   figures: FIGURES,
@@ -108,28 +105,26 @@ function checkSide(name, value) {
   }
 }
 
-/** The k-th pair of parameters as a point. */
-const point = (p, k) => ({ x: p[2 * k], y: p[2 * k + 1] });
+/** A field of a figure from the numbers at `at`, by its number of places: 0 a number, -1 one place. */
+function readField(numbers, at, places) {
+  if (places === 0) return numbers[at];
+  const place = (k) => ({ x: numbers[at + 2 * k], y: numbers[at + 2 * k + 1] });
+  return places < 0 ? place(0) : Array.from({ length: places }, (_, k) => place(k));
+}
 
-const corners = (p, count) => Array.from({ length: count }, (_, k) => point(p, k));
-
-/** By the native number of a figure's kind: its parameters as an object. */
-const MAKE_FIGURE = [
-  () => null,
-  (p) => ({ kind: 'dot', centre: point(p, 0) }),
-  (p) => ({ kind: 'line', from: point(p, 0), to: point(p, 1) }),
-  (p) => ({
-    kind: 'angle',
-    from: point(p, 0),
-    vertex: point(p, 1),
-    to: point(p, 2),
-    opening: p[6],
-  }),
-  (p, subtype) => ({ kind: 'triangle', corners: corners(p, 3), subtype: TRIANGLES[subtype] }),
-  (p, subtype) => ({ kind: 'quadrangle', corners: corners(p, 4), subtype: QUADRANGLES[subtype] }),
-  (p) => ({ kind: 'circle', centre: point(p, 0), radius: p[2] }),
-  (p) => ({ kind: 'ellipse', centre: point(p, 0), radii: point(p, 1), rotation: p[4] }),
-];
+/** The figure of these native numbers as an object; null for no figure. */
+function makeFigure(index, subtype, numbers) {
+  if (native.figures[index] === null) return null;
+  const { kind, subtypes, fields } = native.figures[index];
+  const figure = { kind };
+  let at = 0;
+  for (const [name, places] of fields) {
+    figure[name] = readField(numbers, at, places);
+    at += places === 0 ? 1 : 2 * Math.abs(places);
+  }
+  if (subtypes.length > 0) figure.subtype = subtypes[subtype];
+  return figure;
+}
 
 class Beautifier {
   #native;
@@ -169,7 +164,7 @@ class Beautifier {
       values,
       lengths,
     );
-    const figure = MAKE_FIGURE[kind](parameters, subtype);
+    const figure = makeFigure(kind, subtype, parameters);
     // Ink goes back as the caller's own points, with all that they carry.
     const pathOfObjects = () => (figure === null ? given : unpackObjects(path));
     return {

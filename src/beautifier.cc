@@ -1,5 +1,6 @@
 #include "Beautifier/Beautifier.h"
 
+#include "Beautifier/figures/Families.h"
 #include "PointTransfer.h"
 
 #include <algorithm>
@@ -10,10 +11,15 @@
 #include <napi.h>
 #include <span>
 #include <stdexcept>
+#include <string>
+#include <string_view>
+#include <type_traits>
 #include <utility>
+#include <variant>
 #include <vector>
 
-/// The native module "beautifier": one class over packed numbers. The package's
+/// The native module "beautifier": one class over packed numbers, and what
+/// there is of families and figures. The package's
 /// lib/beautifier.js checks the arguments, packs and unpacks them; nothing else
 /// is meant to call this module.
 namespace binding {
@@ -78,49 +84,108 @@ napi_value pack(Napi::Env env, const Points& points, std::size_t stride) {
     return packed.array;
 }
 
-/// A figure's kind and subtype by their numbers in lib/beautifier.js, and its
-/// parameters in the order in which the structs declare them.
+/// The numbers of a figure, field by field.
+struct Numbers {
+    std::vector<double>& values;
+
+    void number(std::string_view /*name*/, double value) const { values.push_back(value); }
+    void place(std::string_view /*name*/, const Scrivo::Point2D& p) const {
+        values.push_back(p.x);
+        values.push_back(p.y);
+    }
+    void size(std::string_view name, const Scrivo::Point2D& p) const { place(name, p); }
+    void places(std::string_view name, const auto& list) const {
+        for (const Scrivo::Point2D& p : list) place(name, p);
+    }
+};
+
+/// A figure as numbers: its index in the variant, its subtype, its parameters.
 struct Flat {
     std::uint32_t kind = 0;
     std::uint32_t subtype = 0;
     std::vector<double> parameters;
 
-    void add(double value) { parameters.push_back(value); }
-    void add(const Scrivo::Point2D& p) {
-        add(p.x);
-        add(p.y);
-    }
-};
-
-struct Flatten {
-    Flat operator()(std::monostate /*none*/) const { return {}; }
-    Flat operator()(const Scrivo::DotFigure& f) const { return flat(1, f.centre); }
-    Flat operator()(const Scrivo::LineFigure& f) const { return flat(2, f.from, f.to); }
-    Flat operator()(const Scrivo::AngleFigure& f) const {
-        return flat(3, f.from, f.vertex, f.to, f.opening);
-    }
-    Flat operator()(const Scrivo::TriangleFigure& f) const { return corners(4, f); }
-    Flat operator()(const Scrivo::QuadrangleFigure& f) const { return corners(5, f); }
-    Flat operator()(const Scrivo::CircleFigure& f) const { return flat(6, f.centre, f.radius); }
-    Flat operator()(const Scrivo::EllipseFigure& f) const {
-        return flat(7, f.centre, f.radii, f.rotation);
+    explicit Flat(const Scrivo::Figure& figure) : kind(static_cast<std::uint32_t>(figure.index())) {
+        std::visit([this](const auto& f) { read(f); }, figure);
     }
 
 private:
-    template <typename... Parameters>
-    static Flat flat(std::uint32_t kind, const Parameters&... parameters) {
-        Flat result{kind, 0, {}};
-        (result.add(parameters), ...);
-        return result;
-    }
-
-    template <typename Figure>
-    static Flat corners(std::uint32_t kind, const Figure& figure) {
-        Flat result{kind, static_cast<std::uint32_t>(figure.kind), {}};
-        for (const Scrivo::Point2D& corner : figure.corners) result.add(corner);
-        return result;
+    void read(std::monostate /*none*/) {}
+    template <typename F>
+    void read(const F& figure) {
+        Scrivo::beautifier::FigureTraits<F>::fields(figure, Numbers{parameters});
+        if constexpr (requires { figure.subtype; }) {
+            subtype = static_cast<std::uint32_t>(figure.subtype);
+        }
     }
 };
+
+/// Describes the fields of a figure to JavaScript: an array of [name, places],
+/// the number of places 0 for a plain number and -1 for a single place.
+struct Fields {
+    Napi::Array& list;
+
+    void add(std::string_view name, int places) const {
+        const Napi::Env env = list.Env();
+        const Napi::Array field = Napi::Array::New(env, 2);
+        field.Set(0U, Napi::String::New(env, std::string(name)));
+        field.Set(1U, Napi::Number::New(env, places));
+        list.Set(list.Length(), field);
+    }
+    void number(std::string_view name, double /*value*/) const { add(name, 0); }
+    void place(std::string_view name, const Scrivo::Point2D& /*p*/) const { add(name, -1); }
+    void size(std::string_view name, const Scrivo::Point2D& p) const { place(name, p); }
+    void places(std::string_view name, const auto& points) const {
+        add(name, static_cast<int>(points.size()));
+    }
+};
+
+Napi::Array toArray(Napi::Env env, std::span<const std::string_view> names) {
+    Napi::Array result = Napi::Array::New(env);
+    for (const std::string_view name : names) {
+        result.Set(result.Length(), Napi::String::New(env, std::string(name)));
+    }
+    return result;
+}
+
+/// {kind, subtypes, fields} of an alternative of the variant; null for none.
+template <std::size_t I>
+Napi::Value describeFigure(Napi::Env env) {
+    using F = std::variant_alternative_t<I, Scrivo::Figure>;
+    if constexpr (std::is_same_v<F, std::monostate>) {
+        return env.Null();
+    } else {
+        using Traits = Scrivo::beautifier::FigureTraits<F>;
+        Napi::Array fields = Napi::Array::New(env);
+        const F figure{};
+        Traits::fields(figure, Fields{fields});
+        Napi::Object result = Napi::Object::New(env);
+        result.Set("kind", Napi::String::New(env, std::string(Traits::KIND)));
+        result.Set("subtypes", toArray(env, Traits::SUBTYPES));
+        result.Set("fields", fields);
+        return result;
+    }
+}
+
+/// Every alternative of the variant, by its index.
+template <std::size_t... I>
+Napi::Array describeFigures(Napi::Env env, std::index_sequence<I...> /*indices*/) {
+    Napi::Array result = Napi::Array::New(env, sizeof...(I));
+    (result.Set(static_cast<std::uint32_t>(I), describeFigure<I>(env)), ...);
+    return result;
+}
+
+/// [name, type] of every family, by its number.
+Napi::Array describeFamilies(Napi::Env env) {
+    Napi::Array result = Napi::Array::New(env);
+    for (const auto& family : Scrivo::beautifier::families()) {
+        const Napi::Array entry = Napi::Array::New(env, 2);
+        entry.Set(0U, Napi::String::New(env, std::string(family.name)));
+        entry.Set(1U, Napi::Number::New(env, family.code));
+        result.Set(result.Length(), entry);
+    }
+    return result;
+}
 
 class Beautifier : public Napi::ObjectWrap<Beautifier> {
 public:
@@ -132,7 +197,7 @@ public:
     /// regularFigures, nearbyStrokes, insideArea)
     explicit Beautifier(const Napi::CallbackInfo& info) : Napi::ObjectWrap<Beautifier>(info) {
         try {
-            beautifier_ = Scrivo::Beautifier(readOptions(info));
+            m_beautifier = Scrivo::Beautifier(readOptions(info));
         } catch (const std::exception& error) {
             Napi::Error::New(info.Env(), error.what()).ThrowAsJavaScriptException();
         }
@@ -169,7 +234,7 @@ private:
             const double width = Napi::Number(env, info[2]).DoubleValue();
             const double height = Napi::Number(env, info[3]).DoubleValue();
             return toArray(env, stride,
-                           beautifier_.beautify(stroke, width, height, readOthers(info)));
+                           m_beautifier.beautify(stroke, width, height, readOthers(info)));
         } catch (const std::exception& error) {
             // Out of memory; a drawing must not take its host down.
             Napi::Error::New(env, error.what()).ThrowAsJavaScriptException();
@@ -193,7 +258,7 @@ private:
 
     static Napi::Value toArray(Napi::Env env, std::size_t stride,
                                const Scrivo::Beautified& answer) {
-        const Flat figure = std::visit(Flatten{}, answer.figure);
+        const Flat figure(answer.figure);
         const std::array<napi_value, 7> parts{
             pack(env, answer.path, stride),
             Napi::Number::New(env, answer.type),
@@ -210,11 +275,14 @@ private:
         return result;
     }
 
-    Scrivo::Beautifier beautifier_;  // the default one until the constructor is through
+    Scrivo::Beautifier m_beautifier;  // the default one until the constructor is through
 };
 
 Napi::Object Init(Napi::Env env, Napi::Object exports) {
+    constexpr std::size_t FIGURES = std::variant_size_v<Scrivo::Figure>;
     exports.Set("Beautifier", Beautifier::define(env));
+    exports.Set("families", describeFamilies(env));
+    exports.Set("figures", describeFigures(env, std::make_index_sequence<FIGURES>()));
     return exports;
 }
 

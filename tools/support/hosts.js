@@ -8,8 +8,7 @@ const { linkForMusl } = require('./musl-library.js');
 const { countBun, countDeno, countTap } = require('./test-counts.js');
 
 /**
- * The tests of the package. The others in test/node are of the tools, the page
- * and the command line, which are for the Node of the checkout. `cases` compares
+ * The tests of the package in test/lib that concern its modules and entries. `cases` compares
  * bits where the module's C library and processor are those of the core, and
  * allows for the tolerance that a case states elsewhere.
  */

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "Beautifier/ink/Outline.h"
+
+namespace Scrivo::beautifier {
+
+struct EllipseFit {
+    Vec centre;
+    double a = 0.0;      ///< longer radius
+    double b = 0.0;      ///< shorter radius
+    double angle = 0.0;  ///< of the longer radius, radians
+    double rms = 0.0;    ///< root mean square distance of the points
+    double worst = 0.0;  ///< largest distance
+    bool found = false;
+};
+
+/// Ellipse of the closed curve through `loop`: area moments (an ellipse of radii
+/// a and b has the second moments a^2 / 4 and b^2 / 4), then Gauss-Newton steps
+/// on the distances to first order (Sampson: Fitting conic sections to very
+/// scattered data, 1982). Not found when the curve encloses no area.
+EllipseFit fitEllipseTo(const Coarse& loop);
+
+}  // namespace Scrivo::beautifier
