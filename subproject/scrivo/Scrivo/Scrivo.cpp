@@ -55,7 +55,7 @@ std::int32_t classify(detail::Stroke stroke, const Point2D& extent) {
     return figureOf(recogniser.recognizeView(stroke).id);
 }
 
-/// An empty stroke has the centroid (NaN, NaN): no anchor to any line.
+/// An empty stroke has the centroid (NaN, NaN), which attracts no line.
 std::vector<Point2D> scaledCentroids(const std::vector<std::vector<Point2D>>& strokes, double width,
                                      double height) {
     std::vector<Point2D> result;
@@ -121,7 +121,7 @@ Redrawn idealise(const std::vector<Point2D>& stroke, float width, float height,
     if (result.drawn == 0) {
         return result;
     }
-    // A line may leave the drawing area: moving it would tear it off the
+    // A line may leave the drawing area: moving it would separate it from the
     // strokes that it was snapped to.
     if (result.type != FIGURE_LINE) {
         detail::moveInside(result.path, width, height);
@@ -145,7 +145,7 @@ bool initScrivo(std::vector<std::string> paths) {
         if (contains(path, "rectangle.template")) {
             rectangle = path;
         } else if (contains(path, "isosceles_triangle.template")) {
-            // Before the triangle: its name contains that one's.
+            // Tested before the triangle, whose name this one contains.
             isoscelesTriangle = path;
         } else if (contains(path, "triangle.template")) {
             triangle = path;
@@ -170,8 +170,8 @@ StrokeResult optimizeAStroke(std::vector<Point2D> stroke, float width, float hei
             return {std::move(redrawn.path), redrawn.type};
         }
     } catch (...) {
-        // Out of memory, or a path that cannot be resampled: nothing is lost,
-        // the stroke has not been touched.
+        // Out of memory, or a path that cannot be resampled. The stroke has not
+        // been changed.
     }
     return {std::move(stroke), FIGURE_NONE};
 }

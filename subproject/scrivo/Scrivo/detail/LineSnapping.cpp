@@ -24,7 +24,8 @@ struct Segment {
     Point2D last;
 };
 
-void appendSegment(std::vector<Point2D>& out, const Segment& s) {
+/// Interpolates by shares of the length, unlike `appendEdge`: last bits differ.
+void appendByShares(std::vector<Point2D>& out, const Segment& s) {
     appendSamples(out, [&](double i) {
         const double t = i / NUM_POINT;
         return Point2D{s.first.x + t * (s.last.x - s.first.x),
@@ -32,7 +33,7 @@ void appendSegment(std::vector<Point2D>& out, const Segment& s) {
     });
 }
 
-/// The up to three anchors nearest to the line, nearest first.
+/// Up to three anchors: those nearest to the line, nearest first.
 class Ranking {
 public:
     [[nodiscard]] std::size_t count() const { return m_count; }
@@ -70,16 +71,16 @@ private:
     std::size_t m_count = 0;
 };
 
-/// Lets the segment's ends snap to the feet of nearby anchors and ranks the
-/// anchors that lie beside the segment. A snapped end stays for the anchors
-/// that follow.
+/// Snaps the segment's ends to the feet of nearby anchors and ranks the anchors
+/// that lie beside the segment. Each anchor is compared with the segment as the
+/// anchors before it left it.
 Ranking snapToAnchors(Segment& s, Stroke anchors) {
     Ranking candidates;
     for (const Point2D& anchor : anchors) {
         const Point2D foot = projection(s.first, s.last, anchor);
         const double offset = singleDistance(anchor, foot);
-        // An upright segment leans by a unit, so that the parameter below is
-        // defined; for any anchor, even one that is out of reach.
+        // A vertical segment is tilted by a unit, so that the parameter below is
+        // defined. Any anchor does that, even one that is out of reach.
         if (s.last.x - s.first.x == 0.0) {
             s.first.x += 1.0;
         }
@@ -107,7 +108,7 @@ struct AnchorPair {
 };
 
 /// The pair most nearly parallel to the segment, the pair of nearer anchors on
-/// a tie; none when all of them lean too much.
+/// a tie; nothing when no pair is nearly parallel.
 std::optional<AnchorPair> parallelPair(const Ranking& candidates, const Segment& s) {
     const Point2D along = difference(s.first, s.last);
     std::optional<AnchorPair> best;
@@ -142,9 +143,9 @@ Point2D placedEnd(const Point2D& end, const Point2D& anchor, const AnchorPair& p
 ///
 /// Each end is measured from the anchor on its own side: a line drawn from one
 /// mark to another ends on both of them, and one drawn past them keeps its
-/// length beyond. Anchors that lie close together say little about where an end
-/// belongs; should the ends change places, they land on the anchors, so that
-/// the segment keeps its direction of travel.
+/// length beyond. Anchors close together determine the ends poorly: if the ends
+/// would change places, they are put on the anchors, so that the segment keeps
+/// its direction of travel.
 Segment laidAlong(const AnchorPair& pair, const Segment& s) {
     const Segment laid{placedEnd(s.first, pair.near, pair), placedEnd(s.last, pair.far, pair)};
     const Point2D along = difference(pair.near, pair.far);
@@ -177,7 +178,7 @@ Segment parallelThrough(const Point2D& anchor, const Segment& s) {
 
 /// The vertical through `anchor`, of an exactly vertical segment.
 Segment uprightThrough(const Point2D& anchor, const Segment& s) {
-    // Part of the output of this branch, which hosts may capture.
+    // Hosts may capture this line: it is part of the answer.
     std::cout << "hori line " << std::endl;
     Segment result{{anchor.x, s.first.y, 0.0}, {anchor.x, s.last.y, 0.0}};
     if (std::abs(anchor.y - s.first.y) < 2 * NEAR) {
@@ -188,8 +189,9 @@ Segment uprightThrough(const Point2D& anchor, const Segment& s) {
     return result;
 }
 
-/// Brings a segment to one anchor: an end onto it, else its line through it.
-Segment broughtTo(const Point2D& anchor, const Segment& s) {
+/// Moves a segment to one anchor: an end onto it when one is near, otherwise the
+/// line so that it passes through it.
+Segment movedTo(const Point2D& anchor, const Segment& s) {
     if (singleDistance(anchor, s.first) < NEAR) {
         return {anchor, translated(s.last, s.first, anchor)};
     }
@@ -229,9 +231,9 @@ std::int64_t reDrawLine(std::vector<Point2D>& out, Stroke stroke, Stroke anchors
     if (candidates.count() == 0) {
         appendStraightened(out, segment);
     } else if (const auto pair = parallelPair(candidates, segment)) {
-        appendSegment(out, laidAlong(*pair, segment));
+        appendByShares(out, laidAlong(*pair, segment));
     } else {
-        appendSegment(out, broughtTo(candidates[0], segment));
+        appendByShares(out, movedTo(candidates[0], segment));
     }
     return sizeOf(out);
 }

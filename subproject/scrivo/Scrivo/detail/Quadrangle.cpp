@@ -34,7 +34,7 @@ Point2D midline(const Point2D& from, const Point2D& to, const Point2D& from2, co
 
 /// Both midlines of a quadrangle: along its sides 0-1 and 3-2, and along 0-3
 /// and 1-2. Their cross product is twice the signed double area, so whatever
-/// is built along them runs the way in which the corners were drawn.
+/// is built along them keeps the orientation of the drawing.
 struct Midlines {
     Point2D a;
     Point2D b;
@@ -42,7 +42,7 @@ struct Midlines {
     explicit Midlines(const std::vector<Point2D>& q)
         : a(midline(q[0], q[1], q[3], q[2])), b(midline(q[0], q[3], q[1], q[2])) {}
 
-    /// 1 when b lies counter-clockwise of a, the y axis pointing up.
+    /// 1 when b lies counter-clockwise of a, the y axis pointing up; else -1.
     [[nodiscard]] double turn() const { return a.x * b.y - a.y * b.x < 0.0 ? -1.0 : 1.0; }
 };
 
@@ -54,9 +54,9 @@ void rebuild(std::vector<Point2D>& q, const Point2D& a, double dA, const Point2D
     q[2] = moved(q[1], b, dB);
 }
 
-/// Cosine between the sides of a parallelogram drawn at `cosine`. Half of
-/// RIGHT_ANGLE_COSINE still means a right angle, from all of it on the drawing
-/// is kept; in between the one eases into the other, so that no corner jumps.
+/// Cosine between the sides of a parallelogram drawn at `cosine`. Up to half of
+/// RIGHT_ANGLE_COSINE the angle becomes right, from RIGHT_ANGLE_COSINE on it is
+/// kept. In between it changes continuously, so that no corner jumps.
 double easedCosine(double cosine) {
     const double lean = std::abs(cosine);
     if (lean >= RIGHT_ANGLE_COSINE) {
@@ -65,15 +65,15 @@ double easedCosine(double cosine) {
     return std::copysign(std::max(0.0, 2 * lean - RIGHT_ANGLE_COSINE), cosine);
 }
 
-/// One corner off the right angle does not make a rectangle lean: what counts
-/// is the angle between the midlines, in which all four corners have a say.
+/// The sides meet at the angle of the midlines, which depend on all four corners:
+/// one inaccurate corner does not make a rectangle lean.
 void makeParallelogram(std::vector<Point2D>& q, double dA, double dB) {
     const Midlines midlines(q);
     const Point2D a = normalized(midlines.a);
     const Point2D b = normalized(midlines.b);
     const double turn = midlines.turn();
-    // Half way between a and b turned back by a right angle; the sides then open
-    // evenly on both sides of the right angle.
+    // Midway between a and b turned back by a right angle: both sides deviate
+    // equally from the right angle.
     const Point2D even = normalized({a.x + turn * b.y, a.y - turn * b.x, 0.0});
     const Point2D across{-turn * even.y, turn * even.x, 0.0};
     const double angle = std::asin(easedCosine(cosine(a, b))) / 2;
@@ -97,8 +97,8 @@ void makeLevelRectangle(std::vector<Point2D>& q, double dA, double dB) {
 
 /// Direction of the side 0-1 of the rectangle: upright when drawn so, else the
 /// mean of all four sides' directions, each counted with its length, the sides
-/// 0-3 and 1-2 after a quarter turn. So the figure turns as little as it can,
-/// and a drawing whose angles are right already does not turn at all.
+/// 0-3 and 1-2 after a quarter turn. The figure then turns as little as possible,
+/// and not at all when its angles are right already.
 Point2D rectangleDirection(const std::vector<Point2D>& q, const Midlines& m) {
     if (std::abs(q[1].x - q[0].x) < LEAN) {
         return {0.0, q[1].y < q[0].y ? -1.0 : 1.0, 0.0};

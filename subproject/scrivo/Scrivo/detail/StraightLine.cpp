@@ -37,7 +37,7 @@ ExtremePair longerExtent(Stroke stroke, const Extremes& e) {
     return {stroke[e.minY], stroke[e.maxY]};
 }
 
-/// Sums for the least-squares line, and the extremes, of one pass.
+/// The sums for the least-squares line and the extremes, from one pass.
 struct LineSums {
     double x = 0.0;
     double y = 0.0;
@@ -78,7 +78,7 @@ LineSums sumUp(Stroke stroke) {
     return s;
 }
 
-/// Whether the chord is too steep for y as a function of x.
+/// Whether the chord is too steep to fit y as a function of x.
 bool isSteep(Stroke stroke) {
     const double dx = stroke.back().x - stroke.front().x;
     const double dy = stroke.back().y - stroke.front().y;

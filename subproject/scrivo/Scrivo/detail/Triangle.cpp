@@ -52,11 +52,11 @@ void makeEquilateral(std::vector<Point2D>& c, double side) {
     } else {
         apex = alongVertical(middle, side * SQRT_3 * 0.5);
     }
-    // The position of smaller coordinates has to be strictly nearer.
+    // The second position is taken only when it is strictly nearer.
     c[2] = singleDistance(apex.p, c[2]) > singleDistance(apex.q, c[2]) ? apex.q : apex.p;
 }
 
-/// Brings the corner between two nearly equal sides to the middle.
+/// Moves the corner between two nearly equal sides to the middle of the list.
 void centreIsoscelesApex(std::vector<Point2D>& c, const Sides& s) {
     if (isNearlyOne(s.s12 / s.s02)) {
         isCounterClockwise(c) ? reorder(c, 1, 2, 0) : reorder(c, 0, 2, 1);
@@ -65,7 +65,7 @@ void centreIsoscelesApex(std::vector<Point2D>& c, const Sides& s) {
     }
 }
 
-/// Brings the corner of a nearly right angle to the middle.
+/// Moves the corner of a nearly right angle to the middle of the list.
 void centreRightAngle(std::vector<Point2D>& c, const Sides& s) {
     if (isNearlyOne(pythagorasRatio(s.s12, s.s02, s.s01))) {
         isCounterClockwise(c) ? reorder(c, 1, 2, 0) : reorder(c, 0, 2, 1);
