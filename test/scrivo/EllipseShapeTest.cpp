@@ -18,24 +18,6 @@ TEST(EllipseShape, BoundsBelongToTheEllipse) {
     EXPECT_EQ(detail::levelled({{}, {}, 0.26F}).angle, 0.0);
 }
 
-TEST(EllipseShape, LacksAParameterThatIsNaN) {
-    const detail::EllipseShape whole{{1, 2}, {3, 4}, 0.5};
-    EXPECT_TRUE(detail::isComplete(whole));
-    EXPECT_TRUE(detail::isComplete({{1, 2}, {INF, 4}, 0.5}));
-    double detail::EllipseShape::*const angle = &detail::EllipseShape::angle;
-    for (Point2D detail::EllipseShape::*const pair :
-         {&detail::EllipseShape::centre, &detail::EllipseShape::radii}) {
-        for (double Point2D::*const coordinate : {&Point2D::x, &Point2D::y}) {
-            detail::EllipseShape lacking = whole;
-            lacking.*pair.*coordinate = QUIET_NAN;
-            EXPECT_FALSE(detail::isComplete(lacking));
-        }
-    }
-    detail::EllipseShape lacking = whole;
-    lacking.*angle = QUIET_NAN;
-    EXPECT_FALSE(detail::isComplete(lacking));
-}
-
 }  // namespace
 
 }  // namespace Scrivo::test
