@@ -165,7 +165,7 @@ TEST(OutOfMemory, AFailedLoadChangesNothing) {
     fs::remove_all(folder);
 }
 
-TEST(OutOfMemory, AnUpdateThatFailsIsMadeUpFor) {
+TEST(OutOfMemory, AFailedUpdateIsRepeated) {
     Loaded loaded;
     const Stroke outline = ink::Hand(54).stroke(ink::ELLIPSE);
     GraphicTemplate exact{3, "exact", loaded.recogniser.normalizePath(outline)};

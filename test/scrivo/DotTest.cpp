@@ -14,7 +14,7 @@ Stroke ofForces(std::size_t count, double force, std::initializer_list<double> o
     return stroke;
 }
 
-TEST(Dot, IsToldByCountAndPressure) {
+TEST(Dot, CountAndForceDecide) {
     const Case<bool> cases[] = {
         {"empty", {}, false},
         {"8 points at full pressure", ofForces(8, 1), false},

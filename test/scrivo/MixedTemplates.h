@@ -24,7 +24,7 @@ inline GraphicTemplate strangeTemplate(ink::Hand& hand, const Path& ordinary) {
         [](Path& path, std::size_t i) { path.resize(i); },
         [](Path& path, std::size_t) {
             path.push_back({1e300, QUIET_NAN});
-        },  // not looked at
+        },  // beyond what is compared
         [](Path& path, std::size_t i) {
             path[i] = {1e300, -1e300};
         },

@@ -208,7 +208,7 @@ TEST(Pipeline, SurvivesHostileNumbers) {
     testing::internal::GetCapturedStdout();
 }
 
-TEST(Pipeline, AnswersInAreasOfNextToNoHeight) {
+TEST(Pipeline, AnswersInVeryFlatAreas) {
     // In an area of a thousandth of a unit any scribble is a level line.
     Stroke scribble;
     for (int i = 0; i <= 40; ++i) {

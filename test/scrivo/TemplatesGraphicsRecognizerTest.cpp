@@ -13,7 +13,7 @@ namespace Scrivo::test {
 
 namespace {
 
-TEST(Recognize, FollowsChangedSettings) {
+TEST(Recogniser, FollowsChangedSettings) {
     ink::Hand hand(26);
     const auto outlines = hand.strokes(30);
     using Change = void (*)(TemplatesGraphicsRecognizer&);
@@ -45,7 +45,7 @@ TEST(Recognize, FollowsChangedSettings) {
     }
 }
 
-TEST(Recognize, FollowsListsChangedByHand) {
+TEST(Recogniser, FollowsListsChangedByHand) {
     ink::Hand hand(27);
     const auto outlines = hand.strokes(45);
     const Path stroke = hand.stroke(ink::ELLIPSE);
@@ -84,7 +84,7 @@ TEST(Recognize, FollowsListsChangedByHand) {
     }
 }
 
-TEST(Recognize, KeepsTheFirstOfEqualTemplates) {
+TEST(Recogniser, KeepsTheFirstOfEqualTemplates) {
     ink::Hand hand(28);
     const Path stroke = hand.stroke(ink::ELLIPSE);
     TemplatesGraphicsRecognizer recogniser;
@@ -100,7 +100,7 @@ TEST(Recognize, KeepsTheFirstOfEqualTemplates) {
     EXPECT_TRUE(answersLiterally(recogniser, stroke));
 }
 
-TEST(Recognize, RejectsBeforeMatching) {
+TEST(Recogniser, RejectsBeforeMatching) {
     const auto recogniser = recogniserWith({chain(SQUARE, 20)});
     const auto rejected = [&](const Path& stroke) {
         return sameAnswer(recogniser.recognize(stroke), {0, "Unknown", -1.0});
@@ -116,7 +116,7 @@ TEST(Recognize, RejectsBeforeMatching) {
     EXPECT_TRUE(rejected({{0.0, 0.0}, {57.5, 0.0}, {std::nextafter(15.0, 16.0), 0.0}}));
 }
 
-TEST(Recognize, WeighsFiguresOfTooManyCornersByNothing) {
+TEST(Recogniser, WeighsFiguresOfTooManyCornersByNothing) {
     const auto polygon = [](int edges) {
         Path corners;
         for (int k = 0; k <= edges; ++k) {
@@ -143,7 +143,7 @@ TEST(Recognize, WeighsFiguresOfTooManyCornersByNothing) {
     EXPECT_EQ(idAmongOnlyItself(3, flower(7)), 0);
 }
 
-TEST(Recognize, AnswersWithTheScoreThatDidNotSuffice) {
+TEST(Recogniser, AnswersWithTheScoreThatDidNotSuffice) {
     // 0.8 itself suffices: the distance is a fifth of what counts as 1.
     auto close = recogniserWith({chain(SQUARE, 20)});
     const Path flat =
@@ -236,7 +236,7 @@ TEST(Recogniser, LoadsUnderRecognitionOfExposedLists) {
     }
 }
 
-TEST(Recogniser, CopiesGoTheirOwnWays) {
+TEST(Recogniser, CopiesAreIndependent) {
     ink::Hand hand(35);
     const Path stroke = hand.stroke(ink::ELLIPSE);
     TemplatesGraphicsRecognizer original = recogniserWith(hand.strokes(30));

@@ -17,8 +17,8 @@ class TemplatesGraphicsRecognizer;
 /// A vector of templates that remembers whether its elements may have been
 /// changed. Once one was reachable through a reference that is not const, every
 /// recognition first compares the list with what was indexed (about 0.2 us a
-/// template) and indexes it again when they differ. Read through a const
-/// reference to avoid that.
+/// template) and indexes it again when they differ, during which loads and other
+/// recognitions wait. Read through a const reference to avoid that.
 class TemplateList {
 public:
     /// What the list holds.

@@ -103,7 +103,7 @@ detail::RotationSearch rotationSearch(const TemplatesGraphicsRecognizer& recogni
 
 RecognitionResult bestOf(const Candidates& candidates, detail::Stroke stroke,
                          const TemplatesGraphicsRecognizer& settings) {
-    const std::vector<Point2D> path = detail::normalizePath(stroke, normalForm(settings));
+    const std::vector<Point2D> path = detail::normalisePath(stroke, normalForm(settings));
     const detail::Match best = candidates.templates.match(path, rotationSearch(settings));
     const double score = 1.0 - best.distance / settings.halfDiagonal;
     const bool isSure = !(candidates.share < MIN_SURE_SHARE || score < MIN_SURE_SCORE);
@@ -136,7 +136,7 @@ void readTemplates(std::vector<GraphicTemplate>& out, const std::string& fileNam
                    const std::string& name, const detail::NormalForm& form) {
     const auto add = [&](const std::vector<Point2D>& path) {
         try {
-            out.push_back({id, name, detail::normalizePath(path, form)});
+            out.push_back({id, name, detail::normalisePath(path, form)});
         } catch (const std::domain_error&) {
             // No outline: its points are closer together than doubles are.
         }
@@ -189,7 +189,7 @@ void TemplatesGraphicsRecognizer::loadTemplatesFromFile(std::string rectangleFil
 }
 
 int TemplatesGraphicsRecognizer::addTemplate(int id, std::string name, std::vector<Point2D> path) {
-    std::vector<GraphicTemplate> added{{id, name, detail::normalizePath(path, normalForm(*this))}};
+    std::vector<GraphicTemplate> added{{id, name, detail::normalisePath(path, normalForm(*this))}};
     const std::lock_guard guard(m_lock);
     store(std::move(added));
     const std::vector<GraphicTemplate>& all = std::as_const(allTemplates);
@@ -278,7 +278,7 @@ double TemplatesGraphicsRecognizer::pathDistance(std::vector<Point2D> a,
 }
 
 std::vector<Point2D> TemplatesGraphicsRecognizer::normalizePath(std::vector<Point2D> path) const {
-    return detail::normalizePath(path, normalForm(*this));
+    return detail::normalisePath(path, normalForm(*this));
 }
 
 std::vector<Point2D> TemplatesGraphicsRecognizer::resample(std::vector<Point2D> path) const {

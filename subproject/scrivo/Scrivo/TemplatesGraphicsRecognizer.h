@@ -18,8 +18,8 @@ namespace Scrivo {
 namespace detail {
 struct TemplateSnapshot;
 
-/// The latest snapshot of the templates. Whoever took one may read it for as
-/// long as it likes: a snapshot never changes.
+/// The latest snapshot of the templates. A snapshot never changes; a reader that
+/// holds one keeps it alive.
 class LatestSnapshot {
 public:
     LatestSnapshot();
@@ -58,9 +58,9 @@ public:
 ///
 /// Loading, adding and recognising may run on several threads at once.
 /// Recognition reads a snapshot of the templates, which a load replaces when it
-/// is complete: neither waits for the other. A load that fails changes nothing.
-/// The public fields are for one thread. Recognition is fast with the settings
-/// that the constructor makes and correct with any.
+/// is complete: neither waits for the other (but see TemplateList). A load that
+/// fails changes nothing. The public fields are for one thread. Recognition is fast with the
+/// settings that the constructor makes and correct with any.
 class TemplatesGraphicsRecognizer {
 public:
     TemplatesGraphicsRecognizer();

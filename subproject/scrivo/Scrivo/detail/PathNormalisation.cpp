@@ -120,7 +120,7 @@ std::vector<Point2D> translateToOrigin(Stroke path) {
     return mapped(path, [&](const Point2D& p) { return Point2D{p.x - c.x, p.y - c.y, 0.0}; });
 }
 
-std::vector<Point2D> normalizePath(Stroke path, const NormalForm& form) {
+std::vector<Point2D> normalisePath(Stroke path, const NormalForm& form) {
     std::vector<Point2D> out = resample(path, form.numPoints);
     if (form.rotationInvariant) {
         out = rotateToZero(out);

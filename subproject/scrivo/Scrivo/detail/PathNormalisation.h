@@ -51,6 +51,6 @@ std::vector<Point2D> scaleToSquare(Stroke path, double side);
 std::vector<Point2D> translateToOrigin(Stroke path);
 
 /// All of the above in turn. Throws as `resample` does.
-std::vector<Point2D> normalizePath(Stroke path, const NormalForm& form);
+std::vector<Point2D> normalisePath(Stroke path, const NormalForm& form);
 
 }  // namespace Scrivo::detail

@@ -18,7 +18,7 @@ constexpr double RIGHT_ANGLE_COSINE = 0.08;
 constexpr double LEAN = 1.0;
 
 /// A vector of the same direction and length 1.
-Point2D normalized(const Point2D& v) {
+Point2D normalised(const Point2D& v) {
     const double length = std::sqrt(v.x * v.x + v.y * v.y);
     return {v.x / length, v.y / length, 0.0};
 }
@@ -69,12 +69,12 @@ double easedCosine(double cosine) {
 /// one inaccurate corner does not make a rectangle lean.
 void makeParallelogram(std::vector<Point2D>& q, double dA, double dB) {
     const Midlines midlines(q);
-    const Point2D a = normalized(midlines.a);
-    const Point2D b = normalized(midlines.b);
+    const Point2D a = normalised(midlines.a);
+    const Point2D b = normalised(midlines.b);
     const double turn = midlines.turn();
     // Midway between a and b turned back by a right angle: both sides deviate
     // equally from the right angle.
-    const Point2D even = normalized({a.x + turn * b.y, a.y - turn * b.x, 0.0});
+    const Point2D even = normalised({a.x + turn * b.y, a.y - turn * b.x, 0.0});
     const Point2D across{-turn * even.y, turn * even.x, 0.0};
     const double angle = std::asin(easedCosine(cosine(a, b))) / 2;
     const double c = std::cos(angle);
@@ -104,7 +104,7 @@ Point2D rectangleDirection(const std::vector<Point2D>& q, const Midlines& m) {
         return {0.0, q[1].y < q[0].y ? -1.0 : 1.0, 0.0};
     }
     const double turn = m.turn();
-    return normalized({m.a.x + turn * m.b.y, m.a.y - turn * m.b.x, 0.0});
+    return normalised({m.a.x + turn * m.b.y, m.a.y - turn * m.b.x, 0.0});
 }
 
 void makeTurnedRectangle(std::vector<Point2D>& q, double dA, double dB) {
