@@ -18,17 +18,16 @@
 #include <variant>
 #include <vector>
 
-/// The native module "beautifier": one class over packed numbers, and what
-/// there is of families and figures. The package's
-/// lib/beautifier.js checks the arguments, packs and unpacks them; nothing else
-/// is meant to call this module.
+/// The native module "beautifier": a class that takes and returns packed numbers,
+/// and tables of the families and figures. lib/beautifier.js checks the arguments,
+/// packs and unpacks them; nothing else is meant to load this module.
 namespace binding {
 namespace {
 
 using Points = std::vector<Scrivo::Point2D>;
 
-/// `count` points from `values`, `stride` numbers each: x, y and, from a stride
-/// of 3 on, force.
+/// The points of `values`, `stride` numbers each: x, y and, with a stride of 3,
+/// force.
 Points unpack(std::span<const double> values, std::size_t stride) {
     Points points;
     points.reserve(values.size() / stride);
@@ -38,8 +37,8 @@ Points unpack(std::span<const double> values, std::size_t stride) {
     return points;
 }
 
-/// The numbers of a Float64Array. The size of an element counts: a shorter one
-/// would have its array read beyond the end.
+/// The numbers of a Float64Array. Other arrays are refused: shorter elements would
+/// be read beyond the end.
 std::span<const double> view(const Napi::Value& value) {
     if (!value.IsTypedArray() ||
         value.As<Napi::TypedArray>().TypedArrayType() != napi_float64_array) {
@@ -101,11 +100,12 @@ struct Numbers {
 
 /// A figure as numbers: its index in the variant, its subtype, its parameters.
 struct Flat {
-    std::uint32_t kind = 0;
+    std::uint32_t index = 0;
     std::uint32_t subtype = 0;
     std::vector<double> parameters;
 
-    explicit Flat(const Scrivo::Figure& figure) : kind(static_cast<std::uint32_t>(figure.index())) {
+    explicit Flat(const Scrivo::Figure& figure)
+        : index(static_cast<std::uint32_t>(figure.index())) {
         std::visit([this](const auto& f) { read(f); }, figure);
     }
 
@@ -121,7 +121,8 @@ private:
 };
 
 /// Describes the fields of a figure to JavaScript: an array of [name, places],
-/// the number of places 0 for a plain number and -1 for a single place.
+/// where `places` is the length of an array of places, -1 for a single place and
+/// 0 for a number.
 struct Fields {
     Napi::Array& list;
 
@@ -148,7 +149,7 @@ Napi::Array toArray(Napi::Env env, std::span<const std::string_view> names) {
     return result;
 }
 
-/// {kind, subtypes, fields} of an alternative of the variant; null for none.
+/// {kind, subtypes, fields} of an alternative of the variant; null for no figure.
 template <std::size_t I>
 Napi::Value describeFigure(Napi::Env env) {
     using F = std::variant_alternative_t<I, Scrivo::Figure>;
@@ -191,11 +192,13 @@ Napi::Array describeFamilies(Napi::Env env) {
 class Beautifier : public Napi::ObjectWrap<Beautifier> {
 public:
     static Napi::Function define(Napi::Env env) {
-        return DefineClass(env, "Beautifier", {InstanceMethod<&Beautifier::beautify>("beautify")});
+        return DefineClass(env, "Beautifier",
+                           {InstanceMethod<&Beautifier::beautify>("beautify"),
+                            InstanceMethod<&Beautifier::beautifyAs>("beautifyAs")});
     }
 
     /// (families: number[], minSize, sensitivity, horizontalVertical,
-    /// regularFigures, nearbyStrokes, insideArea)
+    /// regularFigures, nearbyStrokes, insideArea, anchors: number[])
     explicit Beautifier(const Napi::CallbackInfo& info) : Napi::ObjectWrap<Beautifier>(info) {
         try {
             m_beautifier = Scrivo::Beautifier(readOptions(info));
@@ -220,24 +223,54 @@ private:
         options.regularFigures = Napi::Boolean(env, info[4]).Value();
         options.nearbyStrokes = Napi::Boolean(env, info[5]).Value();
         options.insideArea = Napi::Boolean(env, info[6]).Value();
+        options.anchors.clear();
+        const Napi::Array anchors(env, info[7]);
+        for (std::uint32_t i = 0; i < anchors.Length(); ++i) {
+            const std::uint32_t sort = Napi::Number(env, anchors.Get(i)).Uint32Value();
+            options.anchors.insert(static_cast<Scrivo::AnchorSort>(sort));
+        }
         return options;
     }
 
     /// (points: Float64Array, stride, width, height, others: Float64Array,
-    /// lengths: Uint32Array), others holding x and y of all points of the other
-    /// strokes and lengths the number of points of each. Returns
-    /// [path, type, confidence, reason, kind, subtype, parameters].
+    /// lengths: Uint32Array): `others` holds x and y of all points of the other
+    /// strokes, `lengths` the number of points of each. Returns
+    /// [path, type, confidence, reason, index of the figure, subtype, parameters,
+    /// alternatives], the last one as pairs of family and probability.
     Napi::Value beautify(const Napi::CallbackInfo& info) {
+        return answer(info, [this](const Points& stroke, double width, double height,
+                                   const std::vector<Points>& others) {
+            return m_beautifier.beautify(stroke, width, height, others);
+        });
+    }
+
+    /// The same with (..., family, kind) behind; no kind for -1.
+    Napi::Value beautifyAs(const Napi::CallbackInfo& info) {
+        const auto family = Napi::Number(info.Env(), info[6]).Uint32Value();
+        const auto kind = Napi::Number(info.Env(), info[7]).Int32Value();
+        return answer(info, [=, this](const Points& stroke, double width, double height,
+                                      const std::vector<Points>& others) {
+            return m_beautifier.beautifyAs(stroke, wishOf(family, kind), width, height, others);
+        });
+    }
+
+    static Scrivo::Wish wishOf(std::uint32_t family, std::int32_t kind) {
+        const auto wished = static_cast<Scrivo::FigureFamily>(family);
+        if (kind < 0) return wished;
+        return {wished, static_cast<std::uint8_t>(kind)};
+    }
+
+    template <typename Answer>
+    static Napi::Value answer(const Napi::CallbackInfo& info, Answer answerTo) {
         const Napi::Env env = info.Env();
         try {
             const std::size_t stride = Napi::Number(env, info[1]).Uint32Value() == 2 ? 2 : 3;
             const Points stroke = unpack(view(info[0]), stride);
             const double width = Napi::Number(env, info[2]).DoubleValue();
             const double height = Napi::Number(env, info[3]).DoubleValue();
-            return toArray(env, stride,
-                           m_beautifier.beautify(stroke, width, height, readOthers(info)));
+            return toArray(env, stride, answerTo(stroke, width, height, readOthers(info)));
         } catch (const std::exception& error) {
-            // Out of memory; a drawing must not take its host down.
+            // Out of memory: a drawing must not end its host.
             Napi::Error::New(env, error.what()).ThrowAsJavaScriptException();
             return env.Undefined();
         }
@@ -260,14 +293,20 @@ private:
     static Napi::Value toArray(Napi::Env env, std::size_t stride,
                                const Scrivo::Beautified& answer) {
         const Flat figure(answer.figure);
-        const std::array<napi_value, 7> parts{
+        std::vector<double> alternatives;
+        for (const Scrivo::Alternative& alternative : answer.alternatives) {
+            alternatives.push_back(static_cast<double>(alternative.family));
+            alternatives.push_back(alternative.probability);
+        }
+        const std::array<napi_value, 8> parts{
             pack(env, answer.path, stride),
             Napi::Number::New(env, answer.type),
             Napi::Number::New(env, answer.confidence),
             Napi::Number::New(env, static_cast<double>(answer.reason)),
-            Napi::Number::New(env, figure.kind),
+            Napi::Number::New(env, figure.index),
             Napi::Number::New(env, figure.subtype),
             pack(env, figure.parameters),
+            pack(env, alternatives),
         };
         const Napi::Array result = Napi::Array::New(env, parts.size());
         for (std::uint32_t i = 0; i < parts.size(); ++i) {
@@ -276,12 +315,65 @@ private:
         return result;
     }
 
-    Scrivo::Beautifier m_beautifier;  // the default one until the constructor is through
+    Scrivo::Beautifier m_beautifier;  // with default options until the constructor has read them
 };
+
+/// A figure from its numbers; the opposite of `Numbers`.
+struct Assign {
+    std::span<const double> values;
+    std::size_t& next;
+
+    void number(std::string_view /*name*/, double& value) const { value = values[next++]; }
+    void place(std::string_view name, Scrivo::Point2D& p) const {
+        number(name, p.x);
+        number(name, p.y);
+    }
+    void size(std::string_view name, Scrivo::Point2D& p) const { place(name, p); }
+    void places(std::string_view name, auto& list) const {
+        for (Scrivo::Point2D& p : list) place(name, p);
+    }
+};
+
+/// The alternative of this index with these numbers; none when their count is wrong.
+template <std::size_t I = 0>
+Scrivo::Figure figureOf(std::size_t index, std::span<const double> values) {
+    if constexpr (I < std::variant_size_v<Scrivo::Figure>) {
+        using F = std::variant_alternative_t<I, Scrivo::Figure>;
+        if (index != I) return figureOf<I + 1>(index, values);
+        F figure{};
+        if constexpr (!std::is_same_v<F, std::monostate>) {
+            using Traits = Scrivo::beautifier::FigureTraits<F>;
+            std::vector<double> count;
+            Traits::fields(figure, Numbers{count});
+            if (count.size() != values.size()) return {};
+            std::size_t next = 0;
+            Traits::fields(figure, Assign{values, next});
+        }
+        return figure;
+    }
+    return {};
+}
+
+/// (index of the figure, parameters: Float64Array, width, height): x and y of its
+/// outline.
+Napi::Value outlineOf(const Napi::CallbackInfo& info) {
+    const Napi::Env env = info.Env();
+    try {
+        const auto index = Napi::Number(env, info[0]).Uint32Value();
+        const double width = Napi::Number(env, info[2]).DoubleValue();
+        const double height = Napi::Number(env, info[3]).DoubleValue();
+        const Scrivo::Figure figure = figureOf(index, view(info[1]));
+        return {env, pack(env, Scrivo::outlineOf(figure, width, height), 2)};
+    } catch (const std::exception& error) {
+        Napi::Error::New(env, error.what()).ThrowAsJavaScriptException();
+        return env.Undefined();
+    }
+}
 
 Napi::Object Init(Napi::Env env, Napi::Object exports) {
     constexpr std::size_t FIGURES = std::variant_size_v<Scrivo::Figure>;
     exports.Set("Beautifier", Beautifier::define(env));
+    exports.Set("outlineOf", Napi::Function::New<outlineOf>(env));
     exports.Set("families", describeFamilies(env));
     exports.Set("figures", describeFigures(env, std::make_index_sequence<FIGURES>()));
     return exports;

@@ -205,7 +205,7 @@ Beautified Beautifier::beautify(std::span<const Point2D> stroke, double width, d
     return answer;
 }
 
-Beautified Beautifier::beautifyAs(Wish wish, std::span<const Point2D> stroke, double width,
+Beautified Beautifier::beautifyAs(std::span<const Point2D> stroke, const Wish& wish, double width,
                                   double height,
                                   std::span<const std::vector<Point2D>> others) const {
     check(wish);
@@ -222,7 +222,9 @@ Beautified Beautifier::beautifyAs(Wish wish, std::span<const Point2D> stroke, do
     const Evidence evidence = evidenceFor(family, judged, ink, frame);
     Beautified answer =
         idealise(family, {frame, evidence, m_options, {others, width, height}, wish.kind()}, ink);
-    if (answer.reason == Reason::RECOGNISED) {
+    if (answer.reason != Reason::RECOGNISED) {
+        answer.reason = Reason::NO_FIGURE;
+    } else {
         const auto all = alternativesOf(judged.verdicts, std::nullopt, 1.0);
         for (const Alternative& one : all) {
             answer.confidence = one.family == wish.family() ? one.probability : answer.confidence;

@@ -97,9 +97,11 @@ class Wish {
 public:
     /// The kind is chosen as `beautify` chooses it.
     Wish(FigureFamily family) : m_family(family) {}
-    Wish(TriangleKind kind) : Wish(FigureFamily::TRIANGLE, kind) {}
-    Wish(QuadrangleKind kind) : Wish(FigureFamily::QUADRANGLE, kind) {}
-    Wish(EllipseKind kind) : Wish(FigureFamily::ELLIPSE, kind) {}
+    Wish(TriangleKind kind) : Wish(FigureFamily::TRIANGLE, static_cast<std::uint8_t>(kind)) {}
+    Wish(QuadrangleKind kind) : Wish(FigureFamily::QUADRANGLE, static_cast<std::uint8_t>(kind)) {}
+    Wish(EllipseKind kind) : Wish(FigureFamily::ELLIPSE, static_cast<std::uint8_t>(kind)) {}
+    /// A kind by the number that it has in the enumeration of its family.
+    Wish(FigureFamily family, std::uint8_t kind) : m_family(family), m_kind(kind) {}
 
     /// The family that is wished for.
     FigureFamily family() const { return m_family; }
@@ -107,10 +109,6 @@ public:
     std::optional<std::uint8_t> kind() const { return m_kind; }
 
 private:
-    template <typename Kind>
-    Wish(FigureFamily family, Kind kind)
-        : m_family(family), m_kind(static_cast<std::uint8_t>(kind)) {}
-
     FigureFamily m_family;
     std::optional<std::uint8_t> m_kind;
 };
@@ -135,10 +133,11 @@ public:
     /// The best figure of the wished family or kind for this stroke, whatever its
     /// score: `figures`, `minSize` and `sensitivity` do not count, the other
     /// options do. `confidence` is the probability that the family is right. The
-    /// stroke as drawn comes back only as `INVALID`, and as `NO_FIGURE` where all
-    /// samples coincide and no dot is wished for. Throws std::invalid_argument for
+    /// stroke as drawn comes back as `INVALID`, as from `beautify`, and as
+    /// `NO_FIGURE` when there is no such figure, as from samples that all coincide.
+    /// Throws std::invalid_argument for
     /// a family or kind that is no member of its enumeration.
-    Beautified beautifyAs(Wish wish, std::span<const Point2D> stroke, double width, double height,
+    Beautified beautifyAs(std::span<const Point2D> stroke, const Wish& wish, double width, double height,
                           std::span<const std::vector<Point2D>> others = {}) const;
 
 private:

@@ -4,7 +4,7 @@
 #include "Beautifier/fit/Levelling.h"
 #include "Beautifier/fit/Share.h"
 #include "Beautifier/fit/StraightFit.h"
-#include "Scrivo/Polygon.h"
+#include "Scrivo/detail/Sampling.h"
 
 #include <algorithm>
 #include <cmath>
@@ -53,8 +53,8 @@ Figure AngleFamily::idealise(const Fitted& fitted) {
 
 std::vector<Point2D> outlineOf(const AngleFigure& angle) {
     std::vector<Point2D> out;
-    drawLine(out, angle.from, angle.vertex);
-    drawLine(out, angle.vertex, angle.to);
+    detail::appendEdge(out, angle.from, angle.vertex);
+    detail::appendEdge(out, angle.vertex, angle.to);
     return out;
 }
 

@@ -4,7 +4,7 @@
 #include "Beautifier/figures/LineSnap.h"
 #include "Beautifier/fit/Share.h"
 #include "Beautifier/fit/StraightFit.h"
-#include "Scrivo/Polygon.h"
+#include "Scrivo/detail/Sampling.h"
 
 #include <algorithm>
 #include <cmath>
@@ -49,7 +49,7 @@ Figure LineFamily::idealise(const Fitted& fitted) {
 
 std::vector<Point2D> outlineOf(const LineFigure& line) {
     std::vector<Point2D> out;
-    drawLine(out, line.from, line.to);
+    detail::appendEdge(out, line.from, line.to);
     return out;
 }
 

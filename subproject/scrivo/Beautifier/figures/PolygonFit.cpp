@@ -2,7 +2,7 @@
 
 #include "Beautifier/fit/Levelling.h"
 #include "Beautifier/fit/Share.h"
-#include "Scrivo/Polygon.h"
+#include "Scrivo/detail/Sampling.h"
 
 #include <algorithm>
 #include <cmath>
@@ -56,7 +56,7 @@ void placeCorners(std::span<Point2D> corners, const KindChoice& choice, const Fi
 std::vector<Point2D> polygonOutline(std::span<const Point2D> corners) {
     std::vector<Point2D> out;
     for (std::size_t i = 0; i < corners.size(); ++i) {
-        drawLine(out, corners[i], corners[(i + 1) % corners.size()]);
+        detail::appendEdge(out, corners[i], corners[(i + 1) % corners.size()]);
     }
     return out;
 }

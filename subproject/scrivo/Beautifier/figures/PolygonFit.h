@@ -37,4 +37,21 @@ void placeCorners(std::span<Point2D> corners, const KindChoice& choice, const Fi
 /// Outline of a closed polygon, 21 points an edge.
 std::vector<Point2D> polygonOutline(std::span<const Point2D> corners);
 
+/// The polygons that may be chosen: those whose kind is wished for, only the one of
+/// free edges where figures are not to become regular, otherwise all. `free` is the
+/// last name.
+template <typename Kind, typename Name>
+KindSet allowedKinds(const Fitted& fitted, Kind (*kindOf)(Name), Name free) {
+    if (!fitted.kind && fitted.options.regularFigures) {
+        return ALL_KINDS;
+    }
+    const int wished = fitted.kind.value_or(static_cast<std::uint8_t>(Kind::GENERAL));
+    KindSet allowed = 0;
+    for (int name = 0; name <= free; ++name) {
+        const bool isWished = static_cast<int>(kindOf(static_cast<Name>(name))) == wished;
+        allowed |= KindSet{isWished} << static_cast<unsigned>(name);
+    }
+    return allowed;
+}
+
 }  // namespace Scrivo::beautifier

@@ -47,9 +47,7 @@ bool QuadrangleFamily::competes(std::span<const double> own) {
 
 Figure QuadrangleFamily::idealise(const Fitted& fitted) {
     const PolygonInk ink = inkOf(fitted.evidence, 4);
-    const KindChoice choice = fitted.options.regularFigures
-                                  ? chooseQuadrangle(ink)
-                                  : KindChoice{ANY_QUADRANGLE, fitFreePolygon(ink)};
+    const KindChoice choice = chooseQuadrangle(ink, allowedKinds(fitted, kindOf, ANY_QUADRANGLE));
     QuadrangleFigure quadrangle;
     quadrangle.subtype = kindOf(static_cast<FourEdges>(choice.kind));
     placeCorners(quadrangle.corners, choice, fitted, MAX_LEAN);

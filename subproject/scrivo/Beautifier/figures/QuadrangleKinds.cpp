@@ -61,8 +61,8 @@ std::span<const Kind> quadrangleKinds() {
     return KINDS;
 }
 
-KindChoice chooseQuadrangle(const PolygonInk& ink) {
-    return chooseKind(ink, KINDS, FREE, LEAN);
+KindChoice chooseQuadrangle(const PolygonInk& ink, KindSet allowed) {
+    return chooseKind(ink, KINDS, FREE, LEAN, allowed);
 }
 
 }  // namespace Scrivo::beautifier

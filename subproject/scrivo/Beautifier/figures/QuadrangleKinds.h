@@ -22,6 +22,6 @@ enum FourEdges : int {
 /// All kinds but the free one, of ascending freedom.
 std::span<const Kind> quadrangleKinds();
 
-KindChoice chooseQuadrangle(const PolygonInk& ink);
+KindChoice chooseQuadrangle(const PolygonInk& ink, KindSet allowed = ALL_KINDS);
 
 }  // namespace Scrivo::beautifier

@@ -33,9 +33,7 @@ std::array<double, TriangleFamily::FEATURES.size()> TriangleFamily::measure(cons
 
 Figure TriangleFamily::idealise(const Fitted& fitted) {
     const PolygonInk ink = inkOf(fitted.evidence, 3);
-    const KindChoice choice = fitted.options.regularFigures
-                                  ? chooseTriangle(ink)
-                                  : KindChoice{ANY_TRIANGLE, fitFreePolygon(ink)};
+    const KindChoice choice = chooseTriangle(ink, allowedKinds(fitted, kindOf, ANY_TRIANGLE));
     TriangleFigure triangle;
     triangle.subtype = kindOf(static_cast<ThreeEdges>(choice.kind));
     placeCorners(triangle.corners, choice, fitted, MAX_LEAN);

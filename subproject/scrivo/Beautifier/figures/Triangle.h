@@ -9,7 +9,7 @@ struct TriangleFamily : FamilyDefaults {
     static constexpr std::string_view NAME = "triangle";
     static constexpr std::int32_t CODE = FIGURE_POLYGON;
     static constexpr std::array<std::string_view, 4> KINDS{"general", "equilateral", "isosceles",
-                                                              "right"};
+                                                           "right"};
     static constexpr bool CLOSED = true;
 
     static constexpr std::array<std::string_view, 4> FEATURES{

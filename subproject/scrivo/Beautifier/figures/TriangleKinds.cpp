@@ -17,21 +17,9 @@ constexpr std::array<Kind, 5> KINDS{{
      {3, 1, 1, {{{{1}, 0.0, 0}, {{1}, 2.0 / 3.0, 0}, {{1}, 4.0 / 3.0, 0}}}},
      EDGES,
      0.0},
-    {RIGHT_ISOSCELES,
-     3,
-     {3, 1, 1, {{{{1}, 0.0, 0}, {{1}, 0.5, 0}, {{1}, 1.25, 0}}}},
-     EDGES,
-     0.3},
-    {RIGHT_ISOSCELES,
-     3,
-     {3, 1, 1, {{{{1}, 0.0, 0}, {{1}, 0.75, 0}, {{1}, 1.25, 0}}}},
-     EDGES,
-     0.5},
-    {ISOSCELES,
-     3,
-     {3, 2, 1, {{{{1}, 0.0, 0}, {{1, 1}, 0.0, 0}, {{1, -1}, 2.0, 0}}}},
-     EDGES,
-     0.6},
+    {RIGHT_ISOSCELES, 3, {3, 1, 1, {{{{1}, 0.0, 0}, {{1}, 0.5, 0}, {{1}, 1.25, 0}}}}, EDGES, 0.3},
+    {RIGHT_ISOSCELES, 3, {3, 1, 1, {{{{1}, 0.0, 0}, {{1}, 0.75, 0}, {{1}, 1.25, 0}}}}, EDGES, 0.5},
+    {ISOSCELES, 3, {3, 2, 1, {{{{1}, 0.0, 0}, {{1, 1}, 0.0, 0}, {{1, -1}, 2.0, 0}}}}, EDGES, 0.6},
     {RIGHT, 3, {3, 2, 1, {{{{1}, 0.0, 0}, {{1}, 0.5, 0}, {{1, 1}, 0.0, 0}}}}, DIRECTIONS, 1.2},
 }};
 
@@ -43,8 +31,8 @@ std::span<const Kind> triangleKinds() {
     return KINDS;
 }
 
-KindChoice chooseTriangle(const PolygonInk& ink) {
-    return chooseKind(ink, KINDS, FREE, LEAN);
+KindChoice chooseTriangle(const PolygonInk& ink, KindSet allowed) {
+    return chooseKind(ink, KINDS, FREE, LEAN, allowed);
 }
 
 }  // namespace Scrivo::beautifier

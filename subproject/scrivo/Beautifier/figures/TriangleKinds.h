@@ -12,6 +12,6 @@ enum ThreeEdges : int { EQUILATERAL, RIGHT_ISOSCELES, ISOSCELES, RIGHT, ANY_TRIA
 /// All kinds but the free one, of ascending freedom.
 std::span<const Kind> triangleKinds();
 
-KindChoice chooseTriangle(const PolygonInk& ink);
+KindChoice chooseTriangle(const PolygonInk& ink, KindSet allowed = ALL_KINDS);
 
 }  // namespace Scrivo::beautifier

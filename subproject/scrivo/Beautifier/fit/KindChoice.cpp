@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace Scrivo::beautifier {
 
@@ -14,6 +15,20 @@ double leanCost(const LeanCharge& charge, double angle) {
     return charge.most * square / (square + charge.half * charge.half);
 }
 
+constexpr double INF = std::numeric_limits<double>::infinity();
+
+PolygonFit noPolygon() {
+    constexpr double NONE = std::numeric_limits<double>::quiet_NaN();
+    PolygonFit fit;
+    fit.corners.fill({NONE, NONE});
+    fit.squares = INF;
+    return fit;
+}
+
+bool isAllowed(KindSet allowed, int name) {
+    return ((allowed >> static_cast<unsigned>(name)) & 1U) != 0;
+}
+
 }  // namespace
 
 double excess(const PolygonInk& ink, const PolygonFit& fit, const PolygonFit& free) {
@@ -21,12 +36,16 @@ double excess(const PolygonInk& ink, const PolygonFit& fit, const PolygonFit& fr
 }
 
 KindChoice chooseKind(const PolygonInk& ink, std::span<const Kind> kinds, const FreeKind& free,
-                      const LeanCharge& charge) {
-    KindChoice best{free.name, fitFreePolygon(ink)};
-    const PolygonFit freeFit = best.fit;
-    double least = free.freedom + leanCost(charge, lean(freeFit.axis));
+                      const LeanCharge& charge, KindSet allowed) {
+    const PolygonFit freeFit = fitFreePolygon(ink);
+    KindChoice best{free.name, noPolygon()};
+    double least = INF;
+    if (isAllowed(allowed, free.name)) {
+        best.fit = freeFit;
+        least = free.freedom + leanCost(charge, lean(freeFit.axis));
+    }
     for (const Kind& kind : kinds) {
-        if (kind.freedom >= least) {
+        if (kind.freedom >= least || !isAllowed(allowed, kind.name)) {
             continue;
         }
         for (int first = 0; first < kind.firsts; ++first) {

@@ -2,6 +2,7 @@
 
 #include "Beautifier/fit/ConstrainedFit.h"
 
+#include <cstdint>
 #include <span>
 
 /// Which kind of polygon was meant: the simplest that hands explain.
@@ -14,8 +15,8 @@ namespace Scrivo::beautifier {
 /// The cheapest kind is chosen. All of it was learnt from people's strokes, see
 /// docs/beautifier.md.
 struct Kind {
-    int name;          ///< number of the kind in its own enumeration
-    int firsts;        ///< how many of the edges can be the first one
+    int name;    ///< number of the kind in its own enumeration
+    int firsts;  ///< how many of the edges can be the first one
     KindRule rule;
     double tolerance;  ///< root mean square distance that hands err, shares of the size
     double freedom;    ///< cost of the kind itself
@@ -38,10 +39,14 @@ struct KindChoice {
     PolygonFit fit;
 };
 
-/// The cheapest of `kinds` and of the free polygon; quickest when the freedoms
-/// of `kinds` ascend.
+/// Names of kinds as bits.
+using KindSet = std::uint32_t;
+inline constexpr KindSet ALL_KINDS = ~KindSet{0};
+
+/// The cheapest of `kinds` and of the free polygon that is `allowed`; quickest when
+/// the freedoms of `kinds` ascend. Corners are NaN when there is no such polygon.
 KindChoice chooseKind(const PolygonInk& ink, std::span<const Kind> kinds, const FreeKind& free,
-                      const LeanCharge& charge);
+                      const LeanCharge& charge, KindSet allowed = ALL_KINDS);
 
 /// Root mean square distance of the ink from `fit` beyond that from the free fit,
 /// share of the size.
