@@ -15,6 +15,7 @@ namespace Scrivo {
 
 namespace {
 
+using beautifier::Box;
 using beautifier::Evidence;
 using beautifier::Family;
 using beautifier::Fitted;
@@ -117,20 +118,59 @@ Reason objection(const Verdict& verdict, const BeautifierOptions& options) {
     return wanted ? Reason::RECOGNISED : Reason::NOT_WANTED;
 }
 
-/// The answer with the ideal figure of `family`; as drawn when its outline has no
-/// finite fractions of the area, as in one of next to no width.
-Beautified idealise(const Family& family, const Fitted& fitted, const Ink& ink) {
-    Beautified answer;
-    answer.figure = family.idealise(fitted);
-    std::vector<Point2D> outline = beautifier::outlineOf(answer.figure);
-    if (fitted.options.insideArea && family.staysInside &&
-        beautifier::moveInside(answer.figure, outline, ink.width, ink.height)) {
-        outline = beautifier::outlineOf(answer.figure);
+Box boxOf(std::span<const Point2D> points) {
+    const auto [left, right] = std::minmax_element(
+        points.begin(), points.end(), [](const auto& a, const auto& b) { return a.x < b.x; });
+    const auto [top, bottom] = std::minmax_element(
+        points.begin(), points.end(), [](const auto& a, const auto& b) { return a.y < b.y; });
+    return {{left->x, top->y}, {right->x, bottom->y}};
+}
+
+Box boxOf(const Ink& ink) {
+    const Box box = boxOf(ink.samples);
+    return {{box.low.x * ink.width, box.low.y * ink.height},
+            {box.high.x * ink.width, box.high.y * ink.height}};
+}
+
+/// Whether a figure lies about where its ink does: no edge of its box is further
+/// off than two fifths of the extent. NaN does not.
+bool fills(const Figure& figure, const Box& ink, double extent) {
+    constexpr double MAX_MISS = 0.4;
+    const std::vector<Point2D> outline = beautifier::outlineOf(figure);
+    if (outline.empty() || !isFinite(outline)) {
+        return false;
     }
+    const Box box = boxOf(outline);
+    const double misses[] = {box.low.x - ink.low.x, box.low.y - ink.low.y, box.high.x - ink.high.x,
+                             box.high.y - ink.high.y};
+    return std::all_of(std::begin(misses), std::end(misses),
+                       [&](double miss) { return std::abs(miss) <= MAX_MISS * extent; });
+}
+
+/// The best fit of a wish; where it does not fill the box of the ink, as the
+/// triangle closest to a square does not, the figure that does.
+Figure wished(const Family& family, const Fitted& fitted, const Ink& ink) {
+    const Figure fit = family.idealise(fitted);
+    const Box box = boxOf(ink);
+    const bool isThere = fills(fit, box, fitted.frame.extent);
+    const Figure boxed = isThere ? Figure() : family.inBox(box, fitted.kind);
+    return isThere || boxed.index() == 0 ? fit : boxed;
+}
+
+/// The answer with a figure of `family`; as drawn when its outline has no finite
+/// fractions of the area, as in one of next to no width.
+Beautified answerWith(Figure figure, const Family& family, bool insideArea, const Ink& ink) {
+    std::vector<Point2D> outline = beautifier::outlineOf(figure);
+    if (insideArea && family.staysInside &&
+        beautifier::moveInside(figure, outline, ink.width, ink.height)) {
+        outline = beautifier::outlineOf(figure);
+    }
+    Beautified answer;
     answer.path = fractionsOf(std::move(outline), ink.width, ink.height);
     if (!isFinite(answer.path)) {
         return asDrawn(ink.samples, Reason::INVALID, 1.0);
     }
+    answer.figure = figure;
     answer.type = family.code;
     answer.reason = Reason::RECOGNISED;
     return answer;
@@ -196,8 +236,8 @@ Beautified Beautifier::beautify(std::span<const Point2D> stroke, double width, d
         return answer;
     }
     const Family& family = *beautifier::findFamily(verdict.family);
-    Beautified answer =
-        idealise(family, {frame, judged.evidence, m_options, {others, width, height}}, ink);
+    const Fitted fitted{frame, judged.evidence, m_options, {others, width, height}};
+    Beautified answer = answerWith(family.idealise(fitted), family, m_options.insideArea, ink);
     if (answer.reason == Reason::RECOGNISED) {
         answer.confidence = confidence;
         answer.alternatives = alternativesOf(judged.verdicts, verdict.family, 1.0 - confidence);
@@ -220,8 +260,8 @@ Beautified Beautifier::beautifyAs(std::span<const Point2D> stroke, const Wish& w
     }
     const Judged judged = judge(ink, frame, m_options);
     const Evidence evidence = evidenceFor(family, judged, ink, frame);
-    Beautified answer =
-        idealise(family, {frame, evidence, m_options, {others, width, height}, wish.kind()}, ink);
+    const Fitted fitted{frame, evidence, m_options, {others, width, height}, wish.kind()};
+    Beautified answer = answerWith(wished(family, fitted, ink), family, m_options.insideArea, ink);
     if (answer.reason != Reason::RECOGNISED) {
         answer.reason = Reason::NO_FIGURE;
     } else {

@@ -87,6 +87,14 @@ Figure EllipseFamily::idealise(const Fitted& fitted) {
     return ellipse;
 }
 
+Figure EllipseFamily::inBox(const Box& box, std::optional<std::uint8_t> kind) {
+    const Vec half = 0.5 * (box.high - box.low);
+    if (kind && *kind == static_cast<int>(EllipseKind::CIRCLE)) {
+        return CircleFigure{box.at(0.5, 0.5), 0.5 * (half.x + half.y)};
+    }
+    return EllipseFigure{box.at(0.5, 0.5), {half.x, half.y, 0.0}, 0.0};
+}
+
 std::vector<Point2D> outlineOf(const CircleFigure& circle) {
     return outlineOf(EllipseFigure{circle.centre, {circle.radius, circle.radius}, 0.0});
 }

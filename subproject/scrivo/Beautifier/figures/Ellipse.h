@@ -19,6 +19,7 @@ struct EllipseFamily : FamilyDefaults {
     };
     static std::array<double, FEATURES.size()> measure(const Evidence& evidence);
     static Figure idealise(const Fitted& fitted);
+    static Figure inBox(const Box& box, std::optional<std::uint8_t> kind);
 };
 
 /// 85 points, drawing-area units; the last one is the first one.

@@ -15,7 +15,8 @@ void measureInto(const Evidence& evidence, std::span<double> own) {
 template <typename... F>
 constexpr std::array<Family, sizeof...(F)> entriesOf(FamilyList<F...> /*list*/) {
     return {Family{F::FAMILY, F::NAME, F::CODE, F::NEEDS_FIT, F::KINDS, F::CLOSED, F::STAYS_INSIDE,
-                   F::FEATURES, measureInto<F>, F::competes, F::judgeUnfitted, F::idealise}...};
+                   F::FEATURES, measureInto<F>, F::competes, F::judgeUnfitted, F::idealise,
+                   F::inBox}...};
 }
 
 constexpr auto ENTRIES = entriesOf(Families());

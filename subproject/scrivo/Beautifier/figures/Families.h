@@ -51,6 +51,7 @@ struct Family {
     std::optional<Verdict> (*judgeUnfitted)(const Ink& ink, const Frame& frame,
                                             const BeautifierOptions& options);
     Figure (*idealise)(const Fitted& fitted);
+    Figure (*inBox)(const Box& box, std::optional<std::uint8_t> kind);
 };
 
 /// All families, in the order of `FigureFamily`.

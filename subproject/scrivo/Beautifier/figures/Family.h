@@ -41,6 +41,16 @@ struct Fitted {
     std::optional<std::uint8_t> kind = std::nullopt;
 };
 
+/// A box with level edges, drawing-area units.
+struct Box {
+    Vec low;
+    Vec high;
+
+    [[nodiscard]] Point2D at(double x, double y) const {
+        return {low.x + x * (high.x - low.x), low.y + y * (high.y - low.y), 0.0};
+    }
+};
+
 /// Defaults of the members that a family may leave out.
 struct FamilyDefaults {
     /// The ideal figure comes from fits, which a stroke without an extent has not.
@@ -54,6 +64,9 @@ struct FamilyDefaults {
     /// Features of the family's fit; `measure` gives their values.
     static constexpr std::array<std::string_view, 0> FEATURES{};
     static std::array<double, 0> measure(const Evidence& /*evidence*/) { return {}; }
+    /// The figure that fills a box, for a wish that the fits give no sensible figure
+    /// for; none when the family has no such figure.
+    static Figure inBox(const Box& /*box*/, std::optional<std::uint8_t> /*kind*/) { return {}; }
     /// Whether a stroke with these features can be of the family at all.
     static bool competes(std::span<const double> /*own*/) { return true; }
     /// A verdict that needs no fit, where there is one.

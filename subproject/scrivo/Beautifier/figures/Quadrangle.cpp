@@ -54,6 +54,36 @@ Figure QuadrangleFamily::idealise(const Fitted& fitted) {
     return quadrangle;
 }
 
+Figure QuadrangleFamily::inBox(const Box& box, std::optional<std::uint8_t> kind) {
+    const auto subtype = static_cast<QuadrangleKind>(kind.value_or(0));
+    switch (subtype) {
+        case QuadrangleKind::SQUARE: {
+            const Vec middle = 0.5 * (box.low + box.high);
+            const Vec size = box.high - box.low;
+            const double half = 0.25 * (size.x + size.y);
+            const Vec corner{half, half};
+            const Box square{middle - corner, middle + corner};
+            return QuadrangleFigure{
+                {square.at(0, 0), square.at(1, 0), square.at(1, 1), square.at(0, 1)}, subtype};
+        }
+        case QuadrangleKind::RHOMBUS:
+        case QuadrangleKind::KITE: {
+            const double across = subtype == QuadrangleKind::KITE ? 0.3 : 0.5;
+            return QuadrangleFigure{
+                {box.at(0.5, 0), box.at(1, across), box.at(0.5, 1), box.at(0, across)}, subtype};
+        }
+        case QuadrangleKind::PARALLELOGRAM:
+            return QuadrangleFigure{{box.at(0.25, 0), box.at(1, 0), box.at(0.75, 1), box.at(0, 1)},
+                                    subtype};
+        case QuadrangleKind::TRAPEZOID:
+            return QuadrangleFigure{{box.at(0.25, 0), box.at(0.75, 0), box.at(1, 1), box.at(0, 1)},
+                                    subtype};
+        default:
+            return QuadrangleFigure{{box.at(0, 0), box.at(1, 0), box.at(1, 1), box.at(0, 1)},
+                                    QuadrangleKind::RECTANGLE};
+    }
+}
+
 std::vector<Point2D> outlineOf(const QuadrangleFigure& quadrangle) {
     return polygonOutline(quadrangle.corners);
 }

@@ -21,6 +21,7 @@ struct QuadrangleFamily : FamilyDefaults {
     /// Sides that cross make no quadrangle.
     static bool competes(std::span<const double> own);
     static Figure idealise(const Fitted& fitted);
+    static Figure inBox(const Box& box, std::optional<std::uint8_t> kind);
 };
 
 /// 21 points an edge, drawing-area units.

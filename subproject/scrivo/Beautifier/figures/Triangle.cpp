@@ -3,6 +3,8 @@
 #include "Beautifier/figures/PolygonFit.h"
 #include "Beautifier/figures/TriangleKinds.h"
 
+#include <numbers>
+
 namespace Scrivo::beautifier {
 
 namespace {
@@ -37,6 +39,17 @@ Figure TriangleFamily::idealise(const Fitted& fitted) {
     TriangleFigure triangle;
     triangle.subtype = kindOf(static_cast<ThreeEdges>(choice.kind));
     placeCorners(triangle.corners, choice, fitted, MAX_LEAN);
+    return triangle;
+}
+
+Figure TriangleFamily::inBox(const Box& box, std::optional<std::uint8_t> kind) {
+    const auto subtype = static_cast<TriangleKind>(kind.value_or(0));
+    const double apex = subtype == TriangleKind::RIGHT ? 0.0 : 0.5;
+    TriangleFigure triangle{{box.at(0.0, 1.0), box.at(apex, 0.0), box.at(1.0, 1.0)}, subtype};
+    if (subtype == TriangleKind::EQUILATERAL) {
+        constexpr double HEIGHT = std::numbers::sqrt3 / 2.0;
+        triangle.corners[1].y = triangle.corners[0].y - HEIGHT * (box.high.x - box.low.x);
+    }
     return triangle;
 }
 

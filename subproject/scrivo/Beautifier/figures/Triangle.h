@@ -20,6 +20,7 @@ struct TriangleFamily : FamilyDefaults {
     };
     static std::array<double, FEATURES.size()> measure(const Evidence& evidence);
     static Figure idealise(const Fitted& fitted);
+    static Figure inBox(const Box& box, std::optional<std::uint8_t> kind);
 };
 
 /// 21 points an edge, drawing-area units.
