@@ -30,7 +30,7 @@ constexpr KindCosts COSTS{.edges = 0.024,
                           .lean = 4.0,
                           .halfLean = 0.15,
                           .freeName = ANY_TRIANGLE,
-                          .freeFreedom = 1.5};
+                          .freeFreedom = 1.3};
 
 }  // namespace
 
