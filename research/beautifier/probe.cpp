@@ -203,7 +203,8 @@ std::pair<std::string, Print> modeOf(const std::string& name) {
 int main(int argc, char** argv) {
     const auto [names, print] = modeOf(argc == 2 ? argv[1] : "");
     if (print == nullptr) {
-        std::fprintf(stderr, "usage: beautifier_probe features|answers|paths|plain|kinds < strokes\n");
+        std::fprintf(stderr,
+                     "usage: beautifier_probe features|answers|paths|plain|kinds < strokes\n");
         return 2;
     }
     std::ios::sync_with_stdio(false);

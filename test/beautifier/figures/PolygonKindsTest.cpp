@@ -174,9 +174,9 @@ TEST(BeautifierKinds, KeepTheirSizeUnderLapsRoundCornersGapsAndTails) {
         const Beautified answer = beautify(stroke);
         ASSERT_TRUE(is<QuadrangleFigure>(answer.figure)) << how;
         for (const Point2D& c : std::get<QuadrangleFigure>(answer.figure).corners) {
-            EXPECT_TRUE(std::any_of(square.begin(), square.end(), [&](const Point2D& p) {
-                return length(c - p) < 5.0;
-            })) << how << ": " << toText(c);
+            EXPECT_TRUE(std::any_of(square.begin(), square.end(),
+                                    [&](const Point2D& p) { return length(c - p) < 5.0; }))
+                << how << ": " << toText(c);
         }
     };
     Path laps;
@@ -187,12 +187,13 @@ TEST(BeautifierKinds, KeepTheirSizeUnderLapsRoundCornersGapsAndTails) {
     }
     laps.push_back(laps.front());
     expectSquare(sample(polyline(laps), 200), "two laps, one smaller, one larger");
-    const Path cut{{320, 200}, {480, 200}, {494, 206}, {500, 220}, {500, 380}, {494, 394},
-                   {480, 400}, {320, 400}, {306, 394}, {300, 380}, {300, 220}, {306, 206},
-                   {320, 200}};
+    const Path cut{{320, 200}, {480, 200}, {494, 206}, {500, 220}, {500, 380},
+                   {494, 394}, {480, 400}, {320, 400}, {306, 394}, {300, 380},
+                   {300, 220}, {306, 206}, {320, 200}};
     expectSquare(sample(polyline(cut), 160), "round corners");
-    expectSquare(sample(polyline({{330, 200}, {500, 200}, {500, 400}, {300, 400}, {300, 204}}), 160),
-                 "a gap");
+    expectSquare(
+        sample(polyline({{330, 200}, {500, 200}, {500, 400}, {300, 400}, {300, 204}}), 160),
+        "a gap");
     expectSquare(
         sample(polyline({{260, 200}, {500, 200}, {500, 400}, {300, 400}, {300, 165}}), 160),
         "tails");

@@ -39,7 +39,7 @@ Segment levelled(const Segment& line, Vec pivot) {
         return line;
     }
     Segment result{turned(line.from, pivot, -angle), turned(line.to, pivot, -angle)};
-    double Vec::* const across = std::abs(along.x) > std::abs(along.y) ? &Vec::y : &Vec::x;
+    double Vec::*const across = std::abs(along.x) > std::abs(along.y) ? &Vec::y : &Vec::x;
     result.from.*across = pivot.*across;
     result.to.*across = pivot.*across;
     return result;

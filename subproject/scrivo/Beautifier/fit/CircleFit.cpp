@@ -15,7 +15,7 @@ constexpr double MIN_DETERMINANT = 1e-3;
 struct Means {
     double distance = 0.0;
     Vec direction;
-    Vec pull;  ///< distance times direction
+    Vec pull;                             ///< distance times direction
     double xx = 0.0, xy = 0.0, yy = 0.0;  ///< products of the directions
 };
 

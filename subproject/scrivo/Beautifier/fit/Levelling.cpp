@@ -10,7 +10,7 @@ namespace Scrivo::beautifier {
 namespace {
 
 /// Makes coordinates equal that differ by rounding only.
-void settle(std::span<Vec> corners, double Vec::* coordinate, double size) {
+void settle(std::span<Vec> corners, double Vec::*coordinate, double size) {
     constexpr double ROUNDING = 1e-12;
     for (std::size_t i = 0; i < corners.size(); ++i) {
         for (std::size_t k = 0; k < i; ++k) {
@@ -37,7 +37,7 @@ double leanOf(Vec along) {
 /// Makes the end of a leg exactly level or upright of the vertex.
 void settleLeg(Vec& end, Vec vertex) {
     const Vec along = end - vertex;
-    double Vec::* const across = std::abs(along.x) > std::abs(along.y) ? &Vec::y : &Vec::x;
+    double Vec::*const across = std::abs(along.x) > std::abs(along.y) ? &Vec::y : &Vec::x;
     end.*across = vertex.*across;
 }
 

@@ -19,9 +19,7 @@ constexpr int SLACK = 5;
 class Reading {
 public:
     Reading(const Fine& fine, bool backwards) : m_fine(fine), m_backwards(backwards) {}
-    Vec at(int i) const {
-        return m_fine[static_cast<std::size_t>(m_backwards ? FINE - 1 - i : i)];
-    }
+    Vec at(int i) const { return m_fine[static_cast<std::size_t>(m_backwards ? FINE - 1 - i : i)]; }
 
 private:
     const Fine& m_fine;

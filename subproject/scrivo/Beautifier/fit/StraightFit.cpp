@@ -88,8 +88,8 @@ LegsFit fitLegs(const Evidence& evidence) {
     const bool isWhole = part.first == 0 && part.last == FINE - 1;
     const Coarse points =
         isWhole ? evidence.points : resample(evidence.fine, part.first, part.last, {});
-    const int knot = isWhole ? evidence.polylines[1].knots[1]
-                             : fitPolylines(Scatter(points), 2)[1].knots[1];
+    const int knot =
+        isWhole ? evidence.polylines[1].knots[1] : fitPolylines(Scatter(points), 2)[1].knots[1];
     // The bend itself is rounded off and belongs to no leg.
     const int margin = std::min({2, knot / 4, (COARSE - 1 - knot) / 4});
     const std::span<const Vec> all(points);
