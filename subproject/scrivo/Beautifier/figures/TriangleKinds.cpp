@@ -25,12 +25,12 @@ constexpr std::array<Kind, 5> KINDS{{
 
 // No stroke is labelled by the kind of its triangle. Hands are those of the
 // quadrangles, but triangles of no kind are common: the tolerances are smaller.
-constexpr KindCosts COSTS{.edges = 0.024,
+constexpr KindCosts COSTS{.edges = 0.022,
                           .directions = 0.008,
-                          .lean = 4.0,
-                          .halfLean = 0.15,
+                          .lean = 3.0,
+                          .halfLean = 0.2,
                           .freeName = ANY_TRIANGLE,
-                          .freeFreedom = 1.3};
+                          .freeFreedom = 2.2};
 
 }  // namespace
 
