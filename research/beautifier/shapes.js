@@ -132,12 +132,14 @@ function printDistances(family, rows) {
 
 /** The tables; `drawn` are the strokes with a longer side of 200 units. */
 function printShapes(strokes, drawn, answers) {
-  const paths = probePaths('paths', drawn);
-  const plain = probePaths('plain', drawn);
+  // Away from the border, where figures would be moved.
+  const inks = drawn.map((points) => points.map(([x, y]) => [x + 1000, y + 1000]));
+  const paths = probePaths('paths', inks);
+  const plain = probePaths('plain', inks);
   const rows = strokes
     .map((stroke, i) => ({
       stroke,
-      ink: drawn[i],
+      ink: inks[i],
       answer: answers[i],
       path: paths[i],
       plain: plain[i],
