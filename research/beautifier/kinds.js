@@ -24,17 +24,19 @@ const KINDS = [
   'TRAPEZOID',
   'ANY_QUADRANGLE',
 ];
-const BY_EDGES = new Set(['SQUARE', 'STANDING_SQUARE', 'RHOMBUS', 'KITE']);
 
-/** What each label may become; a diamond of nearly equal diagonals is a square, too. */
+/** What each label is to become. */
 const MEANT = {
   square: ['SQUARE'],
   rectangle: ['RECTANGLE'],
-  diamond: ['RHOMBUS'],
+  diamond: ['RHOMBUS', 'STANDING_SQUARE'],
   trapezoid: ['ISOSCELES_TRAPEZOID', 'TRAPEZOID'],
   parallelogram: ['PARALLELOGRAM'],
 };
-const NEARLY_SQUARE = 2; // percent of the size
+
+// A rhombus whose ink strays little from a square, percent of the size, is one:
+// no label says so, but a square that stands on a corner is no rhombus.
+const NEARLY_SQUARE = 1.5;
 
 /** And what counts as right when the answers are counted. */
 const RIGHT = {
@@ -47,10 +49,10 @@ const RIGHT = {
 
 // Kinds are rare among strokes as the collections have it, not as people draw:
 // labels weigh as the roots of their numbers, times this.
-const WEIGHT = { square: 2, diamond: 0.7, quad: 0 };
+const WEIGHT = { square: 1.8, diamond: 0.7, quad: 0 };
 
 // What a corner that moves by a percent of the longer side costs, up to 20.
-const MOVE = 0.03;
+const MOVE = 0.035;
 
 // Strokes are upright or nearly so; turned copies keep the charge for a lean
 // from outweighing the shape.
@@ -62,7 +64,7 @@ const label = (stroke) => {
   return { trapezoid: 'trapezoid', data: 'parallelogram' }[stroke.orig] ?? 'quad';
 };
 
-/** Strokes with a loop, with their candidates: kind, stray, lean, move. */
+/** Strokes with a loop, with their candidates: kind, errors, lean, move. */
 function read(file) {
   const strokes = readStrokes(file).filter((stroke) => stroke.family === 'quadrangle');
   const drawn = strokes.map(({ points }) => scaled(points, 200));
@@ -70,22 +72,21 @@ function read(file) {
   return probe('kinds', drawn)
     .map((row, i) => {
       const candidates = Object.keys(row)
-        .filter((name) => name.startsWith('stray'))
-        .map((name) => name.slice('stray'.length))
+        .filter((name) => name.startsWith('edges'))
+        .map((name) => name.slice('edges'.length))
         .map((name) => ({
           kind: Number(name.split(':')[1]),
-          stray: row[`stray${name}`],
+          edges: row[`edges${name}`],
+          directions: row[`directions${name}`],
           lean: row[`lean${name}`],
           move: Math.min(row[`moved${name}`], 20),
         }));
       return { stroke: strokes[i], label: label(strokes[i]), candidates, answer: answers[i] };
     })
-    .filter(({ candidates, answer }) => candidates[0].stray >= 0 && answer.figure === 5)
+    .filter(({ candidates, answer }) => candidates[0].edges >= 0 && answer.figure === 5)
     .map((row) => {
-      const square = row.candidates.find(({ kind }) => KINDS[kind] === 'SQUARE');
-      const isNearly = row.label === 'diamond' && square.stray < NEARLY_SQUARE;
-      const meant = [...(MEANT[row.label] ?? []), ...(isNearly ? ['STANDING_SQUARE'] : [])];
-      return { ...row, meant: meant.map((name) => KINDS.indexOf(name)), weight: 1 };
+      const meant = (MEANT[row.label] ?? []).map((name) => KINDS.indexOf(name));
+      return { ...row, meant, weight: 1 };
     });
 }
 
@@ -101,21 +102,34 @@ function turned(row, degrees) {
 const mayTurn = (row, degrees) =>
   row.meant.length > 0 && (degrees < 45 || !['square', 'diamond'].includes(row.label));
 
-// The most that a lean costs: one figure in fifty, e to the -4, is meant to lean.
+// The most that a lean costs: of twenty figures, e to the 3, one is meant to lean.
 // The strokes do not tell, hardly one of them does.
-const LEAN = 4;
+const LEAN = 3;
 
 // Parameters: logarithms of both tolerances (percent) and of the lean that costs
-// half of the most (degrees), then the freedoms behind SQUARE.
-const START = [1, 0, 2, 2, 2, 3, 4, 6, 6, 6, 9];
+// half of the most (degrees), then the freedoms from RECTANGLE on.
+const START = [2, 0, 2, 2, 3, 4, 6, 6, 6, 9];
 const FREEDOMS = 3;
-const freedom = (p, kind) => (kind === 0 ? 0 : p[FREEDOMS + kind - 1]);
 
-function cost(p, { kind, stray, lean }) {
-  const tolerance = Math.exp(BY_EDGES.has(KINDS[kind]) ? p[0] : p[1]);
+function freedom(p, kind) {
+  const of = (name) => p[FREEDOMS + KINDS.indexOf(name) - KINDS.indexOf('RECTANGLE')];
+  switch (KINDS[kind]) {
+    case 'SQUARE':
+      return 0;
+    case 'STANDING_SQUARE':
+      return of('RHOMBUS') - (NEARLY_SQUARE / Math.exp(p[1])) ** 2;
+    case 'KITE': // no stroke is labelled so
+      return of('TRAPEZOID');
+    default:
+      return of(KINDS[kind]);
+  }
+}
+
+function cost(p, { kind, edges, directions, lean }) {
   const half = Math.exp(p[2]);
   const charge = (LEAN * lean ** 2) / (lean ** 2 + half ** 2);
-  return freedom(p, kind) + Math.min((stray / tolerance) ** 2, 80) + charge;
+  const errors = (edges / Math.exp(p[0])) ** 2 + (directions / Math.exp(p[1])) ** 2;
+  return freedom(p, kind) + Math.min(errors, 80) + charge;
 }
 
 /** Loss of one stroke: that its kind is missed, and how far corners move. */
@@ -193,7 +207,8 @@ function print(p) {
   console.log(`constexpr double EDGES = ${share(p[0])};`);
   console.log(`constexpr double DIRECTIONS = ${share(p[1])};`);
   const half = (Math.exp(p[2]) * Math.PI) / 180;
-  console.log(`constexpr LeanCharge LEAN{${LEAN.toFixed(1)}, ${half.toFixed(3)}};`);
+  console.log(`constexpr double LEAN = ${LEAN.toFixed(1)};`);
+  console.log(`constexpr double HALF_LEAN = ${half.toFixed(3)};`);
   for (const [name, value] of freedoms) {
     console.log(`constexpr double ${name}_FREEDOM = ${value.toFixed(2)};`);
   }

@@ -19,7 +19,10 @@ function update(inverse, step, change) {
   const h = times(inverse, change);
   const factor = 1 + dot(change, h) / curvature;
   return inverse.map((row, i) =>
-    row.map((value, k) => value + (factor * step[i] * step[k] - h[i] * step[k] - step[i] * h[k]) / curvature),
+    row.map(
+      (value, k) =>
+        value + (factor * step[i] * step[k] - h[i] * step[k] - step[i] * h[k]) / curvature,
+    ),
   );
 }
 
@@ -40,7 +43,11 @@ function minimise(loss, start, steps = 300) {
     const nextSlope = gradient(loss, next);
     const nextValue = loss(next);
     const step = next.map((v, i) => v - at[i]);
-    inverse = update(inverse, step, nextSlope.map((v, i) => v - slope[i]));
+    inverse = update(
+      inverse,
+      step,
+      nextSlope.map((v, i) => v - slope[i]),
+    );
     const isDone = value - nextValue < 1e-9;
     [at, value, slope] = [next, nextValue, nextSlope];
     if (isDone) break;

@@ -7,8 +7,8 @@
 // a line of column names, then one line a stroke; for paths the x and y of all
 // points in turn, without names. `plain` gives the paths of figures that are
 // made neither regular nor level. `kinds` gives of every kind of quadrangle, by
-// each of its possible first edges, how far the ink strays beyond the free fit
-// (percent of the size), how far it leans (degrees) and how far its worst corner
+// each of its possible first edges, what hands would have to err in edges and
+// directions (percent), how far it leans (degrees) and how far its worst corner
 // lies from that of the free fit once it is level (percent of the longer side);
 // a stroke without a loop has -1 everywhere.
 
@@ -108,16 +108,20 @@ void printPlainPath(const Scrivo::Beautifier& /*beautifier*/, const Stroke& stro
 
 using Quadrangle = std::array<Scrivo::beautifier::Vec, 4>;
 
-/// Calls `visit(kind, fit)` for every kind and first edge, the free one last.
+/// Calls `visit(kind, fit, errors)` for every kind and first edge, the free one
+/// last.
 template <typename Visit>
 void forEachKind(const Scrivo::beautifier::PolygonInk& ink, Visit visit) {
     using namespace Scrivo::beautifier;
+    const PolygonFit free = fitFreePolygon(ink);
     for (const Kind& kind : quadrangleKinds()) {
         for (int first = 0; first < kind.firsts; ++first) {
-            visit(kind.name, fitPolygon(ink, kind.rule, first));
+            const PolygonFit fit = fitPolygon(ink, kind.rule, first);
+            const PolygonFit wider = widerFit(ink, quadrangleKinds(), kind, fit);
+            visit(kind.name, fit, errorsOf(ink, fit, wider, free));
         }
     }
-    visit(ANY_QUADRANGLE, fitFreePolygon(ink));
+    visit(ANY_QUADRANGLE, free, KindErrors{});
 }
 
 /// Four edges without ink.
@@ -130,9 +134,11 @@ Scrivo::beautifier::PolygonInk noInk() {
 std::string kindNames() {
     std::string names;
     int i = 0;
-    forEachKind(noInk(), [&](int kind, const auto&) {
+    forEachKind(noInk(), [&](int kind, const auto&, const auto&) {
         const std::string number = std::to_string(i++) + ":" + std::to_string(kind);
-        names += "stray" + number + " lean" + number + " moved" + number + " ";
+        for (const char* name : {"edges", "directions", "lean", "moved"}) {
+            names += name + number + " ";
+        }
     });
     return names + "\n";
 }
@@ -160,13 +166,13 @@ void printKinds(const Scrivo::Beautifier& /*beautifier*/, const Stroke& stroke) 
     }
     const PolygonInk any = edges.value_or(noInk());
     const PolygonFit free = fitFreePolygon(any);
-    forEachKind(any, [&](int, const PolygonFit& fit) {
+    forEachKind(any, [&](int, const PolygonFit& fit, const KindErrors& errors) {
         const auto percent = [&](double value) { return std::min(100.0 * value, WORST); };
         if (!edges) {
-            std::printf("-1 -1 -1 ");
+            std::printf("-1 -1 -1 -1 ");
             return;
         }
-        std::printf("%.6g %.6g %.6g ", percent(excess(any, fit, free)),
+        std::printf("%.6g %.6g %.6g %.6g ", percent(errors.edges), percent(errors.directions),
                     std::abs(lean(fit.axis)) * 180.0 / std::numbers::pi,
                     percent(worstMove(free.corners, fit)));
     });
@@ -197,7 +203,8 @@ std::pair<std::string, Print> modeOf(const std::string& name) {
 int main(int argc, char** argv) {
     const auto [names, print] = modeOf(argc == 2 ? argv[1] : "");
     if (print == nullptr) {
-        std::fprintf(stderr, "usage: beautifier_probe features|answers|paths|plain|kinds < strokes\n");
+        std::fprintf(stderr,
+                     "usage: beautifier_probe features|answers|paths|plain|kinds < strokes\n");
         return 2;
     }
     std::ios::sync_with_stdio(false);

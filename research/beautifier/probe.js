@@ -13,8 +13,8 @@ function asText(strokes) {
   return strokes.map(line).join('');
 }
 
-/** Runs the probe on strokes; one object a stroke. */
-function probe(mode, strokes) {
+/** Runs the probe on strokes; its lines. */
+function linesOf(mode, strokes) {
   if (!existsSync(PROBE)) {
     throw new Error(`${PROBE} is missing. Build it: npm run build`);
   }
@@ -24,7 +24,12 @@ function probe(mode, strokes) {
     maxBuffer: 1 << 30,
   });
   if (status !== 0) throw new Error(`beautifier_probe failed: ${stderr}`);
-  const [head, ...rows] = stdout.trim().split('\n');
+  return stdout.split('\n').slice(0, -1);
+}
+
+/** Runs the probe on strokes; one object a stroke. */
+function probe(mode, strokes) {
+  const [head, ...rows] = linesOf(mode, strokes).map((line) => line.trim());
   const names = head.split(' ');
   return rows.map((row) => {
     const values = row.split(' ').map(Number);
@@ -32,4 +37,12 @@ function probe(mode, strokes) {
   });
 }
 
-module.exports = { PROBE, ROOT, asText, probe };
+/** Paths of the answers, arrays of [x, y]; the mode is `paths` or `plain`. */
+function probePaths(mode, strokes) {
+  return linesOf(mode, strokes).map((line) => {
+    const values = line.trim().split(' ').map(Number);
+    return Array.from({ length: values.length / 2 }, (_, i) => [values[2 * i], values[2 * i + 1]]);
+  });
+}
+
+module.exports = { PROBE, ROOT, asText, probe, probePaths };

@@ -12,48 +12,49 @@ namespace {
 // diagonal by which the figure stands.
 constexpr std::array<Kind, 8> KINDS{{
     {SQUARE,
+     RECTANGLE,
      1,
      {4, 1, 1, {{{{1}, 0.0, 0}, {{1}, 0.5, 0}, {{1}, 1.0, 0}, {{1}, 1.5, 0}}}},
-     EDGES,
      0.0},
-    {RECTANGLE,
-     1,
-     {4, 1, 2, {{{{1}, 0.0, 0}, {{1}, 0.5, 1}, {{1}, 1.0, 0}, {{1}, 1.5, 1}}}},
-     DIRECTIONS,
-     RECTANGLE_FREEDOM},
-    {RHOMBUS,
-     1,
-     {4, 2, 1, {{{{1, -1}, 0.0, 0}, {{1, 1}, 0.0, 0}, {{1, -1}, 1.0, 0}, {{1, 1}, 1.0, 0}}}},
-     EDGES,
-     RHOMBUS_FREEDOM},
-    {PARALLELOGRAM,
-     2,
-     {4, 2, 2, {{{{1}, 0.0, 0}, {{1, 1}, 0.0, 1}, {{1}, 1.0, 0}, {{1, 1}, 1.0, 1}}}},
-     DIRECTIONS,
-     PARALLELOGRAM_FREEDOM},
     {STANDING_SQUARE,
+     RECTANGLE,
      1,
      {4, 1, 1, {{{{1}, -0.25, 0}, {{1}, 0.25, 0}, {{1}, 0.75, 0}, {{1}, 1.25, 0}}}},
-     EDGES,
      STANDING_SQUARE_FREEDOM},
-    {TRAPEZOID,
+    {RHOMBUS,
+     PARALLELOGRAM,
+     1,
+     {4, 2, 1, {{{{1, -1}, 0.0, 0}, {{1, 1}, 0.0, 0}, {{1, -1}, 1.0, 0}, {{1, 1}, 1.0, 0}}}},
+     RHOMBUS_FREEDOM},
+    {RECTANGLE,
+     RECTANGLE,
+     1,
+     {4, 1, 2, {{{{1}, 0.0, 0}, {{1}, 0.5, 1}, {{1}, 1.0, 0}, {{1}, 1.5, 1}}}},
+     RECTANGLE_FREEDOM},
+    {PARALLELOGRAM,
+     PARALLELOGRAM,
      2,
-     {4, 3, 2, {{{{1}, 0.0, 0}, {{1, 1}, 0.0, 1}, {{1}, 1.0, 0}, {{1, 0, -1}, 2.0, 1}}}},
-     DIRECTIONS,
-     TRAPEZOID_FREEDOM},
-    {KITE,
-     2,
-     {4, 3, 1, {{{{1, -1}, 0.0, 0}, {{1, 1}, 0.0, 0}, {{1, 0, 1}, 0.0, 0}, {{1, 0, -1}, 2.0, 0}}}},
-     EDGES,
-     KITE_FREEDOM},
+     {4, 2, 2, {{{{1}, 0.0, 0}, {{1, 1}, 0.0, 1}, {{1}, 1.0, 0}, {{1, 1}, 1.0, 1}}}},
+     PARALLELOGRAM_FREEDOM},
     {ISOSCELES_TRAPEZOID,
+     ISOSCELES_TRAPEZOID,
      2,
      {4, 2, 2, {{{{1}, 0.0, 0}, {{1, 1}, 0.0, 1}, {{1}, 1.0, 0}, {{1, -1}, 2.0, 1}}}},
-     DIRECTIONS,
      ISOSCELES_TRAPEZOID_FREEDOM},
+    {TRAPEZOID,
+     TRAPEZOID,
+     2,
+     {4, 3, 2, {{{{1}, 0.0, 0}, {{1, 1}, 0.0, 1}, {{1}, 1.0, 0}, {{1, 0, -1}, 2.0, 1}}}},
+     TRAPEZOID_FREEDOM},
+    {KITE,
+     ANY_QUADRANGLE,
+     2,
+     {4, 3, 1, {{{{1, -1}, 0.0, 0}, {{1, 1}, 0.0, 0}, {{1, 0, 1}, 0.0, 0}, {{1, 0, -1}, 2.0, 0}}}},
+     KITE_FREEDOM},
 }};
 
-constexpr FreeKind FREE{ANY_QUADRANGLE, ANY_QUADRANGLE_FREEDOM};
+constexpr KindCosts COSTS{EDGES,     DIRECTIONS,     LEAN,
+                          HALF_LEAN, ANY_QUADRANGLE, ANY_QUADRANGLE_FREEDOM};
 
 }  // namespace
 
@@ -62,7 +63,7 @@ std::span<const Kind> quadrangleKinds() {
 }
 
 KindChoice chooseQuadrangle(const PolygonInk& ink, KindSet allowed) {
-    return chooseKind(ink, KINDS, FREE, LEAN, allowed);
+    return chooseKind(ink, KINDS, COSTS, allowed);
 }
 
 }  // namespace Scrivo::beautifier

@@ -4,26 +4,33 @@ namespace Scrivo::beautifier {
 
 namespace {
 
-constexpr double EDGES = 0.009;
-constexpr double DIRECTIONS = 0.008;
-constexpr LeanCharge LEAN{4.64, 0.133};
-
 // Every triangle has an inscribed circle: one distance for all edges. The first
 // edge is the base or a leg of the right angle, the one by which the triangle
 // stands.
 constexpr std::array<Kind, 5> KINDS{{
     {EQUILATERAL,
+     ANY_TRIANGLE,
      3,
      {3, 1, 1, {{{{1}, 0.0, 0}, {{1}, 2.0 / 3.0, 0}, {{1}, 4.0 / 3.0, 0}}}},
-     EDGES,
      0.0},
-    {RIGHT_ISOSCELES, 3, {3, 1, 1, {{{{1}, 0.0, 0}, {{1}, 0.5, 0}, {{1}, 1.25, 0}}}}, EDGES, 0.3},
-    {RIGHT_ISOSCELES, 3, {3, 1, 1, {{{{1}, 0.0, 0}, {{1}, 0.75, 0}, {{1}, 1.25, 0}}}}, EDGES, 0.5},
-    {ISOSCELES, 3, {3, 2, 1, {{{{1}, 0.0, 0}, {{1, 1}, 0.0, 0}, {{1, -1}, 2.0, 0}}}}, EDGES, 0.6},
-    {RIGHT, 3, {3, 2, 1, {{{{1}, 0.0, 0}, {{1}, 0.5, 0}, {{1, 1}, 0.0, 0}}}}, DIRECTIONS, 1.2},
+    {RIGHT_ISOSCELES, RIGHT, 3, {3, 1, 1, {{{{1}, 0.0, 0}, {{1}, 0.5, 0}, {{1}, 1.25, 0}}}}, 0.3},
+    {RIGHT_ISOSCELES, RIGHT, 3, {3, 1, 1, {{{{1}, 0.0, 0}, {{1}, 0.75, 0}, {{1}, 1.25, 0}}}}, 0.5},
+    {ISOSCELES,
+     ANY_TRIANGLE,
+     3,
+     {3, 2, 1, {{{{1}, 0.0, 0}, {{1, 1}, 0.0, 0}, {{1, -1}, 2.0, 0}}}},
+     0.6},
+    {RIGHT, RIGHT, 3, {3, 2, 1, {{{{1}, 0.0, 0}, {{1}, 0.5, 0}, {{1, 1}, 0.0, 0}}}}, 0.8},
 }};
 
-constexpr FreeKind FREE{ANY_TRIANGLE, 2.0};
+// No stroke is labelled by the kind of its triangle. Hands are those of the
+// quadrangles, but triangles of no kind are common: the tolerances are smaller.
+constexpr KindCosts COSTS{.edges = 0.022,
+                          .directions = 0.008,
+                          .lean = 3.0,
+                          .halfLean = 0.2,
+                          .freeName = ANY_TRIANGLE,
+                          .freeFreedom = 2.2};
 
 }  // namespace
 
@@ -32,7 +39,7 @@ std::span<const Kind> triangleKinds() {
 }
 
 KindChoice chooseTriangle(const PolygonInk& ink, KindSet allowed) {
-    return chooseKind(ink, KINDS, FREE, LEAN, allowed);
+    return chooseKind(ink, KINDS, COSTS, allowed);
 }
 
 }  // namespace Scrivo::beautifier
