@@ -36,7 +36,8 @@ function modulesFor(target) {
 function stage(target, modules) {
   const folder = path.join(FOLDER, 'stage', target);
   fs.rmSync(folder, { recursive: true, force: true });
-  const places = ['package.json', 'lib', 'templates', 'test/cases', 'test/lib', 'test/support'];
+  const tests = ['cases', 'lib', 'src', 'support'].map((name) => `test/${name}`);
+  const places = ['package.json', 'lib', 'templates', ...tests];
   for (const place of places.filter((name) => fs.existsSync(path.join(ROOT, name)))) {
     fs.cpSync(path.join(ROOT, place), path.join(folder, place), { recursive: true });
   }
@@ -67,8 +68,8 @@ function linkPackages(from, to) {
  */
 function runFile(host, { command, env, preload }, folder, file) {
   const [program, ...first] = command;
-  const args = [...first, ...host.testArguments(`test/lib/${file}`, preload)];
-  const log = path.join(FOLDER, `${host.name}-${file}.log`);
+  const args = [...first, ...host.testArguments(`test/${file}`, preload)];
+  const log = path.join(FOLDER, `${host.name}-${file.replace('/', '-')}.log`);
   const descriptor = fs.openSync(log, 'w');
   const { error, status, signal } = spawnSync(program, args, {
     cwd: folder,

@@ -3,8 +3,8 @@
 const assert = require('node:assert/strict');
 const { once } = require('node:events');
 const { after, before, beforeEach, describe, test } = require('node:test');
+const { createRecogniser } = require('../../surface/recognise.js');
 const { createServer, listen } = require('../../surface/server.js');
-const scrivo = require('../../lib');
 const { launchChromium } = require('../support/chromium.js');
 
 // Longer than the page takes to let ink turn into a figure.
@@ -45,14 +45,13 @@ function assertNear(point, [px, py], tolerance) {
 }
 
 describe('the drawing page', () => {
-  const server = createServer(scrivo);
+  const server = createServer(createRecogniser());
   const errors = [];
   let address;
   let browser;
   let page;
 
   before(async () => {
-    scrivo.initScrivo(scrivo.templates);
     address = await listen(server, 0);
     browser = await launchChromium();
   });
@@ -83,7 +82,7 @@ describe('the drawing page', () => {
   }
 
   const strokes = () => page.evaluate(() => window.scrivo.strokes);
-  const types = async () => (await strokes()).map(({ type }) => type);
+  const kinds = async () => (await strokes()).map(({ figure }) => figure?.kind ?? null);
   const status = () => page.textContent('#status');
 
   /** Darkness of the canvas at a place, from 0 (paper) to 255 (ink). */
@@ -94,13 +93,33 @@ describe('the drawing page', () => {
       return canvas.getImageData(...at, 1, 1).data[3];
     }, place);
 
-  test('turns a press that is held into a dot, and leaves a click as it is', async () => {
+  test('turns a click into a dot', async () => {
+    await draw([[500, 400]]);
+    const [dot] = await strokes();
+    assert.deepEqual([dot.figure?.kind, dot.path.length], ['dot', 64]);
+    assertNear(dot.path.at(-1), [500, 400], 1);
+    assert.match(await status(), /^Dot, confidence \d\d %$/);
+    assert.deepEqual(errors, []);
+  });
+
+  test('names the kind of a quadrangle and its confidence', async () => {
+    const corners = [[300, 200], [504, 203], [501, 402], [298, 398], [301, 202]]; // prettier-ignore
+    await draw(corners.slice(1).flatMap((corner, i) => shakyLine(corners[i], corner, 2)));
+    assert.match(await status(), /^Square, confidence \d\d %$/);
+    assert.match(await page.textContent('#label'), /^Square · \d\d %$/);
+  });
+
+  test('asks the template engine when that is chosen, by the keyboard too', async () => {
+    await page.focus('input[value=beautifier]');
+    await page.keyboard.press('ArrowRight');
+    assert.equal(await page.isChecked('input[value=template]'), true);
     await draw([[300, 300]]);
     await draw([[500, 400]], 1500);
-    const [click, held] = await strokes();
-    assert.deepEqual([click.type, held.type, held.path.length], [0, 1, 64]);
+    await draw(LINE);
+    assert.deepEqual(await kinds(), [null, 'dot', 'line'], 'a dot is a press that is held');
+    assert.equal(await status(), 'Line');
+    const [, held] = await strokes();
     assertNear(held.path.at(-1), [500, 400], 1);
-    assert.equal(await status(), 'Dot');
     assert.deepEqual(errors, []);
   });
 
@@ -108,11 +127,10 @@ describe('the drawing page', () => {
     await draw(LINE);
     const [stroke] = await strokes();
     assert.ok(bend(stroke.drawn) > 1e-3, 'the ink itself is not straight');
-    assert.deepEqual([stroke.type, stroke.path.length], [2, 21]);
+    assert.deepEqual([stroke.figure?.kind, stroke.path.length], ['line', 21]);
     assert.ok(bend(stroke.path) < 1e-9);
     assertNear(stroke.path[0], FROM, 8);
     assertNear(stroke.path.at(-1), TO, 8);
-    assert.equal(await status(), 'Line');
     await page.waitForTimeout(ANIMATION_MS);
     assert.equal(await inkAt(toPixels(stroke.path[10])), 255, 'the line is painted');
     const fromLine = (point) => distanceToLine(point, stroke.path[0], stroke.path[20]);
@@ -123,24 +141,24 @@ describe('the drawing page', () => {
 
   test('brings the ink back on undo, and forgets it on the next', async () => {
     await draw(LINE);
-    assert.deepEqual(await types(), [2]);
+    assert.deepEqual(await kinds(), ['line']);
     await page.keyboard.press('Control+z');
     const [ink] = await strokes();
-    assert.deepEqual([ink.type, ink.path], [0, null]);
+    assert.deepEqual([ink.figure, ink.path], [null, null]);
     await page.click('#undo');
-    assert.deepEqual(await types(), []);
+    assert.deepEqual(await kinds(), []);
     assert.equal(await page.isDisabled('#undo'), true);
   });
 
   test('keeps strokes as drawn when told to, and clears the page', async () => {
     await page.click('#keep');
     await draw(LINE);
-    assert.deepEqual(await types(), [0]);
+    assert.deepEqual(await kinds(), [null]);
     await page.click('#keep');
     await draw(shakyLine([200, 100], [700, 120]));
-    assert.deepEqual(await types(), [0, 2]);
+    assert.deepEqual(await kinds(), [null, 'line']);
     await page.click('#clear');
-    assert.deepEqual(await types(), []);
+    assert.deepEqual(await kinds(), []);
   });
 
   test('keeps the ink while the server is away, and tries again', async () => {
@@ -149,11 +167,11 @@ describe('the drawing page', () => {
     server.close().closeAllConnections();
     await closed;
     await draw(LINE);
-    assert.deepEqual(await types(), [0]);
+    assert.deepEqual(await kinds(), [null]);
     assert.match(await page.textContent('#alert'), /server does not answer/);
     await listen(server, port);
     await page.click('#retry');
-    await page.waitForFunction(() => window.scrivo.strokes[0].type === 2);
+    await page.waitForFunction(() => window.scrivo.strokes[0].figure?.kind === 'line');
     assert.equal(await page.isHidden('#alert'), true);
   });
 });

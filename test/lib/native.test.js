@@ -7,30 +7,7 @@ const os = require('node:os');
 const path = require('node:path');
 const { after, describe, test } = require('node:test');
 
-const { builtModule: BUILT, root, skipIn } = require('../support/native.js');
-const scrivo = require('scrivo');
-
-describe('the package', () => {
-  const reason = { deno: 'import() in a CommonJS file takes the entry for require()' };
-  test('exports the same by require() and import', { skip: skipIn(reason) }, async () => {
-    const names = ['FigureType', 'initScrivo', 'optimizeAStroke', 'templates'];
-    const imported = await import('scrivo');
-    assert.deepEqual(Object.keys(scrivo).sort(), names);
-    assert.deepEqual(Object.keys(imported).sort(), names);
-    for (const name of names) assert.equal(imported[name], scrivo[name]);
-  });
-
-  test('is sealed but for its entry points', () => {
-    assert.equal(require('scrivo/package.json').name, 'scrivo');
-    assert.throws(() => require('scrivo/lib/native.js'), /lib.native/);
-  });
-
-  test('names the figure codes, for good', () => {
-    const codes = { NONE: 0, POINT: 1, LINE: 2, ANGLE: 4, POLYGON: 6, ELLIPSE: 7 };
-    assert.deepEqual(scrivo.FigureType, codes);
-    assert.ok(Object.isFrozen(scrivo.FigureType));
-  });
-});
+const { builtModule: BUILT, root } = require('../support/native.js');
 
 describe('finding the native module', () => {
   const made = [];
@@ -101,7 +78,7 @@ describe('finding the native module', () => {
           ({ code, message }) =>
             code === 'MODULE_NOT_FOUND' && message.includes(`Tried:\n${lines}${advice}`),
         );
-      assertAdvice('The package is not whole there. Bundlers have to leave scrivo out');
+      assertAdvice('The package is incomplete. Bundlers must leave scrivo out');
       fs.writeFileSync(sources, '');
       assertAdvice(`Build it from the sources: (cd ${JSON.stringify(folder)} && npm run build)`);
     }
@@ -132,14 +109,5 @@ describe('finding the native module', () => {
       assert.ok(error.cause instanceof Error);
       return true;
     });
-  });
-
-  test('lists the four template files, which are there', () => {
-    const { templates } = scrivo;
-    const names = ['rectangle', 'triangle', 'isosceles_triangle', 'ellipse'];
-    const files = names.map((name) => path.join(root, 'templates', `${name}.template`));
-    assert.deepEqual(templates, files);
-    for (const file of templates) assert.ok(fs.statSync(file).size > 0, file);
-    assert.ok(Object.isFrozen(templates));
   });
 });
