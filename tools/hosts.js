@@ -46,7 +46,7 @@ function stage(target, modules) {
   for (const file of modules) fs.copyFileSync(file, path.join(prebuilds, path.basename(file)));
   linkPackages(path.join(ROOT, 'node_modules'), path.join(folder, 'node_modules'));
   // The core's answers bind the modules that do the same arithmetic.
-  const core = 'build/release/test/core/case_results';
+  const core = 'build/release/test/scrivo/case_results';
   if (target === THIS_TARGET && fs.existsSync(path.join(ROOT, core))) {
     fs.mkdirSync(path.join(folder, path.dirname(core)), { recursive: true });
     fs.copyFileSync(path.join(ROOT, core), path.join(folder, core));

@@ -31,7 +31,7 @@ function answersOfThePackage() {
 }
 
 /** Built with the module; missing where the module is a prebuilt one. */
-const core = path.join(root, 'build', 'release', 'test', 'core', 'case_results');
+const core = path.join(root, 'build', 'release', 'test', 'scrivo', 'case_results');
 const prebuilt = !fs.existsSync(path.join(root, 'CMakeLists.txt')) && !fs.existsSync(core);
 
 const answers = answersOfThePackage();
