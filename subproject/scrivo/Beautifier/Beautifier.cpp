@@ -100,6 +100,14 @@ void check(const BeautifierOptions& options) {
 
 }  // namespace
 
+std::set<FigureFamily> allFamilies() {
+    std::set<FigureFamily> all;
+    for (const Family& family : beautifier::families()) {
+        all.insert(family.family);
+    }
+    return all;
+}
+
 Beautifier::Beautifier(BeautifierOptions options) : m_options(std::move(options)) {
     check(m_options);
 }

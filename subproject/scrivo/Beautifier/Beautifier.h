@@ -15,13 +15,14 @@
 /// sampling rate and of how evenly the stroke was sampled.
 namespace Scrivo {
 
+/// Every member of the enumeration.
+std::set<FigureFamily> allFamilies();
+
 /// Which figures a beautifier recognises, and how readily.
 struct BeautifierOptions {
     /// The figures wanted. A stroke that is taken for another one stays ink;
     /// only the short dash, a dot by default, becomes a line without dots.
-    std::set<FigureFamily> figures{FigureFamily::DOT,        FigureFamily::LINE,
-                                   FigureFamily::ANGLE,      FigureFamily::TRIANGLE,
-                                   FigureFamily::QUADRANGLE, FigureFamily::ELLIPSE};
+    std::set<FigureFamily> figures = allFamilies();
     /// Strokes whose longer side is below this many drawing-area units stay ink,
     /// dots included: small strokes are handwriting. At least 0 and finite.
     double minSize = 0.0;
