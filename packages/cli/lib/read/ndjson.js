@@ -1,6 +1,6 @@
 'use strict';
 
-const { parseKeepingIntegers } = require('./long-integers.js');
+const { keepIntegers } = require('./long-integers.js');
 const { describe, readArea, readPoints } = require('./stroke-points.js');
 
 const LINE_FEED = 10;
@@ -121,7 +121,7 @@ function parseLine(text) {
   const others = readOthers(value);
   if (others.problem) return others;
   return {
-    stroke: { points, asObjects, fields: parseKeepingIntegers(text, value), ...area, ...others },
+    stroke: { points, asObjects, fields: keepIntegers(text, value), ...area, ...others },
   };
 }
 

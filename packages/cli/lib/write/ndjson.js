@@ -1,6 +1,6 @@
 'use strict';
 
-const { stringifyKeepingIntegers } = require('../read/long-integers.js');
+const { stringify } = require('../read/long-integers.js');
 const { answerFields } = require('./fields.js');
 
 /** Fields that are numbers or arrays in a line; a document may have texts of these names. */
@@ -15,7 +15,7 @@ function formatLine({ fields, points: drawn, asObjects }, answer, round) {
   for (const name of NOT_TEXT) if (typeof kept[name] === 'string') delete kept[name];
   const isAsDrawn = answer.points === drawn;
   const points = isAsDrawn ? (kept.points ?? drawn) : formatPoints(answer.points, asObjects, round);
-  return { texts: [`${stringifyKeepingIntegers({ ...kept, points, ...answerFields(answer) })}\n`] };
+  return { texts: [`${stringify({ ...kept, points, ...answerFields(answer) })}\n`] };
 }
 
 function formatPoints(points, asObjects, round) {
