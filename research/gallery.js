@@ -108,7 +108,7 @@ function toPng(svg) {
 }
 
 function writePictures() {
-  const engine = createEngine('exact');
+  const engine = createEngine('template');
   engine.load({});
   const svg = drawGallery(engine);
   fs.mkdirSync(OUTPUT, { recursive: true });
