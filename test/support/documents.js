@@ -54,7 +54,7 @@ function readBlocks(name) {
 }
 
 /** The commands of these pages are run by test/cli/documents.test.js, on strokes made for them. */
-const COMMAND_PAGES = ['docs/command-line.md', 'packages/cli/README.md'];
+const COMMAND_PAGES = ['packages/cli/docs/command-line.md', 'packages/cli/README.md'];
 
 const isCommand = ({ place, language, reason }) =>
   language === 'sh' && reason === undefined && COMMAND_PAGES.includes(place.split(':')[0]);
