@@ -43,7 +43,7 @@ Figure TriangleFamily::idealise(const Fitted& fitted) {
 }
 
 Figure TriangleFamily::inBox(const Box& box, std::optional<std::uint8_t> kind) {
-    const auto subtype = static_cast<TriangleKind>(kind.value_or(0));
+    const auto subtype = kind ? static_cast<TriangleKind>(*kind) : TriangleKind::ISOSCELES;
     const double apex = subtype == TriangleKind::RIGHT ? 0.0 : 0.5;
     TriangleFigure triangle{{box.at(0.0, 1.0), box.at(apex, 0.0), box.at(1.0, 1.0)}, subtype};
     if (subtype == TriangleKind::EQUILATERAL) {
