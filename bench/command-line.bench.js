@@ -1,14 +1,14 @@
 'use strict';
 
-// Strokes a second through `scrivo idealise`, from a file to a file, on one thread and on more,
-// and what part of that the engine alone takes. Each is run several times in turn, since other
+// Strokes per second through `scrivo idealise`, from a file to a file, by both engines, on one
+// thread and on two, and what the engines alone take. Each is run several times in turn, since other
 // work on the machine slows whatever runs beside it; the fastest of each counts.
 
 const { spawnSync } = require('node:child_process');
 const fs = require('node:fs');
 const os = require('node:os');
 const path = require('node:path');
-const { createEngine } = require('../packages/cli/lib/engines.js');
+const { ENGINE_NAMES, createEngine } = require('../packages/cli/lib/engines.js');
 const { placeInArea } = require('../packages/cli/lib/run/area.js');
 const { FIGURES, drawInk } = require('../research/ink/index.js');
 
@@ -38,20 +38,20 @@ function round(value, parts) {
 }
 
 /** @returns {{wall: number, cpu: number}} seconds, of the whole program */
-function timeProgram(folder, jobs) {
+function timeProgram(folder, name, jobs) {
   const args = [PROGRAM, 'idealise', 'ink.ndjson', '-o', 'ideal.ndjson', '--force', '--json'];
   const start = process.hrtime.bigint();
   const { status, stdout, stderr } = spawnSync(
     process.execPath,
-    [...args, '--jobs', String(jobs)],
+    [...args, '--engine', name, '--jobs', String(jobs)],
     { cwd: folder, encoding: 'utf8' },
   );
   if (status !== 0) throw new Error(`scrivo idealise failed: ${stderr}`);
   return { wall: secondsSince(start), cpu: JSON.parse(stdout).cpu_seconds };
 }
 
-function timeEngine(strokes) {
-  const engine = createEngine('exact');
+function timeEngine(strokes, name) {
+  const engine = createEngine(name);
   const placed = strokes.map((points) => placeInArea({ points }).placed);
   const cpuBefore = process.cpuUsage();
   const start = process.hrtime.bigint();
@@ -66,11 +66,12 @@ function secondsSince(start) {
 
 /** The least wall and processor time of each way. */
 function measure(folder, strokes) {
-  const ways = {
-    '--jobs 1': () => timeProgram(folder, 1),
-    ...(os.cpus().length > 1 && { '--jobs 2': () => timeProgram(folder, 2) }),
-    'engine alone': () => timeEngine(strokes),
-  };
+  const ways = {};
+  for (const name of ENGINE_NAMES) {
+    ways[`${name} --jobs 1`] = () => timeProgram(folder, name, 1);
+    if (os.cpus().length > 1) ways[`${name} --jobs 2`] = () => timeProgram(folder, name, 2);
+    ways[`${name} alone`] = () => timeEngine(strokes, name);
+  }
   const best = {};
   for (let i = 0; i < ROUNDS; i += 1) {
     for (const [name, run] of Object.entries(ways)) {
@@ -87,10 +88,10 @@ function report(best, bytes) {
     const rate = STROKES / wall;
     const hours = (BILLION / rate) * HOURS;
     const columns = [
-      name.padEnd(12),
+      name.padEnd(20),
       `${Math.round(rate)} strokes/s`.padStart(16),
       `${(bytes / wall / 1e6).toFixed(1)} MB/s`.padStart(10),
-      `${((cpu / STROKES) * 1e6).toFixed(0)} us of a core a stroke`.padStart(26),
+      `${((cpu / STROKES) * 1e6).toFixed(0)} us of a core per stroke`.padStart(28),
       `a billion in ${hours.toFixed(1)} h`,
     ];
     console.log(columns.join('  '));
@@ -109,7 +110,7 @@ function main() {
       `${STROKES} strokes of ${Math.round(points / DRAWN)} points, ` +
         `${(text.length / 1e6).toFixed(0)} MB; best of ${ROUNDS} runs, Node ${process.version}`,
     );
-    createEngine('exact').load({});
+    for (const name of ENGINE_NAMES) createEngine(name).load({});
     report(measure(folder, strokes), text.length);
   } finally {
     fs.rmSync(folder, { recursive: true });

@@ -5,9 +5,10 @@ const path = require('node:path');
 const { Resvg } = require('@resvg/resvg-js');
 const { createEngine } = require('../packages/cli/lib/engines.js');
 const { boundingBox, placeStroke } = require('../packages/cli/lib/placement.js');
-const { escapeText, pathData } = require('../packages/cli/lib/svg.js');
+const { escapeText } = require('../packages/cli/lib/svg.js');
 const { HANDS, drawInk } = require('./ink/index.js');
 const { drawPictures } = require('./pictures/index.js');
+const { pathData } = require('./pictures/path-data.js');
 const { sheet } = require('./pictures/sheet.js');
 const { main } = require('../tools/support/run.js');
 
@@ -107,7 +108,7 @@ function toPng(svg) {
 }
 
 function writePictures() {
-  const engine = createEngine('exact');
+  const engine = createEngine('template');
   engine.load({});
   const svg = drawGallery(engine);
   fs.mkdirSync(OUTPUT, { recursive: true });

@@ -1,6 +1,7 @@
 'use strict';
 
-const { escapeText, pathData } = require('../../packages/cli/lib/svg.js');
+const { escapeText } = require('../../packages/cli/lib/svg.js');
+const { pathData } = require('./path-data.js');
 
 /**
  * What the pictures of the documents share: a ground of their own, so that they suit any page, in

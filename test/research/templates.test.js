@@ -51,7 +51,7 @@ describe('template files', () => {
   });
 
   it('let figures of an ordinary hand come back as what they are', () => {
-    const engine = createEngine('exact');
+    const engine = createEngine('template');
     engine.load({});
     const hand = { ...HANDS.ordinary, rate: 60 };
     const closed = Object.keys(FIGURES).filter((name) =>
@@ -74,7 +74,7 @@ describe('template search', () => {
     const prepared = prepareCandidates(
       readParameters().map((each) => ({ figure: each.figure, outline: templateOutline(each) })),
     );
-    const engine = createEngine('exact');
+    const engine = createEngine('template');
     engine.load({});
     const foreseen = { polygons: 0, ellipses: 0, none: 0 };
     for (const figure of Object.keys(FIGURES)) {
