@@ -1,7 +1,6 @@
 'use strict';
 
-const { ellipse, polygon, skew, trace, transform } = require('../templates/outlines.js');
-const { rotate, spaceEvenly } = require('./outlines.js');
+const { ellipse, polygon, rotate, skew, spaceEvenly, trace, transform } = require('./outlines.js');
 
 /**
  * What a person has in mind before the hand adds its own: the way of the pen for one figure, as

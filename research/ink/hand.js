@@ -1,7 +1,6 @@
 'use strict';
 
-const { lengthOf, roundCorners } = require('../templates/outlines.js');
-const { drift, spaceEvenly } = require('./outlines.js');
+const { drift, lengthOf, roundCorners, spaceEvenly } = require('./outlines.js');
 
 /**
  * How somebody draws, and what the device records of it. Lengths called a share are shares of
