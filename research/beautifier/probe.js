@@ -1,11 +1,7 @@
 'use strict';
 
-const { spawnSync } = require('node:child_process');
-const { existsSync } = require('node:fs');
-const path = require('node:path');
-
-const ROOT = path.join(__dirname, '..', '..');
-const PROBE = path.join(ROOT, 'build', 'release', 'research', 'beautifier', 'beautifier_probe');
+const { ROOT } = require('../../tools/support/run.js');
+const { runProbe } = require('../probe/index.js');
 
 /** The probe's input: one stroke (an array of [x, y]) a line. */
 function asText(strokes) {
@@ -15,16 +11,7 @@ function asText(strokes) {
 
 /** Runs the probe on strokes; one object a stroke. */
 function probe(mode, strokes) {
-  if (!existsSync(PROBE)) {
-    throw new Error(`${PROBE} is missing. Build it: npm run build`);
-  }
-  const { status, stdout, stderr } = spawnSync(PROBE, [mode], {
-    input: asText(strokes),
-    encoding: 'utf8',
-    maxBuffer: 1 << 30,
-  });
-  if (status !== 0) throw new Error(`beautifier_probe failed: ${stderr}`);
-  const [head, ...rows] = stdout.trim().split('\n');
+  const [head, ...rows] = runProbe([mode], asText(strokes)).trim().split('\n');
   const names = head.split(' ');
   return rows.map((row) => {
     const values = row.split(' ').map(Number);
@@ -32,4 +19,13 @@ function probe(mode, strokes) {
   });
 }
 
-module.exports = { PROBE, ROOT, asText, probe };
+/** The paths that the beautifier gives strokes, as arrays of [x, y]. */
+function paths(strokes) {
+  const rows = runProbe(['paths'], asText(strokes)).trimEnd().split('\n');
+  return rows.map((row) => {
+    const values = row.trim().split(' ').map(Number);
+    return Array.from({ length: values.length / 2 }, (_, i) => values.slice(2 * i, 2 * i + 2));
+  });
+}
+
+module.exports = { ROOT, asText, paths, probe };

@@ -1,6 +1,6 @@
 'use strict';
 
-const { probe } = require('./probe.js');
+const { findingsOf } = require('./findings.js');
 const { curve, fit, label, line, point, sheet, spots } = require('./sheet.js');
 
 const WIDTH = 880;
@@ -56,7 +56,7 @@ function drawQuadrangle({ title, corners, hasMidlines = true }, finding, i) {
 
 /** Drawn quadrangles, their midlines, and what they become. */
 function drawQuadrangles() {
-  const findings = probe(QUADRANGLES.map(({ corners }) => ({ corners })));
+  const findings = findingsOf(QUADRANGLES.map(({ corners }) => ({ corners })));
   return sheet({
     width: WIDTH,
     height: 216,
@@ -108,7 +108,7 @@ function drawAnchorPair() {
     stroke: WANDERING,
     others: anchors.map(ring),
   }));
-  const findings = probe(tasks);
+  const findings = findingsOf(tasks);
   return sheet({
     width: WIDTH,
     height: 186,

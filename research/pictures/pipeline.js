@@ -1,7 +1,7 @@
 'use strict';
 
 const { HANDS, drawInk } = require('../ink/index.js');
-const { probe } = require('./probe.js');
+const { findingsOf } = require('./findings.js');
 const { arrow, curve, fit, paragraph, point, sheet } = require('./sheet.js');
 
 // As pages get pointer events on a screen of 60 pictures a second.
@@ -97,7 +97,7 @@ function drawStep({ question, answer, type }, { drawn, finding }, i) {
 /** From the stroke to the figure: the questions that are asked, and what each leads to. */
 function drawPipeline() {
   const strokes = STEPS.map(({ sample }) => drawInk({ ...sample, at: AWAY_FROM_THE_EDGE }).points);
-  const findings = probe(strokes.map((stroke) => ({ stroke })));
+  const findings = findingsOf(strokes.map((stroke) => ({ stroke })));
   const rows = STEPS.map((step, i) => {
     if (findings[i].type !== step.type) {
       throw new Error(`pipeline: the ${step.sample.figure} came out as ${findings[i].type}`);

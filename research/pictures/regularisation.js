@@ -1,7 +1,7 @@
 'use strict';
 
 const { HANDS, drawInk } = require('../ink/index.js');
-const { probe } = require('./probe.js');
+const { findingsOf } = require('./findings.js');
 const { curve, fit, label, point, sheet } = require('./sheet.js');
 
 const HAND = { ...HANDS.ordinary, rate: 60 };
@@ -66,7 +66,7 @@ function drawCell({ title, drawn, finding, others, type }, i) {
 /** Strokes and the regular figures that come of them, one over the other. */
 function drawRegularisation() {
   const cells = CELLS.map(({ title, sample }) => ({ title, others: [], ...sample() }));
-  const findings = probe(cells.map(({ points, others }) => ({ stroke: points, others })));
+  const findings = findingsOf(cells.map(({ points, others }) => ({ stroke: points, others })));
   return sheet({
     width: WIDTH,
     height: 20 + 2 * CELL.height,
