@@ -4,10 +4,12 @@ const assert = require('node:assert/strict');
 const { spawnSync } = require('node:child_process');
 const path = require('node:path');
 const { describe, it } = require('node:test');
-const { boundingBox } = require('../../packages/cli/lib/placement.js');
-const { FIGURES, HANDS, drawInk } = require('../../research/ink/index.js');
+const { FIGURES, HANDS, drawInk } = require('../../../research/ink/index.js');
+const { boxOf } = require('../../../research/ink/outlines.js');
+const { root } = require('../../support/native.js');
 
 const names = Object.keys(FIGURES);
+const boundingBox = (points) => boxOf(points.map(([x, y]) => ({ x, y })));
 
 /** Speeds between neighbouring samples, units a second. */
 function speedsOf(points) {
@@ -114,7 +116,7 @@ describe('ink generator', () => {
   });
 
   it('writes labelled lines of every figure, seed by seed', () => {
-    const tool = path.join(__dirname, '..', '..', 'research', 'ink', 'write.js');
+    const tool = path.join(root, 'research', 'ink', 'write.js');
     const run = (...args) => spawnSync(process.execPath, [tool, ...args], { encoding: 'utf8' });
     const { status, stdout } = run('--count', '2', '--seed', '7', '--hand', 'hasty');
     assert.equal(status, 0);
