@@ -13,10 +13,10 @@ const {
 
 const native = loadNative('beautifier');
 
-/** The families, in the order of the native enumeration. */
-const FIGURES = Object.freeze(native.families.map(([name]) => name));
+/** The names of the families, in the order of the native enumeration. */
+const FIGURES = Object.freeze(native.families);
 
-/** In the order of the native enumeration; no reason when a figure was recognised. */
+/** In the order of the native enumeration, which starts with a recognised figure. */
 const REASONS = [null, 'invalid', 'too-small', 'not-wanted', 'not-sure', 'no-figure'];
 
 const DEFAULTS = {
@@ -32,7 +32,7 @@ const DEFAULTS = {
 
 const SWITCHES = Object.keys(DEFAULTS).filter((name) => typeof DEFAULTS[name] === 'boolean');
 
-/** Numbers a point in a Float64Array. */
+/** Numbers per point in a Float64Array. */
 const STRIDES = { xy: 2, xyf: 3 };
 
 function checkNumber(name, value, min, max) {
@@ -44,7 +44,7 @@ function checkNumber(name, value, min, max) {
   }
 }
 
-/** A frozen copy, whose elements are seen to be right. */
+/** A frozen copy with checked elements. */
 function copyFigures(given) {
   if (!Array.isArray(given)) {
     throw new TypeError(`options.figures must be an array, found ${found(given)}`);
@@ -61,7 +61,7 @@ function copyFigures(given) {
   return Object.freeze(figures);
 }
 
-/** An object that holds options, be it of a class of the caller's: a Map holds none. */
+/** Options may be an instance of the caller's class, but a Map or an array has no options. */
 function checkOptions(options) {
   const isObject = Object.prototype.toString.call(options) === '[object Object]';
   if (!isObject) throw new TypeError(`options must be an object, found ${found(options)}`);
@@ -73,7 +73,7 @@ function checkOptions(options) {
   }
 }
 
-/** The options with their defaults, frozen, or an error that names the wrong one. */
+/** The options with defaults filled in, frozen; throws an error that names a wrong option. */
 function completeOptions(options) {
   checkOptions(options);
   const complete = {};
@@ -105,14 +105,14 @@ function checkSide(name, value) {
   }
 }
 
-/** A field of a figure from the numbers at `at`, by its number of places: 0 a number, -1 one place. */
+/** The field of a figure at index `at`: a number (0 places), one place (-1) or an array of them. */
 function readField(numbers, at, places) {
   if (places === 0) return numbers[at];
   const place = (k) => ({ x: numbers[at + 2 * k], y: numbers[at + 2 * k + 1] });
   return places < 0 ? place(0) : Array.from({ length: places }, (_, k) => place(k));
 }
 
-/** The figure of these native numbers as an object; null for no figure. */
+/** The figure as an object, from its index in the native table; null for no figure. */
 function makeFigure(index, subtype, numbers) {
   if (native.figures[index] === null) return null;
   const { kind, subtypes, fields } = native.figures[index];
@@ -144,7 +144,7 @@ class Beautifier {
       this.options.nearbyStrokes,
       this.options.insideArea,
     );
-    // A class derived from this one may add fields of its own.
+    // Derived classes may add fields.
     if (new.target === Beautifier) Object.freeze(this);
   }
 
@@ -156,7 +156,7 @@ class Beautifier {
     checkSide('width', width);
     checkSide('height', height);
     const { values, lengths } = packOthers('others', others, this.#stride);
-    const [path, type, confidence, reason, kind, subtype, parameters] = this.#native.beautify(
+    const [path, type, confidence, reason, index, subtype, parameters] = this.#native.beautify(
       points,
       stride,
       width,
@@ -164,8 +164,8 @@ class Beautifier {
       values,
       lengths,
     );
-    const figure = makeFigure(kind, subtype, parameters);
-    // Ink goes back as the caller's own points, with all that they carry.
+    const figure = makeFigure(index, subtype, parameters);
+    // Ink comes back as the caller's own objects, with all their properties.
     const pathOfObjects = () => (figure === null ? given : unpackObjects(path));
     return {
       path: isPacked ? path : pathOfObjects(),

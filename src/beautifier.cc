@@ -18,17 +18,16 @@
 #include <variant>
 #include <vector>
 
-/// The native module "beautifier": one class over packed numbers, and what
-/// there is of families and figures. The package's
-/// lib/beautifier.js checks the arguments, packs and unpacks them; nothing else
-/// is meant to call this module.
+/// The native module "beautifier": a class that takes and returns packed numbers,
+/// and tables of the families and figures. lib/beautifier.js checks the arguments,
+/// packs and unpacks them; nothing else is meant to load this module.
 namespace binding {
 namespace {
 
 using Points = std::vector<Scrivo::Point2D>;
 
-/// `count` points from `values`, `stride` numbers each: x, y and, from a stride
-/// of 3 on, force.
+/// The points of `values`, `stride` numbers each: x, y and, with a stride of 3,
+/// force.
 Points unpack(std::span<const double> values, std::size_t stride) {
     Points points;
     points.reserve(values.size() / stride);
@@ -38,8 +37,8 @@ Points unpack(std::span<const double> values, std::size_t stride) {
     return points;
 }
 
-/// The numbers of a Float64Array. The size of an element counts: a shorter one
-/// would have its array read beyond the end.
+/// The numbers of a Float64Array. Other arrays are refused: shorter elements would
+/// be read beyond the end.
 std::span<const double> view(const Napi::Value& value) {
     if (!value.IsTypedArray() ||
         value.As<Napi::TypedArray>().TypedArrayType() != napi_float64_array) {
@@ -101,11 +100,12 @@ struct Numbers {
 
 /// A figure as numbers: its index in the variant, its subtype, its parameters.
 struct Flat {
-    std::uint32_t kind = 0;
+    std::uint32_t index = 0;
     std::uint32_t subtype = 0;
     std::vector<double> parameters;
 
-    explicit Flat(const Scrivo::Figure& figure) : kind(static_cast<std::uint32_t>(figure.index())) {
+    explicit Flat(const Scrivo::Figure& figure)
+        : index(static_cast<std::uint32_t>(figure.index())) {
         std::visit([this](const auto& f) { read(f); }, figure);
     }
 
@@ -121,7 +121,8 @@ private:
 };
 
 /// Describes the fields of a figure to JavaScript: an array of [name, places],
-/// the number of places 0 for a plain number and -1 for a single place.
+/// where `places` is the length of an array of places, -1 for a single place and
+/// 0 for a number.
 struct Fields {
     Napi::Array& list;
 
@@ -148,7 +149,7 @@ Napi::Array toArray(Napi::Env env, std::span<const std::string_view> names) {
     return result;
 }
 
-/// {kind, subtypes, fields} of an alternative of the variant; null for none.
+/// {kind, subtypes, fields} of an alternative of the variant; null for no figure.
 template <std::size_t I>
 Napi::Value describeFigure(Napi::Env env) {
     using F = std::variant_alternative_t<I, Scrivo::Figure>;
@@ -175,16 +176,11 @@ Napi::Array describeFigures(Napi::Env env, std::index_sequence<I...> /*indices*/
     return result;
 }
 
-/// [name, type] of every family, by its number.
-Napi::Array describeFamilies(Napi::Env env) {
-    Napi::Array result = Napi::Array::New(env);
-    for (const auto& family : Scrivo::beautifier::families()) {
-        const Napi::Array entry = Napi::Array::New(env, 2);
-        entry.Set(0U, Napi::String::New(env, std::string(family.name)));
-        entry.Set(1U, Napi::Number::New(env, family.code));
-        result.Set(result.Length(), entry);
-    }
-    return result;
+/// The names of the families, in the order of their enumeration.
+Napi::Array familyNames(Napi::Env env) {
+    std::vector<std::string_view> names;
+    for (const auto& family : Scrivo::beautifier::families()) names.push_back(family.name);
+    return toArray(env, names);
 }
 
 class Beautifier : public Napi::ObjectWrap<Beautifier> {
@@ -223,9 +219,9 @@ private:
     }
 
     /// (points: Float64Array, stride, width, height, others: Float64Array,
-    /// lengths: Uint32Array), others holding x and y of all points of the other
-    /// strokes and lengths the number of points of each. Returns
-    /// [path, type, confidence, reason, kind, subtype, parameters].
+    /// lengths: Uint32Array): `others` holds x and y of all points of the other
+    /// strokes, `lengths` the number of points of each. Returns
+    /// [path, type, confidence, reason, index of the figure, subtype, parameters].
     Napi::Value beautify(const Napi::CallbackInfo& info) {
         const Napi::Env env = info.Env();
         try {
@@ -236,7 +232,7 @@ private:
             return toArray(env, stride,
                            m_beautifier.beautify(stroke, width, height, readOthers(info)));
         } catch (const std::exception& error) {
-            // Out of memory; a drawing must not take its host down.
+            // Out of memory: a drawing must not end its host.
             Napi::Error::New(env, error.what()).ThrowAsJavaScriptException();
             return env.Undefined();
         }
@@ -264,7 +260,7 @@ private:
             Napi::Number::New(env, answer.type),
             Napi::Number::New(env, answer.confidence),
             Napi::Number::New(env, static_cast<double>(answer.reason)),
-            Napi::Number::New(env, figure.kind),
+            Napi::Number::New(env, figure.index),
             Napi::Number::New(env, figure.subtype),
             pack(env, figure.parameters),
         };
@@ -275,13 +271,13 @@ private:
         return result;
     }
 
-    Scrivo::Beautifier m_beautifier;  // the default one until the constructor is through
+    Scrivo::Beautifier m_beautifier;  // with default options until the constructor has read them
 };
 
 Napi::Object Init(Napi::Env env, Napi::Object exports) {
     constexpr std::size_t FIGURES = std::variant_size_v<Scrivo::Figure>;
     exports.Set("Beautifier", Beautifier::define(env));
-    exports.Set("families", describeFamilies(env));
+    exports.Set("families", familyNames(env));
     exports.Set("figures", describeFigures(env, std::make_index_sequence<FIGURES>()));
     return exports;
 }

@@ -1,19 +1,20 @@
 'use strict';
 
-// The drawing page's server: its files, and POST /stroke, which hands one
-// stroke to the module. Listens on the loopback interface alone.
+// The drawing page's server: serves its files, and answers POST /stroke with the
+// figure of one stroke. Listens on the loopback interface only.
 //
 //   node surface/server.js [--port N]
 
 const fs = require('node:fs/promises');
 const http = require('node:http');
 const path = require('node:path');
+const { createRecogniser } = require('./recognise.js');
 const { BadRequest, readStrokeRequest } = require('./stroke-request.js');
 
 const HOST = '127.0.0.1';
 const DEFAULT_PORT = 4173;
 const PUBLIC = path.join(__dirname, 'public');
-// The one file of a package that the page needs as well.
+// The page also needs this file of a package.
 const PACKAGED = {
   '/vendor/perfect-freehand.mjs': path.join(
     path.dirname(require.resolve('perfect-freehand')),
@@ -38,11 +39,11 @@ function sendJson(response, status, value, headers) {
   send(response, status, 'application/json; charset=utf-8', JSON.stringify(value), headers);
 }
 
-/** The file that a URL path stands for, or null: nothing outside `PUBLIC` is served. */
+/** The file of a URL path, or null. */
 function fileOf(pathname) {
   if (Object.hasOwn(PACKAGED, pathname)) return PACKAGED[pathname];
   const name = pathname === '/' ? '/index.html' : pathname;
-  // Plain names only: no escapes, no hidden files, no way up.
+  // Plain names only: nothing outside PUBLIC, no escapes, no hidden files.
   if (!/^(\/[a-z0-9][a-z0-9.-]*)+$/i.test(name) || !(path.extname(name) in TYPES)) return null;
   return path.join(PUBLIC, name);
 }
@@ -54,19 +55,14 @@ async function serveFile(response, pathname) {
   return send(response, 200, TYPES[path.extname(file)], body);
 }
 
-async function serveStroke(request, response, optimizeAStroke) {
-  const { stroke, width, height, others } = await readStrokeRequest(request);
-  sendJson(response, 200, optimizeAStroke(stroke, width, height, others));
-}
-
-/** Only our own page may talk to the server: no other site, whatever its name resolves to. */
+/** Keeps other sites out, also those whose name resolves to the loopback address. */
 function isLocal({ headers }) {
   const local = /^(localhost|127\.0\.0\.1)(:\d+)?$/i;
   const { host = '', origin } = headers;
   return local.test(host) && (!origin || origin === `http://${host}`);
 }
 
-async function route(request, response, optimizeAStroke) {
+async function route(request, response, recognise) {
   if (!isLocal(request)) throw new BadRequest(403, 'Only the page of this server may use it.');
   const [pathname] = request.url.split('?', 1);
   const isStroke = pathname === '/stroke';
@@ -76,20 +72,20 @@ async function route(request, response, optimizeAStroke) {
       Allow: methods.join(', '),
     });
   }
-  if (isStroke) return serveStroke(request, response, optimizeAStroke);
+  if (isStroke) return sendJson(response, 200, recognise(await readStrokeRequest(request)));
   return serveFile(response, pathname);
 }
 
-/** An HTTP server, not listening yet, that answers with the given module's functions. */
-function createServer({ optimizeAStroke }) {
+/** An HTTP server, not listening yet. `recognise` is that of `createRecogniser`. */
+function createServer(recognise) {
   return http.createServer(async (request, response) => {
     try {
-      await route(request, response, optimizeAStroke);
+      await route(request, response, recognise);
     } catch (error) {
       if (response.headersSent || response.destroyed) return response.destroy();
       const known = error instanceof BadRequest;
       if (!known) console.error(error);
-      // What is left of a refused body would be taken for the next request.
+      // The rest of a refused body would be parsed as the next request.
       const headers = { ...error.headers, Connection: 'close' };
       const message = known ? error.message : 'The server failed, see its output.';
       sendJson(response, known ? error.status : 500, { error: message }, headers);
@@ -97,7 +93,7 @@ function createServer({ optimizeAStroke }) {
   });
 }
 
-/** Listens on `port`, or on any free port when that one is taken; resolves to the address. */
+/** Listens on `port`, or on a free port when that one is taken; resolves to the address. */
 function listen(server, port) {
   return new Promise((resolve, reject) => {
     server.on('error', (error) => {
@@ -121,9 +117,7 @@ function parsePort(args) {
 /** Serves until Ctrl-C; resolves to the exit code. */
 async function serve(args) {
   const port = parsePort(args);
-  const scrivo = require('../lib');
-  scrivo.initScrivo(scrivo.templates);
-  const server = createServer(scrivo);
+  const server = createServer(createRecogniser());
   const address = await listen(server, port);
   console.log(`\nDraw at ${address} (Ctrl-C stops the server)`);
   return new Promise((resolve) => {

@@ -2,7 +2,10 @@
 
 const MAX_BYTES = 32 * 2 ** 20;
 
-/** A request that the client can put right. */
+/** What a request may name as its `engine`; the first one is the default. */
+const ENGINES = ['beautifier', 'template'];
+
+/** An error of the client, with the status of the response. */
 class BadRequest extends Error {
   constructor(status, message, headers = {}) {
     super(message);
@@ -12,7 +15,7 @@ class BadRequest extends Error {
 }
 
 async function readBody(request) {
-  const tooLarge = () => new BadRequest(413, `A request has ${MAX_BYTES} bytes at most.`);
+  const tooLarge = () => new BadRequest(413, `A request has at most ${MAX_BYTES} bytes.`);
   if (Number(request.headers['content-length']) > MAX_BYTES) throw tooLarge();
   const chunks = [];
   let size = 0;
@@ -30,7 +33,7 @@ function expect(condition, message) {
 
 const isObject = (value) => typeof value === 'object' && value !== null && !Array.isArray(value);
 
-/** JSON has no NaN or infinity, but 1e999 reads as one. */
+/** JSON has no NaN or infinity, but 1e999 is parsed as infinity. */
 function checkPoint(point, where) {
   expect(isObject(point), `${where} must be an object {x, y, force?}.`);
   for (const key of ['x', 'y']) {
@@ -47,7 +50,9 @@ function checkStroke(stroke, where) {
 
 /** Throws a `BadRequest` that names the first thing that is wrong. */
 function checkStrokeRequest(value) {
-  expect(isObject(value), 'The body must be an object {stroke, width, height, others}.');
+  expect(isObject(value), 'The body must be an object {stroke, width, height, others, engine?}.');
+  const { engine = ENGINES[0] } = value;
+  expect(ENGINES.includes(engine), `engine must be one of ${ENGINES.join(', ')}.`);
   checkStroke(value.stroke, 'stroke');
   for (const key of ['width', 'height']) {
     expect(Number.isFinite(value[key]) && value[key] > 0, `${key} must be a positive number.`);
@@ -56,7 +61,7 @@ function checkStrokeRequest(value) {
   value.others.forEach((stroke, i) => checkStroke(stroke, `others[${i}]`));
 }
 
-/** The checked body of POST /stroke: {stroke, width, height, others}. */
+/** The checked body of POST /stroke: {engine, stroke, width, height, others}. */
 async function readStrokeRequest(request) {
   const [type] = (request.headers['content-type'] ?? '').split(';', 1);
   if (type.trim().toLowerCase() !== 'application/json') {
@@ -67,10 +72,10 @@ async function readStrokeRequest(request) {
   try {
     value = JSON.parse(text);
   } catch (error) {
-    throw new BadRequest(400, `The body is no JSON: ${error.message}`);
+    throw new BadRequest(400, `The body is not JSON: ${error.message}`);
   }
   checkStrokeRequest(value);
-  return value;
+  return { engine: ENGINES[0], ...value };
 }
 
-module.exports = { BadRequest, MAX_BYTES, checkStrokeRequest, readStrokeRequest };
+module.exports = { BadRequest, ENGINES, MAX_BYTES, checkStrokeRequest, readStrokeRequest };

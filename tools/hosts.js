@@ -36,7 +36,8 @@ function modulesFor(target) {
 function stage(target, modules) {
   const folder = path.join(FOLDER, 'stage', target);
   fs.rmSync(folder, { recursive: true, force: true });
-  const places = ['package.json', 'lib', 'templates', 'test/cases', 'test/lib', 'test/support'];
+  const tests = ['cases', 'lib', 'src', 'support'].map((name) => `test/${name}`);
+  const places = ['package.json', 'lib', 'templates', ...tests];
   for (const place of places.filter((name) => fs.existsSync(path.join(ROOT, name)))) {
     fs.cpSync(path.join(ROOT, place), path.join(folder, place), { recursive: true });
   }
@@ -45,7 +46,7 @@ function stage(target, modules) {
   for (const file of modules) fs.copyFileSync(file, path.join(prebuilds, path.basename(file)));
   linkPackages(path.join(ROOT, 'node_modules'), path.join(folder, 'node_modules'));
   // The core's answers bind the modules that do the same arithmetic.
-  const core = 'build/release/test/core/case_results';
+  const core = 'build/release/test/scrivo/case_results';
   if (target === THIS_TARGET && fs.existsSync(path.join(ROOT, core))) {
     fs.mkdirSync(path.join(folder, path.dirname(core)), { recursive: true });
     fs.copyFileSync(path.join(ROOT, core), path.join(folder, core));
@@ -67,8 +68,8 @@ function linkPackages(from, to) {
  */
 function runFile(host, { command, env, preload }, folder, file) {
   const [program, ...first] = command;
-  const args = [...first, ...host.testArguments(`test/lib/${file}`, preload)];
-  const log = path.join(FOLDER, `${host.name}-${file}.log`);
+  const args = [...first, ...host.testArguments(`test/${file}`, preload)];
+  const log = path.join(FOLDER, `${host.name}-${file.replace('/', '-')}.log`);
   const descriptor = fs.openSync(log, 'w');
   const { error, status, signal } = spawnSync(program, args, {
     cwd: folder,

@@ -3,7 +3,8 @@
 #include "Beautifier/Beautifier.h"
 #include "Beautifier/ink/Outline.h"
 #include "Curves.h"
-#include "Support.h"
+#include "Matchers.h"
+#include "Random.h"
 
 #include <algorithm>
 #include <cmath>

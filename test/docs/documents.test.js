@@ -145,8 +145,8 @@ describe('the examples of the documents', () => {
 
 /** The C++ tests, to look up those that a document names. */
 function coreTests() {
-  const folder = path.join(root, 'test', 'core');
-  const names = fs.readdirSync(folder).filter((name) => name.endsWith('.cpp'));
+  const folder = path.join(root, 'test');
+  const names = fs.readdirSync(folder, { recursive: true }).filter((name) => name.endsWith('.cpp'));
   return names.map((name) => fs.readFileSync(path.join(folder, name), 'utf8')).join('');
 }
 

@@ -1,8 +1,8 @@
 'use strict';
 
-// The example for desktop hosts, laid out as its packager does: JavaScript in what would
-// be the archive, beside it no more than `asarUnpack` names. The host is a stand-in that
-// passes messages on as copies; the page is run by a browser.
+// The example for desktop hosts, in the layout of its packager: JavaScript in a folder that
+// stands for the archive, beside it only what `asarUnpack` names. The host is a substitute
+// that copies messages; the page runs in a browser.
 
 const assert = require('node:assert/strict');
 const fs = require('node:fs');
@@ -48,8 +48,7 @@ function packageExample(resources) {
     copy(path.join(ROOT, name), path.join(modules, 'scrivo', name));
   }
   const target = `${process.platform}-${process.arch}`;
-  copy(findNative('hello'), path.join(shipped, 'prebuilds', target, 'hello.node'));
-  copy(path.join(ROOT, 'templates'), path.join(shipped, 'templates'));
+  copy(findNative('beautifier'), path.join(shipped, 'prebuilds', target, 'beautifier.node'));
   for (const name of unpackedFolders()) {
     copy(path.join(shipped, name), path.join(`${archive}.unpacked/node_modules/scrivo`, name));
   }
@@ -63,7 +62,7 @@ describe('the example for desktop hosts', () => {
   let seen;
   let browser;
   let page;
-  let answer; // resolves when the page may have its answer
+  let answer; // resolves when the page gets its answer
 
   before(async () => {
     const archive = packageExample(resources);
@@ -84,67 +83,73 @@ describe('the example for desktop hosts', () => {
     await page?.close();
     page = await browser.newPage({ viewport: { width: 600, height: 600 } });
     await page.exposeFunction('bridge', async (...call) => {
-      const result = await seen.world.scrivo.idealise(...call);
+      const result = await seen.world.scrivo.beautify(...call);
       await answer;
       return result;
     });
-    await page.addInitScript('window.scrivo = { idealise: window.bridge };');
+    await page.addInitScript('window.scrivo = { beautify: window.bridge };');
     await page.goto(pathToFileURL(seen.file).href);
   });
 
   const strokes = () => page.evaluate('strokes');
   const undo = () => page.click('button');
 
-  /** Draws a circle of 150 pixels; `to` is how many of its 64 parts. */
-  async function drawCircle(to = 64) {
-    for (let i = 0; i <= to; ++i) {
-      const turn = (2 * Math.PI * i) / 64;
-      await page.mouse.move(300 + 150 * Math.cos(turn), 300 + 150 * Math.sin(turn));
-      if (i === 0) await page.mouse.down();
-    }
+  async function draw(points) {
+    await page.mouse.move(...points[0]);
+    await page.mouse.down();
+    for (const point of points.slice(1)) await page.mouse.move(...point);
     await page.mouse.up();
   }
 
-  test('shows the page one function, and keeps it from everything else', () => {
+  const CIRCLE = Array.from({ length: 65 }, (_, i) => {
+    const turn = (2 * Math.PI * i) / 64;
+    return [300 + 150 * Math.cos(turn), 300 + 150 * Math.sin(turn)];
+  });
+  const ZIGZAG = Array.from({ length: 61 }, (_, i) => [
+    100 + 6 * i,
+    200 + 15 * Math.abs((i % 20) - 10),
+  ]);
+
+  test('exposes one function to the page', () => {
     const [{ contextIsolation, nodeIntegration, sandbox }] = seen.windows;
     assert.deepEqual([contextIsolation, nodeIntegration, sandbox], [true, undefined, true]);
     assert.deepEqual(Object.keys(seen.world), ['scrivo']);
-    assert.deepEqual(Object.keys(seen.world.scrivo), ['idealise']);
+    assert.deepEqual(Object.keys(seen.world.scrivo), ['beautify']);
   });
 
   test('passes an error on to the page', async () => {
-    await assert.rejects(seen.world.scrivo.idealise([null], 600, 600, []), TypeError);
+    await assert.rejects(seen.world.scrivo.beautify([null], 600, 600, []), TypeError);
   });
 
   test('shows the figure, undoes it to the ink, and then that', async () => {
-    await drawCircle();
-    await page.waitForFunction('strokes[0].figure');
-    const [{ ink, figure }] = await strokes();
-    assert.equal(figure.length, 85);
-    for (const { x, y } of figure) assert.ok(Math.abs(Math.hypot(x - 0.5, y - 0.5) - 0.25) < 0.01);
+    await draw(CIRCLE);
+    await page.waitForFunction('strokes[0].path');
+    const [{ ink, path: circle }] = await strokes();
+    assert.equal(circle.length, 85);
+    for (const { x, y } of circle) assert.ok(Math.abs(Math.hypot(x - 0.5, y - 0.5) - 0.25) < 0.01);
     await undo();
-    assert.deepEqual(await strokes(), [{ ink, figure: null }]);
+    assert.deepEqual(await strokes(), [{ ink, path: null }]);
     await undo();
     assert.deepEqual(await strokes(), []);
   });
 
   test('keeps the ink of what is no figure', async () => {
-    await drawCircle(5);
+    await draw(ZIGZAG);
     await page.waitForFunction('strokes.length === 1');
-    await page.evaluate('window.scrivo.idealise([], 1, 1, [])'); // answered after the stroke
-    const [{ ink, figure }] = await strokes();
-    assert.equal(figure, null);
-    assert.ok(ink.length >= 5);
+    await page.evaluate('window.scrivo.beautify([], 1, 1, [])'); // answered after the stroke
+    const [{ ink, path: shape }] = await strokes();
+    assert.equal(shape, null);
+    assert.equal(ink.length, ZIGZAG.length);
   });
 
   test('drops a figure whose stroke is gone', async () => {
     let release;
     answer = new Promise((resolve) => (release = resolve));
-    await drawCircle();
-    assert.equal((await strokes())[0].figure, null, 'the ink stays until there is an answer');
+    await draw(CIRCLE);
+    assert.equal((await strokes())[0].path, null, 'the ink stays until there is an answer');
     await undo();
     release();
-    await page.evaluate('window.scrivo.idealise([], 1, 1, [])');
+    await page.evaluate('window.scrivo.beautify([], 1, 1, [])');
     assert.deepEqual(await strokes(), []);
   });
 });

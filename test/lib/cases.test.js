@@ -31,7 +31,7 @@ function answersOfThePackage() {
 }
 
 /** Made by the build that made the module; not there where the module came prebuilt. */
-const core = path.join(root, 'build', 'release', 'test', 'core', 'case_results');
+const core = path.join(root, 'build', 'release', 'test', 'scrivo', 'case_results');
 const prebuilt = !fs.existsSync(path.join(root, 'CMakeLists.txt')) && !fs.existsSync(core);
 
 const answers = answersOfThePackage();

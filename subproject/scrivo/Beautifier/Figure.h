@@ -2,7 +2,7 @@
 /// The figures of the beautifier and their parameters.
 #pragma once
 
-#include "Scrivo/Scrivo.h"
+#include "Scrivo/Types.h"
 
 #include <array>
 #include <cstdint>

@@ -3,7 +3,7 @@ import { bounds } from './geometry.mjs';
 const LABEL_MS = 1600;
 const LABEL_GAP = 14;
 
-/** Says what happened: a label beside the figure, a status line, a warning. */
+/** Shows what happened: a label beside the figure, a status line, a warning. */
 export class Announcer {
   #status;
   #label;
@@ -22,7 +22,7 @@ export class Announcer {
     this.#status.textContent = text;
   }
 
-  /** Shows a figure's name for a moment above its points, [x, y] in pixels. */
+  /** Shows a text for a moment above a figure's points, [x, y] in pixels. */
   label(text, points) {
     const label = this.#label;
     label.textContent = text;

@@ -1,9 +1,9 @@
 /**
- * What is on the page, with its history.
+ * The strokes on the page and their history.
  *
- * A stroke is a frozen {id, drawn, path, type}: the ink as drawn and, once
- * recognised, the figure's points; both in fractions of the canvas. Every
- * change makes a new list of strokes, so a step of the history is a reference.
+ * A stroke is a frozen {id, drawn, path, figure}: the ink as drawn and, once
+ * recognised, the figure and its points, else null. Points are in fractions of the
+ * canvas. Every change makes a new list of strokes; the history holds these lists.
  */
 export class Drawing extends EventTarget {
   #history = [[]];
@@ -23,22 +23,22 @@ export class Drawing extends EventTarget {
 
   /** Adds ink; returns its stroke. */
   add(drawn) {
-    const stroke = Object.freeze({ id: ++this.#lastId, drawn, path: null, type: 0 });
+    const stroke = Object.freeze({ id: ++this.#lastId, drawn, path: null, figure: null });
     this.#push([...this.strokes, stroke]);
     return stroke;
   }
 
   /**
-   * Turns ink into a figure: a step of its own, so the first undo brings the
-   * ink back. Returns the new stroke, or null when an undo or a clear has
-   * taken the ink away meanwhile.
+   * Turns ink into a figure. This is a step of its own, so the first undo brings
+   * the ink back. Returns the new stroke, or null when the ink has been undone or
+   * cleared meanwhile.
    */
-  idealise(id, path, type) {
+  idealise(id, path, figure) {
     const ink = this.get(id);
     if (!ink) return null;
-    const figure = Object.freeze({ ...ink, path, type });
-    this.#push(this.strokes.map((stroke) => (stroke === ink ? figure : stroke)));
-    return figure;
+    const idealised = Object.freeze({ ...ink, path, figure });
+    this.#push(this.strokes.map((stroke) => (stroke === ink ? idealised : stroke)));
+    return idealised;
   }
 
   clear() {
@@ -57,5 +57,5 @@ export class Drawing extends EventTarget {
   }
 }
 
-/** The points of a stroke that are to be seen. */
+/** The points of a stroke that are shown. */
 export const shownPoints = ({ path, drawn }) => path ?? drawn;

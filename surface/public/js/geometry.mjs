@@ -2,7 +2,7 @@
 
 export const lerp = (a, b, t) => a + (b - a) * t;
 
-/** Running length of a polyline at each of its points. */
+/** Length of a polyline up to each of its points. */
 function runningLengths(points) {
   let length = 0;
   return points.map(([x, y], i) => {
@@ -11,7 +11,7 @@ function runningLengths(points) {
   });
 }
 
-/** Fraction of the whole length at which each point lies; evenly spread if it is 0. */
+/** Fraction of the whole length at which each point lies; evenly spread if the length is 0. */
 export function lengthFractions(points) {
   const lengths = runningLengths(points);
   const total = lengths.at(-1);
@@ -40,6 +40,12 @@ export function refine(points, parts) {
 }
 
 export const mix = ([ax, ay], [bx, by], t) => [lerp(ax, bx, t), lerp(ay, by, t)];
+
+/** Whether an outline ends where it starts. Its points are the engine's, equal up to rounding. */
+export function isClosed(points) {
+  const [[ax, ay], [bx, by]] = [points[0], points.at(-1)];
+  return Math.hypot(ax - bx, ay - by) < 1e-3;
+}
 
 export function bounds(points) {
   const xs = points.map(([x]) => x);

@@ -4,8 +4,8 @@ const PEN_WIDTH = 6;
 export const FIGURE_WIDTH = 3.2;
 
 /**
- * Outline of hand-drawn ink, wider where the pen was pressed. Without measured
- * pressure the speed of the hand stands in for it. Points {x, y, force?} in pixels.
+ * Outline of hand-drawn ink, wider where the pen was pressed harder. Without measured
+ * pressure it depends on the speed of the hand. Points {x, y, force?} in pixels.
  */
 export function inkOutline(points) {
   const measured = points.some(({ force }) => force !== undefined);

@@ -1,8 +1,9 @@
 import { Announcer } from './announcer.mjs';
 import { Drawing, shownPoints } from './drawing.mjs';
-import { FigureType, figureName } from './figures.mjs';
+import { figureLabel, percent } from './labels.mjs';
 import { Pen } from './pen.mjs';
 import { RecogniserError, recognise } from './recogniser.mjs';
+import { withRest } from './rest.mjs';
 import { Surface } from './surface.mjs';
 
 const element = (id) => document.getElementById(id);
@@ -19,31 +20,36 @@ const announcer = new Announcer({
   alert: element('alert'),
   alertText: element('alert-text'),
 });
-/** Ids of strokes that await an answer, and of those that got none. */
+/** Ids of strokes that await an answer, and of those that failed to get one. */
 const pending = new Set();
 const unanswered = new Set();
 
-function show(id, { path, type }) {
-  if (type === FigureType.NONE) {
-    if (drawing.get(id)) announcer.status(figureName(type, []));
+const selectedEngine = () => document.querySelector('input[name=engine]:checked').value;
+
+function show(id, { path, figure, confidence }) {
+  if (!figure) {
+    if (drawing.get(id)) announcer.status('Kept as drawn');
     return;
   }
-  const stroke = drawing.idealise(id, path, type);
+  const stroke = drawing.idealise(id, path, figure);
   if (!stroke) return;
-  const points = surface.toPixels(path);
-  const name = figureName(type, points);
+  const label = figureLabel(figure);
   surface.morph(stroke);
-  announcer.status(name);
-  announcer.label(name, points);
+  announcer.status(confidence === null ? label : `${label}, confidence ${percent(confidence)}`);
+  announcer.label(
+    confidence === null ? label : `${label} · ${percent(confidence)}`,
+    surface.toPixels(path),
+  );
 }
 
-/** Answers may come in any order: each belongs to its stroke, if that is still there. */
+/** Answers may come in any order, and after their stroke has been undone. */
 async function submit({ id, drawn }) {
   const others = drawing.strokes.filter((stroke) => stroke.id !== id).map(shownPoints);
   pending.add(id);
   unanswered.delete(id);
   try {
-    show(id, await recognise({ stroke: drawn, ...surface.size, others }));
+    const engine = selectedEngine();
+    show(id, await recognise({ engine, stroke: drawn, ...surface.size, others }));
     if (unanswered.size === 0) announcer.hideWarning();
   } catch (error) {
     if (!(error instanceof RecogniserError)) throw error;
@@ -92,7 +98,9 @@ pen.addEventListener('ink', () => {
 pen.addEventListener('stroke', ({ detail }) => {
   surface.live = [];
   announcer.status('');
-  const stroke = drawing.add(detail);
+  const { points, frames } = detail;
+  const isTemplate = selectedEngine() === 'template';
+  const stroke = drawing.add(isTemplate ? withRest(points, frames, surface.size) : points);
   if (!isKeeping()) submit(stroke);
 });
 
@@ -114,7 +122,7 @@ addEventListener('keydown', (event) => {
 
 onChange();
 
-/** For reading from outside, by tests and at the browser's console. */
+/** For tests and the browser's console. */
 window.scrivo = Object.freeze({
   get strokes() {
     return drawing.strokes;

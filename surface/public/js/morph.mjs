@@ -1,10 +1,10 @@
 import { lengthFractions, mix, resample } from './geometry.mjs';
 
 const SAMPLES = 128;
-// Starting points tried when a closed figure is laid over the ink.
+// Starting points on the ink tried for a closed figure.
 const TURNS = 64;
 
-/** Where the ink of `samples`, closed to a ring or not, is at a fraction of its length. */
+/** The point of the ink at a fraction of its length; `samples` are evenly spaced. */
 function sampleAt(samples, fraction) {
   const place = fraction * (samples.length - 1);
   const i = Math.min(Math.floor(place), samples.length - 2);
@@ -13,7 +13,7 @@ function sampleAt(samples, fraction) {
 
 const wrap = (fraction) => fraction - Math.floor(fraction);
 
-/** Ways to run along the ink while running along the figure from 0 to 1. */
+/** Maps from fractions of the figure's length to fractions of the ink's. */
 function pairings(closed) {
   if (!closed) return [(s) => s, (s) => 1 - s];
   return Array.from({ length: TURNS }, (_, k) => k / TURNS).flatMap((turn) => [
@@ -30,9 +30,9 @@ function squaredDistance(points, others) {
 }
 
 /**
- * The points of the ink from which the points of the figure come, one each:
- * of all directions (and, for a closed figure, starting points) those with the
- * shortest ways. Figures are not drawn from where the pen started.
+ * The point of the ink from which each point of the figure comes. Figures need not
+ * start where the pen did, so of both directions (and, for a closed figure, of many
+ * starting points) the one with the smallest sum of squared distances is taken.
  */
 export function originsOf(figure, ink, closed) {
   const samples = resample(closed ? [...ink, ink[0]] : ink, SAMPLES);

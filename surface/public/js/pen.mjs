@@ -1,39 +1,20 @@
 import { PointerGate } from './pointer-gate.mjs';
 
 /**
- * Whether these pressures were measured. A mouse reports 0.5 while pressed;
- * pens and screens without a sensor report 0, 0.5 or 1 throughout.
+ * Whether these pressures were measured. A mouse reports 0.5 while pressed; pens and
+ * screens without a sensor report only 0, 0.5 or 1.
  */
 export function isMeasured(pointerType, pressures) {
   return pointerType !== 'mouse' && pressures.some((p) => p !== 0 && p !== 0.5 && p !== 1);
 }
 
-/** Within this many CSS pixels a pointer rests: the size of a dot. */
-const REST = 9;
-
-/**
- * A pointer that rests sends no events, so a press without movement is one
- * sample however long it lasts. A device that samples at a steady rate would
- * repeat the place; so does this, once per frame that the press lasted. Strokes
- * that went anywhere stay as they are.
- */
-export function withRest(samples, frames, width, height) {
-  const extent = (values) => Math.max(...values) - Math.min(...values);
-  const rests =
-    samples.length > 0 &&
-    extent(samples.map(({ x }) => x)) * width < REST &&
-    extent(samples.map(({ y }) => y)) * height < REST;
-  if (!rests) return samples;
-  const missing = Math.max(0, frames - samples.length);
-  return samples.concat(Array(missing).fill(samples.at(-1)));
-}
-
 /**
  * Turns Pointer Events of an element into strokes. Fires
- * - 'ink': the stroke in progress has grown, started or been dropped;
- * - 'stroke': a stroke is finished, `detail` holds its points.
- * Points are {x, y, force?} in fractions of the element; `force` is there only
- * when the device measures it.
+ * - 'ink': the stroke in progress has started, grown or been dropped;
+ * - 'stroke': a stroke is finished; `detail` is {points, frames}, the points and the
+ *   number of animation frames that the pointer was down.
+ * Points are {x, y, force?} in fractions of the element; they have a `force` only if
+ * the device measures it.
  */
 export class Pen extends EventTarget {
   #element;
@@ -98,11 +79,9 @@ export class Pen extends EventTarget {
   #onUp = (event) => {
     if (this.#gate.up(event) !== 'finish') return;
     cancelAnimationFrame(this.#frameRequest);
-    const { width, height } = this.#element.getBoundingClientRect();
-    this.#samples = withRest(this.#samples, this.#frames, width, height);
-    const points = this.points;
+    const { points } = this;
     this.#samples = [];
-    this.#tell('stroke', points);
+    this.#tell('stroke', { points, frames: this.#frames });
   };
 
   #onCancel = (event) => {
@@ -126,7 +105,7 @@ export class Pen extends EventTarget {
     try {
       this.#element.setPointerCapture(pointerId);
     } catch {
-      // The pointer was lifted in the meantime: its pointerup is on the way.
+      // The pointer has been lifted meanwhile: its pointerup is still pending.
     }
   }
 

@@ -1,10 +1,10 @@
-// A second finger this soon after the first was a gesture from the start; later
-// it is a resting hand, and the stroke goes on.
+// A second finger within this time after the first makes both a gesture; a later one
+// is a resting hand, and the stroke goes on.
 const GESTURE_MS = 250;
 
 /**
- * Decides which pointer draws. Events need `pointerId`, `pointerType`,
- * `button` and `timeStamp`; the answers name what to do with the stroke.
+ * Decides which pointer draws. Takes pointer events, of which it reads `pointerId`,
+ * `pointerType`, `button` and `timeStamp`, and returns what to do with the stroke.
  */
 export class PointerGate {
   #drawing = null;
@@ -38,7 +38,7 @@ export class PointerGate {
     return this.#end(event, 'finish');
   }
 
-  /** The system has taken the pointer away: 'drop' or 'ignore'. */
+  /** The system has cancelled the pointer: 'drop' or 'ignore'. */
   cancel(event) {
     return this.#end(event, 'drop');
   }

@@ -1,6 +1,6 @@
 const TIMEOUT_MS = 10_000;
 
-/** A failure to get an answer; its message is for the reader of the page. */
+/** A failure to get an answer; its message is meant for the user of the page. */
 export class RecogniserError extends Error {}
 
 async function post(body) {
@@ -16,20 +16,17 @@ async function post(body) {
   }
 }
 
-const isFinitePoint = (point) => Number.isFinite(point?.x) && Number.isFinite(point?.y);
-
 /**
- * Asks for the figure of `stroke`. Points are in fractions of a drawing area of
- * `width` by `height` pixels; `others` are the strokes that are there already.
- * Resolves to {path, type}.
+ * Asks an engine, 'beautifier' or 'template', for the figure of `stroke`. Points are in fractions
+ * of a drawing area of `width` by `height` pixels; `others` are the other strokes on the page.
+ * Resolves to {path, figure, confidence}; `figure` is null when the stroke stays as drawn.
  */
-export async function recognise({ stroke, width, height, others }) {
-  const response = await post({ stroke, width, height, others });
+export async function recognise({ engine, stroke, width, height, others }) {
+  const response = await post({ engine, stroke, width, height, others });
   const answer = await response.json().catch(() => null);
   if (!response.ok || !Array.isArray(answer?.path)) {
     const reason = answer?.error ?? `status ${response.status}`;
-    throw new RecogniserError(`The server could not take this stroke: ${reason}`);
+    throw new RecogniserError(`The server refused this stroke: ${reason}`);
   }
-  // A degenerate figure has NaN coordinates, null in JSON: nothing to be seen.
-  return answer.path.every(isFinitePoint) ? answer : { path: stroke, type: 0 };
+  return answer;
 }

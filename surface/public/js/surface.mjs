@@ -1,16 +1,15 @@
 import { shownPoints } from './drawing.mjs';
-import { isClosed } from './figures.mjs';
-import { mix, refine } from './geometry.mjs';
+import { isClosed, mix, refine } from './geometry.mjs';
 import { FIGURE_WIDTH, inkOutline, polyline } from './ink.mjs';
 import { ease, originsOf } from './morph.mjs';
 
 const MORPH_MS = 360;
-// The ink has more bends than the figure: its points follow it more closely.
+// The ink has more bends than the figure, so the figure needs more points to start as ink.
 const PARTS_PER_SEGMENT = 4;
 const GHOST_MS = 900;
 const GHOST_ALPHA = 0.55;
 
-/** Paints strokes, the stroke in progress, and ink on its way to a figure. */
+/** Paints the strokes, the stroke in progress, and ink that turns into a figure. */
 export class Surface {
   #canvas;
   #context;
@@ -57,11 +56,12 @@ export class Surface {
     this.#schedule();
   }
 
-  /** Lets the ink of a stroke turn into its figure. */
+  /** Animates the ink of a stroke into its figure. */
   morph(stroke) {
     if (this.#still.matches) return;
-    const figure = refine(this.toPixels(stroke.path), PARTS_PER_SEGMENT);
-    const origins = originsOf(figure, this.toPixels(stroke.drawn), isClosed(stroke.type));
+    const outline = this.toPixels(stroke.path);
+    const figure = refine(outline, PARTS_PER_SEGMENT);
+    const origins = originsOf(figure, this.toPixels(stroke.drawn), isClosed(outline));
     this.#morphs.set(stroke, { figure, origins, start: performance.now() });
     this.#refresh();
   }
@@ -82,9 +82,9 @@ export class Surface {
       canvas.height = Math.round(height * devicePixelRatio);
     }
     this.#paths = new WeakMap();
-    this.#morphs.clear(); // their pixels were those of the old size
+    this.#morphs.clear(); // they hold pixels of the old size
     this.#refresh();
-    this.#paint(); // now: a canvas that was resized is blank
+    this.#paint(); // at once: resizing blanks a canvas
   }
 
   #refresh() {
@@ -151,7 +151,7 @@ export class Surface {
     else context.fill(path);
   }
 
-  /** The figure takes shape while the ink that it came from fades beneath it. */
+  /** The figure takes shape while its ink fades beneath it. */
   #paintMorph(context, stroke, { figure, origins, start }) {
     const age = performance.now() - start;
     const t = ease(Math.min(1, age / MORPH_MS));

@@ -4,7 +4,7 @@
 #include "Beautifier/fit/Corners.h"
 #include "Beautifier/fit/Share.h"
 #include "Scrivo/Polygon.h"
-#include "Scrivo/detail/Polygon.h"
+#include "Scrivo/detail/Levelling.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 #include "Beautifier/figures/Dot.h"
 
-#include "Scrivo/detail/Ellipse.h"
+#include "Scrivo/detail/Dot.h"
 
 #include <limits>
 

@@ -3,7 +3,7 @@
 #include "Beautifier/figures/PolygonFit.h"
 #include "Beautifier/fit/EllipseFit.h"
 #include "Beautifier/fit/Share.h"
-#include "Scrivo/detail/Ellipse.h"
+#include "Scrivo/detail/EllipseShape.h"
 
 #include <algorithm>
 #include <cmath>

@@ -3,7 +3,7 @@
 #include "Beautifier/figures/Regularity.h"
 #include "Beautifier/fit/Share.h"
 #include "Scrivo/Polygon.h"
-#include "Scrivo/detail/Polygon.h"
+#include "Scrivo/detail/LineSnapping.h"
 
 #include <algorithm>
 #include <cmath>

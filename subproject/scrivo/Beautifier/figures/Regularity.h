@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Beautifier/ink/Vec.h"
-#include "Scrivo/Scrivo.h"
+#include "Scrivo/Types.h"
 
 /// Comparisons of sides and directions. Regularised corners come from
 /// single-precision roots, so they are exact to a ten-thousandth only.

@@ -2,7 +2,8 @@
 
 #include "Beautifier/figures/PolygonFit.h"
 #include "Beautifier/figures/Regularity.h"
-#include "Scrivo/detail/Polygon.h"
+#include "Scrivo/detail/Levelling.h"
+#include "Scrivo/detail/Triangle.h"
 
 #include <algorithm>
 

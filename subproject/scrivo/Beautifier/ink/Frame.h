@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Beautifier/ink/Vec.h"
-#include "Scrivo/Scrivo.h"
+#include "Scrivo/Types.h"
 
 #include <span>
 
