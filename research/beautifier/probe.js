@@ -28,4 +28,4 @@ function paths(strokes) {
   });
 }
 
-module.exports = { ROOT, asText, paths, probe };
+module.exports = { ROOT, paths, probe };

@@ -25,4 +25,4 @@ function runProbe(args, input) {
 /** The same for subcommands that read and write JSON. */
 const askProbe = (args, value) => JSON.parse(runProbe(args, JSON.stringify(value)));
 
-module.exports = { PROBE, askProbe, runProbe };
+module.exports = { askProbe, runProbe };
