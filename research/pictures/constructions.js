@@ -65,7 +65,7 @@ function drawQuadrangles() {
   });
 }
 
-/** A stroke that wanders about its way, units. */
+/** A wavering stroke, units. */
 const WANDERING = Array.from({ length: 40 }, (_, i) => [
   430 + 5.6 * i,
   500 - 1.2 * i + 4 * Math.sin(i / 3.2),
@@ -102,7 +102,7 @@ function drawPair({ title, anchors }, finding, i) {
   ].join('\n');
 }
 
-/** A stroke along two others: where its line and its ends go. */
+/** Where the line and the ends of a stroke along two others go. */
 function drawAnchorPair() {
   const tasks = ANCHOR_PAIRS.map(({ anchors }) => ({
     stroke: WANDERING,

@@ -69,7 +69,7 @@ function drawSpan(points, last, kind) {
   );
 }
 
-/** The scan in a quadrangle: a span on an edge, one about a corner, and the ratio all along. */
+/** The scan of a quadrangle: a span on an edge, one about a corner, and the ratio along the stroke. */
 function drawCornerScan() {
   const stroke = drawInk(SAMPLE).points;
   const [{ corners }] = findingsOf([{ stroke }]);

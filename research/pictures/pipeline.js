@@ -4,12 +4,12 @@ const { HANDS, drawInk } = require('../ink/index.js');
 const { findingsOf } = require('./findings.js');
 const { arrow, curve, fit, paragraph, point, sheet } = require('./sheet.js');
 
-// As pages get pointer events on a screen of 60 pictures a second.
+// Pages get pointer events at the rate of the screen.
 const HAND = { ...HANDS.ordinary, rate: 60 };
 const sampleOf = (figure, seed = 12) => ({ figure, seed, hand: HAND });
 const AWAY_FROM_THE_EDGE = { x: 400, y: 400 };
 
-/** The questions in the order in which they are asked, each with a stroke that it is for. */
+/** The questions in their order, each with a stroke that it accepts. */
 const STEPS = [
   {
     question: ['Below 9 units both ways, and either', 'many points or pressed firmly?'],

@@ -35,7 +35,7 @@ describe('template files', () => {
     }
   });
 
-  it('let figures of an ordinary hand come back as what they are', () => {
+  it('recognise the figures of an ordinary hand', () => {
     const hand = { ...HANDS.ordinary, rate: 60 };
     const closed = Object.keys(FIGURES).filter((name) =>
       ['triangle', 'quadrangle', 'ellipse'].includes(FIGURES[name].family),
@@ -83,7 +83,7 @@ describe('template search', () => {
     assert.ok(other.left[0] > 0 && other.left[0] < own.left[0] - 1, other.left);
   });
 
-  it('takes what adds most, stops at its price and shuns harm', () => {
+  it('takes what adds most, stops at its price and avoids harm', () => {
     const stroke = (gain, cover) => ({
       gain,
       cover: { candidates: Object.keys(cover).map(Number), left: Object.values(cover) },
