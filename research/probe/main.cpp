@@ -26,8 +26,9 @@ int run(const std::vector<std::string>& args) {
     if (args.size() == 1 && (command == "features" || command == "answers" || command == "paths")) {
         return probe::beautifier(command);
     }
-    std::fprintf(stderr, "usage: probe features|answers|paths|reach\n"
-                         "       probe pictures TEMPLATE_FILE...\n");
+    std::fprintf(stderr,
+                 "usage: probe features|answers|paths|reach\n"
+                 "       probe pictures TEMPLATE_FILE...\n");
     return 2;
 }
 
