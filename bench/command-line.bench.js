@@ -1,16 +1,17 @@
 'use strict';
 
-// Strokes a second through `scrivo idealise`, from a file to a file, on one thread and on two, and
-// through the engine alone. Each runs several times in turn, and the fastest run counts: other
-// work on the machine slows single runs.
+// Strokes per second through `scrivo idealise`, from a file to a file, by both engines, on one
+// thread and on two, and through the engines alone. Each runs several times in turn, and the
+// fastest run counts: other work on the machine slows single runs.
 
 const { spawnSync } = require('node:child_process');
 const fs = require('node:fs');
 const os = require('node:os');
 const path = require('node:path');
+const { Beautifier } = require('../lib/beautifier.js');
 const { templates } = require('../lib/index.js');
 const { drawEach } = require('../research/ink/index.js');
-const engine = require('../research/template-engine.js');
+const templateEngine = require('../research/template-engine.js');
 
 const DRAWN = 20000;
 // The file holds the drawn strokes several times, so that the start of the threads hardly counts.
@@ -21,6 +22,12 @@ const BILLION = 1e9;
 const HOURS = 1 / 3600;
 
 const PROGRAM = path.join(__dirname, '..', 'packages', 'cli', 'bin', 'scrivo.js');
+
+const beautifier = new Beautifier();
+const ENGINES = {
+  beautifier: ({ path, side }) => beautifier.beautify(path, side, side),
+  template: templateEngine.answerPlaced,
+};
 
 /** Every figure in turn, 100 to 300 units large, as [x, y, force]. */
 function drawStrokes(count) {
@@ -36,23 +43,24 @@ function round(value, parts) {
 }
 
 /** @returns {{wall: number, cpu: number}} seconds of the whole program */
-function timeProgram(folder, jobs) {
+function timeProgram(folder, name, jobs) {
   const args = [PROGRAM, 'idealise', 'ink.ndjson', '-o', 'ideal.ndjson', '--force', '--json'];
   const start = process.hrtime.bigint();
   const { status, stdout, stderr } = spawnSync(
     process.execPath,
-    [...args, '--jobs', String(jobs)],
+    [...args, '--engine', name, '--jobs', String(jobs)],
     { cwd: folder, encoding: 'utf8' },
   );
   if (status !== 0) throw new Error(`scrivo idealise failed: ${stderr}`);
   return { wall: secondsSince(start), cpu: JSON.parse(stdout).cpu_seconds };
 }
 
-function timeEngine(strokes) {
-  const placed = strokes.map(engine.place);
+function timeEngine(strokes, name) {
+  const answer = ENGINES[name];
+  const placed = strokes.map(templateEngine.place);
   const cpuBefore = process.cpuUsage();
   const start = process.hrtime.bigint();
-  for (let i = 0; i < REPEATS; i += 1) for (const stroke of placed) engine.answerPlaced(stroke);
+  for (let i = 0; i < REPEATS; i += 1) for (const stroke of placed) answer(stroke);
   const { user, system } = process.cpuUsage(cpuBefore);
   return { wall: secondsSince(start), cpu: (user + system) / 1e6 };
 }
@@ -63,11 +71,12 @@ function secondsSince(start) {
 
 /** The shortest wall and processor time of each way. */
 function measure(folder, strokes) {
-  const ways = {
-    '--jobs 1': () => timeProgram(folder, 1),
-    ...(os.cpus().length > 1 && { '--jobs 2': () => timeProgram(folder, 2) }),
-    'engine alone': () => timeEngine(strokes),
-  };
+  const ways = {};
+  for (const name of Object.keys(ENGINES)) {
+    ways[`${name} --jobs 1`] = () => timeProgram(folder, name, 1);
+    if (os.cpus().length > 1) ways[`${name} --jobs 2`] = () => timeProgram(folder, name, 2);
+    ways[`${name} alone`] = () => timeEngine(strokes, name);
+  }
   const best = {};
   for (let i = 0; i < ROUNDS; i += 1) {
     for (const [name, run] of Object.entries(ways)) {
@@ -84,10 +93,10 @@ function report(best, bytes) {
     const rate = STROKES / wall;
     const hours = (BILLION / rate) * HOURS;
     const columns = [
-      name.padEnd(12),
+      name.padEnd(20),
       `${Math.round(rate)} strokes/s`.padStart(16),
       `${(bytes / wall / 1e6).toFixed(1)} MB/s`.padStart(10),
-      `${((cpu / STROKES) * 1e6).toFixed(0)} us of a core a stroke`.padStart(26),
+      `${((cpu / STROKES) * 1e6).toFixed(0)} us of a core per stroke`.padStart(28),
       `a billion in ${hours.toFixed(1)} h`,
     ];
     console.log(columns.join('  '));
@@ -106,7 +115,7 @@ function main() {
       `${STROKES} strokes of ${Math.round(points / DRAWN)} points, ` +
         `${(text.length / 1e6).toFixed(0)} MB; best of ${ROUNDS} runs, Node ${process.version}`,
     );
-    engine.load(templates);
+    templateEngine.load(templates);
     report(measure(folder, strokes), text.length);
   } finally {
     fs.rmSync(folder, { recursive: true });

@@ -1,7 +1,7 @@
 'use strict';
 
-// Runs what README, CONTRIBUTING and docs/ show. An example prints what its
-// comments say; test/support/documents.js tells how a block is marked.
+// Runs the examples of README, CONTRIBUTING and docs/. An example must print what its
+// comments state; test/support/documents.js lists the marks of a block.
 
 const assert = require('node:assert/strict');
 const { spawnSync } = require('node:child_process');
@@ -20,7 +20,7 @@ const {
   statedOutput,
 } = require('../support/documents.js');
 
-/** Long enough for a slow compiler: what runs on is a server, not an example. */
+/** Long enough for a slow compiler; ends an example that does not end by itself. */
 const PATIENCE_MS = 120_000;
 
 const folder = fs.realpathSync(fs.mkdtempSync(path.join(os.tmpdir(), 'scrivo-documents-')));
@@ -151,7 +151,7 @@ describe('the examples of the documents', () => {
     });
   }
 
-  test('are left out for a reason only', () => {
+  test('are only left out with a reason', () => {
     for (const { place, reason } of examples.filter((block) => block.reason !== undefined)) {
       assert.match(reason, /\w+ \w+/, `${place}: say why it is not run`);
     }
@@ -169,7 +169,7 @@ describe('the documents', () => {
   const { scripts } = require('../../package.json');
 
   for (const name of documents()) {
-    test(`${name} links to what is there`, () => {
+    test(`${name} has no dead links`, () => {
       for (const target of links(name)) {
         const [file, anchor] = target.split('#');
         const linked = file ? path.posix.join(path.posix.dirname(name), file) : name;
@@ -186,7 +186,11 @@ describe('the documents', () => {
       const places =
         /(?<![\w./-])((?:lib|src|subproject|packages|surface|research|test|tools|bench|docs|cmake|examples)\/[\w./-]+\.(?:js|h|cpp|cc|json|inc|md|cmake|ts|mjs|svg))\b/g;
       for (const [, file] of text.matchAll(places)) {
-        assert.ok(fs.existsSync(path.join(root, file)), file);
+        const own = path.join(path.dirname(name), file);
+        assert.ok(
+          [file, own].some((each) => fs.existsSync(path.join(root, each))),
+          file,
+        );
       }
       for (const [, suite, title] of text.matchAll(/`([A-Z]\w+)\.([A-Z]\w+)`/g)) {
         assert.match(coreTests(), new RegExp(`^TEST\\w*\\(${suite}(Test)?, ${title}\\)`, 'm'));

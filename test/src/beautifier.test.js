@@ -23,7 +23,7 @@ test('arguments are arrays of the right type, read no further than their ends', 
 
 const FILE = JSON.stringify(path.join(__dirname, '..', '..', 'lib', 'beautifier.js'));
 
-test('survives the end of a thread within a call', () => {
+test('survives the end of a thread during a call', () => {
   const worker = `
     const { Beautifier } = require(${FILE});
     const beautifier = new Beautifier();
