@@ -1,11 +1,7 @@
 'use strict';
 
-const { spawnSync } = require('node:child_process');
-const { existsSync } = require('node:fs');
-const path = require('node:path');
-
-const ROOT = path.join(__dirname, '..', '..');
-const PROBE = path.join(ROOT, 'build', 'release', 'research', 'beautifier', 'beautifier_probe');
+const { ROOT } = require('../../tools/support/run.js');
+const { runProbe } = require('../probe/index.js');
 
 /** The probe's input: one stroke (an array of [x, y]) a line. */
 function asText(strokes) {
@@ -13,19 +9,8 @@ function asText(strokes) {
   return strokes.map(line).join('');
 }
 
-/** Runs the probe on strokes; its lines. */
-function linesOf(mode, strokes) {
-  if (!existsSync(PROBE)) {
-    throw new Error(`${PROBE} is missing. Build it: npm run build`);
-  }
-  const { status, stdout, stderr } = spawnSync(PROBE, [mode], {
-    input: asText(strokes),
-    encoding: 'utf8',
-    maxBuffer: 1 << 30,
-  });
-  if (status !== 0) throw new Error(`beautifier_probe failed: ${stderr}`);
-  return stdout.split('\n').slice(0, -1);
-}
+/** Lines that the probe prints about strokes. */
+const linesOf = (mode, strokes) => runProbe([mode], asText(strokes)).trimEnd().split('\n');
 
 /** Runs the probe on strokes; one object a stroke. */
 function probe(mode, strokes) {
@@ -41,8 +26,8 @@ function probe(mode, strokes) {
 function probePaths(mode, strokes) {
   return linesOf(mode, strokes).map((line) => {
     const values = line.trim().split(' ').map(Number);
-    return Array.from({ length: values.length / 2 }, (_, i) => [values[2 * i], values[2 * i + 1]]);
+    return Array.from({ length: values.length / 2 }, (_, i) => values.slice(2 * i, 2 * i + 2));
   });
 }
 
-module.exports = { PROBE, ROOT, asText, probe, probePaths };
+module.exports = { ROOT, probe, probePaths };

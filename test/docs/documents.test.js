@@ -61,6 +61,7 @@ function runTypeScript(block) {
     module: ts.ModuleKind.NodeNext,
     target: ts.ScriptTarget.ES2022,
     strict: true,
+    skipLibCheck: true, // the tests of the package check the declarations
     types: ['node'],
     typeRoots: [path.join(root, 'node_modules', '@types')],
   };
@@ -79,24 +80,38 @@ function asProgram(code) {
   return `${all.filter(isInclude).join('\n')}\nint main() {\n${body}\n}\n`;
 }
 
-/** Builds a program with the installed library and runs it. */
-function runProgram(block, program, makefile) {
-  const project = nameOf(block);
-  const build = `${project}/build`;
+/** Configures a project against the library as it is installed; returns its build folder. */
+function configure(project, makefile) {
   write(`${project}/CMakeLists.txt`, makefile);
-  write(`${project}/main.cpp`, asProgram(program));
   const options = ['-DCMAKE_BUILD_TYPE=Debug', `-DCMAKE_PREFIX_PATH=${inFolder('prefix')}`];
-  execute('cmake', ['-G', 'Ninja', '-S', project, '-B', build, ...options]);
-  execute('cmake', ['--build', build]);
-  const [, target] = /add_executable\((\w+)/.exec(makefile);
-  checkOutput({ code: program }, execute(inFolder(build, target), []));
+  execute('cmake', ['-G', 'Ninja', '-S', project, '-B', `${project}/build`, ...options]);
+  return `${project}/build`;
 }
 
-const MAKEFILE = `cmake_minimum_required(VERSION 3.25)
-project(example CXX)
-find_package(Scrivo REQUIRED)
-add_executable(example main.cpp)
-target_link_libraries(example PRIVATE Scrivo::beautifier)`;
+function runProgram({ code }, build, target) {
+  execute('cmake', ['--build', build, '--target', target]);
+  checkOutput({ code }, execute(inFolder(build, target), []));
+}
+
+/** Configures one project for the C++ of all blocks: that takes longer than to build a program. */
+function configureExamples(blocks) {
+  const targets = blocks.map((block) => {
+    const name = nameOf(block);
+    write(`examples/${name}.cpp`, asProgram(block.code));
+    return `add_executable(${name} ${name}.cpp)
+target_link_libraries(${name} PRIVATE Scrivo::beautifier)`;
+  });
+  const head = ['cmake_minimum_required(VERSION 3.25)', 'project(examples CXX)'];
+  configure('examples', [...head, 'find_package(Scrivo REQUIRED)', ...targets].join('\n'));
+}
+
+/** The makefile of the program that is shown before it. */
+function runMakefile(block) {
+  const project = nameOf(block);
+  write(`${project}/main.cpp`, asProgram(block.program));
+  const [, target] = /add_executable\((\w+)/.exec(block.code);
+  runProgram({ code: block.program }, configure(project, block.code), target);
+}
 
 function runShell({ code }) {
   assert.notEqual(execute('bash', ['-euo', 'pipefail', '-c', code], { cwd: root }), '');
@@ -115,14 +130,14 @@ describe('the examples of the documents', () => {
       '--prefix',
       inFolder('prefix'),
     ]);
+    configureExamples(run.filter(({ language }) => language === 'cpp'));
   });
 
   const RUNNERS = {
     js: (block) => runScript(block),
     ts: runTypeScript,
-    cpp: (block) => runProgram(block, block.code, MAKEFILE),
-    // Builds the last program shown before it.
-    cmake: (block) => runProgram(block, block.program, block.code),
+    cpp: (block) => runProgram(block, 'examples/build', nameOf(block)),
+    cmake: runMakefile,
     sh: runShell,
     json: ({ code }) => JSON.parse(code),
     text: () => {}, // a drawing, a table, what a program printed

@@ -6,7 +6,7 @@ const os = require('node:os');
 const path = require('node:path');
 const { Writable } = require('node:stream');
 const { main } = require('../../packages/cli/lib/main.js');
-const { FIGURES, drawInk } = require('../../research/ink/index.js');
+const { drawEach } = require('../../research/ink/index.js');
 
 const PROGRAM = path.join(__dirname, '..', '..', 'packages', 'cli', 'bin', 'scrivo.js');
 
@@ -86,14 +86,13 @@ function parseLines(text) {
   return text.split('\n').filter(Boolean).map(JSON.parse);
 }
 
-/** Strokes as a person draws them: every figure in turn, side by side. */
+/** Generated strokes of every figure in turn, side by side. */
 function drawStrokes(count, seed = 1) {
-  const figures = Object.keys(FIGURES);
-  return Array.from({ length: count }, (_, i) => {
-    const at = { x: 150 + 200 * (i % 8), y: 150 + 200 * Math.floor(i / 8) };
-    const figure = figures[i % figures.length];
-    return { id: `s${i}`, ...drawInk({ figure, seed: seed + i, size: 150, at }) };
+  const optionsOf = (i) => ({
+    size: 150,
+    at: { x: 150 + 200 * (i % 8), y: 150 + 200 * Math.floor(i / 8) },
   });
+  return drawEach(count, { seed, optionsOf }).map((stroke, i) => ({ id: `s${i}`, ...stroke }));
 }
 
 function toNdjson(strokes) {

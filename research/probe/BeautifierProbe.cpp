@@ -1,7 +1,7 @@
 // What the beautifier sees in strokes and what it answers, for the tools that
 // train and measure it.
 //
-//   beautifier_probe features|answers|paths|plain|kinds < strokes > table
+//   probe features|answers|paths|plain|kinds < strokes > table
 //
 // Input: one stroke a line, "count x y x y ...", in drawing-area units. Output:
 // a line of column names, then one line a stroke; for paths the x and y of all
@@ -17,6 +17,7 @@
 #include "Beautifier/figures/QuadrangleKinds.h"
 #include "Beautifier/fit/Levelling.h"
 #include "Beautifier/judge/Features.h"
+#include "Probe.h"
 
 #include <algorithm>
 #include <array>
@@ -200,11 +201,9 @@ std::pair<std::string, Print> modeOf(const std::string& name) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
-    const auto [names, print] = modeOf(argc == 2 ? argv[1] : "");
+int probe::beautifier(const std::string& mode) {
+    const auto [names, print] = modeOf(mode);
     if (print == nullptr) {
-        std::fprintf(stderr,
-                     "usage: beautifier_probe features|answers|paths|plain|kinds < strokes\n");
         return 2;
     }
     std::ios::sync_with_stdio(false);
@@ -215,7 +214,7 @@ int main(int argc, char** argv) {
         print(beautifier, stroke);
     }
     if (!std::cin.eof()) {
-        std::fprintf(stderr, "beautifier_probe: a stroke ends too early or is no number\n");
+        std::fprintf(stderr, "probe: a stroke ends too early or is no number\n");
         return 1;
     }
     return 0;

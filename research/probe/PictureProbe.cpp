@@ -1,7 +1,7 @@
-// What the engine sees in strokes on the way to its answer, for the pictures in
-// docs/.
+// What the template engine sees in strokes on the way to its answer, for the
+// pictures in docs/.
 //
-//   picture_probe TEMPLATE_FILE... < tasks > findings
+//   probe pictures TEMPLATE_FILE... < tasks > findings
 //
 // Input: a JSON array of {"stroke": [[x, y], ...], "others": [stroke, ...]}, in
 // drawing-area units. Output: an array of objects with, in the same units,
@@ -16,6 +16,7 @@
 // A task {"corners": [four of them]} asks for one thing only: the regular
 // quadrangle's `corners`.
 
+#include "Probe.h"
 #include "Scrivo/Polygon.h"
 #include "Scrivo/Scrivo.h"
 #include "Scrivo/TemplatesGraphicsRecognizer.h"
@@ -128,11 +129,12 @@ json examine(const json& task) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
-    Scrivo::initScrivo({argv + 1, argv + argc});
+int probe::pictures(const std::vector<std::string>& templateFiles) {
+    Scrivo::initScrivo(templateFiles);
     json findings = json::array();
     for (const json& task : json::parse(std::cin)) {
         findings.push_back(examine(task));
     }
     std::cout << findings << '\n';
+    return 0;
 }

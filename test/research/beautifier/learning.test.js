@@ -2,16 +2,16 @@
 
 const assert = require('node:assert/strict');
 const { test } = require('node:test');
-const { boost, sumOf } = require('../../research/beautifier/boost.js');
-const { logistic, sigmoid } = require('../../research/beautifier/learn.js');
+const { boost, sumOf } = require('../../../research/beautifier/boost.js');
+const { logistic, sigmoid } = require('../../../research/beautifier/learn.js');
 const {
   FAMILIES,
   NAMES,
   calibrated,
   fitFamilies,
   judge,
-} = require('../../research/beautifier/model.js');
-const { generator } = require('../../research/beautifier/strokes.js');
+} = require('../../../research/beautifier/model.js');
+const { generator } = require('../../../research/beautifier/strokes.js');
 
 const CUT = 0.3;
 

@@ -4,10 +4,12 @@ const assert = require('node:assert/strict');
 const { spawnSync } = require('node:child_process');
 const path = require('node:path');
 const { describe, it } = require('node:test');
-const { boundingBox } = require('../../packages/cli/lib/placement.js');
-const { FIGURES, HANDS, drawInk } = require('../../research/ink/index.js');
+const { FIGURES, HANDS, drawInk } = require('../../../research/ink/index.js');
+const { boxOf } = require('../../../research/ink/outlines.js');
+const { root } = require('../../support/native.js');
 
 const names = Object.keys(FIGURES);
+const boundingBox = (points) => boxOf(points.map(([x, y]) => ({ x, y })));
 
 /** Speeds between neighbouring samples, units a second. */
 function speedsOf(points) {
@@ -44,7 +46,7 @@ describe('ink generator', () => {
     }
   });
 
-  it('draws at the size and the place that were asked for', () => {
+  it('draws at the given size and place', () => {
     for (const figure of names.filter((name) => name !== 'dot')) {
       for (const size of [60, 200, 900]) {
         const hand = HANDS.careful;
@@ -74,7 +76,7 @@ describe('ink generator', () => {
     assert.ok(runs >= 4, `${runs} slow runs`);
   });
 
-  it('draws exact figures where the hand has no faults', () => {
+  it('draws exact figures with a hand without deviations', () => {
     const none = { rounding: 0, closing: 0, drift: 0, wobble: 0, tremor: 0, grid: 0 };
     const hand = { ...HANDS.ordinary, ...none };
     const draw = (figure) => drawInk({ figure, seed: 4, hand }).points;
@@ -90,7 +92,7 @@ describe('ink generator', () => {
     assert.ok(Math.abs(square.width - square.height) < 1);
   });
 
-  it('records what the device can: rate, grid, pressure', () => {
+  it('records at the rate, resolution and pressure of the device', () => {
     const of = (changes) =>
       drawInk({ figure: 'ellipse', seed: 9, hand: { ...HANDS.ordinary, ...changes } }).points;
     const [slow, fast] = [of({ rate: 30 }), of({ rate: 240 })];
@@ -102,7 +104,7 @@ describe('ink generator', () => {
     assert.ok(Math.abs((2 * hurried) / slow.at(-1)[3] - 1) < 0.05);
   });
 
-  it('closes closed figures as nearly as the hand does', () => {
+  it('leaves gaps and overshoots as large as the hand does', () => {
     const gapOf = (hand, seed) => {
       const { points } = drawInk({ figure: 'circle', seed, hand });
       return Math.hypot(points.at(-1)[0] - points[0][0], points.at(-1)[1] - points[0][1]);
@@ -114,7 +116,7 @@ describe('ink generator', () => {
   });
 
   it('writes labelled lines of every figure, seed by seed', () => {
-    const tool = path.join(__dirname, '..', '..', 'research', 'ink', 'write.js');
+    const tool = path.join(root, 'research', 'ink', 'write.js');
     const run = (...args) => spawnSync(process.execPath, [tool, ...args], { encoding: 'utf8' });
     const { status, stdout } = run('--count', '2', '--seed', '7', '--hand', 'hasty');
     assert.equal(status, 0);
