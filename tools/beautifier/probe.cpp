@@ -47,7 +47,7 @@ void printFeatures(const Scrivo::Beautifier& /*beautifier*/, const Stroke& strok
         std::printf(" -1\n");
         return;
     }
-    const Evidence evidence = examine(resample(stroke, WIDTH, HEIGHT, frame));
+    const Evidence evidence = examine(resample(stroke, WIDTH, HEIGHT, frame), frame.length / frame.extent);
     std::printf(" %d", evidence.closed ? 1 : 0);
     for (const double value : featuresOf(evidence)) {
         std::printf(" %.9g", value);

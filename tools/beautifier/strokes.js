@@ -24,6 +24,10 @@ function generator(seed) {
   };
 }
 
+/** A normal deviate (Box, Muller). */
+const normal = (random) =>
+  Math.sqrt(-2 * Math.log(1 - random())) * Math.cos(2 * Math.PI * random());
+
 /** FNV-1a hash of a text. */
 function hash(text) {
   let h = 0x811c9dc5;
@@ -77,4 +81,4 @@ function variants(stroke) {
   return [drawn, backwards, shaken, turned(slim, 1)];
 }
 
-module.exports = { boxOf, generator, hash, readStrokes, scaled, variants };
+module.exports = { boxOf, generator, hash, normal, readStrokes, scaled, variants };

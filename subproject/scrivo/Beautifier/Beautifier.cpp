@@ -129,7 +129,8 @@ Beautified Beautifier::beautify(std::span<const Point2D> stroke, double width, d
     std::optional<Verdict> verdict = beautifier::judgeDot(stroke, width, height, frame, wantsDots);
     std::optional<beautifier::Evidence> evidence;
     if (!verdict) {
-        evidence = beautifier::examine(beautifier::resample(stroke, width, height, frame));
+        evidence = beautifier::examine(beautifier::resample(stroke, width, height, frame),
+                                       frame.length / frame.extent);
         verdict = beautifier::judge(*evidence);
     }
     const Reason reason = objection(*verdict, m_options);

@@ -1,5 +1,7 @@
 #include "Beautifier/Evidence.h"
 
+#include "Beautifier/Strays.h"
+
 #include <algorithm>
 
 namespace Scrivo::beautifier {
@@ -86,12 +88,17 @@ ClosedEvidence examineClosed(const Fine& fine, const Closure& closure, double si
 
 }  // namespace
 
-Evidence examine(const Fine& fine) {
+Evidence examine(const Fine& outline, double inkLength) {
+    const Cleaned cleaned = withoutStrays(outline);
+    const Fine& fine = cleaned.fine;
     Evidence e;
     e.fine = fine;
+    e.retraced = cleaned.retraced;
+    e.hook = cleaned.hook;
     e.points = coarse(fine);
     e.size = sizeOf(e.points);
     e.length = lengthBetween(fine, 0, FINE - 1);
+    e.roughness = inkLength > 0.0 ? inkLength / lengthBetween(outline, 0, FINE - 1) : 1.0;
     const Scatter scatter(e.points);
     e.line = scatter.line(0, COARSE - 1);
     e.polylines = fitPolylines(scatter, 4);

@@ -31,7 +31,10 @@ struct ClosedEvidence {
 };
 
 struct Evidence {
-    Fine fine;
+    Fine fine;  ///< without strays at the ends
+    double retraced = 0.0;   ///< share of the outline that went back over the rest
+    double hook = 0.0;       ///< longest flick at an end, which `fine` lacks
+    double roughness = 1.0;  ///< length of the ink over that of its outline
     Coarse points;
     double size = 0.0;    ///< four root mean square distances from the centroid
     double length = 0.0;  ///< of the outline
@@ -41,6 +44,8 @@ struct Evidence {
     std::optional<ClosedEvidence> closed;  ///< absent when the ends stay far apart
 };
 
-Evidence examine(const Fine& fine);
+/// Examines an outline that stands for ink of `inkLength`; 0 stands for its own
+/// length.
+Evidence examine(const Fine& fine, double inkLength = 0.0);
 
 }  // namespace Scrivo::beautifier

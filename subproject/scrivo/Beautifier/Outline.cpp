@@ -130,11 +130,131 @@ struct Window {
     }
 };
 
+/// Sums the path through the samples: the integral of the position over the arc
+/// length, from the start to any place further on than the one before.
+class PathIntegral {
+public:
+    explicit PathIntegral(Cursor cursor) : cursor_(cursor) {
+        cursor_.next(from_);
+        more_ = cursor_.next(to_);
+    }
+
+    Vec upTo(double length) {
+        while (more_ && length > start_ + norm(to_ - from_)) {
+            const double piece = norm(to_ - from_);
+            sum_ = sum_ + (0.5 * piece) * (from_ + to_);
+            start_ += piece;
+            from_ = to_;
+            more_ = cursor_.next(to_);
+        }
+        const double piece = more_ ? norm(to_ - from_) : 0.0;
+        const double t = length - start_;
+        return sum_ + t * from_ + (piece > 0.0 ? 0.5 * t * t / piece : 0.0) * (to_ - from_);
+    }
+
+private:
+    Cursor cursor_;
+    Vec from_;
+    Vec to_;
+    bool more_ = false;
+    double start_ = 0.0;
+    Vec sum_;
+};
+
+/// `N` points at even distances along the samples, each the mean of the path
+/// within `reach` of it, or within as much as there is to the nearer end.
+template <std::size_t N>
+std::array<Vec, N> averaged(const Cursor& cursor, double length, double reach) {
+    std::array<Vec, N> out;
+    PathIntegral behind(cursor);
+    PathIntegral ahead(cursor);
+    for (std::size_t k = 0; k < N; ++k) {
+        const double place = length * static_cast<double>(k) / (N - 1);
+        const double r = std::max(std::min({reach, place, length - place}), 1e-6 * length);
+        const double low = std::max(place - r, 0.0);
+        const double high = std::min(place + r, length);
+        out[k] = (1.0 / (high - low)) * (ahead.upTo(high) - behind.upTo(low));
+    }
+    return out;
+}
+
+// Tremor is what an average over this share of the size removes.
+constexpr double TREMOR_REACH = 0.04;
+
+/// How much longer the path is than its average, where it is about as rough as
+/// elsewhere: 1 for lines, curves and polygons, more for a hand that shakes.
+double roughnessOf(const Cursor& cursor, double length) {
+    constexpr std::size_t PLACES = 49;
+    const auto even = averaged<PLACES>(cursor, length, TREMOR_REACH);
+    std::array<double, PLACES - 1> steps;
+    for (std::size_t i = 0; i < steps.size(); ++i) {
+        steps[i] = norm(even[i + 1] - even[i]);
+    }
+    const auto middle = steps.begin() + steps.size() / 2;
+    std::nth_element(steps.begin(), middle, steps.end());
+    return length / (PLACES - 1) / std::max(*middle, 1e-3 * length / (PLACES - 1));
+}
+
+/// `FINE` points at even distances along `points`.
+template <std::size_t N>
+Fine even(const std::array<Vec, N>& points) {
+    std::array<double, N> upTo{};
+    for (std::size_t i = 1; i < N; ++i) {
+        upTo[i] = upTo[i - 1] + norm(points[i] - points[i - 1]);
+    }
+    Fine out;
+    std::size_t i = 1;
+    for (std::size_t k = 0; k < FINE; ++k) {
+        const double place = upTo.back() * static_cast<double>(k) / (FINE - 1);
+        while (i + 1 < N && upTo[i] < place) {
+            ++i;
+        }
+        const double piece = upTo[i] - upTo[i - 1];
+        const double t = piece > 0.0 ? (place - upTo[i - 1]) / piece : 0.0;
+        out[k] = points[i - 1] + t * (points[i] - points[i - 1]);
+    }
+    return out;
+}
+
 /// Cubic Hermite piece from `b` to `c` at parameter `t` in [0, 1].
 Vec hermite(Vec b, Vec c, Vec atB, Vec atC, double t) {
     const double u = 1.0 - t;
     return (u * u * (1.0 + 2.0 * t)) * b + (t * t * (1.0 + 2.0 * u)) * c + (t * u * u) * atB -
            (t * t * u) * atC;
+}
+
+/// `FINE` points along the curve that joins the samples.
+Fine joined(Cursor cursor, const Frame& frame) {
+    Fine out;
+    const BendLimits limits = limitsOf(cursor);
+    Window w;
+    if (!cursor.next(w.b) || !cursor.next(w.c)) {
+        return out;
+    }
+    w.hasD = cursor.next(w.d);
+    const double step = frame.length / frame.extent / (FINE - 1);
+    out[0] = w.b;
+    int made = 1;
+    double start = 0.0;  // arc length at w.b
+    while (made < FINE) {
+        const double piece = norm(w.c - w.b);
+        const bool last = !w.hasD;
+        if (made * step <= start + piece || last) {
+            Vec atB = w.c - w.b;
+            Vec atC = atB;
+            if (piece > step) {
+                w.tangents(limits, atB, atC);
+            }
+            for (; made < FINE && (made * step <= start + piece || last); ++made) {
+                const double t = std::clamp((made * step - start) / piece, 0.0, 1.0);
+                out[static_cast<std::size_t>(made)] = hermite(w.b, w.c, atB, atC, t);
+            }
+        }
+        start += piece;
+        w = {w.b, w.c, w.d, {}, true, false};
+        w.hasD = cursor.next(w.d);
+    }
+    return out;
 }
 
 }  // namespace
@@ -183,37 +303,18 @@ double travel(std::span<const Point2D> stroke, double width, double height, cons
 }
 
 Fine resample(std::span<const Point2D> stroke, double width, double height, const Frame& frame) {
-    Fine out;
-    Cursor cursor(stroke, width, height, frame);
-    const BendLimits limits = limitsOf(cursor);
-    Window w;
-    if (!cursor.next(w.b) || !cursor.next(w.c)) {
-        return out;
+    // Between these the average gradually takes the place of the samples.
+    constexpr double STEADY = 1.04;
+    constexpr double ROUGH = 1.15;
+    constexpr std::size_t PLACES = 2 * FINE - 1;
+    const Cursor cursor(stroke, width, height, frame);
+    const double length = frame.length / frame.extent;
+    const double roughness = roughnessOf(cursor, length);
+    if (!(roughness > STEADY)) {
+        return joined(cursor, frame);
     }
-    w.hasD = cursor.next(w.d);
-    const double step = frame.length / frame.extent / (FINE - 1);
-    out[0] = w.b;
-    int made = 1;
-    double start = 0.0;  // arc length at w.b
-    while (made < FINE) {
-        const double piece = norm(w.c - w.b);
-        const bool last = !w.hasD;
-        if (made * step <= start + piece || last) {
-            Vec atB = w.c - w.b;
-            Vec atC = atB;
-            if (piece > step) {
-                w.tangents(limits, atB, atC);
-            }
-            for (; made < FINE && (made * step <= start + piece || last); ++made) {
-                const double t = std::clamp((made * step - start) / piece, 0.0, 1.0);
-                out[static_cast<std::size_t>(made)] = hermite(w.b, w.c, atB, atC, t);
-            }
-        }
-        start += piece;
-        w = {w.b, w.c, w.d, {}, true, false};
-        w.hasD = cursor.next(w.d);
-    }
-    return out;
+    const double strength = std::min((roughness - STEADY) / (ROUGH - STEADY), 1.0);
+    return even(averaged<PLACES>(cursor, length, strength * roughness * TREMOR_REACH));
 }
 
 Coarse coarse(const Fine& fine) {
