@@ -87,4 +87,22 @@ const hooks = (length) => (points, random) => {
 /** The path and the same path back. */
 const thereAndBack = (points) => [...points, ...[...points].reverse().slice(1)];
 
-module.exports = { dense, gap, hooks, lengthsOf, noise, part, runOn, thereAndBack, thinned, tremor };
+const CLOSED = ['triangle', 'quadrangle', 'ellipse'];
+const OPEN = ['line', 'angle'];
+const ALL = [...CLOSED, ...OPEN];
+
+/** [name, families that are distorted, distortion] */
+const TABLE = [
+  ['as drawn', ALL, (points) => points],
+  ['every 4th point', ALL, thinned(4)],
+  ['every 6th point', ALL, thinned(6)],
+  ['white noise of 1.5 units', ALL, noise(1.5)],
+  ['white noise of 2 units', ALL, noise(2)],
+  ['tremor of 3 units, wave of 12', ALL, tremor(3, 12)],
+  ['gap of 12 % of the path', ALL, gap(0.12)],
+  ['ends run on by 25 %', CLOSED, runOn(0.25)],
+  ['hooks of 8 % at both ends', ALL, hooks(0.08 * 200)],
+  ['there and back', OPEN, thereAndBack],
+];
+
+module.exports = { TABLE,CLOSED, OPEN, dense, gap, hooks, lengthsOf, noise, part, runOn, thereAndBack, thinned, tremor };

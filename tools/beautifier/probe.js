@@ -13,8 +13,8 @@ function asText(strokes) {
   return strokes.map(line).join('');
 }
 
-/** Runs the probe on strokes; one object a stroke. */
-function probe(mode, strokes) {
+/** Runs the probe on strokes: { names, rows } of the table that it writes. */
+function tableOf(mode, strokes) {
   if (!existsSync(PROBE)) {
     throw new Error(`${PROBE} is missing. Build it: npm run build`);
   }
@@ -25,11 +25,16 @@ function probe(mode, strokes) {
   });
   if (status !== 0) throw new Error(`beautifier_probe failed: ${stderr}`);
   const [head, ...rows] = stdout.trim().split('\n');
-  const names = head.split(' ');
-  return rows.map((row) => {
-    const values = row.split(' ').map(Number);
-    return Object.fromEntries(values.map((value, i) => [names[i], value]));
-  });
+  return {
+    names: head.split(' '),
+    rows: rows.map((row) => Float64Array.from(row.split(' '), Number)),
+  };
 }
 
-module.exports = { PROBE, ROOT, asText, probe };
+/** The same as one object a stroke. */
+function probe(mode, strokes) {
+  const { names, rows } = tableOf(mode, strokes);
+  return rows.map((row) => Object.fromEntries(names.map((name, i) => [name, row[i]])));
+}
+
+module.exports = { PROBE, ROOT, asText, probe, tableOf };

@@ -8,31 +8,13 @@
 // as drawn. Distortions are seeded by the stroke, so the table is the same every
 // time.
 
-const d = require('./distortions.js');
+const { TABLE } = require('./distortions.js');
 const { probe } = require('./probe.js');
 const { generator, hash, readStrokes, scaled } = require('./strokes.js');
 
-const SIDE = 200;
+const SIDE = 200; // longer side of the strokes that the distortions are for
 const LARGEST_DOT = 4;
 const FIGURES = ['none', 'dot', 'line', 'angle', 'triangle', 'quadrangle', 'ellipse', 'ellipse'];
-const CLOSED = ['triangle', 'quadrangle', 'ellipse'];
-const OPEN = ['line', 'angle'];
-const ALL = [...CLOSED, ...OPEN];
-
-/** [name, families that are distorted, distortion] */
-const TABLE = [
-  ['as drawn', ALL, (points) => points],
-  ['every 4th point', ALL, d.thinned(4)],
-  ['every 6th point', ALL, d.thinned(6)],
-  ['white noise of 1.5 units', ALL, d.noise(1.5)],
-  ['white noise of 2 units', ALL, d.noise(2)],
-  ['tremor of 3 units, wave of 12', ALL, d.tremor(3, 12)],
-  ['gap of 12 % of the path', ALL, d.gap(0.12)],
-  ['ends run on by 25 %', CLOSED, d.runOn(0.25)],
-  ['hooks of 8 % at both ends', ALL, d.hooks(0.08 * SIDE)],
-  ['there and back', OPEN, d.thereAndBack],
-];
-
 const percent = (part, whole) => `${((100 * part) / whole).toFixed(1)} %`.padStart(7);
 
 const answersTo = (strokes) => probe('answers', strokes).map(({ figure }) => FIGURES[figure]);

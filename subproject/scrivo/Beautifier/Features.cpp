@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <numbers>
+#include <span>
 
 namespace Scrivo::beautifier {
 
@@ -115,6 +116,142 @@ void legFeatures(const Evidence& e, const Bends& bends, Features& f) {
     f[OPENING] = opening;
 }
 
+// Ink further than this share of the size from a figure is not explained by it.
+constexpr double FAR = 0.025;
+
+double distanceToPiece(Vec p, Vec a, Vec b) {
+    const Vec along = b - a;
+    const double squared = dot(along, along);
+    const double t = squared > 0.0 ? std::clamp(dot(p - a, along) / squared, 0.0, 1.0) : 0.0;
+    return norm(p - a - t * along);
+}
+
+/// Share of the points further than `FAR` of the size from the polyline through
+/// `corners`.
+double farShare(const Evidence& e, std::span<const Vec> corners) {
+    const auto isFar = [&](Vec p) {
+        for (std::size_t i = 0; i + 1 < corners.size(); ++i) {
+            if (distanceToPiece(p, corners[i], corners[i + 1]) <= FAR * e.size) {
+                return false;
+            }
+        }
+        return true;
+    };
+    return static_cast<double>(std::count_if(e.points.begin(), e.points.end(), isFar)) / COARSE;
+}
+
+/// The ink about a corner of a figure.
+struct CornerInk {
+    double distance = 0.0;  ///< of the nearest ink
+    double bend = 0.0;      ///< of the ink next to it, radians
+};
+
+/// Looks at the ink about `corner`, `reach` fine steps in both directions.
+CornerInk inkAt(const Fine& fine, Vec corner, int first, int last, int reach) {
+    int nearest = first;
+    for (int i = first; i <= last; ++i) {
+        nearest = norm(at(fine, i) - corner) < norm(at(fine, nearest) - corner) ? i : nearest;
+    }
+    CornerInk ink{norm(at(fine, nearest) - corner), PI};
+    const int before = nearest - reach;
+    const int after = nearest + reach;
+    // Corners where the ends meet are judged by the gap and the tails.
+    if (before >= first && after <= last) {
+        ink.bend = std::abs(turn(at(fine, before + reach / 2) - at(fine, before),
+                                 at(fine, after) - at(fine, after - reach / 2)));
+    }
+    return ink;
+}
+
+void vertexFeatures(const Evidence& e, Features& f) {
+    const Vec vertex = e.vertex.at[0];
+    const std::array legs{e.points.front(), vertex, e.points.back()};
+    const CornerInk ink = inkAt(e.fine, vertex, 0, FINE - 1, 6);
+    f[ROUGHNESS] = std::clamp(std::log(e.roughness), 0.0, 1.5);
+    f[RETRACED] = e.retraced;
+    f[HOOK] = e.hook;
+    f[THREE_OVER_TWO] = f[THREE_RMS] - f[TWO_RMS];
+    f[VERTEX_INK] = share(ink.distance, e.size);
+    f[VERTEX_BEND] = std::min(ink.bend / std::max(PI - f[OPENING], 0.1), 1.5);
+    f[LEG_FAR] = farShare(e, legs);
+}
+
+/// Bend between the ends of what the closure leaves.
+double closureBend(const Fine& fine, const Closure& c) {
+    constexpr int CHORD = 5;
+    return std::abs(turn(at(fine, c.last) - at(fine, c.last - CHORD),
+                         at(fine, c.first + CHORD) - at(fine, c.first)));
+}
+
+/// How the ink lies along the ellipse, not only how near to it.
+void alongFeatures(const Evidence& e, const ClosedEvidence& c, Features& f) {
+    f[CLOSURE_BEND] = closureBend(e.fine, c.closure);
+    f[ELLIPSE_OVER_FOUR] = f[ELLIPSE_RMS] - f[POLYGON4_RMS];
+    f[ELLIPSE_OVER_SIX] = f[ELLIPSE_RMS] - f[POLYGON6_RMS];
+    if (!c.ellipse.found) {
+        f[ELLIPSE_FAR] = 1.0;
+        f[ELLIPSE_ALONG] = PI / 4.0;
+        return;
+    }
+    int far = 0;
+    double squares = 0.0;
+    int count = 0;
+    for (int i = 2; i + 2 < FINE; i += 2) {
+        const EllipsePoint p = pointOn(c.ellipse, at(e.fine, i));
+        far += std::abs(p.distance) > FAR * e.size ? 1 : 0;
+        if (i - 2 >= c.closure.first && i + 2 <= c.closure.last) {
+            const double slope = std::abs(turn(p.outwards, at(e.fine, i + 2) - at(e.fine, i - 2)));
+            squares += (slope - PI / 2.0) * (slope - PI / 2.0);
+            ++count;
+        }
+    }
+    f[ELLIPSE_FAR] = static_cast<double>(far) / COARSE;
+    f[ELLIPSE_ALONG] = std::min(std::sqrt(squares / count), PI / 4.0);
+    f[ELLIPSE_LENGTH] = std::log(std::clamp(e.length / circumference(c.ellipse), 0.1, 5.0));
+}
+
+/// How the ink lies along a polygon: at its corners, and how much of it.
+struct PolygonInk {
+    double corner = 0.0;  ///< largest distance of a corner from the ink
+    double bend = 1.5;    ///< least share of a corner's bend that the ink makes there
+    double length = 0.0;  ///< log of the path over the perimeter
+    double far = 0.0;     ///< share of the ink away from it
+};
+
+PolygonInk polygonInk(const Evidence& e, const ClosedEvidence& c, const Corners& corners) {
+    PolygonInk f;
+    std::array<Vec, MAX_PIECES + 1> path{};
+    const auto corner = [&](int k) { return corners.at[static_cast<std::size_t>(k % corners.count)]; };
+    double perimeter = 0.0;
+    for (int i = 0; i < corners.count; ++i) {
+        perimeter += norm(corner(i + 1) - corner(i));
+    }
+    for (int i = 0; i < corners.count; ++i) {
+        const double bend = std::abs(turn(corner(i) - corner(i + corners.count - 1), corner(i + 1) - corner(i)));
+        const CornerInk ink = inkAt(e.fine, corner(i), c.closure.first, c.closure.last, 4);
+        f.corner = std::max(f.corner, ink.distance);
+        f.bend = std::min(f.bend, ink.bend / std::max(bend, 0.1));
+        path[static_cast<std::size_t>(i)] = corner(i);
+    }
+    path[static_cast<std::size_t>(corners.count)] = corner(0);
+    f.length = std::log(std::clamp(e.length / perimeter, 0.1, 5.0));
+    f.far = farShare(e, std::span(path).first(static_cast<std::size_t>(corners.count) + 1));
+    return f;
+}
+
+void polygonInkFeatures(const Evidence& e, const ClosedEvidence& c, Features& f) {
+    const PolygonInk triangle = polygonInk(e, c, c.triangle);
+    f[TRIANGLE_CORNER] = share(triangle.corner, e.size);
+    f[TRIANGLE_BEND] = triangle.bend;
+    f[TRIANGLE_LENGTH] = triangle.length;
+    f[TRIANGLE_FAR] = triangle.far;
+    const PolygonInk quadrangle = polygonInk(e, c, c.quadrangle);
+    f[QUADRANGLE_CORNER] = share(quadrangle.corner, e.size);
+    f[QUADRANGLE_BEND] = quadrangle.bend;
+    f[QUADRANGLE_LENGTH] = quadrangle.length;
+    f[QUADRANGLE_FAR] = quadrangle.far;
+}
+
 /// Largest distance of a trimmed point from the loop.
 double tailOf(const Fine& fine, const ClosedEvidence& closed) {
     double tail = 0.0;
@@ -202,10 +339,13 @@ Features featuresOf(const Evidence& e) {
     const Bends bends = bendsOf(e.points);
     openFeatures(e, bends, f);
     legFeatures(e, bends, f);
+    vertexFeatures(e, f);
     if (e.closed) {
         loopFeatures(e.fine, *e.closed, e.size, f);
         ellipseFeatures(*e.closed, e.size, f);
         cornerFeatures(*e.closed, e.size, f);
+        alongFeatures(e, *e.closed, f);
+        polygonInkFeatures(e, *e.closed, f);
     }
     return f;
 }

@@ -26,6 +26,13 @@ namespace Scrivo::beautifier {
     F(LEG_DETOUR)   /* path length beyond both legs */                           \
     F(LEG_TURNING)  /* bends beyond the one between the legs, radians */         \
     F(OPENING)      /* angle between the legs, radians */                        \
+    F(ROUGHNESS)    /* log of the path of the ink over that of its average */    \
+    F(RETRACED)     /* share of the path that went back over the rest */         \
+    F(HOOK)         /* longest flick cut at an end, over the longer side */      \
+    F(THREE_OVER_TWO) /* log of the residual of three pieces over that of two */ \
+    F(VERTEX_INK)     /* distance of the ink from where the legs meet */         \
+    F(VERTEX_BEND)    /* share of the bend between the legs near the vertex */   \
+    F(LEG_FAR)        /* share of the ink away from the legs */                  \
     /* strokes whose ends meet */                                                \
     F(GAP)           /* distance of the trimmed ends */                          \
     F(TRIMMED)       /* share of the path that was trimmed */                    \
@@ -41,14 +48,28 @@ namespace Scrivo::beautifier {
     F(ELLIPSE_RMS)      /* residual of the ellipse */                            \
     F(ELLIPSE_WORST)    /* largest distance from it */                           \
     F(ELLIPSE_GAP)      /* gap over its shorter diameter */                      \
+    F(ELLIPSE_LENGTH)   /* log of the path over its circumference */             \
+    F(ELLIPSE_FAR)      /* share of the ink away from it */                      \
+    F(ELLIPSE_ALONG)    /* root mean square angle of the ink with it, radians */ \
+    F(ELLIPSE_OVER_FOUR) /* log of its residual over that of four corners */     \
+    F(ELLIPSE_OVER_SIX)                                                          \
+    F(CLOSURE_BEND)     /* bend where the ends meet, radians */                  \
     F(TRIANGLE_WORST)   /* largest distance from the polygon of three corners */ \
     F(TRIANGLE_SIDE)    /* its shortest over its longest side */                 \
     F(TRIANGLE_ANGLE)   /* its largest interior angle, radians */                \
     F(TRIANGLE_GAP)     /* gap over its shortest side */                         \
+    F(TRIANGLE_CORNER)  /* largest distance of the ink from a corner */          \
+    F(TRIANGLE_BEND)    /* least share of a corner's bend near the corner */     \
+    F(TRIANGLE_LENGTH)  /* log of the path over the perimeter */                 \
+    F(TRIANGLE_FAR)     /* share of the ink away from it */                      \
     F(QUADRANGLE_WORST) /* the same for four corners */                          \
     F(QUADRANGLE_SIDE)                                                           \
     F(QUADRANGLE_ANGLE)                                                          \
     F(QUADRANGLE_GAP)                                                            \
+    F(QUADRANGLE_CORNER)                                                         \
+    F(QUADRANGLE_BEND)                                                           \
+    F(QUADRANGLE_LENGTH)                                                         \
+    F(QUADRANGLE_FAR)                                                            \
     F(QUADRANGLE_WINDING) /* how far its corners miss one full turn, radians */
 
 enum Feature : int {
