@@ -130,6 +130,7 @@ function variants(stroke) {
   const extent = boxOf(plain).extent;
   return VARIANTS.flatMap(([importance, families, becomes, vary], i) => {
     if (families !== null && !families.includes(family)) return [];
+    if (process.env.VARS && !process.env.VARS.split(',').includes(String(i))) return [];
     if (i > 0 && !(extent > 0)) return [];
     const random = generator(seed + i);
     const points = i === 0 ? plain : vary(scaled(plain, SIDE), random);

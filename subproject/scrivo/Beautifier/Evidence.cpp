@@ -93,6 +93,7 @@ Evidence examine(const Fine& outline, double inkLength) {
     const Fine& fine = cleaned.fine;
     Evidence e;
     e.fine = fine;
+    e.outline = outline;
     e.retraced = cleaned.retraced;
     e.hook = cleaned.hook;
     e.points = coarse(fine);

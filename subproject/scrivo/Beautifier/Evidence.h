@@ -34,6 +34,7 @@ struct Evidence {
     Fine fine;  ///< without strays at the ends
     double retraced = 0.0;   ///< share of the outline that went back over the rest
     double hook = 0.0;       ///< longest flick at an end, which `fine` lacks
+    Fine outline;            ///< with strays
     double roughness = 1.0;  ///< length of the ink over that of its outline
     Coarse points;
     double size = 0.0;    ///< four root mean square distances from the centroid

@@ -75,8 +75,8 @@ double knotAt(const Evidence& e, Vec end) {
     constexpr double MOST = 10.0;
     const double radius = RADIUS * e.size;
     const auto inside =
-        std::count_if(e.fine.begin(), e.fine.end(), [&](Vec p) { return norm(p - end) < radius; });
-    const double path = static_cast<double>(inside) * e.length / (FINE - 1);
+        std::count_if(e.outline.begin(), e.outline.end(), [&](Vec p) { return norm(p - end) < radius; });
+    const double path = static_cast<double>(inside) * lengthBetween(e.outline, 0, FINE - 1) / (FINE - 1);
     return std::log(std::clamp(path / radius, 1.0, MOST));
 }
 
@@ -95,7 +95,7 @@ void openFeatures(const Evidence& e, const Bends& bends, Features& f) {
     f[DETOUR] = share(e.length - (high - low), high - low);
     f[TURNING] = std::min(bends.absolute, MOST_TURNS);
     f[BOW] = std::abs(bends.sum);
-    f[KNOT] = std::max(knotAt(e, e.fine.front()), knotAt(e, e.fine.back()));
+    f[KNOT] = std::max(knotAt(e, e.outline.front()), knotAt(e, e.outline.back()));
     f[TWO_RMS] = share(e.polylines[1].rms, e.size);
     f[TWO_OVER_ONE] = std::exp(f[TWO_RMS] - f[LINE_RMS]);
     f[THREE_RMS] = share(e.polylines[2].rms, e.size);

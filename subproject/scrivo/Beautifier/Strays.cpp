@@ -22,6 +22,7 @@ constexpr int MOST_RETRACED = 3;      // times; more is a scribble
 constexpr double LONGEST_HOOK = 0.11;  // of the longer side
 constexpr int HOOK_STEPS = 12;
 constexpr double HOOK_BEND = PI / 3.0;
+constexpr double STRAIGHT = 1.25;  // path over reach; arrow heads go back and forth
 
 Vec at(const Fine& fine, int i) {
     return fine[static_cast<std::size_t>(i)];
@@ -106,9 +107,13 @@ int hookAt(const Fine& fine) {
     const double gap = norm(fine.front() - fine.back());
     int best = 0;
     double sharpest = HOOK_BEND;
-    for (int i = 1; i <= HOOK_STEPS && norm(at(fine, i) - at(fine, 0)) <= LONGEST_HOOK; ++i) {
+    double path = 0.0;
+    for (int i = 1; i <= HOOK_STEPS; ++i) {
+        const double reach = norm(at(fine, i) - at(fine, 0));
+        path += norm(at(fine, i) - at(fine, i - 1));
         const double bend = bendAt(fine, i, std::min(i, CHORD), CHORD);
-        if (bend > sharpest && gap > 0.5 * norm(at(fine, i) - at(fine, 0))) {
+        const bool isFlick = reach <= LONGEST_HOOK && path <= STRAIGHT * reach;
+        if (isFlick && bend > sharpest && gap > 0.5 * reach) {
             sharpest = bend;
             best = i;
         }
