@@ -134,6 +134,7 @@ function variants(stroke) {
     if (i > 0 && !(extent > 0)) return [];
     const random = generator(seed + i);
     const points = i === 0 ? plain : vary(scaled(plain, SIDE), random);
+    if (i > 3 && process.env.VW) importance = +process.env.VW;
     return [{ points, family: becomes === 'same' ? family : becomes, importance, original: i === 0 }];
   });
 }

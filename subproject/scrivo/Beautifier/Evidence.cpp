@@ -95,6 +95,7 @@ Evidence examine(const Fine& outline, double inkLength) {
     e.fine = fine;
     e.outline = outline;
     e.retraced = cleaned.retraced;
+    e.overlap = cleaned.overlap;
     e.hook = cleaned.hook;
     e.points = coarse(fine);
     e.size = sizeOf(e.points);

@@ -33,6 +33,7 @@ struct ClosedEvidence {
 struct Evidence {
     Fine fine;  ///< without strays at the ends
     double retraced = 0.0;   ///< share of the outline that went back over the rest
+    double overlap = 0.0;    ///< share that ran on over the start
     double hook = 0.0;       ///< longest flick at an end, which `fine` lacks
     Fine outline;            ///< with strays
     double roughness = 1.0;  ///< length of the ink over that of its outline

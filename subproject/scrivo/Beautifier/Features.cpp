@@ -169,6 +169,7 @@ void vertexFeatures(const Evidence& e, Features& f) {
     const CornerInk ink = inkAt(e.fine, vertex, 0, FINE - 1, 6);
     f[ROUGHNESS] = std::clamp(std::log(e.roughness), 0.0, 1.5);
     f[RETRACED] = e.retraced;
+    f[OVERLAP] = e.overlap;
     f[HOOK] = e.hook;
     f[THREE_OVER_TWO] = f[THREE_RMS] - f[TWO_RMS];
     f[VERTEX_INK] = share(ink.distance, e.size);

@@ -28,6 +28,7 @@ namespace Scrivo::beautifier {
     F(OPENING)      /* angle between the legs, radians */                        \
     F(ROUGHNESS)    /* log of the path of the ink over that of its average */    \
     F(RETRACED)     /* share of the path that went back over the rest */         \
+    F(OVERLAP)      /* share of the path that ran on over its start */           \
     F(HOOK)         /* longest flick cut at an end, over the longer side */      \
     F(THREE_OVER_TWO) /* log of the residual of three pieces over that of two */ \
     F(VERTEX_INK)     /* distance of the ink from where the legs meet */         \

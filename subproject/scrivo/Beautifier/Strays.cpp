@@ -18,6 +18,8 @@ constexpr double MEAN_BESIDE = 0.03;  // on average
 constexpr int LEAST_RETRACED = 12;    // steps; less is a hook
 constexpr int MOST_RETRACED = 3;      // times; more is a scribble
 
+constexpr int LEAST_OVERLAP = 6;  // steps; less is trimmed where the ends meet
+
 // A hook is short and leaves at an angle.
 constexpr double LONGEST_HOOK = 0.11;  // of the longer side
 constexpr int HOOK_STEPS = 12;
@@ -101,6 +103,31 @@ Range beforeRetracing(const Fine& fine) {
     return {};
 }
 
+/// Steps at the end that run on over the start of a closed outline, in the same
+/// direction; 0 when less than `LEAST_OVERLAP` or when they leave the start.
+int overlapOf(const Fine& fine) {
+    constexpr int SLACK = 3;
+    int meets = 0;
+    for (int i = 1; i <= FINE / 2; ++i) {
+        const Vec end = fine.back();
+        meets = norm(at(fine, i) - end) < norm(at(fine, meets) - end) ? i : meets;
+    }
+    double sum = 0.0;
+    for (int k = 0; k < meets; ++k) {
+        double beside = BESIDE;
+        for (int i = std::max(meets - k - SLACK, 0); i < meets - k + SLACK; ++i) {
+            beside = std::min(
+                beside, distanceToPiece(at(fine, FINE - 1 - k), at(fine, i), at(fine, i + 1)));
+        }
+        sum += beside;
+        if (beside >= BESIDE) {
+            return 0;
+        }
+    }
+    const bool isOverlap = meets >= LEAST_OVERLAP && sum <= MEAN_BESIDE * meets;
+    return isOverlap ? meets : 0;
+}
+
 /// Steps of the hook before the sharpest bend near the start; 0 without one. An
 /// end that meets the other one is the short side of a closed figure.
 int hookAt(const Fine& fine) {
@@ -129,7 +156,8 @@ Fine reversed(Fine fine) {
 }  // namespace
 
 Cleaned withoutStrays(const Fine& fine) {
-    Cleaned cleaned{fine, 0.0, 0.0};
+    Cleaned cleaned;
+    cleaned.fine = fine;
     for (int i = 0; i < MOST_RETRACED; ++i) {
         const Range rest = beforeRetracing(cleaned.fine);
         const double share = static_cast<double>(rest.last - rest.first) / (FINE - 1);
@@ -138,6 +166,11 @@ Cleaned withoutStrays(const Fine& fine) {
         }
         cleaned.fine = part(cleaned.fine, rest);
         cleaned.retraced = 1.0 - (1.0 - cleaned.retraced) * share;
+    }
+    const int overlap = overlapOf(cleaned.fine);
+    if (overlap > 0) {
+        cleaned.fine = part(cleaned.fine, {0, FINE - 1 - overlap});
+        cleaned.overlap = static_cast<double>(overlap) / (FINE - 1);
     }
     const int first = hookAt(cleaned.fine);
     const int last = FINE - 1 - hookAt(reversed(cleaned.fine));

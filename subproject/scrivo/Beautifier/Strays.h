@@ -9,11 +9,12 @@ namespace Scrivo::beautifier {
 struct Cleaned {
     Fine fine;              ///< what is left, `FINE` points again
     double retraced = 0.0;  ///< share of the outline that went back over the rest
+    double overlap = 0.0;   ///< share that ran on over the start of a closed figure
     double hook = 0.0;      ///< longest flick that was cut, in units of the frame
 };
 
-/// Cuts what goes back over the rest of the outline, up to three times, and then
-/// the flicks at both ends.
+/// Cuts what goes back over the rest of the outline, up to three times, what runs
+/// on over its start, and then the flicks at both ends.
 Cleaned withoutStrays(const Fine& fine);
 
 }  // namespace Scrivo::beautifier
