@@ -128,6 +128,26 @@ int overlapOf(const Fine& fine) {
     return isOverlap ? meets : 0;
 }
 
+/// Last step before the sharp bend that ends a detour of up to a quarter of the
+/// longer side: a pen that overshot the closure and came back to the start.
+int beforeSpur(const Fine& fine) {
+    constexpr double LONGEST = 0.25;
+    constexpr int LEAST_STEPS = 2;
+    int best = FINE - 1;
+    double sharpest = PI / 2.0;
+    for (int i = FINE - 1 - LEAST_STEPS; i > FINE / 2; --i) {
+        if (norm(at(fine, i) - fine.back()) > LONGEST) {
+            break;
+        }
+        const double bend = bendAt(fine, i, CHORD, std::min(CHORD, FINE - 1 - i));
+        if (bend > sharpest) {
+            sharpest = bend;
+            best = i;
+        }
+    }
+    return best;
+}
+
 /// Steps of the hook before the sharpest bend near the start; 0 without one. An
 /// end that meets the other one is the short side of a closed figure.
 int hookAt(const Fine& fine) {
@@ -170,6 +190,7 @@ Cleaned withoutStrays(const Fine& fine) {
     const int overlap = overlapOf(cleaned.fine);
     if (overlap > 0) {
         cleaned.fine = part(cleaned.fine, {0, FINE - 1 - overlap});
+        cleaned.fine = part(cleaned.fine, {0, beforeSpur(cleaned.fine)});
         cleaned.overlap = static_cast<double>(overlap) / (FINE - 1);
     }
     const int first = hookAt(cleaned.fine);
