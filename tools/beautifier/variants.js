@@ -79,6 +79,18 @@ function flagged(points, random) {
   return [...points, ...d.dense([end, tip], 8).slice(1)];
 }
 
+/** A leg of an angle drawn there and back before the other one: a letter. */
+function retracedLeg(points) {
+  const leg = points.slice(0, vertexOf(points) + 1);
+  return [...[...leg].reverse(), ...points.slice(1)];
+}
+
+/** A line that goes back over a part of itself. */
+function retracedPart(points, random) {
+  const back = [...points].reverse();
+  return [...points, ...d.part(back, 0, uniform(random, 0.15, 0.9)).slice(1)];
+}
+
 /** A pole at the end of a closed figure, pointing away from it. */
 function withPole(points, random) {
   const middle = [0, 1].map((k) => points.reduce((sum, p) => sum + p[k], 0) / points.length);
@@ -116,6 +128,8 @@ const VARIANTS = [
   [0.25, [...CLOSED, 'none'], 'same', (points, random) => d.runOn(uniform(random, 0.05, 0.28))(points)],
   [0.25, null, 'same', (points, random) => d.hooks(uniform(random, 0.03, 0.1) * SIDE)(points, random)],
   [0.25, OPEN, 'same', (points, random) => shaken(d.thereAndBack(points), random)],
+  [0.25, ['line'], 'same', retracedPart],
+  [0.25, ['angle'], 'none', retracedLeg],
   [0.25, ['angle'], 'none', roundedAngle],
   [0.25, ['angle'], 'none', flagged],
   [0.25, CLOSED, 'none', withPole],
