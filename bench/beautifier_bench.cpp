@@ -8,7 +8,7 @@
 // those of up to 300 points are measured too.
 
 #include "Beautifier/Beautifier.h"
-#include "BeautifierInk.h"
+#include "Curves.h"
 
 #include <algorithm>
 #include <benchmark/benchmark.h>
@@ -24,12 +24,12 @@
 
 namespace {
 
-using namespace beautifier_ink;
+using namespace curves;
 using Scrivo::Beautifier;
 
 constexpr double WIDTH = 800.0;
 constexpr double HEIGHT = 600.0;
-constexpr std::size_t MOST_POINTS = 300;
+constexpr std::size_t MAX_POINTS = 300;
 
 using Strokes = std::vector<Path>;
 
@@ -63,7 +63,7 @@ Strokes readStrokes(const std::string& file) {
             in >> p.x >> p.y;
             p = {p.x / WIDTH, p.y / HEIGHT, 0.0};
         }
-        if (count <= MOST_POINTS) {
+        if (count <= MAX_POINTS) {
             strokes.push_back(std::move(path));
         }
     }
@@ -79,7 +79,7 @@ double microseconds(const Beautifier& beautifier, const Path& stroke) {
 
 void everyStroke(benchmark::State& state, const Strokes& strokes) {
     const Beautifier beautifier;
-    // The least of all passes: what other processes take is not the stroke's.
+    // The shortest of all passes, so that other processes do not count.
     std::vector<double> times(strokes.size(), std::numeric_limits<double>::infinity());
     for (auto _ : state) {
         for (std::size_t i = 0; i < strokes.size(); ++i) {

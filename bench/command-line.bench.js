@@ -8,9 +8,9 @@ const { spawnSync } = require('node:child_process');
 const fs = require('node:fs');
 const os = require('node:os');
 const path = require('node:path');
-const { createEngine } = require('../lib/cli/engines.js');
-const { placeInArea } = require('../lib/cli/run/area.js');
-const { FIGURES, drawInk } = require('../tools/ink/index.js');
+const { createEngine } = require('../packages/cli/lib/engines.js');
+const { placeInArea } = require('../packages/cli/lib/run/area.js');
+const { FIGURES, drawInk } = require('../research/ink/index.js');
 
 const DRAWN = 20000;
 // The file holds the drawn strokes several times over, so that starting the threads counts little.
@@ -20,7 +20,7 @@ const ROUNDS = 3;
 const BILLION = 1e9;
 const HOURS = 1 / 3600;
 
-const PROGRAM = path.join(__dirname, '..', 'bin', 'scrivo.js');
+const PROGRAM = path.join(__dirname, '..', 'packages', 'cli', 'bin', 'scrivo.js');
 
 /** Every figure in turn, 100 to 300 units large, among as many strokes that are no figure. */
 function drawStrokes(count) {

@@ -1,5 +1,5 @@
-// What the index is worth: the same strokes and templates through three forms of
-// the recogniser that give the same answer, in one run.
+// What the index saves: the same strokes and templates through three forms of the
+// recogniser that give the same answer, in one run.
 //
 //   literal    every step on copies, every template searched in full
 //   copy-free  the library without its index: no copies, turned path never stored
@@ -8,9 +8,9 @@
 // The rows of the benchmark are passes over all strokes; the table at the end
 // gives the time per stroke and the ratios, in processor time.
 
-#include "LiteralRecognizer.h"
+#include "Ink.h"
+#include "LiteralRecogniser.h"
 #include "Scrivo/TemplatesGraphicsRecognizer.h"
-#include "SyntheticInk.h"
 
 #include <benchmark/benchmark.h>
 #include <bit>
@@ -27,26 +27,29 @@ namespace {
 
 using Scrivo::RecognitionResult;
 using Scrivo::TemplatesGraphicsRecognizer;
+using Scrivo::test::Stroke;
+namespace ink = Scrivo::test::ink;
+namespace literal = Scrivo::test::literal;
 
 constexpr int STROKES = 24;
 constexpr int TEMPLATES[] = {400, 2000, 10000};
 
-TemplatesGraphicsRecognizer recognizerWith(int templates) {
+TemplatesGraphicsRecognizer recogniserWith(int templates) {
     static const char* const NAMES[] = {"rectangle", "triangle", "ellipse"};
-    TemplatesGraphicsRecognizer recognizer;
+    TemplatesGraphicsRecognizer recogniser;
     ink::Hand hand(1);
     for (int k = 0; k < templates; ++k) {
-        recognizer.addTemplate(1 + k % 3, NAMES[k % 3],
+        recogniser.addTemplate(1 + k % 3, NAMES[k % 3],
                                hand.stroke(static_cast<ink::Shape>(1 + k % 3)));
     }
-    return recognizer;
+    return recogniser;
 }
 
 const TemplatesGraphicsRecognizer& indexed(int templates) {
     static std::map<int, TemplatesGraphicsRecognizer> made;
     auto found = made.find(templates);
     if (found == made.end()) {
-        found = made.emplace(templates, recognizerWith(templates)).first;
+        found = made.emplace(templates, recogniserWith(templates)).first;
     }
     return found->second;
 }
@@ -54,19 +57,19 @@ const TemplatesGraphicsRecognizer& indexed(int templates) {
 /// The index is made for the standard settings alone. With a precision that is
 /// lower by one bit the search takes the same steps, without the index.
 TemplatesGraphicsRecognizer copyFree(int templates) {
-    TemplatesGraphicsRecognizer recognizer = indexed(templates);
-    recognizer.anglePrecision = std::nextafter(recognizer.anglePrecision, 0.0);
-    return recognizer;
+    TemplatesGraphicsRecognizer recogniser = indexed(templates);
+    recogniser.anglePrecision = std::nextafter(recogniser.anglePrecision, 0.0);
+    return recogniser;
 }
 
 /// Strokes of all families that match one of the smallest set of templates, or
 /// curves that match none.
-std::vector<ink::Path> strokes(bool matching) {
+std::vector<Stroke> strokes(bool matching) {
     ink::Hand hand(2);
-    std::vector<ink::Path> chosen;
+    std::vector<Stroke> chosen;
     for (int k = 0; chosen.size() < STROKES; ++k) {
         const auto shape = matching ? static_cast<ink::Shape>(1 + k % 3) : ink::KNOT;
-        const ink::Path stroke = hand.stroke(shape);
+        const Stroke stroke = hand.stroke(shape);
         const RecognitionResult result = indexed(TEMPLATES[0]).recognize(stroke);
         if ((result.id != 0) == matching && result.score != -1.0) {
             chosen.push_back(stroke);
@@ -83,33 +86,33 @@ bool sameBits(const RecognitionResult& a, const RecognitionResult& b) {
 template <typename Recognize>
 void run(benchmark::State& state, bool matching, Recognize recognize) {
     const auto templates = static_cast<int>(state.range(0));
-    const std::vector<ink::Path> all = strokes(matching);
-    for (const ink::Path& stroke : all) {
+    const std::vector<Stroke> all = strokes(matching);
+    for (const Stroke& stroke : all) {
         if (!sameBits(recognize(stroke), indexed(templates).recognize(stroke))) {
             state.SkipWithError("the answers differ");
             return;
         }
     }
     for (auto _ : state) {
-        for (const ink::Path& stroke : all) {
+        for (const Stroke& stroke : all) {
             benchmark::DoNotOptimize(recognize(stroke));
         }
     }
 }
 
 void literalForm(benchmark::State& state, bool matching) {
-    const auto& recognizer = indexed(static_cast<int>(state.range(0)));
-    run(state, matching, [&](const ink::Path& s) { return literal::recognize(recognizer, s); });
+    const auto& recogniser = indexed(static_cast<int>(state.range(0)));
+    run(state, matching, [&](const Stroke& s) { return literal::recognize(recogniser, s); });
 }
 
 void copyFreeForm(benchmark::State& state, bool matching) {
-    const auto recognizer = copyFree(static_cast<int>(state.range(0)));
-    run(state, matching, [&](const ink::Path& s) { return recognizer.recognize(s); });
+    const auto recogniser = copyFree(static_cast<int>(state.range(0)));
+    run(state, matching, [&](const Stroke& s) { return recogniser.recognize(s); });
 }
 
 void indexedForm(benchmark::State& state, bool matching) {
-    const auto& recognizer = indexed(static_cast<int>(state.range(0)));
-    run(state, matching, [&](const ink::Path& s) { return recognizer.recognize(s); });
+    const auto& recogniser = indexed(static_cast<int>(state.range(0)));
+    run(state, matching, [&](const Stroke& s) { return recogniser.recognize(s); });
 }
 
 std::string nameOf(const char* strokes, const char* form, int templates) {

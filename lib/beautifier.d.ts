@@ -1,7 +1,17 @@
 /**
- * Right about real ink: every figure is fitted to the stroke, and the one that wins is the answer,
- * or the stroke as drawn. Needs no template files, and the answer does not depend on how densely
- * the device sampled.
+ * The beautifier: recognises figures in freehand strokes. It fits every family of figures to a
+ * stroke and answers with the ideal figure of the likeliest one, its parameters and a calibrated
+ * confidence, or with the stroke as drawn. It needs no template files and is independent of the
+ * sampling rate.
+ *
+ * ```
+ * (0, 0) ─────── x ──────▶ (1, 0)      Points of strokes and paths are fractions
+ *   │                        │         of the drawing area, y downwards. Width,
+ *   y     drawing area       │         height, options and figures are in drawing-
+ *   │     width × height     │         area units, as a rule CSS pixels.
+ *   ▼                        │
+ * (0, 1) ─────────────── (1, 1)
+ * ```
  *
  * @module scrivo/beautifier
  */
@@ -10,7 +20,7 @@
 export interface InkPoint {
   readonly x: number;
   readonly y: number;
-  /** Pen pressure. It does not decide anything and comes back with ink that stays as drawn. */
+  /** Pen pressure. It has no effect on the answer; ink that stays as drawn keeps it. */
   readonly force?: number | undefined;
 }
 
@@ -20,36 +30,36 @@ export interface Place {
   readonly y: number;
 }
 
-/** What a stroke can be taken for. Circles are ellipses. */
+/** A family of figures. Circles are ellipses; squares, rectangles, ... are quadrangles. */
 export type FigureFamily = 'dot' | 'line' | 'angle' | 'triangle' | 'quadrangle' | 'ellipse';
 
-/** All figures, the default of {@link BeautifierOptions.figures}. */
+/** All families, the default of {@link BeautifierOptions.figures}. */
 export declare const FIGURES: readonly FigureFamily[];
 
 /**
- * What a beautifier is to look for, and how eagerly. An option that is `undefined` has its default;
- * one that an object inherits counts like its own.
+ * Which figures a beautifier recognises, and how readily. An option that is `undefined` has its
+ * default; inherited properties count too.
  */
 export interface BeautifierOptions {
   /**
-   * The figures wanted; circles are ellipses. A stroke that is taken for another one stays ink; only
-   * the short dash, a dot by default, becomes a line without dots. Default: all.
+   * The families wanted. A stroke that resembles another one stays ink; only a short dash, which
+   * is a dot by default, becomes a line when dots are not wanted. Default: all.
    */
   readonly figures?: readonly FigureFamily[] | undefined;
   /**
-   * Strokes whose longer side is below this many drawing-area units stay ink, dots included: small
-   * strokes are handwriting. Default: 0.
+   * Strokes whose longer side is below this many drawing-area units stay ink, dots included. Set
+   * it where people also write: small strokes are handwriting. Default: 0.
    */
   readonly minSize?: number | undefined;
   /**
-   * From 0 (only sure figures) to 1 (eager). A higher value never turns a figure back into ink.
-   * Default: 0.5.
+   * From 0 (only figures beyond doubt) to 1 (readily). Raising it never turns a figure back into
+   * ink and never makes another figure of it. Default: 0.5.
    */
   readonly sensitivity?: number | undefined;
   /**
-   * Nearly horizontal and vertical lines, legs and axes of ellipses become so, and so does the lowest
-   * edge of a triangle or quadrangle: with it a regular figure stands upright, any other one keeps
-   * its other edges. Default: true.
+   * Lines, legs of angles and axes of ellipses that are nearly horizontal or vertical become so. Of
+   * triangles and quadrangles the lowest edge does: a regular figure turns with it, any other one
+   * keeps its other edges. Default: true.
    */
   readonly horizontalVertical?: boolean | undefined;
   /** Nearly regular triangles, quadrangles and ellipses become regular. Default: true. */
@@ -61,16 +71,16 @@ export interface BeautifierOptions {
    * where they fit. Default: true.
    */
   readonly insideArea?: boolean | undefined;
-  /** What a Float64Array holds of each point: x, y and force (`'xyf'`, the default) or x, y. */
+  /** The numbers of each point in a Float64Array: x, y, force (`'xyf'`, the default) or x, y. */
   readonly layout?: 'xy' | 'xyf' | undefined;
 }
 
-/** All options of a beautifier; none is left out. */
+/** The options of a beautifier, with defaults filled in. */
 export type CompleteOptions = {
   readonly [Name in keyof BeautifierOptions]-?: Exclude<BeautifierOptions[Name], undefined>;
 };
 
-/** The ideal figure in drawing-area units; it agrees with the path to rounding. */
+/** The ideal figure in drawing-area units. Agrees with the path up to rounding. */
 export type Figure =
   | { kind: 'dot'; centre: Place }
   | {
@@ -89,47 +99,52 @@ export type Figure =
     }
   | {
       kind: 'triangle';
-      /** In the order of the path. */
+      /** In drawing order, like the path. */
       corners: [Place, Place, Place];
-      /** A right triangle that is isosceles too counts as right. */
+      /** A right triangle that is isosceles too is `'right'`. */
       subtype: 'general' | 'equilateral' | 'isosceles' | 'right';
     }
   | {
       kind: 'quadrangle';
       corners: [Place, Place, Place, Place];
+      /** The most special kind that applies: a square is not called a rectangle. */
       subtype: 'general' | 'square' | 'rectangle' | 'rhombus' | 'parallelogram' | 'trapezoid';
     }
   | { kind: 'circle'; centre: Place; radius: number }
   | {
       kind: 'ellipse';
       centre: Place;
-      /** Along the first axis (x) and the second (y). */
+      /** `x` is the radius along the first axis, `y` along the second. */
       radii: Place;
       /** Of the first axis, radians, clockwise on the screen, within [-pi/4, pi/4]. */
       rotation: number;
     };
 
 /**
- * Why a stroke stays as drawn: it has no points, lies beyond 2^31 - 1 units, or the area is too small
- * to divide by; it is smaller than `minSize`; it resembles a figure that is not wanted; it resembles one, but not
- * enough for this `sensitivity`; it resembles none.
+ * Why a stroke stays as drawn:
+ *
+ * - `'invalid'`: it has no points, lies beyond 2^31 - 1 units, or the area is too small to divide by
+ * - `'too-small'`: its longer side is below `minSize`
+ * - `'not-wanted'`: it resembles a figure that is not among `figures`
+ * - `'not-sure'`: it resembles a figure, but not enough for this `sensitivity`
+ * - `'no-figure'`: it resembles none
  */
 export type Reason = 'invalid' | 'too-small' | 'not-wanted' | 'not-sure' | 'no-figure';
 
 /** The answer to one stroke. */
 export interface Beautified<Path> {
   /**
-   * Fractions of the drawing area, in the form of the stroke that was given: a dot has 64 points, a
-   * line 21, an angle 42, an ellipse 85, polygons 21 an edge. Points of figures are fresh and have no
-   * force. Ink that stays as drawn comes back as a new array of the very objects that were given, with
-   * all that they carry, or as a fresh Float64Array of the same numbers.
+   * The outline of the figure or the ink as drawn: fractions of the drawing area, objects or a
+   * Float64Array like the stroke that was given. A dot has 64 points, a line 21, an angle 42, an
+   * ellipse 85, polygons have 21 an edge. Points of figures are new objects without force. Ink that
+   * stays as drawn comes back as a new array of the same objects, or as a copy of the Float64Array.
    */
   path: Path;
-  /** A figure code: 0, 1, 2, 4, 6 or 7, as `FigureType` of the main entry names them. */
+  /** A figure code: 0, 1, 2, 4, 6 or 7, see `FigureType` of the main entry. */
   type: number;
   /**
-   * Probability, from 0 to 1, that the answer is right; 1 where the options or the numbers decide
-   * (`'invalid'`, `'too-small'`, `'not-wanted'`).
+   * Calibrated probability, from 0 to 1, that the answer is right; 1 where the options or the
+   * numbers decide (`'invalid'`, `'too-small'`, `'not-wanted'`).
    */
   confidence: number;
   /** Null when the stroke stays as drawn. */
@@ -138,32 +153,33 @@ export interface Beautified<Path> {
   reason: Reason | null;
 }
 
-/** A stroke as point objects, or packed as `layout` says. */
+/** A stroke as point objects, or as numbers in the order that `layout` names. */
 export type Ink = readonly InkPoint[] | Float64Array;
 
 /**
- * Immutable: its options are for good, and so is the object. A class derived from it may add what it
- * likes. Each thread makes its own; several with different options may stand side by side.
+ * Cannot change after construction; a derived class may add properties of its own. Beautifiers with
+ * different options can be used side by side. Worker threads create their own.
  */
 export declare class Beautifier {
   /**
-   * @throws TypeError when the options are no object (a `Map` is none) or one has the wrong type
+   * @throws TypeError when `options` is not an object (arrays and a `Map` are refused too) or an
+   *   option has the wrong type
    * @throws RangeError when an option is unknown or out of range; messages name the option and
    *   what was found
    */
   constructor(options?: BeautifierOptions);
 
-  /** All options, with the defaults of those that were not given. Frozen. */
+  /** The options, with defaults filled in. Frozen. */
   readonly options: CompleteOptions;
 
   /**
-   * Answers for one stroke. Nothing is remembered, the stroke is not changed.
+   * Recognises one stroke. Keeps no state between calls and does not change its arguments.
    *
    * @param stroke the stroke as drawn; may be empty
-   * @param width of the drawing area, above 0, in the unit in which the user sees it
-   * @param height the same
-   * @param others the other strokes, to which the ends of lines may snap
-   * @throws TypeError, RangeError naming the argument, the index and what was found
+   * @param width width of the drawing area as the user sees it, above 0
+   * @param height height of the drawing area, in the same unit
+   * @param others the other strokes on the page, to which the ends of lines may snap
+   * @throws TypeError or RangeError that names the argument, the index and what was found
    */
   beautify(
     stroke: readonly InkPoint[],

@@ -13,14 +13,11 @@ const {
 
 const native = loadNative('beautifier');
 
-/** In the order of the native enumeration. */
-const FIGURES = Object.freeze(['dot', 'line', 'angle', 'triangle', 'quadrangle', 'ellipse']);
+/** The names of the families, in the order of the native enumeration. */
+const FIGURES = Object.freeze(native.families);
 
-/** In the order of the native enumeration; no reason when a figure was recognised. */
+/** In the order of the native enumeration, which starts with a recognised figure. */
 const REASONS = [null, 'invalid', 'too-small', 'not-wanted', 'not-sure', 'no-figure'];
-
-const TRIANGLES = ['general', 'equilateral', 'isosceles', 'right'];
-const QUADRANGLES = ['general', 'square', 'rectangle', 'rhombus', 'parallelogram', 'trapezoid'];
 
 const DEFAULTS = {
   figures: FIGURES,
@@ -35,7 +32,7 @@ const DEFAULTS = {
 
 const SWITCHES = Object.keys(DEFAULTS).filter((name) => typeof DEFAULTS[name] === 'boolean');
 
-/** Numbers a point in a Float64Array. */
+/** Numbers per point in a Float64Array. */
 const STRIDES = { xy: 2, xyf: 3 };
 
 function checkNumber(name, value, min, max) {
@@ -47,7 +44,7 @@ function checkNumber(name, value, min, max) {
   }
 }
 
-/** A frozen copy, whose elements are seen to be right. */
+/** A frozen copy with checked elements. */
 function copyFigures(given) {
   if (!Array.isArray(given)) {
     throw new TypeError(`options.figures must be an array, found ${found(given)}`);
@@ -64,7 +61,7 @@ function copyFigures(given) {
   return Object.freeze(figures);
 }
 
-/** An object that holds options, be it of a class of the caller's: a Map holds none. */
+/** Options may be an instance of the caller's class, but a Map or an array has no options. */
 function checkOptions(options) {
   const isObject = Object.prototype.toString.call(options) === '[object Object]';
   if (!isObject) throw new TypeError(`options must be an object, found ${found(options)}`);
@@ -76,7 +73,7 @@ function checkOptions(options) {
   }
 }
 
-/** The options with their defaults, frozen, or an error that names the wrong one. */
+/** The options with defaults filled in, frozen; throws an error that names a wrong option. */
 function completeOptions(options) {
   checkOptions(options);
   const complete = {};
@@ -108,28 +105,26 @@ function checkSide(name, value) {
   }
 }
 
-/** The k-th pair of parameters as a point. */
-const point = (p, k) => ({ x: p[2 * k], y: p[2 * k + 1] });
+/** The field of a figure at index `at`: a number (0 places), one place (-1) or an array of them. */
+function readField(numbers, at, places) {
+  if (places === 0) return numbers[at];
+  const place = (k) => ({ x: numbers[at + 2 * k], y: numbers[at + 2 * k + 1] });
+  return places < 0 ? place(0) : Array.from({ length: places }, (_, k) => place(k));
+}
 
-const corners = (p, count) => Array.from({ length: count }, (_, k) => point(p, k));
-
-/** By the native number of a figure's kind: its parameters as an object. */
-const MAKE_FIGURE = [
-  () => null,
-  (p) => ({ kind: 'dot', centre: point(p, 0) }),
-  (p) => ({ kind: 'line', from: point(p, 0), to: point(p, 1) }),
-  (p) => ({
-    kind: 'angle',
-    from: point(p, 0),
-    vertex: point(p, 1),
-    to: point(p, 2),
-    opening: p[6],
-  }),
-  (p, subtype) => ({ kind: 'triangle', corners: corners(p, 3), subtype: TRIANGLES[subtype] }),
-  (p, subtype) => ({ kind: 'quadrangle', corners: corners(p, 4), subtype: QUADRANGLES[subtype] }),
-  (p) => ({ kind: 'circle', centre: point(p, 0), radius: p[2] }),
-  (p) => ({ kind: 'ellipse', centre: point(p, 0), radii: point(p, 1), rotation: p[4] }),
-];
+/** The figure as an object, from its index in the native table; null for no figure. */
+function makeFigure(index, subtype, numbers) {
+  if (native.figures[index] === null) return null;
+  const { kind, subtypes, fields } = native.figures[index];
+  const figure = { kind };
+  let at = 0;
+  for (const [name, places] of fields) {
+    figure[name] = readField(numbers, at, places);
+    at += places === 0 ? 1 : 2 * Math.abs(places);
+  }
+  if (subtypes.length > 0) figure.subtype = subtypes[subtype];
+  return figure;
+}
 
 class Beautifier {
   #native;
@@ -149,7 +144,7 @@ class Beautifier {
       this.options.nearbyStrokes,
       this.options.insideArea,
     );
-    // A class derived from this one may add fields of its own.
+    // Derived classes may add fields.
     if (new.target === Beautifier) Object.freeze(this);
   }
 
@@ -161,7 +156,7 @@ class Beautifier {
     checkSide('width', width);
     checkSide('height', height);
     const { values, lengths } = packOthers('others', others, this.#stride);
-    const [path, type, confidence, reason, kind, subtype, parameters] = this.#native.beautify(
+    const [path, type, confidence, reason, index, subtype, parameters] = this.#native.beautify(
       points,
       stride,
       width,
@@ -169,8 +164,8 @@ class Beautifier {
       values,
       lengths,
     );
-    const figure = MAKE_FIGURE[kind](parameters, subtype);
-    // Ink goes back as the caller's own points, with all that they carry.
+    const figure = makeFigure(index, subtype, parameters);
+    // Ink comes back as the caller's own objects, with all their properties.
     const pathOfObjects = () => (figure === null ? given : unpackObjects(path));
     return {
       path: isPacked ? path : pathOfObjects(),

@@ -1,13 +1,15 @@
 /**
- * Ink to shape: turns a freehand stroke into the dot, line, angle, triangle,
- * quadrangle or ellipse that was meant.
+ * The template engine: turns a freehand stroke into the dot, line, angle, triangle,
+ * quadrangle or ellipse that was meant. Its answers are fixed to the last bit; it
+ * has four template files and no options. The beautifier, `scrivo/beautifier`, is
+ * independent of the sampling rate and has options, parameters and confidence.
  *
  * ```
  * (0, 0) ─────── x ──────▶ (1, 0)      A point is a fraction of the drawing
  *   │                        │         area: x of its width, y of its height,
  *   y     drawing area       │         y downwards. Width and height are in
- *   │     width × height     │         the unit of your choice, as a rule CSS
- *   ▼                        │         pixels; all limits count in that unit.
+ *   │     width × height     │         a unit of your choice, as a rule CSS
+ *   ▼                        │         pixels; all limits are in that unit.
  * (0, 1) ─────────────── (1, 1)
  * ```
  *
@@ -16,24 +18,24 @@
  * @module scrivo
  */
 
-/** A sample of a stroke. Properties other than these three are ignored and do not come back. */
+/** A sample of a stroke. Other properties are ignored and are not returned. */
 export interface Point {
   /** Fraction of the drawing area's width: 0 left edge, 1 right edge, any number allowed. */
   x: number;
   /** Fraction of the drawing area's height: 0 upper edge, 1 lower edge, any number allowed. */
   y: number;
   /**
-   * Pen pressure from 0 to 1, as `PointerEvent.pressure` gives it. It counts for
+   * Pen pressure from 0 to 1, as `PointerEvent.pressure` gives it. It matters for
    * dots only: a small stroke of few points is one if the pen was pressed firmly.
    *
-   * Leave the property out where the pressure is unknown. A property that is
-   * there, own or inherited, must hold a number: `force: undefined` is an error.
-   * Points that come back have it only if it is not 0.
+   * Leave the property out where the pressure is unknown. If it exists, own or
+   * inherited, it must be a number: `force: undefined` is an error. Returned points
+   * have it only if it is not 0.
    */
   force?: number;
 }
 
-/** The codes of the figures. 3 and 5 are not in use. */
+/** The codes of the figures. 3 and 5 are unused. */
 export declare const FigureType: {
   /** Nothing recognised: `path` is the stroke as drawn. */
   readonly NONE: 0;
@@ -44,8 +46,8 @@ export declare const FigureType: {
   /** An angle, two straight legs: 21 points each. */
   readonly ANGLE: 4;
   /**
-   * A triangle or quadrangle, now and then a polygon of more corners: a closed outline, 21 points an
-   * edge. `path` is the stroke as drawn where the outline is closed, yet has no three corners.
+   * A triangle or quadrangle, rarely a polygon of more corners: a closed outline, 21 points an edge.
+   * `path` is the stroke as drawn if it is closed but fewer than three corners were found.
    */
   readonly POLYGON: 6;
   /** An ellipse or circle: 85 points, the last one equal to the first. */
@@ -59,40 +61,39 @@ export type FigureType = (typeof FigureType)[keyof typeof FigureType];
 export interface StrokeResult {
   /**
    * The figure's outline in fractions of the drawing area. Edges that meet repeat
-   * their corner. Figures are moved into the drawing area where they fit, lines are
-   * not. The points are fresh ones, those of a stroke as drawn too: never the
-   * objects that were given.
+   * their corner. Figures other than lines are moved into the drawing area if they
+   * fit. The points are always new objects, also those of a stroke as drawn.
    */
   path: Point[];
-  /** What the stroke was taken for. */
+  /** The code of the figure. */
   type: FigureType;
 }
 
 /**
  * Loads template files, the examples by which triangles, quadrangles and
  * ellipses are recognised. Call it once, with {@link templates} or with files of
- * your own, before the first stroke; without templates dots, lines and angles
- * are all that is found.
+ * your own, before the first stroke; without templates only dots, lines and angles
+ * are found.
  *
- * A file is told by the name that its path contains: `rectangle.template`,
+ * A file is identified by the name that its path contains: `rectangle.template`,
  * `triangle.template`, `isosceles_triangle.template` or `ellipse.template`. Other
- * paths are ignored, of two for the same name the later one counts. A file that
- * is missing or cannot be read contributes nothing and is not reported.
+ * paths are ignored; of two with the same name the later one is used. A file that
+ * is missing or cannot be read is skipped without an error.
  *
- * - The templates belong to the process, and worker threads share them: load them
- *   once, in one thread. A further call adds its templates to those there are.
+ * - The templates belong to the process and are shared by its worker threads: load
+ *   them once, in one thread. Another call adds its templates to those loaded.
  * - Numbers in the files are read by the C library, whose decimal separator
- *   depends on the process's locale. Node.js leaves that at "C"; a host that has
- *   called `setlocale` for a language with a decimal comma must load the
- *   templates before that call or set `LC_NUMERIC` back to "C" for it.
+ *   depends on the process's locale. Node.js leaves that at "C"; a host that calls
+ *   `setlocale` for a language with a decimal comma must load the templates before
+ *   that call, or set `LC_NUMERIC` back to "C" while it loads them.
  *
- * @param paths an array proper: a proxy or a typed array is refused. Elements
- *   that are no strings are converted as by `String()`.
+ * @param paths an array, not a proxy or typed array. Elements that are not strings
+ *   are converted as by `String()`.
  * @returns `true`
- * @throws {TypeError} "Wrong number of arguments", when called without one
- * @throws {TypeError} "Wrong arguments", when the first one is not an array
+ * @throws {TypeError} "Wrong number of arguments" when called without an argument
+ * @throws {TypeError} "Wrong arguments" when the first argument is not an array
  * @throws whatever the conversion of an element throws: a `TypeError` for a
- *   symbol. The paths before it are loaded all the same.
+ *   symbol. The paths before it are loaded nevertheless.
  */
 export declare function initScrivo(paths: readonly string[]): boolean;
 
@@ -100,30 +101,29 @@ export declare function initScrivo(paths: readonly string[]): boolean;
  * Recognises the figure that a stroke was meant to be and draws it.
  *
  * The answer depends on the arguments and the loaded templates only, and the
- * arguments are left as they are. Any number is accepted, NaN and infinities
- * included; a stroke of fewer than 10 points always comes back as drawn.
+ * arguments are not changed. Any number is accepted, NaN and infinities included;
+ * a stroke of fewer than 10 points is always returned as drawn.
  *
  * @param stroke the points in the order in which they were drawn
- * @param width of the drawing area, rounded to single precision
- * @param height of the drawing area, rounded to single precision
- * @param otherStrokes the strokes that are on the drawing area already; the ends
- *   of a line snap to their centres when these are near
+ * @param width width of the drawing area, rounded to single precision
+ * @param height height of the drawing area, rounded to single precision
+ * @param otherStrokes the strokes already on the drawing area; the ends of a line
+ *   snap to the centres of nearby ones
  * @returns the figure, or the stroke as drawn with {@link FigureType.NONE}
- * @throws an error worded by the runtime, for the first thing that could not be
- *   read. In Node.js it is
+ * @throws the runtime's error for the first value that could not be read. In
+ *   Node.js it is
  *
  *   - a `TypeError` "A number was expected": a width, height, `x`, `y` or `force`
- *     that is missing or no primitive number
+ *     that is missing or not a primitive number
  *   - an `Error` "An array was expected": a stroke or a list of strokes that is
- *     missing or no array proper (a typed array, a proxy)
+ *     missing or not an array (a typed array, a proxy)
  *   - a `TypeError` "Cannot convert undefined or null to object": a point that is
  *     `null` or `undefined`
- *   - unchanged, whatever a getter or a proxy's trap throws
+ *   - whatever a getter or a proxy's trap throws, unchanged
  *
- *   There is no result then. The call still runs to its end before the error
- *   arrives, with zeros for what could not be read: a malformed point is one of
- *   zeros, it is not skipped; a stroke that is no array is empty; and so is
- *   everything behind the first failure.
+ *   The call runs to its end before the error is thrown, with zeros for what could
+ *   not be read: a malformed point is one of zeros, not skipped; a stroke that is
+ *   not an array is empty, and so is everything after the first failure.
  */
 export declare function optimizeAStroke(
   stroke: readonly Point[],
@@ -133,7 +133,7 @@ export declare function optimizeAStroke(
 ): StrokeResult;
 
 /**
- * Absolute paths of the template files that come with the package, for
+ * Absolute paths of the template files shipped with the package, for
  * {@link initScrivo}: rectangle, triangle, isosceles triangle, ellipse.
  */
 export declare const templates: readonly string[];

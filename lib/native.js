@@ -4,21 +4,21 @@ const fs = require('node:fs');
 const path = require('node:path');
 
 /**
- * The checkout or the installed package. Desktop hosts keep JavaScript in an archive, such
- * as app.asar, whose files native code cannot open: then it is the copy beside that, which
- * must be there. The host itself would find the modules in the archive, but not the templates,
- * and no closed figure would be recognised.
+ * The root of the checkout or of the installed package. Desktop hosts keep JavaScript in an
+ * archive, such as app.asar, whose files native code cannot open: then it is the unpacked copy
+ * beside the archive. The host would find the modules in the archive, but the core would not find
+ * the templates there and would recognise no closed figure.
  */
 const root = path.join(__dirname, '..').replace(/\.asar(?=[\\/])/, '.asar.unpacked');
 
 /**
- * Whether the C library is musl, for which separate files are built. Only glibc
- * puts its version into the process report.
+ * Whether the C library is musl, which has files of its own. Only glibc puts its
+ * version into the process report.
  */
 function isMusl() {
   if (process.platform !== 'linux' || !process.report) return false;
   const { excludeNetwork } = process.report;
-  process.report.excludeNetwork = true; // spares a reverse look-up of every address
+  process.report.excludeNetwork = true; // avoids a reverse DNS lookup of every address
   try {
     return !process.report.getReport().header.glibcVersionRuntime;
   } finally {
@@ -26,7 +26,7 @@ function isMusl() {
   }
 }
 
-/** Where NAME.node may be, in order: what was built here, then what was shipped. */
+/** Where NAME.node may be: first the build of a checkout, then the shipped file. */
 function* candidates(name) {
   yield path.join(root, 'build', 'release', `${name}.node`);
   const target = `${process.platform}-${process.arch}${isMusl() ? '-musl' : ''}`;
@@ -38,7 +38,7 @@ function* candidates(name) {
  *
  * @param {string} name file name without the extension
  * @returns {string} its absolute path
- * @throws {Error} `MODULE_NOT_FOUND`, with the list of files that were tried
+ * @throws {Error} `MODULE_NOT_FOUND`, with the list of the files tried
  */
 function findNative(name) {
   const tried = [...candidates(name)];
@@ -52,20 +52,20 @@ function findNative(name) {
   throw Object.assign(error, { code: 'MODULE_NOT_FOUND' });
 }
 
-/** The sources come with the package: without them this file is not where it was installed. */
+/** The package contains the sources: without them, a bundler has moved this file. */
 const advice = () =>
   fs.existsSync(path.join(root, 'CMakeLists.txt'))
     ? `Build it from the sources: (cd ${JSON.stringify(root)} && npm run build)`
-    : 'The package is not whole there. Bundlers have to leave scrivo out (as an external module), ' +
-      'and archives its folders prebuilds and templates: docs/embedding.md says how.';
+    : 'The package is incomplete. Bundlers must leave scrivo out (as an external module), and ' +
+      'archives its folders prebuilds and templates: see docs/embedding.md.';
 
 /**
  * Loads the native module NAME.node.
  *
  * @param {string} name file name without the extension
  * @returns {object} the module's exports
- * @throws {Error} as {@link findNative}; `ERR_DLOPEN_FAILED` when the file cannot be
- *   loaded, with its path: falling through to the next one would hide a broken build
+ * @throws {Error} as {@link findNative}; `ERR_DLOPEN_FAILED`, with the path, when the file
+ *   cannot be loaded: trying the next one would hide a broken build
  */
 const loadNative = (name) => open(findNative(name));
 

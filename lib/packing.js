@@ -2,10 +2,10 @@
 
 const { isFloat64Array, isTypedArray } = require('node:util/types');
 
-// Strokes between arrays of point objects and packed numbers. A wrong value is
-// named by its place in the argument.
+// Converts strokes between arrays of point objects and packed numbers. Errors name
+// the place of the wrong value in the argument.
 
-/** A value for a message: short, and of whatever kind. */
+/** Any value, in short, for an error message. */
 function found(value) {
   if (typeof value === 'string') return JSON.stringify(value.slice(0, 40));
   if (typeof value === 'function') return 'a function';
@@ -14,7 +14,7 @@ function found(value) {
   return Array.isArray(value) ? 'an array' : foundObject(value);
 }
 
-/** An object by its class, which tells a Map from options and a Float32Array from numbers. */
+/** An object by its class: messages about a Map or a Float32Array should say so. */
 function foundObject(object) {
   const name = Object.getPrototypeOf(object)?.constructor?.name;
   if (typeof name !== 'string' || name === '' || name === 'Object') return 'an object';
@@ -28,7 +28,7 @@ function checkCoordinate(name, value) {
   if (!Number.isFinite(value)) throw new RangeError(`${name} must be finite, found ${value}`);
 }
 
-/** x and y of a point, each read once, or an error that names what is wrong with it. */
+/** x and y of a point, each property read once; throws an error that names a wrong one. */
 function readPoint(name, i, point) {
   const { x, y, force = 0 } = point;
   if (!Number.isFinite(x)) checkCoordinate(`${name}[${i}].x`, x);
@@ -46,12 +46,12 @@ function checkArray(name, value) {
 }
 
 /**
- * A copy, since a getter may change the array while its points are read. An array
- * of four thousand million holes ends at the first one, not with the memory.
+ * Copies an array of points, since a getter may change it while they are read. Stops at
+ * the first hole: a sparse array can be longer than the memory.
  *
  * @param {string} name of the argument, for messages
  * @param {Array<object>} points
- * @returns {Array<object>} the same points
+ * @returns {Array<object>} the same objects
  */
 function copyPoints(name, points) {
   checkArray(name, points);
@@ -68,7 +68,7 @@ function copyPoints(name, points) {
 
 /**
  * @param {string} name of the argument, for messages
- * @param {Array<{x: number, y: number, force?: number}>} points that nobody else holds
+ * @param {Array<{x: number, y: number, force?: number}>} points an array that getters cannot reach
  * @returns {Float64Array} x and y of each point
  */
 function packObjects(name, points) {
@@ -87,18 +87,18 @@ function copyNumbers(name, given) {
   } catch (cause) {
     if (!(cause instanceof TypeError)) throw cause; // out of memory
     throw new TypeError(
-      `${name} has lost its numbers, its buffer was transferred or shrunk: transfer a copy, ${name}.slice()`,
+      `${name} is detached, its buffer was transferred or shrunk: transfer a copy, ${name}.slice()`,
       { cause },
     );
   }
 }
 
-/** A copy of the numbers, once their count and each of them are seen to be right. */
+/** A copy of the numbers; throws an error if their count or one of them is wrong. */
 function copyPacked(name, given, stride) {
   const packed = copyNumbers(name, given);
   if (packed.length % stride !== 0) {
     throw new RangeError(
-      `${name} must hold ${stride} numbers a point, found ${packed.length} numbers`,
+      `${name} must hold ${stride} numbers per point, found ${packed.length} numbers`,
     );
   }
   for (let k = 0; k < packed.length; k++) {
@@ -122,7 +122,7 @@ function coordinates(packed, stride) {
 }
 
 /**
- * Several strokes, one behind the other.
+ * Packs several strokes one after the other.
  *
  * @returns {{values: Float64Array, lengths: Uint32Array}} x and y of all points, and the number
  *   of points of each stroke

@@ -1,9 +1,9 @@
 #include <windows.h>
 
-// On Windows a library names the program that its functions come from. A desktop
-// host is not called node.exe, so nothing is imported by name here: each function
-// of Node-API is a jump through a pointer, which is looked up in whatever program
-// has loaded the library.
+// On Windows a library names the program that it imports functions from. A desktop
+// host is not called node.exe, so nothing is imported by name: each Node-API
+// function is a jump through a pointer, which is looked up in whatever program has
+// loaded the library.
 
 namespace {
 
@@ -29,7 +29,7 @@ namespace {
 #include "HostFunctions.inc"
 #undef SCRIVO_HOST_FUNCTION
 
-/// Runs before the initialisers without a priority: one of them registers the module.
+/// Runs before initialisers without a priority, one of which registers the module.
 [[gnu::constructor(101)]] void findHostFunctions() {
     const HMODULE host = GetModuleHandleW(nullptr);
 #define SCRIVO_HOST_FUNCTION(name) host_##name = GetProcAddress(host, #name);

@@ -1,66 +1,30 @@
 #include "PointTransfer.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <initializer_list>
 #include <span>
+#include <string_view>
 #include <utility>
 
 namespace binding {
 namespace {
 
 // The shared array: two slots of bookkeeping, then x, y, force of each point.
-constexpr std::size_t BLOCK = 256;
-constexpr std::size_t DONE = 0;   // points read completely
-constexpr std::size_t STATE = 1;  // how reading the block ended
-constexpr std::size_t POINTS = 2;
+constexpr std::size_t BLOCK = 256;  // points a call carries at most
+constexpr std::size_t DONE = 0;     // slot: points read completely
+constexpr std::size_t STATE = 1;    // slot: how reading the block ended
+constexpr std::size_t POINTS = 2;   // slot of the first point
 
-constexpr double END_OF_BLOCK = 0;
-constexpr double NO_OBJECT = 1;  // the element is handed back
-constexpr double NO_NUMBER = 2;  // the property is handed back, unless a getter threw
+// States.
+constexpr std::size_t END_OF_BLOCK = 0;
+constexpr std::size_t NO_OBJECT = 1;  // the element is handed back
+constexpr std::size_t NO_NUMBER = 2;  // the property is handed back, unless a getter threw
 
-// 256 is BLOCK, and the other literals are the slots and states above.
-// `write` is in sloppy mode: an assignment that a prototype forbids is ignored,
-// as it is by napi_set_property. `read` is strict, so that a getter does not see
-// it as its caller and cannot call it; and the shared array is no parameter, so
-// that a getter cannot get hold of it and detach it.
-constexpr char FUNCTIONS[] = R"js((function (shared) {
-    function read(stroke, from) {
-        'use strict';
-        for (var n = 0, k = 2; n < 256 && from < stroke.length; n++, k += 3, from++) {
-            shared[0] = n;
-            shared[k] = shared[k + 1] = shared[k + 2] = 0;
-            var point = stroke[from];
-            if (typeof point !== 'object' || point === null) {
-                shared[1] = 1;
-                return point;
-            }
-            var value = point.x;
-            if (typeof value !== 'number') return value;
-            shared[k] = value;
-            value = point.y;
-            if (typeof value !== 'number') return value;
-            shared[k + 1] = value;
-            if ('force' in point) {
-                value = point.force;
-                if (typeof value !== 'number') return value;
-                shared[k + 2] = value;
-            }
-        }
-        shared[0] = n;
-        shared[1] = 0;
-    }
-    function write(path, from, count) {
-        for (var k = 2, end = from + count; from < end; k += 3, from++) {
-            var point = {};
-            point.x = shared[k];
-            point.y = shared[k + 1];
-            if (shared[k + 2] !== 0) point.force = shared[k + 2];
-            path[from] = point;
-        }
-    }
-    return [read, write];
-}))js";
+constexpr std::string_view SCRIPT =
+#include "point-transfer.inc"
+    ;
 
 /// A count or index, all of which JavaScript represents exactly.
 napi_value number(Napi::Env env, std::size_t value) {
@@ -84,7 +48,7 @@ double property(Napi::Env env, napi_value object, const char* name) {
     return toDouble(env, value);
 }
 
-/// Any JavaScript value as a point, call by call.
+/// Any JavaScript value as a point, by single Node-API calls.
 Scrivo::Point2D readPoint(Napi::Env env, napi_value value) {
     Scrivo::Point2D point;
     point.x = property(env, value, "x");
@@ -115,84 +79,102 @@ napi_value element(Napi::Env env, napi_value array, std::uint32_t index) {
     return value;
 }
 
-PointTransfer::PointTransfer(Napi::Env env) : env_(env) {
+PointTransfer::PointTransfer(Napi::Env env) : m_env(env) {
     const Napi::HandleScope scope(env);
     void* shared = nullptr;
     napi_value buffer = nullptr;
     napi_value view = nullptr;
-    napi_value source = nullptr;
+    napi_value script = nullptr;
     napi_value factory = nullptr;
-    napi_value functions = nullptr;
     constexpr std::size_t COUNT = POINTS + 3 * BLOCK;
     if (attempt(env, napi_create_arraybuffer, COUNT * sizeof(double), &shared, &buffer) &&
         attempt(env, napi_create_typedarray, napi_float64_array, COUNT, buffer, std::size_t{0},
                 &view) &&
-        attempt(env, napi_create_string_latin1, FUNCTIONS, sizeof(FUNCTIONS) - 1, &source) &&
-        attempt(env, napi_run_script, source, &factory) &&
-        attempt(env, napi_call_function, view, factory, std::size_t{1}, &view, &functions)) {
-        shared_ = static_cast<double*>(shared);
-        read_ = Napi::Persistent(Napi::Function(env, element(env, functions, 0)));
-        write_ = Napi::Persistent(Napi::Function(env, element(env, functions, 1)));
+        attempt(env, napi_create_string_utf8, SCRIPT.data(), SCRIPT.size(), &script) &&
+        attempt(env, napi_run_script, script, &factory)) {
+        m_shared = static_cast<double*>(shared);
+        makeFunctions(factory, view);
+    }
+}
+
+void PointTransfer::makeFunctions(napi_value factory, napi_value view) {
+    const auto constant = [this](std::size_t value) { return number(m_env, value); };
+    // In the order of the script's parameters.
+    const std::array<napi_value, 7> arguments{
+        view,
+        constant(BLOCK),
+        constant(DONE),
+        constant(STATE),
+        constant(POINTS),
+        constant(END_OF_BLOCK),
+        constant(NO_OBJECT),
+    };
+    napi_value functions = nullptr;
+    if (attempt(m_env, napi_call_function, view, factory, arguments.size(), arguments.data(),
+                &functions)) {
+        m_read = Napi::Persistent(Napi::Function(m_env, element(m_env, functions, 0)));
+        m_write = Napi::Persistent(Napi::Function(m_env, element(m_env, functions, 1)));
     }
 }
 
 Stroke PointTransfer::read(napi_value array) {
     Stroke stroke;
     // Every element gives one point, so the size is the next index.
-    while (stroke.size() < length(env_, array) && ready()) {
-        const Napi::HandleScope scope(env_);
+    while (stroke.size() < length(m_env, array) && ready()) {
+        const Napi::HandleScope scope(m_env);
         readBlock(stroke, array);
     }
     return stroke;
 }
 
 void PointTransfer::readBlock(Stroke& stroke, napi_value array) {
-    // As if it had ended in the first point: the call itself may overflow the stack.
-    std::fill_n(shared_, POINTS + 3, 0.0);
-    shared_[STATE] = NO_NUMBER;
+    // The state of a block that ended in its first point: the call itself may
+    // overflow the stack.
+    std::fill_n(m_shared, POINTS + 3, 0.0);
+    m_shared[STATE] = NO_NUMBER;
     napi_value rest = nullptr;
-    const bool returned = call(read_, {array, number(env_, stroke.size())}, &rest);
+    const bool returned = call(m_read, {array, number(m_env, stroke.size())}, &rest);
 
-    const double* next = shared_ + POINTS;
+    const double* next = m_shared + POINTS;
     const auto append = [&stroke, &next] {
         stroke.push_back({next[0], next[1], next[2]});
         next += 3;
     };
-    const bool isWhole = returned && shared_[STATE] == END_OF_BLOCK;
+    const bool isWhole = returned && m_shared[STATE] == END_OF_BLOCK;
     const std::size_t most = isWhole ? BLOCK : BLOCK - 1;
-    for (std::size_t done = std::min(static_cast<std::size_t>(shared_[DONE]), most); done > 0;
+    for (std::size_t done = std::min(static_cast<std::size_t>(m_shared[DONE]), most); done > 0;
          --done)
         append();
     if (isWhole) return;
-    if (returned && shared_[STATE] == NO_OBJECT) {
-        stroke.push_back(readPoint(env_, rest));
+    if (returned && m_shared[STATE] == NO_OBJECT) {
+        stroke.push_back(readPoint(m_env, rest));
         return;
     }
-    if (returned) toDouble(env_, rest);
+    if (returned) toDouble(m_env, rest);
     append();
 }
 
 void PointTransfer::write(napi_value array, const Stroke& stroke) {
     for (std::size_t from = 0; from < stroke.size() && ready(); from += BLOCK) {
-        const Napi::HandleScope scope(env_);
+        const Napi::HandleScope scope(m_env);
         const std::span block(stroke.data() + from, std::min(BLOCK, stroke.size() - from));
-        double* next = shared_ + POINTS;
+        double* next = m_shared + POINTS;
         for (const Scrivo::Point2D& point : block) {
             *next++ = point.x;
             *next++ = point.y;
             *next++ = point.force;
         }
-        call(write_, {array, number(env_, from), number(env_, block.size())});
+        call(m_write, {array, number(m_env, from), number(m_env, block.size())});
     }
 }
 
 TransferLease::TransferLease(Napi::Env env)
-    : idle_(*env.GetInstanceData<Idle>()), transfer_(std::move(idle_.transfer)) {
-    if (!transfer_) transfer_ = std::make_unique<PointTransfer>(env);
+    : m_idle(*env.GetInstanceData<Idle>()), m_transfer(std::move(m_idle.transfer)) {
+    if (!m_transfer) m_transfer = std::make_unique<PointTransfer>(env);
 }
 
 TransferLease::~TransferLease() {
-    if (transfer_->ready()) idle_.transfer = std::move(transfer_);
+    if (m_transfer->ready()) m_idle.transfer = std::move(m_transfer);
 }
 
 void TransferLease::prepare(Napi::Env env) {

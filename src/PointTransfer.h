@@ -11,22 +11,22 @@
 ///
 /// A failed Node-API call leaves an exception pending and yields a zero value
 /// (length 0, number 0.0, no value), and the conversion goes on: nothing here
-/// stops early or reports a failure. The exception, the first one of a call,
-/// reaches the JavaScript caller when the native function returns.
+/// stops early or reports a failure. The first exception of a call reaches the
+/// JavaScript caller when the native function returns.
 namespace binding {
 
 using Stroke = std::vector<Scrivo::Point2D>;
 
 /// Makes one Node-API call; returns whether it succeeded. If not, raises its
-/// error as node-addon-api does, except that an exception which is pending by
-/// then stays as it is. node-addon-api takes it and throws it anew, and that ends
-/// the process when it is the time-out of a `vm` script.
+/// error as node-addon-api does, but leaves an exception that is already pending
+/// as it is. node-addon-api would clear and rethrow it, which ends the process
+/// when it is the time-out of a `vm` script.
 template <typename... Parameters, typename... Arguments>
 bool attempt(Napi::Env env, napi_status (*function)(napi_env, Parameters...),
              Arguments... arguments) {
     napi_status status = function(env, arguments...);
     if (status != napi_ok && !env.IsExceptionPending()) {
-        // Asking for the pending exception has dropped the reason: fail again.
+        // Asking for the pending exception has cleared the error: fail again.
         status = function(env, arguments...);
         if (status != napi_ok) Napi::Error::New(env).ThrowAsJavaScriptException();
     }
@@ -42,41 +42,43 @@ std::uint32_t length(Napi::Env env, napi_value array);
 /// The array's element, or null with an exception pending.
 napi_value element(Napi::Env env, napi_value array, std::uint32_t index);
 
-/// Carries points between JavaScript objects and native memory in blocks,
-/// through a Float64Array that both sides see.
+/// Carries points between JavaScript objects and native memory in blocks, through
+/// a Float64Array that both sides share.
 ///
-/// Properties are read and written by two small JavaScript functions. The
-/// engine compiles them, so that a point costs some ten nanoseconds where single
-/// Node-API calls need hundreds. They read and write in the very order of those
-/// calls, and leave whatever is not an object or not a number to them.
+/// The two functions of point-transfer.js read and write the properties. The
+/// JavaScript engine compiles them, so that a point costs about ten nanoseconds;
+/// single Node-API calls take hundreds. They access properties in the same order
+/// as such calls would, and leave values that are not objects or numbers to them.
 class PointTransfer {
 public:
-    /// Leaves an exception pending, and carries nothing, when the engine is out
-    /// of stack or memory.
+    /// Leaves an exception pending, and is not ready, when the JavaScript engine
+    /// is out of stack or memory.
     explicit PointTransfer(Napi::Env env);
 
-    [[nodiscard]] bool ready() const { return !write_.IsEmpty(); }
+    [[nodiscard]] bool ready() const { return !m_write.IsEmpty(); }
 
-    /// One point per element, in order; the length is read anew for each. A
-    /// malformed element counts too, as a point of what could be read and zeros.
+    /// One point per element, in order; the length is read again for each, since a
+    /// getter may change it. A malformed element gives a point too, of what could be
+    /// read and zeros.
     [[nodiscard]] Stroke read(napi_value array);
 
-    /// Stores a fresh object per point, at the indices from 0 upwards: `x`, `y`
-    /// and, unless it is exactly 0, `force`.
+    /// Stores a new object per point, from index 0 on: `x`, `y` and, unless it is
+    /// exactly 0, `force`.
     void write(napi_value array, const Stroke& stroke);
 
 private:
+    void makeFunctions(napi_value factory, napi_value view);
     void readBlock(Stroke& stroke, napi_value array);
 
-    Napi::Env env_;
-    double* shared_ = nullptr;  // lives as long as the functions
-    Napi::FunctionReference read_;
-    Napi::FunctionReference write_;
+    Napi::Env m_env;
+    double* m_shared = nullptr;  // valid while m_read and m_write are
+    Napi::FunctionReference m_read;
+    Napi::FunctionReference m_write;
 };
 
-/// The transfer that one native call uses. Between calls an environment keeps
-/// one, which is compiled code and its buffer. A getter that calls the module
-/// again while its caller's stroke is being read gets another one.
+/// The transfer that one native call uses. An environment keeps an idle one, the
+/// compiled script and its buffer, between calls. A getter that calls the module
+/// while its caller's stroke is being read gets another one.
 class TransferLease {
 public:
     explicit TransferLease(Napi::Env env);
@@ -84,9 +86,9 @@ public:
     TransferLease(const TransferLease&) = delete;
     TransferLease& operator=(const TransferLease&) = delete;
 
-    PointTransfer* operator->() const { return transfer_.get(); }
+    PointTransfer* operator->() const { return m_transfer.get(); }
 
-    /// Must have been called, once, for the environment.
+    /// To be called once per environment, before the first lease.
     static void prepare(Napi::Env env);
 
 private:
@@ -94,8 +96,8 @@ private:
         std::unique_ptr<PointTransfer> transfer;
     };
 
-    Idle& idle_;
-    std::unique_ptr<PointTransfer> transfer_;
+    Idle& m_idle;
+    std::unique_ptr<PointTransfer> m_transfer;
 };
 
 }  // namespace binding

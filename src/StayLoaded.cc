@@ -1,7 +1,7 @@
-// For modules that carry a C++ library of their own, linked statically. That
-// library leaves functions behind, to be called when a thread or the process ends,
-// and they must still be there then: a host unloads a module together with the
-// last worker thread that used it. A shared C++ library stays by itself.
+// For modules that link the C++ library statically. That library registers
+// functions to be called when a thread or the process ends, so the module must
+// still be mapped then, but a host unloads it together with the last worker thread
+// that used it. A shared C++ library stays mapped without this.
 
 #ifdef _WIN32
 #include <windows.h>

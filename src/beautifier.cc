@@ -1,5 +1,6 @@
 #include "Beautifier/Beautifier.h"
 
+#include "Beautifier/figures/Families.h"
 #include "PointTransfer.h"
 
 #include <algorithm>
@@ -10,19 +11,23 @@
 #include <napi.h>
 #include <span>
 #include <stdexcept>
+#include <string>
+#include <string_view>
+#include <type_traits>
 #include <utility>
+#include <variant>
 #include <vector>
 
-/// The native module "beautifier": one class over packed numbers. The package's
-/// lib/beautifier.js checks the arguments, packs and unpacks them; nothing else
-/// is meant to call this module.
+/// The native module "beautifier": a class that takes and returns packed numbers,
+/// and tables of the families and figures. lib/beautifier.js checks the arguments,
+/// packs and unpacks them; nothing else is meant to load this module.
 namespace binding {
 namespace {
 
 using Points = std::vector<Scrivo::Point2D>;
 
-/// `count` points from `values`, `stride` numbers each: x, y and, from a stride
-/// of 3 on, force.
+/// The points of `values`, `stride` numbers each: x, y and, with a stride of 3,
+/// force.
 Points unpack(std::span<const double> values, std::size_t stride) {
     Points points;
     points.reserve(values.size() / stride);
@@ -32,8 +37,8 @@ Points unpack(std::span<const double> values, std::size_t stride) {
     return points;
 }
 
-/// The numbers of a Float64Array. The size of an element counts: a shorter one
-/// would have its array read beyond the end.
+/// The numbers of a Float64Array. Other arrays are refused: shorter elements would
+/// be read beyond the end.
 std::span<const double> view(const Napi::Value& value) {
     if (!value.IsTypedArray() ||
         value.As<Napi::TypedArray>().TypedArrayType() != napi_float64_array) {
@@ -78,49 +83,105 @@ napi_value pack(Napi::Env env, const Points& points, std::size_t stride) {
     return packed.array;
 }
 
-/// A figure's kind and subtype by their numbers in lib/beautifier.js, and its
-/// parameters in the order in which the structs declare them.
+/// The numbers of a figure, field by field.
+struct Numbers {
+    std::vector<double>& values;
+
+    void number(std::string_view /*name*/, double value) const { values.push_back(value); }
+    void place(std::string_view /*name*/, const Scrivo::Point2D& p) const {
+        values.push_back(p.x);
+        values.push_back(p.y);
+    }
+    void size(std::string_view name, const Scrivo::Point2D& p) const { place(name, p); }
+    void places(std::string_view name, const auto& list) const {
+        for (const Scrivo::Point2D& p : list) place(name, p);
+    }
+};
+
+/// A figure as numbers: its index in the variant, its subtype, its parameters.
 struct Flat {
-    std::uint32_t kind = 0;
+    std::uint32_t index = 0;
     std::uint32_t subtype = 0;
     std::vector<double> parameters;
 
-    void add(double value) { parameters.push_back(value); }
-    void add(const Scrivo::Point2D& p) {
-        add(p.x);
-        add(p.y);
-    }
-};
-
-struct Flatten {
-    Flat operator()(std::monostate /*none*/) const { return {}; }
-    Flat operator()(const Scrivo::DotFigure& f) const { return flat(1, f.centre); }
-    Flat operator()(const Scrivo::LineFigure& f) const { return flat(2, f.from, f.to); }
-    Flat operator()(const Scrivo::AngleFigure& f) const {
-        return flat(3, f.from, f.vertex, f.to, f.opening);
-    }
-    Flat operator()(const Scrivo::TriangleFigure& f) const { return corners(4, f); }
-    Flat operator()(const Scrivo::QuadrangleFigure& f) const { return corners(5, f); }
-    Flat operator()(const Scrivo::CircleFigure& f) const { return flat(6, f.centre, f.radius); }
-    Flat operator()(const Scrivo::EllipseFigure& f) const {
-        return flat(7, f.centre, f.radii, f.rotation);
+    explicit Flat(const Scrivo::Figure& figure)
+        : index(static_cast<std::uint32_t>(figure.index())) {
+        std::visit([this](const auto& f) { read(f); }, figure);
     }
 
 private:
-    template <typename... Parameters>
-    static Flat flat(std::uint32_t kind, const Parameters&... parameters) {
-        Flat result{kind, 0, {}};
-        (result.add(parameters), ...);
-        return result;
-    }
-
-    template <typename Figure>
-    static Flat corners(std::uint32_t kind, const Figure& figure) {
-        Flat result{kind, static_cast<std::uint32_t>(figure.kind), {}};
-        for (const Scrivo::Point2D& corner : figure.corners) result.add(corner);
-        return result;
+    void read(std::monostate /*none*/) {}
+    template <typename F>
+    void read(const F& figure) {
+        Scrivo::beautifier::FigureTraits<F>::fields(figure, Numbers{parameters});
+        if constexpr (requires { figure.subtype; }) {
+            subtype = static_cast<std::uint32_t>(figure.subtype);
+        }
     }
 };
+
+/// Describes the fields of a figure to JavaScript: an array of [name, places],
+/// where `places` is the length of an array of places, -1 for a single place and
+/// 0 for a number.
+struct Fields {
+    Napi::Array& list;
+
+    void add(std::string_view name, int places) const {
+        const Napi::Env env = list.Env();
+        const Napi::Array field = Napi::Array::New(env, 2);
+        field.Set(0U, Napi::String::New(env, std::string(name)));
+        field.Set(1U, Napi::Number::New(env, places));
+        list.Set(list.Length(), field);
+    }
+    void number(std::string_view name, double /*value*/) const { add(name, 0); }
+    void place(std::string_view name, const Scrivo::Point2D& /*p*/) const { add(name, -1); }
+    void size(std::string_view name, const Scrivo::Point2D& p) const { place(name, p); }
+    void places(std::string_view name, const auto& points) const {
+        add(name, static_cast<int>(points.size()));
+    }
+};
+
+Napi::Array toArray(Napi::Env env, std::span<const std::string_view> names) {
+    Napi::Array result = Napi::Array::New(env);
+    for (const std::string_view name : names) {
+        result.Set(result.Length(), Napi::String::New(env, std::string(name)));
+    }
+    return result;
+}
+
+/// {kind, subtypes, fields} of an alternative of the variant; null for no figure.
+template <std::size_t I>
+Napi::Value describeFigure(Napi::Env env) {
+    using F = std::variant_alternative_t<I, Scrivo::Figure>;
+    if constexpr (std::is_same_v<F, std::monostate>) {
+        return env.Null();
+    } else {
+        using Traits = Scrivo::beautifier::FigureTraits<F>;
+        Napi::Array fields = Napi::Array::New(env);
+        const F figure{};
+        Traits::fields(figure, Fields{fields});
+        Napi::Object result = Napi::Object::New(env);
+        result.Set("kind", Napi::String::New(env, std::string(Traits::KIND)));
+        result.Set("subtypes", toArray(env, Traits::SUBTYPES));
+        result.Set("fields", fields);
+        return result;
+    }
+}
+
+/// Every alternative of the variant, by its index.
+template <std::size_t... I>
+Napi::Array describeFigures(Napi::Env env, std::index_sequence<I...> /*indices*/) {
+    Napi::Array result = Napi::Array::New(env, sizeof...(I));
+    (result.Set(static_cast<std::uint32_t>(I), describeFigure<I>(env)), ...);
+    return result;
+}
+
+/// The names of the families, in the order of their enumeration.
+Napi::Array familyNames(Napi::Env env) {
+    std::vector<std::string_view> names;
+    for (const auto& family : Scrivo::beautifier::families()) names.push_back(family.name);
+    return toArray(env, names);
+}
 
 class Beautifier : public Napi::ObjectWrap<Beautifier> {
 public:
@@ -132,7 +193,7 @@ public:
     /// regularFigures, nearbyStrokes, insideArea)
     explicit Beautifier(const Napi::CallbackInfo& info) : Napi::ObjectWrap<Beautifier>(info) {
         try {
-            beautifier_ = Scrivo::Beautifier(readOptions(info));
+            m_beautifier = Scrivo::Beautifier(readOptions(info));
         } catch (const std::exception& error) {
             Napi::Error::New(info.Env(), error.what()).ThrowAsJavaScriptException();
         }
@@ -158,9 +219,9 @@ private:
     }
 
     /// (points: Float64Array, stride, width, height, others: Float64Array,
-    /// lengths: Uint32Array), others holding x and y of all points of the other
-    /// strokes and lengths the number of points of each. Returns
-    /// [path, type, confidence, reason, kind, subtype, parameters].
+    /// lengths: Uint32Array): `others` holds x and y of all points of the other
+    /// strokes, `lengths` the number of points of each. Returns
+    /// [path, type, confidence, reason, index of the figure, subtype, parameters].
     Napi::Value beautify(const Napi::CallbackInfo& info) {
         const Napi::Env env = info.Env();
         try {
@@ -169,9 +230,9 @@ private:
             const double width = Napi::Number(env, info[2]).DoubleValue();
             const double height = Napi::Number(env, info[3]).DoubleValue();
             return toArray(env, stride,
-                           beautifier_.beautify(stroke, width, height, readOthers(info)));
+                           m_beautifier.beautify(stroke, width, height, readOthers(info)));
         } catch (const std::exception& error) {
-            // Out of memory; a drawing must not take its host down.
+            // Out of memory: a drawing must not end its host.
             Napi::Error::New(env, error.what()).ThrowAsJavaScriptException();
             return env.Undefined();
         }
@@ -193,13 +254,13 @@ private:
 
     static Napi::Value toArray(Napi::Env env, std::size_t stride,
                                const Scrivo::Beautified& answer) {
-        const Flat figure = std::visit(Flatten{}, answer.figure);
+        const Flat figure(answer.figure);
         const std::array<napi_value, 7> parts{
             pack(env, answer.path, stride),
             Napi::Number::New(env, answer.type),
             Napi::Number::New(env, answer.confidence),
             Napi::Number::New(env, static_cast<double>(answer.reason)),
-            Napi::Number::New(env, figure.kind),
+            Napi::Number::New(env, figure.index),
             Napi::Number::New(env, figure.subtype),
             pack(env, figure.parameters),
         };
@@ -210,11 +271,14 @@ private:
         return result;
     }
 
-    Scrivo::Beautifier beautifier_;  // the default one until the constructor is through
+    Scrivo::Beautifier m_beautifier;  // with default options until the constructor has read them
 };
 
 Napi::Object Init(Napi::Env env, Napi::Object exports) {
+    constexpr std::size_t FIGURES = std::variant_size_v<Scrivo::Figure>;
     exports.Set("Beautifier", Beautifier::define(env));
+    exports.Set("families", familyNames(env));
+    exports.Set("figures", describeFigures(env, std::make_index_sequence<FIGURES>()));
     return exports;
 }
 

@@ -8,8 +8,9 @@
 #include <utility>
 #include <vector>
 
-/// The native module "hello": convert, call the core, convert back. Where a
-/// conversion fails, PointTransfer.h says what happens.
+/// The native module "hello" of the template engine: converts arguments, calls the
+/// core and converts its result. PointTransfer.h says what happens when a
+/// conversion fails.
 namespace binding {
 namespace {
 
@@ -54,8 +55,7 @@ Napi::Value makeResult(Napi::Env env, const TransferLease& transfer,
     return {env, object};
 }
 
-// Of the core's and the library's exceptions none is caught here: a module that
-// cannot load its templates or runs out of memory ends the process.
+// C++ exceptions are not caught here: running out of memory ends the process.
 
 Napi::Value InitScrivo(const Napi::CallbackInfo& info) {
     const Napi::Env env = info.Env();
@@ -91,13 +91,13 @@ Napi::Object Init(Napi::Env env, Napi::Object exports) {
 
 }  // namespace
 
-// Exports the symbols by which hosts of today find the module.
+// Exports the symbols by which current hosts find the module.
 NODE_API_MODULE(hello, Init)
 
-// Registers it as well while the library is being loaded, which is what the
-// first hosts with Node-API went by. Neither does alone: a library that is still
-// mapped when the next thread asks for it runs no initialisers again, and there
-// are hosts that look for no symbol. Init runs once a load either way.
+// Also registers the module while the library is being loaded, as the first hosts
+// with Node-API expect. Both ways are needed: a library that is still mapped when
+// the next thread loads it does not run its initialisers again, and some hosts do
+// not look for the symbol. Init runs once per load either way.
 static napi_module descriptor = {
     NAPI_MODULE_VERSION, 0, "../src/scrivo", __napi_Init, "hello", nullptr, {}};
 

@@ -30,15 +30,19 @@ function isInstalled(packageName) {
 }
 
 function checkTools() {
-  const missing = [
-    ...['cmake', 'ninja'].filter((tool) => capture(tool, ['--version']) === null),
-    ...['node-addon-api', 'node-api-headers'].filter((name) => !isInstalled(name)),
+  const tools = ['cmake', 'ninja'].filter((tool) => capture(tool, ['--version']) === null);
+  const headers = ['node-addon-api', 'node-api-headers'].filter((name) => !isInstalled(name));
+  if (tools.length + headers.length === 0) return;
+  const forUsers = [
+    ...(tools.length > 0
+      ? [`A build needs these or their equivalents: ${LEVELS.run.join(', ')}.`]
+      : []),
+    ...(headers.length > 0
+      ? [`Run \`npm install --save-dev ${headers.join(' ')}\` in your project.`]
+      : []),
   ];
-  if (missing.length === 0) return;
-  const advice = IS_CLONE
-    ? 'Run `npm run setup`.'
-    : `A build needs these or their equivalents: ${LEVELS.run.join(', ')}.`;
-  throw failure(`Not found: ${missing.join(', ')}. ${advice}`);
+  const advice = IS_CLONE ? ['Run `npm run setup`.'] : forUsers;
+  throw failure([`Not found: ${[...tools, ...headers].join(', ')}.`, ...advice].join(' '));
 }
 
 /** Whether the libraries of the tests and benchmarks are known to be here. */
@@ -54,9 +58,8 @@ function testLibrariesInstalled() {
  */
 async function build(preset, { modulesOnly = false, keepGoing = false } = {}) {
   checkTools();
-  const tests = IS_CLONE && (!modulesOnly || testLibrariesInstalled()) ? 'ON' : 'OFF';
-  const configure = ['--preset', preset, `-DSCRIVO_TESTS=${tests}`];
-  if (preset === 'release') configure.push(`-DSCRIVO_BENCH=${tests}`);
+  const developer = IS_CLONE && (!modulesOnly || testLibrariesInstalled()) ? 'ON' : 'OFF';
+  const configure = ['--preset', preset, `-DSCRIVO_DEVELOPER=${developer}`];
   if (!IS_CLONE) configure.push('-DSCRIVO_WERROR=OFF'); // users have other compilers
   heading(`Configure (${preset})`);
   if ((await run('cmake', configure)) !== 0) throw failure(`Configuring "${preset}" failed.`);

@@ -1,6 +1,6 @@
 'use strict';
 
-const { evaluateCommand } = require('../lib/cli/evaluate.js');
+const { evaluateCommand } = require('../packages/cli/lib/evaluate.js');
 
 evaluateCommand(process.argv.slice(2)).then((exitCode) => {
   process.exitCode = exitCode;

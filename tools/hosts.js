@@ -36,21 +36,30 @@ function modulesFor(target) {
 function stage(target, modules) {
   const folder = path.join(FOLDER, 'stage', target);
   fs.rmSync(folder, { recursive: true, force: true });
-  const places = ['package.json', 'lib', 'bin', 'templates', 'test/cases', 'test/node'];
+  const tests = ['cases', 'lib', 'src', 'support'].map((name) => `test/${name}`);
+  const places = ['package.json', 'lib', 'templates', ...tests];
   for (const place of places.filter((name) => fs.existsSync(path.join(ROOT, name)))) {
     fs.cpSync(path.join(ROOT, place), path.join(folder, place), { recursive: true });
   }
   const prebuilds = path.join(folder, 'prebuilds', target);
   fs.mkdirSync(prebuilds, { recursive: true });
   for (const file of modules) fs.copyFileSync(file, path.join(prebuilds, path.basename(file)));
-  fs.symlinkSync(path.join(ROOT, 'node_modules'), path.join(folder, 'node_modules'));
+  linkPackages(path.join(ROOT, 'node_modules'), path.join(folder, 'node_modules'));
   // The core's answers bind the modules that do the same arithmetic.
-  const core = 'build/release/test/core/case_results';
+  const core = 'build/release/test/scrivo/case_results';
   if (target === THIS_TARGET && fs.existsSync(path.join(ROOT, core))) {
     fs.mkdirSync(path.join(folder, path.dirname(core)), { recursive: true });
     fs.copyFileSync(path.join(ROOT, core), path.join(folder, core));
   }
   return folder;
+}
+
+/** Links what the tests need; the link back to the clone would hide the copy from some hosts. */
+function linkPackages(from, to) {
+  fs.mkdirSync(to);
+  for (const name of fs.readdirSync(from).filter((each) => each !== 'scrivo')) {
+    fs.symlinkSync(path.join(from, name), path.join(to, name));
+  }
 }
 
 /**
@@ -59,8 +68,8 @@ function stage(target, modules) {
  */
 function runFile(host, { command, env, preload }, folder, file) {
   const [program, ...first] = command;
-  const args = [...first, ...host.testArguments(`test/node/${file}`, preload)];
-  const log = path.join(FOLDER, `${host.name}-${file}.log`);
+  const args = [...first, ...host.testArguments(`test/${file}`, preload)];
+  const log = path.join(FOLDER, `${host.name}-${file.replace('/', '-')}.log`);
   const descriptor = fs.openSync(log, 'w');
   const { error, status, signal } = spawnSync(program, args, {
     cwd: folder,

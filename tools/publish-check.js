@@ -12,12 +12,21 @@ const MAX_PACKED_BYTES = 10e6;
 
 const read = (name) => fs.readFileSync(path.join(ROOT, name), 'utf8');
 
-/** Complaints about versions that differ: `texts` maps the three files to contents. */
+const COMMAND = 'packages/cli';
+const FOLDERS = ['', COMMAND];
+
+/** Complaints about versions that differ: `texts` maps the four files to contents. */
 function compareVersions(texts) {
   const version = JSON.parse(texts['package.json']).version;
+  const command = JSON.parse(texts[`${COMMAND}/package.json`]);
   const core = /^project\(scrivo\s+VERSION\s+([\d.]+)/m.exec(texts['CMakeLists.txt'])?.[1];
   const entry = /^## \[([^\]]+)\]/m.exec(texts['CHANGELOG.md'])?.[1];
-  const found = { 'CMakeLists.txt': core, 'CHANGELOG.md': entry };
+  const found = {
+    'CMakeLists.txt': core,
+    'CHANGELOG.md': entry,
+    [`${COMMAND}/package.json`]: command.version,
+    [`the dependency of ${COMMAND}`]: command.dependencies.scrivo.replace('^', ''),
+  };
   return Object.entries(found)
     .filter(([, other]) => other !== version)
     .map(([file, other]) => `${file} says ${other}, package.json ${version}`);
@@ -70,8 +79,11 @@ function libraries() {
 }
 
 function licence() {
-  const { license } = JSON.parse(read('package.json'));
-  return read('LICENSE').startsWith(`${license} License`) ? [] : [`LICENSE is not ${license}`];
+  return FOLDERS.flatMap((folder) => {
+    const file = path.join(folder, 'LICENSE');
+    const { license } = JSON.parse(read(path.join(folder, 'package.json')));
+    return read(file).startsWith(`${license} License`) ? [] : [`${file} is not ${license}`];
+  });
 }
 
 function cleanTree() {
@@ -86,7 +98,8 @@ function cleanTree() {
 /** Complaints about what is in the archive: `tracked` by git, or `prebuilt` for a target. */
 function judgeContents(packed, tracked, prebuilt) {
   const known = new Set([...tracked, ...prebuilt]);
-  const isOfTests = (name) => /(^|\/)(test|bench|demo)\/|\.test\.|\.ndjson/.test(name);
+  const isOfTests = (name) =>
+    /(^|\/)(test|bench|surface|research|packages)\/|\.test\.|\.ndjson/.test(name);
   const has = new Set(packed);
   return [
     ...packed.filter((name) => !known.has(name)).map((name) => `${name} is a stray file`),
@@ -95,13 +108,21 @@ function judgeContents(packed, tracked, prebuilt) {
   ];
 }
 
-function archive() {
-  const tracked = capture('git', ['ls-files', '-z'])?.split('\0');
-  const [packed] = JSON.parse(capture('npm', ['pack', '--dry-run', '--json']) ?? '[]');
-  if (!tracked || !packed) return ['git or `npm pack` does not answer'];
+const archives = () => FOLDERS.flatMap(archive);
+
+/** Complaints about the archive of the package in a folder. */
+function archive(folder) {
+  const isWithin = (name) => name.startsWith(`${folder}/`);
+  const all = capture('git', ['ls-files', '-z'])?.split('\0');
+  const place = folder ? [`./${folder}`] : [];
+  const [packed] = JSON.parse(capture('npm', ['pack', '--dry-run', '--json', ...place]) ?? '[]');
+  if (!all || !packed) return ['git or `npm pack` does not answer'];
+  const tracked = folder
+    ? all.filter(isWithin).map((name) => path.posix.relative(folder, name))
+    : all;
   const names = packed.files.map((file) => file.path);
-  const prebuilt = Object.keys(TARGETS).flatMap(prebuiltFiles);
-  console.log(`${names.length} files, ${(packed.size / 1e6).toFixed(1)} MB packed`);
+  const prebuilt = folder ? [] : Object.keys(TARGETS).flatMap(prebuiltFiles);
+  console.log(`${packed.name}: ${names.length} files, ${(packed.size / 1e6).toFixed(1)} MB packed`);
   return [
     ...judgeContents(
       names,
@@ -112,7 +133,7 @@ function archive() {
   ];
 }
 
-/** The archive in an empty project: the tests of test/package. */
+/** The archives in empty projects: the tests of test/package. */
 async function installed() {
   return (await run(process.execPath, ['tools/test.js', 'package'])) === 0 ? [] : ['see above'];
 }
@@ -123,14 +144,21 @@ async function byTool(name, script, ...args) {
   return (await run(node, [...tool, ...args])) === 0 ? [] : ['see above'];
 }
 
-const publint = () => byTool('publint', 'src/cli.js', 'run', '--strict', '--pack', 'npm');
+async function publint() {
+  const found = [];
+  for (const folder of FOLDERS) {
+    const args = ['run', folder || '.', '--strict', '--pack', 'npm'];
+    found.push(...(await byTool('publint', 'src/cli.js', ...args)));
+  }
+  return found;
+}
 
 /** Whether types and code are found and agree, in every way that TypeScript looks for them. */
 const types = () => byTool('@arethetypeswrong/cli', 'dist/index.js', '--pack', '.');
 
 const CHECKS = {
   versions: () => {
-    const names = ['package.json', 'CMakeLists.txt', 'CHANGELOG.md'];
+    const names = ['package.json', 'CMakeLists.txt', 'CHANGELOG.md', `${COMMAND}/package.json`];
     return compareVersions(Object.fromEntries(names.map((name) => [name, read(name)])));
   },
   licence,
@@ -138,7 +166,7 @@ const CHECKS = {
   prebuilds: () => [...missingPrebuilds(), ...oldPrebuilds()],
   systems,
   libraries,
-  archive,
+  archives,
   publint,
   types,
   installed,
@@ -146,9 +174,12 @@ const CHECKS = {
 
 /** What no check can know. */
 function reminders() {
-  const manifest = JSON.parse(read('package.json'));
-  const unsaid = ['repository', 'bugs', 'homepage'].filter((name) => !manifest[name]);
-  return unsaid.map((name) => `package.json names no ${name}: add it once there is one`);
+  return FOLDERS.flatMap((folder) => {
+    const file = path.join(folder, 'package.json');
+    const manifest = JSON.parse(read(file));
+    const unsaid = ['repository', 'bugs', 'homepage'].filter((name) => !manifest[name]);
+    return unsaid.map((name) => `${file} names no ${name}: add it once there is one`);
+  });
 }
 
 async function publishCheckMain() {

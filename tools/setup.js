@@ -150,7 +150,7 @@ async function installSystemPackages(wanted) {
   }
 }
 
-/** Everything for `level`: 'run' (build and demo), 'test' (and linters) or 'hosts'. */
+/** Everything for `level`: 'run' (build and drawing page), 'test' (and linters) or 'hosts'. */
 async function setup(level) {
   heading(`Setup (${level})`);
   const { error, warning } = judgeNode(process.versions.node);

@@ -10,5 +10,5 @@ const { main } = require('./support/run.js');
 main(async (args) => {
   await setup('run');
   await build('release', { modulesOnly: true });
-  return require('../demo/server.js').serve(args);
+  return require('../surface/server.js').serve(args);
 });

@@ -37,19 +37,19 @@ async function ctest(preset) {
   return { code, ...countJunit(readReport(report)) };
 }
 
+/** Paths from the root. */
 function testFiles(folder) {
-  const found = fs.existsSync(folder) ? fs.readdirSync(folder, { withFileTypes: true }) : [];
+  const found = fs.readdirSync(path.join(ROOT, folder), { withFileTypes: true });
   return found.flatMap((entry) => {
-    const file = path.join(folder, entry.name);
+    const file = `${folder}/${entry.name}`;
     if (entry.isDirectory()) return testFiles(file);
     return /\.test\.m?js$/.test(entry.name) ? [file] : [];
   });
 }
 
-async function nodeTest(name) {
-  const folder = path.join(ROOT, 'test', name);
-  heading(`Tests of test/${name}`);
-  const files = testFiles(folder).sort();
+async function nodeTest(name, isOfSuite) {
+  heading(`Tests of JavaScript (${name})`);
+  const files = testFiles('test').filter(isOfSuite).sort();
   if (files.length === 0) return { code: 0, passed: 0, failed: 0, skipped: 0 };
   const report = newReport(`node-${name}.tap`);
   const reporters = { spec: 'stdout', tap: report };
@@ -64,6 +64,9 @@ async function nodeTest(name) {
   return { code, ...countTap(readReport(report)) };
 }
 
+const isOfPackage = (file) => file.startsWith('test/package/');
+const isOfBrowser = (file) => file.includes('.browser.test.');
+
 /** Static checks: they fail or not, and count no tests. */
 async function checks() {
   return { code: (await lint(QUICK_CHECKS)) ? 0 : 1, isCheck: true };
@@ -71,9 +74,9 @@ async function checks() {
 
 const SUITES = {
   release: () => ctest('release'),
-  node: () => nodeTest('node'),
-  package: () => nodeTest('package'),
-  browser: () => nodeTest('browser'),
+  node: () => nodeTest('node', (file) => !isOfPackage(file) && !isOfBrowser(file)),
+  package: () => nodeTest('package', isOfPackage),
+  browser: () => nodeTest('browser', isOfBrowser),
   lint: checks,
   asan: () => ctest('asan'),
 };

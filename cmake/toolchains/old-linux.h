@@ -6,15 +6,12 @@
 
 #include <new>
 
-// The older names of functions that only moved to another library (threads, glibc 2.34)
-// or report errors in another way (2.29). The values are the same to the last bit.
+// The older names of functions that report errors in another way since glibc 2.29. The
+// values are the same to the last bit.
 #define SCRIVO_OLD_SYMBOL(function) __asm__(".symver " #function "," #function "@GLIBC_2.2.5")
 SCRIVO_OLD_SYMBOL(exp);
 SCRIVO_OLD_SYMBOL(log);
 SCRIVO_OLD_SYMBOL(pow);
-SCRIVO_OLD_SYMBOL(pthread_rwlock_rdlock);
-SCRIVO_OLD_SYMBOL(pthread_rwlock_unlock);
-SCRIVO_OLD_SYMBOL(pthread_rwlock_wrlock);
 #undef SCRIVO_OLD_SYMBOL
 
 // What GCC's headers call since release 11, and libraries before that have not got.
@@ -23,3 +20,9 @@ namespace std {
     throw bad_array_new_length();
 }
 }  // namespace std
+
+// GCC's shared pointers read this variable of glibc 2.32 to leave out atomic operations while
+// there is one thread. It stays 0 here: there may be several.
+extern "C" {
+[[gnu::weak, gnu::visibility("hidden")]] char __libc_single_threaded = 0;
+}

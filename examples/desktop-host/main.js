@@ -1,23 +1,23 @@
 'use strict';
 
-// The main process: it loads the native module, and answers the page.
+// The main process loads the native module and answers the page.
 
 const path = require('node:path');
 const { app, BrowserWindow, ipcMain } = require('electron');
-const { initScrivo, optimizeAStroke, templates } = require('scrivo');
+const { Beautifier } = require('scrivo/beautifier');
 
-initScrivo(templates);
+const beautifier = new Beautifier();
 
-ipcMain.handle('scrivo:idealise', (_event, { stroke, width, height, otherStrokes }) =>
-  optimizeAStroke(stroke, width, height, otherStrokes),
+ipcMain.handle('scrivo:beautify', (_event, { stroke, width, height, others }) =>
+  beautifier.beautify(stroke, width, height, others),
 );
 
 app.whenReady().then(() => {
   const window = new BrowserWindow({
     webPreferences: {
       preload: path.join(__dirname, 'preload.js'),
-      contextIsolation: true, // the page cannot reach what the preload script has
-      sandbox: true, // nor can that script load native code: hence the messages
+      contextIsolation: true, // the page cannot reach the preload script's objects
+      sandbox: true, // the preload script cannot load native code: hence the messages
     },
   });
   return window.loadFile(path.join(__dirname, 'index.html'));

@@ -1,11 +1,11 @@
 'use strict';
 
-// The page: draws ink, and shows each stroke as its figure once there is one. The ink is
-// kept: undo brings it back before it takes the stroke away.
+// The page draws ink and replaces each stroke by its figure. It keeps the ink: the first
+// undo brings it back, the next one removes the stroke.
 
 const canvas = document.querySelector('canvas');
 const context = canvas.getContext('2d');
-const strokes = []; // { ink: as drawn, figure: its points, or null }
+const strokes = []; // { ink: as drawn, path: the points of its figure, or null }
 let drawing = null; // the ink under the pen
 
 /** A pointer event as a point: fractions of the drawing area. */
@@ -15,7 +15,7 @@ const toPoint = ({ offsetX, offsetY, pressure }) => ({
   force: pressure,
 });
 
-const shown = ({ ink, figure }) => figure ?? ink;
+const shown = ({ ink, path }) => path ?? ink;
 
 function draw() {
   canvas.width = canvas.clientWidth * devicePixelRatio;
@@ -29,20 +29,20 @@ function draw() {
   }
 }
 
-/** Shows `ink` at once, and its figure as soon as the answer is there. */
+/** Shows `ink` at once, and its figure when the answer arrives. */
 async function add(ink) {
   const others = strokes.map(shown);
-  const stroke = { ink, figure: null };
+  const stroke = { ink, path: null };
   strokes.push(stroke);
   const { clientWidth: width, clientHeight: height } = canvas; // the size that the user sees
-  const { path, type } = await window.scrivo.idealise(ink, width, height, others);
-  if (type !== 0) stroke.figure = path; // 0: no figure, and the path is the ink
-  draw(); // unchanged, if the stroke was undone in the meantime
+  const { path, figure } = await window.scrivo.beautify(ink, width, height, others);
+  if (figure) stroke.path = path;
+  draw(); // no change if the stroke has been undone meanwhile
 }
 
 function undo() {
   const last = strokes.at(-1);
-  if (last?.figure) last.figure = null;
+  if (last?.path) last.path = null;
   else strokes.pop();
   draw();
 }
@@ -64,7 +64,7 @@ canvas.addEventListener('pointerup', () => {
 });
 
 canvas.addEventListener('pointercancel', () => {
-  drawing = null; // it was a palm, or the start of a gesture
+  drawing = null; // a palm or the start of a gesture
   draw();
 });
 

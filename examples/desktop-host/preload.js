@@ -1,11 +1,11 @@
 'use strict';
 
-// All that the page gets to see: one function. Strokes and figures are plain
-// objects, which cross the border between the two worlds as copies.
+// The page sees one function. Strokes and answers are plain objects, of which each
+// side gets a copy.
 
 const { contextBridge, ipcRenderer } = require('electron');
 
 contextBridge.exposeInMainWorld('scrivo', {
-  idealise: (stroke, width, height, otherStrokes) =>
-    ipcRenderer.invoke('scrivo:idealise', { stroke, width, height, otherStrokes }),
+  beautify: (stroke, width, height, others) =>
+    ipcRenderer.invoke('scrivo:beautify', { stroke, width, height, others }),
 });

@@ -1,6 +1,7 @@
 'use strict';
 
-// The package as its users get it: packed, then installed into an empty project.
+// The packages as their users get them: packed, then installed into empty projects, the
+// engines alone and the command line with them.
 // The archive holds the module of this build, as the prebuilt file of this system. npm is
 // held to --offline, with the dependencies taken from this clone's node_modules: the test
 // needs no network and no cache, and a dependency that package.json lacks stays missing.
@@ -19,6 +20,7 @@ const folder = fs.realpathSync(fs.mkdtempSync(path.join(os.tmpdir(), 'scrivo-ins
 after(() => fs.rmSync(folder, { recursive: true }));
 const project = path.join(folder, 'project');
 const installed = path.join(project, 'node_modules', 'scrivo');
+const COMMAND = 'packages/cli';
 
 const THIS_TARGET = `${process.platform}-${process.arch}`;
 const PREBUILT = moduleNames().map((name) => `prebuilds/${THIS_TARGET}/${name}.node`);
@@ -38,53 +40,68 @@ function copy(name, to) {
   fs.copyFileSync(path.join(ROOT, name), to);
 }
 
-/** Packs a copy of the clone; what npm says about the archive. */
-function pack() {
+/** Packs packages of a copy of the clone; what npm says about each archive. */
+function pack(...places) {
   const clone = path.join(folder, 'clone');
   for (const name of trackedFiles()) copy(name, path.join(clone, name));
   for (const file of PREBUILT) {
     copy(path.join('build', 'release', path.basename(file)), path.join(clone, file));
   }
-  return JSON.parse(npm(clone, 'pack', '--json', '--pack-destination', folder))[0];
+  const packed = (place) =>
+    JSON.parse(npm(path.join(clone, place), 'pack', '--json', '--pack-destination', folder))[0];
+  return places.map(packed);
 }
 
 /**
- * Every package that one in the lock file needs, by name, as the folder that it is
- * installed in here: a project can then be filled without asking a registry.
+ * Every package of a registry that one in the lock file needs, by name, as the folder that it
+ * is installed in here: a project can then be filled without asking the registry.
  */
-function dependencies() {
+function dependencies(place) {
   const { packages } = JSON.parse(fs.readFileSync(path.join(ROOT, 'package-lock.json'), 'utf8'));
   const found = {};
   const visit = (entry) => {
-    for (const name of Object.keys(entry.dependencies ?? {}).filter((key) => !found[key])) {
-      found[name] = `file:${path.join(ROOT, 'node_modules', name)}`;
-      visit(packages[`node_modules/${name}`]);
+    for (const name of Object.keys(entry.dependencies ?? {})) {
+      const needed = packages[`node_modules/${name}`];
+      if (found[name] || needed.link) continue;
+      found[name] = folderOf(name);
+      visit(needed);
     }
   };
-  visit(packages['']);
+  visit(packages[place]);
   return found;
 }
 
-function install(archive) {
-  fs.mkdirSync(project, { recursive: true });
-  const manifest = { private: true, dependencies: dependencies() };
-  fs.writeFileSync(path.join(project, 'package.json'), JSON.stringify(manifest));
+const folderOf = (name) => `file:${path.join(ROOT, 'node_modules', name)}`;
+const archiveOf = ({ filename }) => path.join(folder, filename);
+
+/** Makes a project with these packages, and installs others into it. */
+function install(to, needed, ...wanted) {
+  fs.mkdirSync(to, { recursive: true });
+  const manifest = { private: true, dependencies: needed };
+  fs.writeFileSync(path.join(to, 'package.json'), JSON.stringify(manifest));
   const options = ['--offline', '--ignore-scripts', '--install-links', '--omit=optional'];
-  npm(project, 'install', ...options, '--no-audit', '--no-fund', archive);
+  npm(to, 'install', ...options, '--no-audit', '--no-fund', ...wanted);
 }
 
-describe('the archive', () => {
+/** What npm noted of the packages in a project. */
+const readLock = (of) =>
+  JSON.parse(fs.readFileSync(path.join(of, 'node_modules', '.package-lock.json'), 'utf8'));
+
+const CIRCLE = `Array.from({ length: 65 }, (_, i) => ({
+  x: 0.5 + 0.4 * Math.cos(i * Math.PI / 32), y: 0.5 + 0.4 * Math.sin(i * Math.PI / 32) }))`;
+
+describe('the archive of the engines', () => {
   let archive;
   let names;
   before(() => {
-    archive = pack();
+    [archive] = pack('');
     names = archive.files.map((file) => file.path);
-    install(path.join(folder, archive.filename));
+    install(project, dependencies(''), archiveOf(archive));
   });
 
   test('holds what is run, what it is built from, and nothing else', () => {
     const inFolder =
-      /^(bin|examples|lib|src|subproject|templates)\/|^docs\/(images\/)?[^/]+\.(md|svg)$/;
+      /^(examples|lib|src|subproject|templates)\/|^docs\/(images\/)?[^/]+\.(md|svg)$/;
     const alone = `CHANGELOG.md CMakeLists.txt CMakePresets.json CONTRIBUTING.md LICENSE README.md
       cmake/ScrivoCompileOptions.cmake cmake/ScrivoConfig.cmake.in package.json
       tools/build.js tools/setup.js tools/support/run.js`.split(/\s+/);
@@ -103,15 +120,20 @@ describe('the archive', () => {
     assert.ok(archive.unpackedSize - modules.reduce((sum, { size }) => sum + size, 0) < 0.85e6);
   });
 
+  test('adds one package to a project', () => {
+    const listed = JSON.parse(npm(project, 'ls', '--all', '--omit=dev', '--json'));
+    assert.deepEqual(Object.keys(listed.dependencies), ['scrivo']);
+    assert.equal(listed.dependencies.scrivo.dependencies, undefined);
+    const { packages } = readLock(project);
+    assert.deepEqual(Object.keys(packages), ['node_modules/scrivo']);
+  });
+
   test('runs nothing when it is installed', () => {
-    const lock = path.join(project, 'node_modules', '.package-lock.json');
-    const entry = JSON.parse(fs.readFileSync(lock, 'utf8')).packages['node_modules/scrivo'];
+    const entry = readLock(project).packages['node_modules/scrivo'];
     assert.equal(entry.version, require('../../package.json').version);
     assert.equal(entry.hasInstallScript, undefined);
   });
 
-  const CIRCLE = `Array.from({ length: 65 }, (_, i) => ({
-    x: 0.5 + 0.4 * Math.cos(i * Math.PI / 32), y: 0.5 + 0.4 * Math.sin(i * Math.PI / 32) }))`;
   const USE = `
     scrivo.initScrivo(scrivo.templates);
     const { path, type } = scrivo.optimizeAStroke(${CIRCLE}, 400, 400, []);
@@ -130,14 +152,6 @@ describe('the archive', () => {
     });
   }
 
-  test('brings the command along', () => {
-    const command = path.join(project, 'node_modules', '.bin', 'scrivo');
-    const points = eval(CIRCLE).map(({ x, y }) => [400 * x, 400 * y]);
-    const input = JSON.stringify({ points });
-    const output = execFileSync(command, ['idealise', '-'], { encoding: 'utf8', input });
-    assert.equal(JSON.parse(output).figure, 'ellipse');
-  });
-
   const resolutions = {
     nodenext: { module: 'nodenext', include: ['*.mts', '*.cts'] },
     bundler: { module: 'preserve', include: ['*.mts'] },
@@ -145,7 +159,7 @@ describe('the archive', () => {
   };
   for (const [resolution, { include, ...options }] of Object.entries(resolutions)) {
     test(`is understood by TypeScript (${resolution})`, () => {
-      fs.cpSync(path.join(ROOT, 'test', 'node', 'types'), project, { recursive: true });
+      fs.cpSync(path.join(ROOT, 'test', 'lib', 'types'), project, { recursive: true });
       const compilerOptions = {
         ...{ ...options, target: 'es2022', moduleResolution: resolution, types: [] },
         ...{ strict: true, skipLibCheck: false, exactOptionalPropertyTypes: true, noEmit: true },
@@ -174,11 +188,45 @@ describe('the archive', () => {
 
   // Every source is in the archive, see above: what is left is that they are found.
   test('can be built from its sources', () => {
-    const options = ['-DSCRIVO_TESTS=OFF', '-DSCRIVO_BENCH=OFF'];
-    execFileSync('cmake', ['--preset', 'release', ...options], { cwd: installed });
+    // What the sources include, and no user of the prebuilt files needs.
+    const headers = ['node-addon-api', 'node-api-headers'];
+    const configure = ['--preset', 'release', '-DSCRIVO_DEVELOPER=OFF'];
+    const build = () => start(path.join(installed, 'tools', 'build.js'));
+    assert.match(build().stderr, /`npm install --save-dev node-addon-api node-api-headers`/);
+    npm(project, 'install', '--offline', '--install-links', ...headers.map(folderOf));
+    execFileSync('cmake', configure, { cwd: installed });
     const list = ['-C', path.join(installed, 'build', 'release'), '-t', 'targets', 'all'];
     const made = execFileSync('ninja', list, { encoding: 'utf8' });
     for (const name of moduleNames()) assert.match(made, new RegExp(`^${name}\\.node: `, 'm'));
     fs.rmSync(path.join(installed, 'build'), { recursive: true });
+  });
+});
+
+describe('the archive of the command line', () => {
+  const commands = path.join(folder, 'commands');
+  let archive;
+  before(() => {
+    const archives = pack('', COMMAND);
+    archive = archives[1];
+    install(commands, dependencies(COMMAND), ...archives.map(archiveOf));
+  });
+
+  test('holds the program, and nothing else', () => {
+    const expected = trackedFiles()
+      .filter((name) => name.startsWith(`${COMMAND}/`))
+      .map((name) => path.posix.relative(COMMAND, name));
+    assert.deepEqual(archive.files.map((file) => file.path).sort(), expected.sort());
+  });
+
+  test('brings a command that answers with the engines beside it', () => {
+    const command = path.join(commands, 'node_modules', '.bin', 'scrivo');
+    const points = eval(CIRCLE).map(({ x, y }) => [400 * x, 400 * y]);
+    const input = JSON.stringify({ points });
+    for (const engine of ['exact', 'beautifier']) {
+      const args = ['idealise', '--engine', engine, '-'];
+      const output = execFileSync(command, args, { encoding: 'utf8', input });
+      assert.equal(JSON.parse(output).figure, 'ellipse');
+    }
+    assert.equal(readLock(commands).packages['node_modules/scrivo'].link, undefined);
   });
 });

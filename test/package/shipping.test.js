@@ -4,7 +4,8 @@ const assert = require('node:assert/strict');
 const fs = require('node:fs');
 const { describe, test } = require('node:test');
 
-const { scripts } = require('../../package.json');
+const manifest = require('../../package.json');
+const commandManifest = require('../../packages/cli/package.json');
 const { findNative } = require('../../lib/native.js');
 const { compareVersions, judgeContents } = require('../../tools/publish-check.js');
 const { targetOf } = require('../../tools/support/modules.js');
@@ -46,9 +47,11 @@ describe('what is shipped', () => {
   });
 
   test('bears one version', () => {
-    const texts = (core, entry) => ({
+    const texts = (core, entry, command = '1.2.3') => ({
       'package.json': '{ "version": "1.2.3" }',
       'CMakeLists.txt': `cmake_minimum_required(VERSION 3.25)\nproject(scrivo VERSION ${core} X)`,
+      'packages/cli/package.json': `{
+        "version": "${command}", "dependencies": { "scrivo": "^${command}" } }`,
       'CHANGELOG.md': `# Changelog\n\n## [${entry}] - 2026-01-01\n\n## [1.2.2]\n`,
     });
     assert.deepEqual(compareVersions(texts('1.2.3', '1.2.3')), []);
@@ -56,10 +59,14 @@ describe('what is shipped', () => {
       'CMakeLists.txt says 1.2.2, package.json 1.2.3',
       'CHANGELOG.md says Unreleased, package.json 1.2.3',
     ]);
+    assert.deepEqual(compareVersions(texts('1.2.3', '1.2.3', '1.2.2')), [
+      'packages/cli/package.json says 1.2.2, package.json 1.2.3',
+      'the dependency of packages/cli says 1.2.2, package.json 1.2.3',
+    ]);
   });
 
   test('has no script that npm would run unasked', () => {
-    const names = Object.keys(scripts);
+    const names = [manifest, commandManifest].flatMap(({ scripts }) => Object.keys(scripts ?? {}));
     const events = [...names, 'install', 'pack', 'publish', 'version', 'prepare'];
     const hooks = events.flatMap((name) => [`pre${name}`, `post${name}`]);
     const unasked = [...hooks, 'install', 'prepare'].filter((name) => names.includes(name));

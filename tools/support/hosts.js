@@ -8,17 +8,20 @@ const { linkForMusl } = require('./musl-library.js');
 const { countBun, countDeno, countTap } = require('./test-counts.js');
 
 /**
- * The tests of the package. The others in test/node are of the tools, the page
- * and the command line, which are for the Node of the checkout. `cases` compares
- * bits where the module's C library and processor are those of the core, and
- * allows for the tolerance that a case states elsewhere.
+ * The tests of the package's modules and entries. `cases` compares bits where the module's C
+ * library and processor are those of the core, and allows for the tolerance that a case states
+ * elsewhere.
  */
 const TEST_FILES = [
-  'cases.test.js',
-  'binding.test.js',
-  'beautifier.test.js',
-  'package.test.js',
-  'loading.test.js',
+  'lib/beautifier.test.js',
+  'lib/cases.test.js',
+  'lib/index.test.js',
+  'lib/native.test.js',
+  'lib/packing.test.js',
+  'src/beautifier.test.js',
+  'src/loading.test.js',
+  'src/point-transfer.test.js',
+  'src/scrivo.test.js',
 ];
 
 /** Each kind's way of running a test file; `preload` is a script to run before it, if any. */

@@ -1,8 +1,9 @@
 #include "Beautifier/Beautifier.h"
 
-#include "Beautifier/Evidence.h"
-#include "Beautifier/Idealise.h"
-#include "Beautifier/Score.h"
+#include "Beautifier/figures/Families.h"
+#include "Beautifier/fit/Evidence.h"
+#include "Beautifier/ink/Outline.h"
+#include "Beautifier/judge/Score.h"
 
 #include <algorithm>
 #include <cmath>
@@ -14,28 +15,25 @@ namespace Scrivo {
 
 namespace {
 
+using beautifier::Evidence;
+using beautifier::Family;
 using beautifier::Frame;
 using beautifier::Ideal;
+using beautifier::Ink;
 using beautifier::Verdict;
 
 // Below this probability a stroke resembles no figure at all.
 constexpr double RESEMBLANCE = 0.1;
 
-std::int32_t codeOf(FigureFamily family) {
-    switch (family) {
-        case FigureFamily::DOT:
-            return FIGURE_POINT;
-        case FigureFamily::LINE:
-            return FIGURE_LINE;
-        case FigureFamily::ANGLE:
-            return FIGURE_ANGLE;
-        case FigureFamily::TRIANGLE:
-        case FigureFamily::QUADRANGLE:
-            return FIGURE_POLYGON;
-        case FigureFamily::ELLIPSE:
-            return FIGURE_ELLIPSE;
+/// A verdict that needs no fit, where a family has one.
+std::optional<Verdict> judgeUnfitted(const Ink& ink, const Frame& frame,
+                                     const BeautifierOptions& options) {
+    for (const Family& family : beautifier::families()) {
+        if (auto verdict = family.judgeUnfitted(ink, frame, options)) {
+            return verdict;
+        }
     }
-    return FIGURE_NONE;
+    return std::nullopt;
 }
 
 Beautified asDrawn(std::span<const Point2D> stroke, Reason reason, double confidence) {
@@ -77,16 +75,6 @@ bool isFinite(const std::vector<Point2D>& path) {
                        [](const Point2D& p) { return std::isfinite(p.x) && std::isfinite(p.y); });
 }
 
-Beautified answerWith(std::vector<Point2D> path, const Figure& figure, const Verdict& verdict) {
-    Beautified answer;
-    answer.path = std::move(path);
-    answer.figure = figure;
-    answer.type = codeOf(verdict.family);
-    answer.confidence = verdict.probability();
-    answer.reason = Reason::RECOGNISED;
-    return answer;
-}
-
 /// Why a stroke with this verdict stays ink, if it does.
 Reason objection(const Verdict& verdict, const BeautifierOptions& options) {
     if (!(verdict.logit + beautifier::thresholdShift(options.sensitivity) > verdict.threshold)) {
@@ -104,7 +92,7 @@ void check(const BeautifierOptions& options) {
         throw std::invalid_argument("sensitivity must be from 0 to 1");
     }
     for (const FigureFamily family : options.figures) {
-        if (codeOf(family) == FIGURE_NONE) {
+        if (beautifier::findFamily(family) == nullptr) {
             throw std::invalid_argument("figures holds a value that is no FigureFamily");
         }
     }
@@ -112,43 +100,53 @@ void check(const BeautifierOptions& options) {
 
 }  // namespace
 
+std::set<FigureFamily> allFamilies() {
+    std::set<FigureFamily> all;
+    for (const Family& family : beautifier::families()) {
+        all.insert(family.family);
+    }
+    return all;
+}
+
 Beautifier::Beautifier(BeautifierOptions options) : m_options(std::move(options)) {
     check(m_options);
 }
 
 Beautified Beautifier::beautify(std::span<const Point2D> stroke, double width, double height,
                                 std::span<const std::vector<Point2D>> others) const {
-    const Frame frame = beautifier::measure(stroke, width, height);
+    const Ink ink{stroke, width, height};
+    const Frame frame = beautifier::measure(ink);
     if (!frame.measurable || !(width > 0.0) || !(height > 0.0)) {
         return asDrawn(stroke, Reason::INVALID, 1.0);
     }
     if (frame.extent < m_options.minSize) {
         return asDrawn(stroke, Reason::TOO_SMALL, 1.0);
     }
-    const bool wantsDots = m_options.figures.count(FigureFamily::DOT) > 0;
-    std::optional<Verdict> verdict = beautifier::judgeDot(stroke, width, height, frame, wantsDots);
-    std::optional<beautifier::Evidence> evidence;
+    Evidence evidence;
+    std::optional<Verdict> verdict = judgeUnfitted(ink, frame, m_options);
     if (!verdict) {
-        evidence = beautifier::examine(beautifier::resample(stroke, width, height, frame),
+        evidence = beautifier::examine(beautifier::resample(ink, frame),
                                        frame.length / frame.extent);
-        verdict = beautifier::judge(*evidence);
+        verdict = beautifier::judge(evidence);
     }
     const Reason reason = objection(*verdict, m_options);
     if (reason != Reason::RECOGNISED) {
         const bool isJudged = reason != Reason::NOT_WANTED;
         return asDrawn(stroke, reason, isJudged ? 1.0 - verdict->probability() : 1.0);
     }
-    const bool snaps = verdict->family == FigureFamily::LINE && m_options.nearbyStrokes;
+    const Family& family = *beautifier::findFamily(verdict->family);
+    const bool snaps = family.snaps && m_options.nearbyStrokes;
     const auto anchors = snaps ? anchorsOf(others, width, height) : std::vector<Point2D>();
-    Ideal ideal = evidence ? idealFigure(verdict->family, *evidence, frame, m_options, anchors)
-                           : beautifier::idealDot({frame.centre.x, frame.centre.y, 0.0});
-    if (m_options.insideArea && verdict->family != FigureFamily::LINE) {
+    Ideal ideal = family.idealise({frame, evidence, m_options, anchors});
+    if (m_options.insideArea && family.staysInside) {
         beautifier::moveInside(ideal, width, height);
     }
     // A figure in an area of next to no width may have no finite fractions of it.
     std::vector<Point2D> path = fractionsOf(std::move(ideal.outline), width, height);
-    return isFinite(path) ? answerWith(std::move(path), ideal.figure, *verdict)
-                          : asDrawn(stroke, Reason::INVALID, 1.0);
+    if (!isFinite(path)) {
+        return asDrawn(stroke, Reason::INVALID, 1.0);
+    }
+    return {std::move(path), family.code, verdict->probability(), ideal.figure, Reason::RECOGNISED};
 }
 
 }  // namespace Scrivo

@@ -1,35 +1,32 @@
 /// @file
-/// The beautifier: options, figures in parameters, answers.
+/// The beautifier: options and answers.
 #pragma once
 
-#include "Scrivo/Scrivo.h"
+#include "Beautifier/Figure.h"
 
-#include <array>
 #include <cstdint>
 #include <set>
 #include <span>
-#include <variant>
 #include <vector>
 
-/// Right about real ink: fits every figure to a stroke and answers with the one
-/// that wins, or with the stroke as drawn. Needs no templates. The answer does
-/// not depend on how densely or evenly the stroke was sampled.
+/// Recognises figures in freehand strokes: fits every family of figures to a
+/// stroke and answers with the ideal figure of the likeliest one, or with the
+/// stroke as drawn. Needs no templates. The answer is independent of the
+/// sampling rate and of how evenly the stroke was sampled.
 namespace Scrivo {
 
-/// What a stroke can be taken for. Circles are ellipses.
-enum class FigureFamily : std::uint8_t { DOT, LINE, ANGLE, TRIANGLE, QUADRANGLE, ELLIPSE };
+/// Every member of the enumeration.
+std::set<FigureFamily> allFamilies();
 
-/// What a beautifier is to look for, and how eagerly.
+/// Which figures a beautifier recognises, and how readily.
 struct BeautifierOptions {
     /// The figures wanted. A stroke that is taken for another one stays ink;
     /// only the short dash, a dot by default, becomes a line without dots.
-    std::set<FigureFamily> figures{FigureFamily::DOT,        FigureFamily::LINE,
-                                   FigureFamily::ANGLE,      FigureFamily::TRIANGLE,
-                                   FigureFamily::QUADRANGLE, FigureFamily::ELLIPSE};
+    std::set<FigureFamily> figures = allFamilies();
     /// Strokes whose longer side is below this many drawing-area units stay ink,
     /// dots included: small strokes are handwriting. At least 0 and finite.
     double minSize = 0.0;
-    /// From 0 (only sure figures) to 1 (eager). Raising it never turns a figure
+    /// From 0 (only figures beyond doubt) to 1 (readily). Raising it never turns a figure
     /// back into ink and never makes another figure of it.
     double sensitivity = 0.5;
     /// Nearly horizontal and vertical lines, legs and axes of ellipses become
@@ -45,70 +42,6 @@ struct BeautifierOptions {
     bool insideArea = true;
 };
 
-// Parameters of the ideal figures, in drawing-area units, y downwards. Points
-// have force 0.
-
-/// A tap.
-struct DotFigure {
-    Point2D centre;  ///< of the rings that are drawn
-};
-
-/// A straight line.
-struct LineFigure {
-    Point2D from;  ///< where the pen was put down
-    Point2D to;    ///< where it was lifted
-};
-
-/// Two straight legs.
-struct AngleFigure {
-    Point2D from;          ///< where the pen was put down
-    Point2D vertex;        ///< where the legs meet
-    Point2D to;            ///< where the pen was lifted
-    double opening = 0.0;  ///< radians, from 0 to pi
-};
-
-/// A right triangle that is isosceles too counts as right.
-enum class TriangleKind : std::uint8_t { GENERAL, EQUILATERAL, ISOSCELES, RIGHT };
-
-/// A closed outline of three edges.
-struct TriangleFigure {
-    std::array<Point2D, 3> corners;             ///< in drawing order
-    TriangleKind kind = TriangleKind::GENERAL;  ///< what it was made to be
-};
-
-/// The most special kind counts: a square is called neither rectangle nor rhombus.
-enum class QuadrangleKind : std::uint8_t {
-    GENERAL,
-    SQUARE,
-    RECTANGLE,
-    RHOMBUS,
-    PARALLELOGRAM,
-    TRAPEZOID
-};
-
-/// A closed outline of four edges.
-struct QuadrangleFigure {
-    std::array<Point2D, 4> corners;                 ///< in drawing order
-    QuadrangleKind kind = QuadrangleKind::GENERAL;  ///< what it was made to be
-};
-
-/// An ellipse whose axes are equally long.
-struct CircleFigure {
-    Point2D centre;       ///< of the outline
-    double radius = 0.0;  ///< above 0
-};
-
-/// An ellipse that is no circle.
-struct EllipseFigure {
-    Point2D centre;         ///< of the outline
-    Point2D radii;          ///< along the first (x) and the second axis (y)
-    double rotation = 0.0;  ///< of the first axis, radians, within [-pi/4, pi/4]
-};
-
-/// `std::monostate` when the stroke stays as drawn.
-using Figure = std::variant<std::monostate, DotFigure, LineFigure, AngleFigure, TriangleFigure,
-                            QuadrangleFigure, CircleFigure, EllipseFigure>;
-
 /// Why a stroke stays as drawn.
 enum class Reason : std::uint8_t {
     RECOGNISED,  ///< it does not: a figure was recognised
@@ -122,9 +55,9 @@ enum class Reason : std::uint8_t {
 
 /// The answer to one stroke.
 struct Beautified {
-    /// Fractions of the drawing area: the figure's outline as the other engine
-    /// draws it (a dot of 64, a line of 21, an angle of 42, an ellipse of 85
-    /// points, 21 an edge), or the stroke as drawn.
+    /// Fractions of the drawing area: the figure's outline with as many points as
+    /// the template engine draws (a dot 64, a line 21, an angle 42, an ellipse 85,
+    /// a polygon 21 an edge), or the stroke as drawn.
     std::vector<Point2D> path;
     std::int32_t type = FIGURE_NONE;  ///< a `FigureType`
     /// Probability, from 0 to 1, that the answer is right: calibrated on strokes

@@ -1,38 +1,19 @@
 #include "Scrivo/Ellipse.h"
 
-#include "Scrivo/detail/Ellipse.h"
+#include "Scrivo/detail/Dot.h"
+#include "Scrivo/detail/EllipseShape.h"
+#include "Scrivo/detail/Geometry.h"
+#include "Scrivo/detail/Sampling.h"
 
 #include <Eigen/Eigenvalues>
 #include <Eigen/LU>
 #include <cmath>
 #include <limits>
-#include <numbers>
 #include <vector>
 
 namespace Scrivo {
 
 namespace {
-
-constexpr double PI = std::numbers::pi;
-static_assert(PI == 3.141592653589793);
-
-/// Segments of an ellipse's outline.
-constexpr int OUTLINE_SEGMENTS = 84;
-/// Radii whose ratio lies strictly between these become a circle.
-constexpr double CIRCLE_RATIO_MIN = 0.8;
-constexpr double CIRCLE_RATIO_MAX = 1.25;
-/// Radians below which a rotation becomes 0.
-constexpr double LEVEL_ANGLE = 0.26;
-
-/// A stroke of more points is a dot whatever its pressure.
-constexpr std::size_t DOT_POINTS_MAX = 25;
-/// A stroke of fewer points never is.
-constexpr std::size_t DOT_POINTS_MIN = 9;
-/// Mean pressure that a dot in between exceeds.
-constexpr double DOT_FORCE = 0.65;
-/// Segments of a dot's ring, and the rings' radii in drawing-area units.
-constexpr int RING_SEGMENTS = 20;
-constexpr double RING_RADII[] = {2.5, 1.5, 0.5};
 
 /// a x^2 + 2b xy + c y^2 + 2d x + 2f y + g = 0, all but the constant g. Reading
 /// a coefficient that the vector does not have aborts, in release builds too.
@@ -53,7 +34,7 @@ Point2D axisLengths(const Conic& q, double g) {
                            2 * q.b * q.d * q.f - q.a * q.c * g);
     const double difference = q.a - q.c;
     // In single precision on purpose: the radii decide the snap to a circle,
-    // and a figure must not change sides of that bound between releases.
+    // and no figure may cross that bound from one release to the next.
     const double s = std::sqrt(static_cast<float>(1 + 4 * (q.b * q.b) / (difference * difference)));
     const double num = q.b * q.b - q.a * q.c;
     const double down1 = num * ((q.c - q.a) * s - (q.c + q.a));
@@ -92,14 +73,7 @@ VectorXd fit(const MatrixXd& x, const MatrixXd& y) {
     return solver.eigenvectors().col(largest).real();
 }
 
-using detail::EllipseShape;
-
-bool isComplete(const EllipseShape& e) {
-    return !std::isnan(e.centre.x) && !std::isnan(e.centre.y) && !std::isnan(e.radii.x) &&
-           !std::isnan(e.radii.y) && !std::isnan(e.angle);
-}
-
-EllipseShape fitShape(detail::Stroke stroke) {
+detail::EllipseShape fitShape(detail::Stroke stroke) {
     const auto n = static_cast<Eigen::Index>(stroke.size());
     MatrixXd x(n, 1);
     MatrixXd y(n, 1);
@@ -114,86 +88,7 @@ EllipseShape fitShape(detail::Stroke stroke) {
             ellipse_angle_of_rotation(coefficients)};
 }
 
-void appendRing(std::vector<Point2D>& out, const Point2D& centre, double radius) {
-    for (int i = 0; i <= RING_SEGMENTS; ++i) {
-        const double a = (i % RING_SEGMENTS) * PI * 2 / RING_SEGMENTS;
-        out.push_back({centre.x + radius * std::cos(a), centre.y + radius * std::sin(a), 0.0});
-    }
-}
-
 }  // namespace
-
-namespace detail {
-
-EllipseShape rounded(EllipseShape e) {
-    const double ratio = e.radii.x / e.radii.y;
-    if (ratio > CIRCLE_RATIO_MIN && ratio < CIRCLE_RATIO_MAX) {
-        e.radii.x = e.radii.y = (e.radii.x + e.radii.y) / 2;
-    }
-    return e;
-}
-
-EllipseShape levelled(EllipseShape e) {
-    if (std::abs(e.angle) < LEVEL_ANGLE) {
-        e.angle = 0.0;
-    }
-    return e;
-}
-
-void appendEllipse(std::vector<Point2D>& out, const EllipseShape& e) {
-    for (int i = 0; i <= OUTLINE_SEGMENTS; ++i) {
-        // The last point takes the first one's parameter and closes the outline.
-        const double t = (i % OUTLINE_SEGMENTS) / static_cast<double>(OUTLINE_SEGMENTS);
-        const double phi = (t + t) * PI;
-        const Point2D p{e.centre.x + e.radii.x * std::cos(phi),
-                        e.centre.y + e.radii.y * std::sin(phi), 0.0};
-        out.push_back(rotation(p, e.centre, e.angle));
-    }
-}
-
-bool isPoint(Stroke stroke) {
-    const std::size_t n = stroke.size();
-    if (n > DOT_POINTS_MAX) {
-        return true;
-    }
-    if (n < DOT_POINTS_MIN) {
-        return false;
-    }
-    double sum = 0.0;
-    for (const Point2D& p : stroke) {
-        if (p.force > 0.0) {
-            sum += p.force;
-        }
-    }
-    return sum / static_cast<double>(n) > DOT_FORCE;
-}
-
-std::int64_t reDrawPoint(std::vector<Point2D>& out, Stroke stroke) {
-    Point2D sum;
-    for (const Point2D& p : stroke) {
-        sum.x += p.x;
-        sum.y += p.y;
-    }
-    const auto n = static_cast<double>(stroke.size());
-    const Point2D centre{sum.x / n, sum.y / n, 0.0};
-    for (const double radius : RING_RADII) {
-        appendRing(out, centre, radius);
-    }
-    out.push_back(centre);
-    return static_cast<std::int64_t>(out.size());
-}
-
-std::int64_t reDrawEllipse(std::vector<Point2D>& out, Stroke stroke, std::int32_t /*width*/,
-                           std::int32_t /*height*/) {
-    const EllipseShape shape = fitShape(stroke);
-    if (!isComplete(shape)) {
-        return 0;
-    }
-    appendEllipse(out, levelled(rounded(shape)));
-    return static_cast<std::int64_t>(out.size());
-}
-
-}  // namespace detail
 
 VectorXd fitEllipse(MatrixXd x, MatrixXd y) {
     return fit(x, y);
@@ -224,11 +119,7 @@ Point2D ellipseAxis(double cx, double cy, double ra, double rb, double x, double
 }
 
 Point2D rotation(Point2D p, Point2D c, double angle) {
-    const double dx = p.x - c.x;
-    const double dy = p.y - c.y;
-    const double cosine = std::cos(angle);
-    const double sine = std::sin(angle);
-    return {c.x + dx * cosine - dy * sine, c.y + dx * sine + dy * cosine, 0.0};
+    return detail::rotatedCounterClockwise(p, c, angle);
 }
 
 bool isPoint(std::vector<Point2D> stroke) {
@@ -240,8 +131,13 @@ std::int64_t reDrawPoint(std::vector<Point2D>& out, std::vector<Point2D> stroke)
 }
 
 std::int64_t reDrawEllipse(std::vector<Point2D>& out, std::vector<Point2D> stroke,
-                           std::int32_t width, std::int32_t height) {
-    return detail::reDrawEllipse(out, stroke, width, height);
+                           std::int32_t /*width*/, std::int32_t /*height*/) {
+    const detail::EllipseShape shape = fitShape(stroke);
+    if (!detail::isComplete(shape)) {
+        return 0;
+    }
+    detail::appendEllipse(out, detail::levelled(detail::rounded(shape)));
+    return detail::sizeOf(out);
 }
 
 }  // namespace Scrivo

@@ -2,12 +2,12 @@
 /// Ellipses and dots: fits and redraws.
 #pragma once
 
-#include "Scrivo/Scrivo.h"
+#include "Scrivo/Types.h"
 
 #include <cstdint>
 #include <vector>
 
-// The matrix types are only named here, so that users of the library need no
+// The matrix types are only declared here, so that users of the library need no
 // Eigen headers. Include <Eigen/Core> to call the functions that take them.
 namespace Eigen {
 template <typename Scalar, int Rows, int Cols, int Options, int MaxRows, int MaxCols>
@@ -46,9 +46,9 @@ Point2D ellipse_axis_length(VectorXd coefficients);
 float ellipse_angle_of_rotation(VectorXd coefficients);
 
 /// The two ordinates (upper sum, lower difference) at abscissa `x` of the
-/// axis-parallel ellipse about (`cx`, `cy`) with radii `ra` and `rb`. At its ends
-/// and beyond, to be exact where 1 - (x - cx)^2 / ra^2 is below 0.001, it is the
-/// centre's height twice. The last argument is ignored.
+/// axis-parallel ellipse about (`cx`, `cy`) with radii `ra` and `rb`. Where
+/// 1 - (x - cx)^2 / ra^2 is below 0.001, at its ends and beyond, both are `cy`.
+/// The last argument is ignored.
 Point2D ellipseAxis(double cx, double cy, double ra, double rb, double x, double unused);
 
 /// `p` turned about `c` by `angle` radians, counter-clockwise with y up.
@@ -58,7 +58,7 @@ Point2D rotation(Point2D p, Point2D c, double angle);
 /// first, force 0. Radii whose ratio lies strictly between 0.8 and 1.25 become
 /// equal, a rotation strictly below 0.26 radians becomes 0. Appends to `out`
 /// and returns out.size(); returns 0 and appends nothing when the fit fails.
-/// The two integers are accepted and ignored.
+/// The two integers are ignored.
 std::int64_t reDrawEllipse(std::vector<Point2D>& out, std::vector<Point2D> stroke,
                            std::int32_t width, std::int32_t height);
 

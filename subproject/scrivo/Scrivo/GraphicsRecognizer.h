@@ -1,14 +1,13 @@
 /// @file
-/// What the template recogniser stores and answers.
+/// Templates, and what comes of comparing a stroke with them.
 #pragma once
 
-#include "Scrivo/Scrivo.h"
+#include "Scrivo/Types.h"
 
 #include <cstdint>
 #include <string>
 #include <vector>
 
-/// What the template recogniser stores and answers.
 namespace Scrivo {
 
 /// Axis-parallel box.
@@ -26,11 +25,11 @@ struct GraphicTemplate {
     std::vector<Point2D> points;  ///< the outline in normal form, every force 0
 };
 
-/// What a stroke was taken for.
+/// What a stroke was recognised as.
 struct RecognitionResult {
     std::int32_t id = 0;  ///< of the best template, or 0
     std::string name;     ///< of the best template, or "Unknown"
-    /// That the best template reached, at most 1, sufficient or not; -1 when the
+    /// Of the best template, at most 1, whether or not it sufficed; -1 when the
     /// stroke was rejected before any comparison.
     double score = 0.0;
 };

@@ -2,7 +2,7 @@
 /// Straight lines, angles and polygons: tests, regularisers and redraws.
 #pragma once
 
-#include "Scrivo/Scrivo.h"
+#include "Scrivo/Types.h"
 
 #include <cstdint>
 #include <vector>

@@ -1,24 +1,17 @@
 #include "Scrivo/Scrivo.h"
 
-#include "Scrivo/ScrivoUtil.h"
+#include "Scrivo/Ellipse.h"
 #include "Scrivo/TemplatesGraphicsRecognizer.h"
-#include "Scrivo/detail/Ellipse.h"
-#include "Scrivo/detail/Geometry.h"
-#include "Scrivo/detail/Polygon.h"
+#include "Scrivo/detail/Angle.h"
+#include "Scrivo/detail/Dot.h"
+#include "Scrivo/detail/DrawingArea.h"
+#include "Scrivo/detail/LineSnapping.h"
+#include "Scrivo/detail/PolygonOutline.h"
+#include "Scrivo/detail/StraightLine.h"
 
-#include <limits>
-#include <string>
 #include <utility>
-#include <vector>
 
 namespace Scrivo {
-
-const std::int32_t LIMIT = 10;
-const double RATIO_ANGLE = 0.95;
-const double RATIO_LINE = 0.965;
-const double ROTATION_THRESHOLD = 0.1;
-const double NEAR = 10.0;
-const double NUM_POINT = 20.0;
 
 namespace {
 
@@ -62,16 +55,7 @@ std::int32_t classify(detail::Stroke stroke, const Point2D& extent) {
     return figureOf(recogniser.recognizeView(stroke).id);
 }
 
-std::vector<Point2D> scaled(const std::vector<Point2D>& stroke, double width, double height) {
-    std::vector<Point2D> result;
-    result.reserve(stroke.size());
-    for (const Point2D& p : stroke) {
-        result.push_back({p.x * width, p.y * height, p.force});
-    }
-    return result;
-}
-
-/// An empty stroke has the centroid (NaN, NaN): no anchor to any line.
+/// An empty stroke has the centroid (NaN, NaN), which attracts no line.
 std::vector<Point2D> scaledCentroids(const std::vector<std::vector<Point2D>>& strokes, double width,
                                      double height) {
     std::vector<Point2D> result;
@@ -88,21 +72,6 @@ std::vector<Point2D> scaledCentroids(const std::vector<std::vector<Point2D>>& st
     return result;
 }
 
-/// Truncates towards zero; saturates, and takes NaN as 0, where the plain
-/// conversion would be undefined.
-std::int32_t truncated(float value) {
-    using Limits = std::numeric_limits<std::int32_t>;
-    // -2^31 is a float, 2^31 - 1 is not: the upper bound is 2^31, excluded.
-    constexpr float BOUND = 2147483648.0F;
-    if (value >= -BOUND && value < BOUND) {
-        return static_cast<std::int32_t>(value);
-    }
-    if (value < 0.0F) {
-        return Limits::min();
-    }
-    return value > 0.0F ? Limits::max() : 0;
-}
-
 /// The redrawn stroke and what it was redrawn as; `drawn` is 0 when the routine
 /// declined.
 struct Redrawn {
@@ -111,8 +80,8 @@ struct Redrawn {
     std::int64_t drawn = 0;
 };
 
-Redrawn redraw(std::int32_t code, detail::Stroke stroke, const std::vector<Point2D>& anchors,
-               float width, float height) {
+Redrawn redraw(std::int32_t code, const std::vector<Point2D>& stroke,
+               const std::vector<Point2D>& anchors) {
     Redrawn result;
     result.type = code;
     switch (code) {
@@ -126,8 +95,8 @@ Redrawn redraw(std::int32_t code, detail::Stroke stroke, const std::vector<Point
             result.drawn = detail::reDrawPolygon(result.path, stroke);
             break;
         case FIGURE_ELLIPSE:
-            result.drawn =
-                detail::reDrawEllipse(result.path, stroke, truncated(width), truncated(height));
+            // The last two arguments are ignored.
+            result.drawn = reDrawEllipse(result.path, stroke, 0, 0);
             break;
         default:
             result.drawn = detail::reDrawAngle(result.path, stroke);
@@ -142,22 +111,22 @@ Redrawn redraw(std::int32_t code, detail::Stroke stroke, const std::vector<Point
 /// stroke stays as it is.
 Redrawn idealise(const std::vector<Point2D>& stroke, float width, float height,
                  const std::vector<std::vector<Point2D>>& otherStrokes) {
-    const std::vector<Point2D> inUnits = scaled(stroke, width, height);
-    const std::int32_t code = classify(inUnits, detail::scaleOfGraph(inUnits));
+    const std::vector<Point2D> inUnits = detail::toUnits(stroke, width, height);
+    const std::int32_t code = classify(inUnits, detail::extentOf(inUnits));
     std::vector<Point2D> anchors;
     if (code == FIGURE_LINE) {
         anchors = scaledCentroids(otherStrokes, width, height);
     }
-    Redrawn result = redraw(code, inUnits, anchors, width, height);
+    Redrawn result = redraw(code, inUnits, anchors);
     if (result.drawn == 0) {
         return result;
     }
-    // A line may leave the drawing area: moving it would tear it off the
+    // A line may leave the drawing area: moving it would separate it from the
     // strokes that it was snapped to.
     if (result.type != FIGURE_LINE) {
-        boundCheck(result.path, width, height);
+        detail::moveInside(result.path, width, height);
     }
-    recover(result.path, width, height);
+    detail::toFractions(result.path, width, height);
     return result;
 }
 
@@ -176,7 +145,7 @@ bool initScrivo(std::vector<std::string> paths) {
         if (contains(path, "rectangle.template")) {
             rectangle = path;
         } else if (contains(path, "isosceles_triangle.template")) {
-            // Before the triangle: its name contains that one's.
+            // Tested before the triangle, whose name this one contains.
             isoscelesTriangle = path;
         } else if (contains(path, "triangle.template")) {
             triangle = path;
@@ -201,8 +170,8 @@ StrokeResult optimizeAStroke(std::vector<Point2D> stroke, float width, float hei
             return {std::move(redrawn.path), redrawn.type};
         }
     } catch (...) {
-        // Out of memory, or a path that cannot be resampled: nothing is lost,
-        // the stroke has not been touched.
+        // Out of memory, or a path that cannot be resampled. The stroke has not
+        // been changed.
     }
     return {std::move(stroke), FIGURE_NONE};
 }

@@ -4,11 +4,11 @@
 /// `force` of arguments is ignored and 0 in results. Nothing here fails:
 /// divisions by zero give the IEEE result (NaN, infinity). Lengths marked
 /// "single root" are the single-precision square root of a sum of squares that
-/// is formed in double and rounded to float once; every threshold counts on
-/// these values.
+/// is formed in double and rounded to float once; thresholds compare these
+/// values.
 #pragma once
 
-#include "Scrivo/Scrivo.h"
+#include "Scrivo/Types.h"
 
 #include <cstdint>
 #include <vector>

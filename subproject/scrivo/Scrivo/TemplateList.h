@@ -1,48 +1,52 @@
 /// @file
-/// Lists of templates that stay indexed.
+/// The recogniser's lists of templates.
 #pragma once
 
 #include "Scrivo/GraphicsRecognizer.h"
 
+#include <algorithm>
 #include <cstddef>
-#include <memory>
+#include <iterator>
 #include <utility>
 #include <vector>
 
 namespace Scrivo {
 
-namespace detail {
-class TemplateIndex;
-}
+class TemplatesGraphicsRecognizer;
 
-/// A vector of templates with an index for matching, which `push_back` keeps up
-/// to date. All else that could change an element goes through `edit()`: from
-/// then on every recognition first compares the list with its index (about
-/// 0.1 us a template) and does without the index when they differ. Read through
-/// a const reference to avoid that.
+/// A vector of templates that remembers whether its elements may have been
+/// changed. Once one was reachable through a reference that is not const, every
+/// recognition first compares the list with what was indexed (about 0.2 us a
+/// template) and indexes it again when they differ, during which loads and other
+/// recognitions wait. Read through a const reference to avoid that.
 class TemplateList {
 public:
     /// What the list holds.
     using Templates = std::vector<GraphicTemplate>;
 
-    TemplateList();
-    /// A list of templates that were made elsewhere, indexed.
-    TemplateList(Templates templates);
-    /// A copy makes an index of its own.
+    TemplateList() = default;
+    /// A list of templates that were made elsewhere.
+    TemplateList(Templates templates) : m_templates(std::move(templates)), m_isExposed(true) {}
+    /// As of a vector.
     /// @{
-    TemplateList(const TemplateList& other);
-    TemplateList(TemplateList&& other) noexcept;
-    TemplateList& operator=(const TemplateList& other);
-    TemplateList& operator=(TemplateList&& other) noexcept;
+    TemplateList(const TemplateList& other) = default;
+    TemplateList(TemplateList&& other) noexcept
+        : m_templates(std::move(other.m_templates)),
+          m_isExposed(std::exchange(other.m_isExposed, true)) {}
+    TemplateList& operator=(TemplateList other) noexcept {
+        m_templates.swap(other.m_templates);
+        m_isExposed = true;
+        return *this;
+    }
+    ~TemplateList() = default;
     /// @}
-    ~TemplateList();
 
-    /// Adds a template to the list and to its index.
-    void push_back(GraphicTemplate added);
+    /// Whether an element may have been changed other than by the recogniser.
+    [[nodiscard]] bool isExposed() const { return m_isExposed; }
 
     /// The vector, for any change.
     Templates& edit() {
-        m_edited = true;
+        m_isExposed = true;
         return m_templates;
     }
     /// The vector, to be changed or to be read only.
@@ -73,6 +77,7 @@ public:
     auto begin() { return edit().begin(); }
     auto end() { return edit().end(); }
 
+    void push_back(GraphicTemplate added) { edit().push_back(std::move(added)); }
     void clear() { edit().clear(); }
     void pop_back() { edit().pop_back(); }
     void resize(std::size_t size) { edit().resize(size); }
@@ -87,13 +92,22 @@ public:
     }
     /// @}
 
-    /// The index of exactly these templates, or null when there is none.
-    [[nodiscard]] const detail::TemplateIndex* index() const;
-
 private:
+    friend class TemplatesGraphicsRecognizer;
+
+    /// Makes room for `count` more templates, so that `append` cannot fail.
+    void reserveMore(std::size_t count) {
+        const std::size_t needed = m_templates.size() + count;
+        if (needed > m_templates.capacity()) {
+            m_templates.reserve(std::max(needed, 2 * m_templates.capacity()));
+        }
+    }
+    void append(Templates&& added) noexcept {
+        std::move(added.begin(), added.end(), std::back_inserter(m_templates));
+    }
+
     Templates m_templates;
-    std::unique_ptr<detail::TemplateIndex> m_index;
-    bool m_edited = false;
+    bool m_isExposed = false;
 };
 
 }  // namespace Scrivo

@@ -1,37 +1,51 @@
 #include "Scrivo/TemplatesGraphicsRecognizer.h"
 
+#include "Scrivo/detail/CornerScan.h"
 #include "Scrivo/detail/Geometry.h"
 #include "Scrivo/detail/PathNormalisation.h"
 #include "Scrivo/detail/RotationSearch.h"
-#include "Scrivo/detail/StrokeCorners.h"
 #include "Scrivo/detail/TemplateFile.h"
-#include "Scrivo/detail/TemplateIndex.h"
+#include "Scrivo/detail/TemplateSnapshot.h"
 
 #include <algorithm>
-#include <mutex>
+#include <cstddef>
+#include <iterator>
 #include <stdexcept>
 #include <utility>
 
 namespace Scrivo {
 
+namespace detail {
+
+LatestSnapshot::LatestSnapshot() : m_snapshot(std::make_shared<const TemplateSnapshot>()) {}
+
+std::shared_ptr<const TemplateSnapshot> LatestSnapshot::get() const {
+    const std::lock_guard guard(m_lock);
+    return m_snapshot;
+}
+
+/// The snapshot before is freed after the lock.
+void LatestSnapshot::set(std::shared_ptr<const TemplateSnapshot> next) noexcept {
+    const std::lock_guard guard(m_lock);
+    m_snapshot.swap(next);
+}
+
+}  // namespace detail
+
 namespace {
 
-constexpr std::int32_t RECTANGLE = 1;
-constexpr std::int32_t TRIANGLE = 2;
-constexpr std::int32_t ELLIPSE = 3;
-
 /// A stroke whose ends are farther apart than this share of its length is open.
-constexpr double LARGEST_GAP = 0.15;
+constexpr double MAX_GAP = 0.15;
 /// Share of straight pieces above which a stroke is compared with polygons.
 constexpr double STRAIGHT_SHARE = 0.5;
-/// From these numbers of corners on a stroke is no such figure.
-constexpr std::size_t POLYGON_CORNERS = 9;
-constexpr std::size_t ELLIPSE_CORNERS = 8;
-/// Below this share, or below this score, the share counts too.
-constexpr double SURE_SHARE = 0.66;
-constexpr double SURE_SCORE = 0.83;
+/// A stroke with more corners than these, its ends included, is no such figure.
+constexpr std::size_t MAX_POLYGON_CORNERS = 8;
+constexpr std::size_t MAX_ELLIPSE_CORNERS = 7;
+/// Below this share, or below this score, the score is multiplied by the share.
+constexpr double MIN_SURE_SHARE = 0.66;
+constexpr double MIN_SURE_SCORE = 0.83;
 /// The score of the worst match.
-constexpr double LEAST_SCORE = 0.8;
+constexpr double MIN_SCORE = 0.8;
 
 RecognitionResult unknown(double score) {
     return {0, "Unknown", score};
@@ -41,10 +55,10 @@ bool isClosed(detail::Stroke stroke) {
     if (stroke.size() < 2) {
         return false;
     }
-    const double length = detail::pathLength(stroke);
+    const double length = detail::doubleLength(stroke);
     // A NaN passes here and finds no template.
     return length != 0.0 &&
-           !(detail::pointDistance(stroke.back(), stroke.front()) / length > LARGEST_GAP);
+           !(detail::doubleDistance(stroke.back(), stroke.front()) / length > MAX_GAP);
 }
 
 double shareOfStraightPieces(detail::Stroke stroke, const std::vector<std::int32_t>& corners) {
@@ -61,63 +75,60 @@ double shareOfStraightPieces(detail::Stroke stroke, const std::vector<std::int32
 
 /// What a stroke is compared with, and how its score counts.
 struct Candidates {
-    const TemplateList& templates;
+    const detail::TemplateIndex& templates;
     double weight;
     double share;
 };
 
-Candidates chooseCandidates(const TemplatesGraphicsRecognizer& recognizer, detail::Stroke stroke) {
+Candidates chooseCandidates(const detail::TemplateSnapshot& snapshot, detail::Stroke stroke) {
     const std::vector<std::int32_t> corners = detail::strokeCorners(stroke);
-    if (corners.size() < 3) {
-        return {recognizer.allTemplates, 1.0, 1.0};
+    const std::size_t count = corners.size();
+    if (count < 3) {
+        return {snapshot.all, 1.0, 1.0};
     }
     const double share = shareOfStraightPieces(stroke, corners);
     if (share > STRAIGHT_SHARE) {
-        return {recognizer.polygonTemplates, corners.size() < POLYGON_CORNERS ? 1.0 : 0.0, share};
+        return {snapshot.polygons, count <= MAX_POLYGON_CORNERS ? 1.0 : 0.0, share};
     }
-    return {recognizer.ellipseTemplates, corners.size() < ELLIPSE_CORNERS ? 1.0 : 0.0, 1.0 - share};
+    return {snapshot.ellipses, count <= MAX_ELLIPSE_CORNERS ? 1.0 : 0.0, 1.0 - share};
 }
 
-detail::NormalForm normalForm(const TemplatesGraphicsRecognizer& recognizer) {
-    return {recognizer.numPoints, recognizer.squareSize, recognizer.rotationInvariant};
+detail::NormalForm normalForm(const TemplatesGraphicsRecognizer& recogniser) {
+    return {recogniser.numPoints, recogniser.squareSize, recogniser.rotationInvariant};
 }
 
-detail::RotationSearch rotationSearch(const TemplatesGraphicsRecognizer& recognizer) {
-    return {recognizer.angleRange, recognizer.anglePrecision, recognizer.goldenRatio};
+detail::RotationSearch rotationSearch(const TemplatesGraphicsRecognizer& recogniser) {
+    return {recogniser.angleRange, recogniser.anglePrecision, recogniser.goldenRatio};
 }
 
-detail::Match findMatch(detail::Stroke path, const TemplateList& templates,
-                        const detail::RotationSearch& search) {
-    const std::vector<GraphicTemplate>& list = templates;
-    if (search == detail::STANDARD_SEARCH) {
-        if (const detail::TemplateIndex* index = templates.index()) {
-            if (const auto match = index->match(path, list)) {
-                return *match;
-            }
-        }
-    }
-    return detail::matchPlainly(path, list, search);
-}
-
-RecognitionResult recognizeStroke(const TemplatesGraphicsRecognizer& recognizer,
-                                  detail::Stroke stroke) {
-    if (!isClosed(stroke)) {
-        return unknown(-1.0);
-    }
-    const Candidates candidates = chooseCandidates(recognizer, stroke);
-    if (candidates.templates.empty()) {
-        return unknown(-1.0);
-    }
-    const std::vector<Point2D> path = detail::normalizePath(stroke, normalForm(recognizer));
-    const detail::Match best = findMatch(path, candidates.templates, rotationSearch(recognizer));
-    const double score = 1.0 - best.distance / recognizer.halfDiagonal;
-    const bool isSure = !(candidates.share < SURE_SHARE || score < SURE_SCORE);
+RecognitionResult bestOf(const Candidates& candidates, detail::Stroke stroke,
+                         const TemplatesGraphicsRecognizer& settings) {
+    const std::vector<Point2D> path = detail::normalisePath(stroke, normalForm(settings));
+    const detail::Match best = candidates.templates.match(path, rotationSearch(settings));
+    const double score = 1.0 - best.distance / settings.halfDiagonal;
+    const bool isSure = !(candidates.share < MIN_SURE_SHARE || score < MIN_SURE_SCORE);
     const double final = candidates.weight * (isSure ? score : candidates.share * score);
-    if (best.index < 0 || LEAST_SCORE > final) {
+    if (best.index < 0 || MIN_SCORE > final) {
         return unknown(final);
     }
     const auto& winner = candidates.templates[static_cast<std::size_t>(best.index)];
     return {winner.id, winner.name, final};
+}
+
+/// Whether a list was indexed as it is now.
+bool isCurrent(const detail::TemplateIndex& index, const TemplateList& list) {
+    const std::vector<GraphicTemplate>& templates = list;
+    return !list.isExposed() || index.describes(templates);
+}
+
+void update(detail::TemplateIndex& index, const TemplateList& list) {
+    if (isCurrent(index, list)) {
+        return;
+    }
+    index = {};
+    for (const GraphicTemplate& t : list) {
+        index.append(std::make_shared<const GraphicTemplate>(t));
+    }
 }
 
 /// Appends the templates of a file in normal form.
@@ -125,7 +136,7 @@ void readTemplates(std::vector<GraphicTemplate>& out, const std::string& fileNam
                    const std::string& name, const detail::NormalForm& form) {
     const auto add = [&](const std::vector<Point2D>& path) {
         try {
-            out.push_back({id, name, detail::normalizePath(path, form)});
+            out.push_back({id, name, detail::normalisePath(path, form)});
         } catch (const std::domain_error&) {
             // No outline: its points are closer together than doubles are.
         }
@@ -146,7 +157,7 @@ TemplatesGraphicsRecognizer::TemplatesGraphicsRecognizer()
     : angleRange(detail::STANDARD_SEARCH.range),
       anglePrecision(detail::STANDARD_SEARCH.precision),
       goldenRatio(detail::STANDARD_SEARCH.goldenRatio),
-      numPoints(detail::Outline::POINTS) {}
+      numPoints(detail::STANDARD_POINTS) {}
 
 TemplatesGraphicsRecognizer& TemplatesGraphicsRecognizer::getInstance() {
     static TemplatesGraphicsRecognizer m_Instance;
@@ -168,35 +179,73 @@ void TemplatesGraphicsRecognizer::loadTemplatesFromFile(std::string rectangleFil
                                                         std::string ellipseFile) {
     const detail::NormalForm form = normalForm(*this);
     std::vector<GraphicTemplate> loaded;
-    readTemplates(loaded, rectangleFile, RECTANGLE, "rectangle", form);
-    readTemplates(loaded, triangleFile, TRIANGLE, "triangle", form);
-    readTemplates(loaded, isoscelesTriangleFile, TRIANGLE, "triangle", form);
-    readTemplates(loaded, ellipseFile, ELLIPSE, "ellipse", form);
-    // Only now: threads that recognise need not wait for the files, and the
-    // templates of two loads do not mix.
-    const std::unique_lock guard(m_lock);
-    for (GraphicTemplate& added : loaded) {
-        store(std::move(added));
-    }
+    readTemplates(loaded, rectangleFile, detail::RECTANGLE_ID, "rectangle", form);
+    readTemplates(loaded, triangleFile, detail::TRIANGLE_ID, "triangle", form);
+    readTemplates(loaded, isoscelesTriangleFile, detail::TRIANGLE_ID, "triangle", form);
+    readTemplates(loaded, ellipseFile, detail::ELLIPSE_ID, "ellipse", form);
+    // Stored together, so that the templates of two loads do not mix.
+    const std::lock_guard guard(m_lock);
+    store(std::move(loaded));
 }
 
 int TemplatesGraphicsRecognizer::addTemplate(int id, std::string name, std::vector<Point2D> path) {
-    GraphicTemplate added{id, name, detail::normalizePath(path, normalForm(*this))};
-    const std::unique_lock guard(m_lock);
+    std::vector<GraphicTemplate> added{{id, name, detail::normalisePath(path, normalForm(*this))}};
+    const std::lock_guard guard(m_lock);
     store(std::move(added));
     const std::vector<GraphicTemplate>& all = std::as_const(allTemplates);
     return static_cast<int>(std::count_if(
         all.begin(), all.end(), [&](const GraphicTemplate& t) { return t.name == name; }));
 }
 
-/// Requires the lock.
-void TemplatesGraphicsRecognizer::store(GraphicTemplate added) {
-    if (added.id == RECTANGLE || added.id == TRIANGLE) {
-        polygonTemplates.push_back(added);
-    } else if (added.id == ELLIPSE) {
-        ellipseTemplates.push_back(added);
+/// Requires the lock. Everything that can fail is done aside, before anything
+/// changes.
+void TemplatesGraphicsRecognizer::store(std::vector<GraphicTemplate> added) {
+    auto next = std::make_shared<detail::TemplateSnapshot>(*updatedSnapshot());
+    std::vector<GraphicTemplate> polygons;
+    std::vector<GraphicTemplate> ellipses;
+    for (const GraphicTemplate& t : added) {
+        next->append(t);
+        if (detail::isPolygonId(t.id)) {
+            polygons.push_back(t);
+        } else if (detail::isEllipseId(t.id)) {
+            ellipses.push_back(t);
+        }
     }
-    allTemplates.push_back(std::move(added));
+    allTemplates.reserveMore(added.size());
+    polygonTemplates.reserveMore(polygons.size());
+    ellipseTemplates.reserveMore(ellipses.size());
+
+    allTemplates.append(std::move(added));
+    polygonTemplates.append(std::move(polygons));
+    ellipseTemplates.append(std::move(ellipses));
+    m_latest.set(std::move(next));
+}
+
+std::shared_ptr<const detail::TemplateSnapshot> TemplatesGraphicsRecognizer::currentSnapshot()
+    const {
+    const bool mayDiffer =
+        allTemplates.isExposed() || polygonTemplates.isExposed() || ellipseTemplates.isExposed();
+    if (!mayDiffer) {
+        return m_latest.get();
+    }
+    const std::lock_guard guard(m_lock);
+    return updatedSnapshot();
+}
+
+/// Requires the lock.
+std::shared_ptr<const detail::TemplateSnapshot> TemplatesGraphicsRecognizer::updatedSnapshot()
+    const {
+    auto latest = m_latest.get();
+    if (isCurrent(latest->all, allTemplates) && isCurrent(latest->polygons, polygonTemplates) &&
+        isCurrent(latest->ellipses, ellipseTemplates)) {
+        return latest;
+    }
+    auto next = std::make_shared<detail::TemplateSnapshot>(*latest);
+    update(next->all, allTemplates);
+    update(next->polygons, polygonTemplates);
+    update(next->ellipses, ellipseTemplates);
+    m_latest.set(next);
+    return next;
 }
 
 RecognitionResult TemplatesGraphicsRecognizer::recognize(std::vector<Point2D> stroke) const {
@@ -205,8 +254,12 @@ RecognitionResult TemplatesGraphicsRecognizer::recognize(std::vector<Point2D> st
 
 RecognitionResult TemplatesGraphicsRecognizer::recognizeView(
     std::span<const Point2D> stroke) const {
-    const std::shared_lock guard(m_lock);
-    return recognizeStroke(*this, stroke);
+    if (!isClosed(stroke)) {
+        return unknown(-1.0);
+    }
+    const auto snapshot = currentSnapshot();
+    const Candidates candidates = chooseCandidates(*snapshot, stroke);
+    return candidates.templates.empty() ? unknown(-1.0) : bestOf(candidates, stroke, *this);
 }
 
 double TemplatesGraphicsRecognizer::distanceAtBestAngle(std::vector<Point2D> path,
@@ -225,7 +278,7 @@ double TemplatesGraphicsRecognizer::pathDistance(std::vector<Point2D> a,
 }
 
 std::vector<Point2D> TemplatesGraphicsRecognizer::normalizePath(std::vector<Point2D> path) const {
-    return detail::normalizePath(path, normalForm(*this));
+    return detail::normalisePath(path, normalForm(*this));
 }
 
 std::vector<Point2D> TemplatesGraphicsRecognizer::resample(std::vector<Point2D> path) const {
@@ -264,11 +317,11 @@ Rect2D TemplatesGraphicsRecognizer::boundingBox(std::vector<Point2D> path) const
 }
 
 double TemplatesGraphicsRecognizer::pathLength(std::vector<Point2D> path) const {
-    return detail::pathLength(path);
+    return detail::doubleLength(path);
 }
 
 double TemplatesGraphicsRecognizer::getDistance(Point2D a, Point2D b) const {
-    return detail::pointDistance(a, b);
+    return detail::doubleDistance(a, b);
 }
 
 namespace TemplatesGraphicsRecognizerUtil {

@@ -3,11 +3,12 @@
 #pragma once
 
 #include "Scrivo/GraphicsRecognizer.h"
-#include "Scrivo/Scrivo.h"
 #include "Scrivo/TemplateList.h"
+#include "Scrivo/Types.h"
 
 #include <cstdint>
-#include <shared_mutex>
+#include <memory>
+#include <mutex>
 #include <span>
 #include <string>
 #include <vector>
@@ -15,8 +16,34 @@
 namespace Scrivo {
 
 namespace detail {
+struct TemplateSnapshot;
+
+/// The latest snapshot of the templates. A snapshot never changes; a reader that
+/// holds one keeps it alive.
+class LatestSnapshot {
+public:
+    LatestSnapshot();
+    /// A copy starts with the same snapshot.
+    /// @{
+    LatestSnapshot(const LatestSnapshot& other) : m_snapshot(other.get()) {}
+    LatestSnapshot& operator=(const LatestSnapshot& other) {
+        set(other.get());
+        return *this;
+    }
+    ~LatestSnapshot() = default;
+    /// @}
+
+    [[nodiscard]] std::shared_ptr<const TemplateSnapshot> get() const;
+    void set(std::shared_ptr<const TemplateSnapshot> next) noexcept;
+
+private:
+    /// Held only while the pointer is copied or swapped.
+    mutable std::mutex m_lock;
+    std::shared_ptr<const TemplateSnapshot> m_snapshot;
+};
+
 /// A lock that copies of its owner do not share.
-class OwnLock : public std::shared_mutex {
+class OwnLock : public std::mutex {
 public:
     OwnLock() = default;
     OwnLock(const OwnLock& /*other*/) {}
@@ -27,11 +54,13 @@ public:
 
 /// Tells rectangles, triangles and ellipses apart by comparing a closed stroke
 /// with stored outlines, point by point, over a golden-section search of the
-/// rotation; an index finds the same template sooner (docs/matching.md).
+/// rotation. An index finds the same template sooner (docs/matching.md).
 ///
-/// Loading, adding and recognising may run on several threads at once. The
-/// public fields are for one thread. Recognition is fast with the settings that
-/// the constructor makes and correct with any.
+/// Loading, adding and recognising may run on several threads at once.
+/// Recognition reads a snapshot of the templates, which a load replaces when it
+/// is complete: neither waits for the other (but see TemplateList). A load that
+/// fails changes nothing. The public fields are for one thread. Recognition is fast with the
+/// settings that the constructor makes and correct with any.
 class TemplatesGraphicsRecognizer {
 public:
     TemplatesGraphicsRecognizer();
@@ -47,14 +76,15 @@ public:
 
     /// Adds every outline of the files, as drawn and backwards. Files are read
     /// in the order of the parameters; both triangle files add triangles. An
-    /// empty name, a missing or an unreadable file adds nothing; nor does an
+    /// empty name and a missing or unreadable file add nothing; nor does an
     /// outline of fewer than two numbers or one that cannot be resampled.
+    /// Throws std::bad_alloc, and then adds nothing, when memory runs out.
     void loadTemplatesFromFile(std::string rectangleFile, std::string triangleFile,
                                std::string isoscelesTriangleFile, std::string ellipseFile);
 
     /// Normalises and stores an outline in any unit. Ids other than 1 to 3 are
     /// compared only with strokes that have no corners. Returns how many
-    /// templates now bear this name. Throws std::domain_error when the path
+    /// templates now have this name. Throws std::domain_error when the path
     /// cannot be resampled. A path that normalises to NaN or to fewer than
     /// `numPoints` points is stored and never wins.
     int addTemplate(int id, std::string name, std::vector<Point2D> path);
@@ -65,7 +95,7 @@ public:
     /// templates wins. Throws std::domain_error when the stroke cannot be
     /// resampled.
     [[nodiscard]] RecognitionResult recognize(std::vector<Point2D> stroke) const;
-    /// The same for a stroke that is only looked at.
+    /// The same without a copy of the stroke.
     [[nodiscard]] RecognitionResult recognizeView(std::span<const Point2D> stroke) const;
 
     /// The smallest mean distance that a golden-section search over
@@ -134,9 +164,13 @@ public:
     TemplateList allTemplates;
 
 private:
-    void store(GraphicTemplate added);
+    [[nodiscard]] std::shared_ptr<const detail::TemplateSnapshot> currentSnapshot() const;
+    [[nodiscard]] std::shared_ptr<const detail::TemplateSnapshot> updatedSnapshot() const;
+    void store(std::vector<GraphicTemplate> added);
 
+    /// Of what changes the lists or updates the snapshot.
     mutable detail::OwnLock m_lock;
+    mutable detail::LatestSnapshot m_latest;
 };
 
 /// Reading of template files, and the corners by which the recogniser chooses

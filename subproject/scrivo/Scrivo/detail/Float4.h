@@ -8,8 +8,9 @@
 #include <cmath>
 #endif
 
-/// Four floats at a time. Used for estimates whose error is bounded whatever
-/// the order of operations, so the two forms need not agree to the last bit.
+/// Four floats at a time, inline because the inner loops of the template index
+/// consist of them. They serve estimates whose error is bounded whatever the
+/// order of operations, so the two forms need not agree to the last bit.
 namespace Scrivo::detail {
 
 #ifdef SCRIVO_FLOAT4_SSE2

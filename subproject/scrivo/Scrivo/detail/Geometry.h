@@ -1,26 +1,37 @@
 #pragma once
 
-#include "Scrivo/Scrivo.h"
+#include "Scrivo/Types.h"
 
 #include <cmath>
 #include <cstdint>
 #include <span>
 
-/// The geometry behind ScrivoUtil.h, on strokes that are only looked at.
+/// Plane geometry on strokes that are only read. The short functions are inline
+/// because every scan calls them for every point.
+///
+/// Two kinds of length differ in their rounding, and results depend on which one
+/// is used. A *single* length is the single-precision root of a sum of squares
+/// that was formed in double and rounded to float once; thresholds compare
+/// these. A *double* length is rounded to double throughout; template matching
+/// uses these.
 namespace Scrivo::detail {
 
 using Stroke = std::span<const Point2D>;
 
-/// Square root in single precision. A sum too large for a float becomes
-/// infinite.
-inline double singleRoot(double sumOfSquares) {
-    return std::sqrt(static_cast<float>(sumOfSquares));
-}
+/// Start value of a running maximum: the smallest 32-bit signed integer.
+inline constexpr double LOWEST = -2147483648.0;
 
-inline double distance(const Point2D& a, const Point2D& b) {
+/// A sum of squares too large for a float gives infinity.
+inline double singleDistance(const Point2D& a, const Point2D& b) {
     const double dx = a.x - b.x;
     const double dy = a.y - b.y;
-    return singleRoot(dy * dy + dx * dx);
+    return std::sqrt(static_cast<float>(dy * dy + dx * dx));
+}
+
+inline double doubleDistance(const Point2D& a, const Point2D& b) {
+    const double dx = b.x - a.x;
+    const double dy = b.y - a.y;
+    return std::sqrt(dx * dx + dy * dy);
 }
 
 /// b - a, as a vector.
@@ -42,16 +53,20 @@ inline double direction(const Point2D& a, const Point2D& b, const Point2D& c) {
     return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
 }
 
-inline Point2D rotationLine(const Point2D& centre, const Point2D& p, double angle) {
-    const double c = std::cos(angle);
-    const double s = std::sin(angle);
-    const double dx = p.x - centre.x;
-    const double dy = p.y - centre.y;
-    return {centre.x + c * dx + s * dy, centre.y + c * dy - s * dx, 0.0};
-}
+/// `p` turned about `centre` by `angle` radians, the y axis pointing up.
+/// @{
+Point2D rotatedClockwise(const Point2D& p, const Point2D& centre, double angle);
+Point2D rotatedCounterClockwise(const Point2D& p, const Point2D& centre, double angle);
+/// @}
 
+/// Length of the polyline: single distances, summed in double.
+double singleLength(Stroke stroke);
+/// Length of the polyline, all in double.
+double doubleLength(Stroke stroke);
+/// Length from point `i` to point `j` - 1: single distances, summed in float.
 double arcLength(Stroke stroke, std::int64_t i, std::int64_t j);
+
+/// Whether chord / `singleLength` is above 0.95; false below 2 points.
 bool isSimpleLine(Stroke stroke);
-Point2D scaleOfGraph(Stroke stroke);
 
 }  // namespace Scrivo::detail

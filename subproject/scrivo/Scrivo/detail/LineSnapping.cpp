@@ -1,14 +1,14 @@
+#include "Scrivo/detail/LineSnapping.h"
+
 #include "Scrivo/detail/Edges.h"
-#include "Scrivo/detail/Polygon.h"
 #include "Scrivo/detail/Sampling.h"
+#include "Scrivo/detail/StraightLine.h"
 
 #include <array>
 #include <cmath>
 #include <cstddef>
-#include <cstdint>
 #include <iostream>
 #include <optional>
-#include <vector>
 
 namespace Scrivo::detail {
 
@@ -24,7 +24,8 @@ struct Segment {
     Point2D last;
 };
 
-void appendSegment(std::vector<Point2D>& out, const Segment& s) {
+/// Interpolates by shares of the length, unlike `appendEdge`: last bits differ.
+void appendByShares(std::vector<Point2D>& out, const Segment& s) {
     appendSamples(out, [&](double i) {
         const double t = i / NUM_POINT;
         return Point2D{s.first.x + t * (s.last.x - s.first.x),
@@ -32,7 +33,7 @@ void appendSegment(std::vector<Point2D>& out, const Segment& s) {
     });
 }
 
-/// The up to three anchors nearest to the line, nearest first.
+/// Up to three anchors: those nearest to the line, nearest first.
 class Ranking {
 public:
     [[nodiscard]] std::size_t count() const { return m_count; }
@@ -70,16 +71,16 @@ private:
     std::size_t m_count = 0;
 };
 
-/// Lets the segment's ends snap to the feet of nearby anchors and ranks the
-/// anchors that lie beside the segment. A snapped end stays for the anchors
-/// that follow.
+/// Snaps the segment's ends to the feet of nearby anchors and ranks the anchors
+/// that lie beside the segment. Each anchor is compared with the segment as the
+/// anchors before it left it.
 Ranking snapToAnchors(Segment& s, Stroke anchors) {
     Ranking candidates;
     for (const Point2D& anchor : anchors) {
         const Point2D foot = projection(s.first, s.last, anchor);
-        const double offset = distance(anchor, foot);
-        // An upright segment leans by a unit, so that the parameter below is
-        // defined; for any anchor, even one that is out of reach.
+        const double offset = singleDistance(anchor, foot);
+        // A vertical segment is tilted by a unit, so that the parameter below is
+        // defined. Any anchor does that, even one that is out of reach.
         if (s.last.x - s.first.x == 0.0) {
             s.first.x += 1.0;
         }
@@ -87,9 +88,9 @@ Ranking snapToAnchors(Segment& s, Stroke anchors) {
             continue;
         }
         const double t = (foot.x - s.first.x) / (s.last.x - s.first.x);
-        if (distance(s.first, foot) < NEAR) {
+        if (singleDistance(s.first, foot) < NEAR) {
             s.first = foot;
-        } else if (distance(s.last, foot) < NEAR) {
+        } else if (singleDistance(s.last, foot) < NEAR) {
             s.last = foot;
         } else if (t < 0.0 || t > 1.0) {
             continue;
@@ -107,7 +108,7 @@ struct AnchorPair {
 };
 
 /// The pair most nearly parallel to the segment, the pair of nearer anchors on
-/// a tie; none when all of them lean too much.
+/// a tie; nothing when no pair is nearly parallel.
 std::optional<AnchorPair> parallelPair(const Ranking& candidates, const Segment& s) {
     const Point2D along = difference(s.first, s.last);
     std::optional<AnchorPair> best;
@@ -133,18 +134,18 @@ Point2D placedEnd(const Point2D& end, const Point2D& anchor, const AnchorPair& p
     const Point2D offset = difference(anchor, end);
     const double side = offset.x * along.x + offset.y * along.y < 0.0 ? -1.0 : 1.0;
     const double length = std::sqrt(along.x * along.x + along.y * along.y);
-    const double reach = side * distance(anchor, end) / length;
+    const double reach = side * singleDistance(anchor, end) / length;
     const Point2D placed{anchor.x + reach * along.x, anchor.y + reach * along.y, 0.0};
-    return distance(placed, anchor) < 2 * NEAR ? anchor : placed;
+    return singleDistance(placed, anchor) < 2 * NEAR ? anchor : placed;
 }
 
 /// Lays a segment along the line through two anchors.
 ///
 /// Each end is measured from the anchor on its own side: a line drawn from one
 /// mark to another ends on both of them, and one drawn past them keeps its
-/// length beyond. Anchors that lie close together say little about where an end
-/// belongs; should the ends change places, they land on the anchors, so that
-/// the segment keeps its direction of travel.
+/// length beyond. Anchors close together determine the ends poorly: if the ends
+/// would change places, they are put on the anchors, so that the segment keeps
+/// its direction of travel.
 Segment laidAlong(const AnchorPair& pair, const Segment& s) {
     const Segment laid{placedEnd(s.first, pair.near, pair), placedEnd(s.last, pair.far, pair)};
     const Point2D along = difference(pair.near, pair.far);
@@ -167,9 +168,9 @@ Segment parallelThrough(const Point2D& anchor, const Segment& s) {
         return Point2D{x, k * x + anchor.y - k * anchor.x, 0.0};
     };
     Segment result{foot(s.first), foot(s.last)};
-    if (distance(result.first, anchor) < 2 * NEAR) {
+    if (singleDistance(result.first, anchor) < 2 * NEAR) {
         result.first = anchor;
-    } else if (distance(result.last, anchor) < 2 * NEAR) {
+    } else if (singleDistance(result.last, anchor) < 2 * NEAR) {
         result.last = anchor;
     }
     return result;
@@ -177,7 +178,7 @@ Segment parallelThrough(const Point2D& anchor, const Segment& s) {
 
 /// The vertical through `anchor`, of an exactly vertical segment.
 Segment uprightThrough(const Point2D& anchor, const Segment& s) {
-    // Part of the output of this branch, which hosts may capture.
+    // Hosts may capture this line: it is part of the answer.
     std::cout << "hori line " << std::endl;
     Segment result{{anchor.x, s.first.y, 0.0}, {anchor.x, s.last.y, 0.0}};
     if (std::abs(anchor.y - s.first.y) < 2 * NEAR) {
@@ -188,12 +189,13 @@ Segment uprightThrough(const Point2D& anchor, const Segment& s) {
     return result;
 }
 
-/// Brings a segment to one anchor: an end onto it, else its line through it.
-Segment broughtTo(const Point2D& anchor, const Segment& s) {
-    if (distance(anchor, s.first) < NEAR) {
+/// Moves a segment to one anchor: an end onto it when one is near, otherwise the
+/// line so that it passes through it.
+Segment movedTo(const Point2D& anchor, const Segment& s) {
+    if (singleDistance(anchor, s.first) < NEAR) {
         return {anchor, translated(s.last, s.first, anchor)};
     }
-    if (distance(anchor, s.last) < NEAR) {
+    if (singleDistance(anchor, s.last) < NEAR) {
         return {anchor, translated(s.first, s.last, anchor)};
     }
     return s.first.x != s.last.x ? parallelThrough(anchor, s) : uprightThrough(anchor, s);
@@ -205,7 +207,7 @@ void appendStraightened(std::vector<Point2D>& out, Segment s) {
     const auto yAt = [&](double i) { return i * (s.last.y - s.first.y) / NUM_POINT + s.first.y; };
     const double k = slope(s.last, s.first);
     if (std::abs(k) < ROTATION_THRESHOLD) {
-        s.last = rotationLine(s.first, s.last, std::atan(k));
+        s.last = rotatedClockwise(s.last, s.first, std::atan(k));
         appendSamples(out, [&](double i) { return Point2D{xAt(i), s.first.y}; });
     } else if (std::abs(k) > UPRIGHT_SLOPE) {
         appendSamples(out, [&](double i) { return Point2D{s.first.x, yAt(i)}; });
@@ -229,9 +231,9 @@ std::int64_t reDrawLine(std::vector<Point2D>& out, Stroke stroke, Stroke anchors
     if (candidates.count() == 0) {
         appendStraightened(out, segment);
     } else if (const auto pair = parallelPair(candidates, segment)) {
-        appendSegment(out, laidAlong(*pair, segment));
+        appendByShares(out, laidAlong(*pair, segment));
     } else {
-        appendSegment(out, broughtTo(candidates[0], segment));
+        appendByShares(out, movedTo(candidates[0], segment));
     }
     return sizeOf(out);
 }

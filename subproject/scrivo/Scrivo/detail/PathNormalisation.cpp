@@ -9,14 +9,14 @@ namespace Scrivo::detail {
 namespace {
 
 template <typename Map>
-std::vector<Point2D> mapped(std::span<const Point2D> path, Map map) {
+std::vector<Point2D> mapped(Stroke path, Map map) {
     std::vector<Point2D> out;
     out.reserve(path.size());
     std::transform(path.begin(), path.end(), std::back_inserter(out), map);
     return out;
 }
 
-/// Whether the walk from a placed point ends at some time: not when that point
+/// Whether a walk that has placed a point will end. It will not when the point
 /// rounds to the one before it, nor when a negative step (`n` below 1) leads
 /// away from the next point.
 bool makesProgress(double step, const Point2D& from, const Point2D& placed) {
@@ -27,12 +27,12 @@ bool makesProgress(double step, const Point2D& from, const Point2D& placed) {
 /// Places a point after every `step` of path length. A placed point becomes the
 /// start of the rest of its segment, so distances are measured from the rounded
 /// point, not from the segment's own start.
-void walk(std::vector<Point2D>& out, std::span<const Point2D> path, double step) {
+void walk(std::vector<Point2D>& out, Stroke path, double step) {
     Point2D from = path.front();
     double walked = 0.0;
     for (std::size_t next = 1; next < path.size();) {
         const Point2D& to = path[next];
-        const double d = pointDistance(from, to);
+        const double d = doubleDistance(from, to);
         if (walked + d >= step) {
             const double part = (step - walked) / d;
             const Point2D placed{from.x + part * (to.x - from.x), from.y + part * (to.y - from.y),
@@ -53,15 +53,7 @@ void walk(std::vector<Point2D>& out, std::span<const Point2D> path, double step)
 
 }  // namespace
 
-double pathLength(std::span<const Point2D> path) {
-    double length = 0.0;
-    for (std::size_t i = 1; i < path.size(); ++i) {
-        length += pointDistance(path[i - 1], path[i]);
-    }
-    return length;
-}
-
-Point2D centroid(std::span<const Point2D> path) {
+Point2D centroid(Stroke path) {
     double x = 0.0;
     double y = 0.0;
     for (const Point2D& p : path) {
@@ -72,12 +64,12 @@ Point2D centroid(std::span<const Point2D> path) {
     return {x / n, y / n, 0.0};
 }
 
-Rect2D boundingBox(std::span<const Point2D> path) {
-    constexpr double LARGEST = std::numeric_limits<double>::max();
-    double minX = LARGEST;
-    double minY = LARGEST;
-    double maxX = -LARGEST;
-    double maxY = -LARGEST;
+Rect2D boundingBox(Stroke path) {
+    constexpr double MAX_DOUBLE = std::numeric_limits<double>::max();
+    double minX = MAX_DOUBLE;
+    double minY = MAX_DOUBLE;
+    double maxX = -MAX_DOUBLE;
+    double maxY = -MAX_DOUBLE;
     for (const Point2D& p : path) {
         minX = std::min(minX, p.x);
         minY = std::min(minY, p.y);
@@ -87,28 +79,28 @@ Rect2D boundingBox(std::span<const Point2D> path) {
     return {minX, minY, maxX - minX, maxY - minY};
 }
 
-std::vector<Point2D> resample(std::span<const Point2D> path, std::int32_t n) {
+std::vector<Point2D> resample(Stroke path, std::int32_t n) {
     std::vector<Point2D> out;
     if (path.empty()) {
         return out;
     }
     const std::int64_t intervals = static_cast<std::int64_t>(n) - 1;
     out.push_back(path.front());
-    walk(out, path, pathLength(path) / static_cast<double>(intervals));
+    walk(out, path, doubleLength(path) / static_cast<double>(intervals));
     if (static_cast<std::int64_t>(out.size()) == intervals) {
         out.push_back(path.back());
     }
     return out;
 }
 
-std::vector<Point2D> rotateBy(std::span<const Point2D> path, double angle) {
+std::vector<Point2D> rotateBy(Stroke path, double angle) {
     const Point2D c = centroid(path);
     const double cosine = std::cos(angle);
     const double sine = std::sin(angle);
     return mapped(path, [&](const Point2D& p) { return rotated(p, c, cosine, sine); });
 }
 
-std::vector<Point2D> rotateToZero(std::span<const Point2D> path) {
+std::vector<Point2D> rotateToZero(Stroke path) {
     if (path.empty()) {
         return {};
     }
@@ -116,19 +108,19 @@ std::vector<Point2D> rotateToZero(std::span<const Point2D> path) {
     return rotateBy(path, -std::atan2(c.y - path.front().y, c.x - path.front().x));
 }
 
-std::vector<Point2D> scaleToSquare(std::span<const Point2D> path, double side) {
+std::vector<Point2D> scaleToSquare(Stroke path, double side) {
     const Rect2D box = boundingBox(path);
     return mapped(path, [&](const Point2D& p) {
         return Point2D{p.x * (side / box.width), p.y * (side / box.height), 0.0};
     });
 }
 
-std::vector<Point2D> translateToOrigin(std::span<const Point2D> path) {
+std::vector<Point2D> translateToOrigin(Stroke path) {
     const Point2D c = centroid(path);
     return mapped(path, [&](const Point2D& p) { return Point2D{p.x - c.x, p.y - c.y, 0.0}; });
 }
 
-std::vector<Point2D> normalizePath(std::span<const Point2D> path, const NormalForm& form) {
+std::vector<Point2D> normalisePath(Stroke path, const NormalForm& form) {
     std::vector<Point2D> out = resample(path, form.numPoints);
     if (form.rotationInvariant) {
         out = rotateToZero(out);

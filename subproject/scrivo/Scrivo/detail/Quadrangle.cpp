@@ -1,9 +1,9 @@
+#include "Scrivo/detail/Quadrangle.h"
+
 #include "Scrivo/detail/Edges.h"
-#include "Scrivo/detail/Polygon.h"
 
 #include <algorithm>
 #include <cmath>
-#include <vector>
 
 namespace Scrivo::detail {
 
@@ -18,7 +18,7 @@ constexpr double RIGHT_ANGLE_COSINE = 0.08;
 constexpr double LEAN = 1.0;
 
 /// A vector of the same direction and length 1.
-Point2D normalized(const Point2D& v) {
+Point2D normalised(const Point2D& v) {
     const double length = std::sqrt(v.x * v.x + v.y * v.y);
     return {v.x / length, v.y / length, 0.0};
 }
@@ -34,7 +34,7 @@ Point2D midline(const Point2D& from, const Point2D& to, const Point2D& from2, co
 
 /// Both midlines of a quadrangle: along its sides 0-1 and 3-2, and along 0-3
 /// and 1-2. Their cross product is twice the signed double area, so whatever
-/// is built along them runs the way in which the corners were drawn.
+/// is built along them keeps the orientation of the drawing.
 struct Midlines {
     Point2D a;
     Point2D b;
@@ -42,7 +42,7 @@ struct Midlines {
     explicit Midlines(const std::vector<Point2D>& q)
         : a(midline(q[0], q[1], q[3], q[2])), b(midline(q[0], q[3], q[1], q[2])) {}
 
-    /// 1 when b lies counter-clockwise of a, the y axis pointing up.
+    /// 1 when b lies counter-clockwise of a, the y axis pointing up; else -1.
     [[nodiscard]] double turn() const { return a.x * b.y - a.y * b.x < 0.0 ? -1.0 : 1.0; }
 };
 
@@ -54,9 +54,9 @@ void rebuild(std::vector<Point2D>& q, const Point2D& a, double dA, const Point2D
     q[2] = moved(q[1], b, dB);
 }
 
-/// Cosine between the sides of a parallelogram drawn at `cosine`. Half of
-/// RIGHT_ANGLE_COSINE still means a right angle, from all of it on the drawing
-/// is kept; in between the one eases into the other, so that no corner jumps.
+/// Cosine between the sides of a parallelogram drawn at `cosine`. Up to half of
+/// RIGHT_ANGLE_COSINE the angle becomes right, from RIGHT_ANGLE_COSINE on it is
+/// kept. In between it changes continuously, so that no corner jumps.
 double easedCosine(double cosine) {
     const double lean = std::abs(cosine);
     if (lean >= RIGHT_ANGLE_COSINE) {
@@ -65,16 +65,16 @@ double easedCosine(double cosine) {
     return std::copysign(std::max(0.0, 2 * lean - RIGHT_ANGLE_COSINE), cosine);
 }
 
-/// One corner off the right angle does not make a rectangle lean: what counts
-/// is the angle between the midlines, in which all four corners have a say.
+/// The sides meet at the angle of the midlines, which depend on all four corners:
+/// one inaccurate corner does not make a rectangle lean.
 void makeParallelogram(std::vector<Point2D>& q, double dA, double dB) {
     const Midlines midlines(q);
-    const Point2D a = normalized(midlines.a);
-    const Point2D b = normalized(midlines.b);
+    const Point2D a = normalised(midlines.a);
+    const Point2D b = normalised(midlines.b);
     const double turn = midlines.turn();
-    // Half way between a and b turned back by a right angle; the sides then open
-    // evenly on both sides of the right angle.
-    const Point2D even = normalized({a.x + turn * b.y, a.y - turn * b.x, 0.0});
+    // Midway between a and b turned back by a right angle: both sides deviate
+    // equally from the right angle.
+    const Point2D even = normalised({a.x + turn * b.y, a.y - turn * b.x, 0.0});
     const Point2D across{-turn * even.y, turn * even.x, 0.0};
     const double angle = std::asin(easedCosine(cosine(a, b))) / 2;
     const double c = std::cos(angle);
@@ -97,14 +97,14 @@ void makeLevelRectangle(std::vector<Point2D>& q, double dA, double dB) {
 
 /// Direction of the side 0-1 of the rectangle: upright when drawn so, else the
 /// mean of all four sides' directions, each counted with its length, the sides
-/// 0-3 and 1-2 after a quarter turn. So the figure turns as little as it can,
-/// and a drawing whose angles are right already does not turn at all.
+/// 0-3 and 1-2 after a quarter turn. The figure then turns as little as possible,
+/// and not at all when its angles are right already.
 Point2D rectangleDirection(const std::vector<Point2D>& q, const Midlines& m) {
     if (std::abs(q[1].x - q[0].x) < LEAN) {
         return {0.0, q[1].y < q[0].y ? -1.0 : 1.0, 0.0};
     }
     const double turn = m.turn();
-    return normalized({m.a.x + turn * m.b.y, m.a.y - turn * m.b.x, 0.0});
+    return normalised({m.a.x + turn * m.b.y, m.a.y - turn * m.b.x, 0.0});
 }
 
 void makeTurnedRectangle(std::vector<Point2D>& q, double dA, double dB) {
@@ -115,8 +115,8 @@ void makeTurnedRectangle(std::vector<Point2D>& q, double dA, double dB) {
 }
 
 void makeFullyParallel(std::vector<Point2D>& q) {
-    double dA = distance(q[0], q[1]);
-    double dB = distance(q[0], q[3]);
+    double dA = singleDistance(q[0], q[1]);
+    double dB = singleDistance(q[0], q[3]);
     if (isNearlyOne(dA / dB)) {
         dA = dB = (dA + dB) * 0.5;
     }
@@ -132,7 +132,7 @@ void makeFullyParallel(std::vector<Point2D>& q) {
 
 /// The third corner moves onto the parallel to 0-1 through its neighbour 3.
 void alignToFirstSide(std::vector<Point2D>& q) {
-    const double length = distance(q[3], q[2]);
+    const double length = singleDistance(q[3], q[2]);
     if (q[0].x == q[1].x) {
         q[2].x = q[3].x;
         q[2].y = q[0].y <= q[1].y ? q[3].y + length : q[3].y - length;
@@ -143,7 +143,7 @@ void alignToFirstSide(std::vector<Point2D>& q) {
 
 /// The third corner moves onto the parallel to 0-3 through its neighbour 1.
 void alignToLastSide(std::vector<Point2D>& q) {
-    const double length = distance(q[1], q[2]);
+    const double length = singleDistance(q[1], q[2]);
     if (q[0].x == q[3].x) {
         q[2].x = q[1].x;
         q[2].y = q[3].y <= q[0].y ? q[1].y - length : q[1].y + length;

@@ -9,6 +9,8 @@ namespace Scrivo::detail {
 
 namespace {
 
+constexpr double NOT_COMPARABLE = std::numeric_limits<double>::quiet_NaN();
+
 double lowerAngle(double a, double b, double ratio) {
     return ratio * a + (1.0 - ratio) * b;
 }
@@ -18,26 +20,23 @@ double upperAngle(double a, double b, double ratio) {
 
 /// Turns and measures in one pass: the turned path is never stored. `centre` is
 /// the path's centroid, `points` has as many points as the path.
-double distanceAbout(std::span<const Point2D> path, const Point2D& centre,
-                     std::span<const Point2D> points, double angle) {
+double distanceAbout(Stroke path, const Point2D& centre, Stroke points, double angle) {
     const double cosine = std::cos(angle);
     const double sine = std::sin(angle);
     double total = 0.0;
     for (std::size_t i = 0; i < path.size(); ++i) {
         const Point2D turned = rotated(path[i], centre, cosine, sine);
-        total += pointDistance(turned, points[i]);
+        total += doubleDistance(turned, points[i]);
     }
     return total / static_cast<double>(path.size());
 }
 
-bool isComparable(std::span<const Point2D> path, std::span<const Point2D> points) {
+bool isComparable(Stroke path, Stroke points) {
     return !path.empty() && points.size() >= path.size();
 }
 
-constexpr double NOT_COMPARABLE = std::numeric_limits<double>::quiet_NaN();
-
-double searchAbout(std::span<const Point2D> path, const Point2D& centre,
-                   std::span<const Point2D> points, const RotationSearch& search) {
+double searchAbout(Stroke path, const Point2D& centre, Stroke points,
+                   const RotationSearch& search) {
     const auto f = [&](double angle) { return distanceAbout(path, centre, points, angle); };
     SearchInterval interval = SearchInterval::first(search);
     double f1 = f(interval.x1);
@@ -76,43 +75,47 @@ SearchInterval SearchInterval::right(double goldenRatio) const {
     return {x1, b, x2, upperAngle(x1, b, goldenRatio)};
 }
 
-double pathDistance(std::span<const Point2D> a, std::span<const Point2D> b) {
+double pathDistance(Stroke a, Stroke b) {
     if (!isComparable(a, b)) {
         return NOT_COMPARABLE;
     }
     double total = 0.0;
     for (std::size_t i = 0; i < a.size(); ++i) {
-        total += pointDistance(a[i], b[i]);
+        total += doubleDistance(a[i], b[i]);
     }
     return total / static_cast<double>(a.size());
 }
 
-double distanceAtAngle(std::span<const Point2D> path, std::span<const Point2D> points,
-                       double angle) {
+double distanceAtAngle(Stroke path, Stroke points, double angle) {
     return isComparable(path, points) ? distanceAbout(path, centroid(path), points, angle)
                                       : NOT_COMPARABLE;
 }
 
-double distanceAtBestAngle(std::span<const Point2D> path, std::span<const Point2D> points,
-                           const RotationSearch& search) {
+double distanceAtBestAngle(Stroke path, Stroke points, const RotationSearch& search) {
     return isComparable(path, points) ? searchAbout(path, centroid(path), points, search)
                                       : NOT_COMPARABLE;
 }
 
-Match matchPlainly(std::span<const Point2D> path, std::span<const GraphicTemplate> templates,
-                   const RotationSearch& search) {
-    const Point2D centre = centroid(path);
-    Match best;
-    for (std::size_t k = 0; k < templates.size(); ++k) {
-        if (!isComparable(path, templates[k].points)) {
-            continue;
-        }
-        const double distance = searchAbout(path, centre, templates[k].points, search);
-        if (distance < best.distance) {
-            best = {static_cast<std::int64_t>(k), distance};
+PlainMatching::PlainMatching(Stroke path, const RotationSearch& search)
+    : m_path(path), m_centre(centroid(path)), m_search(search) {}
+
+void PlainMatching::consider(Stroke points) {
+    if (isComparable(m_path, points)) {
+        const double distance = searchAbout(m_path, m_centre, points, m_search);
+        if (distance < m_best.distance) {
+            m_best = {m_next, distance};
         }
     }
-    return best;
+    ++m_next;
+}
+
+Match matchPlainly(Stroke path, std::span<const GraphicTemplate> templates,
+                   const RotationSearch& search) {
+    PlainMatching matching(path, search);
+    for (const GraphicTemplate& t : templates) {
+        matching.consider(t.points);
+    }
+    return matching.best();
 }
 
 }  // namespace Scrivo::detail

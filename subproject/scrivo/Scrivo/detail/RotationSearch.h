@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Scrivo/GraphicsRecognizer.h"
-#include "Scrivo/Scrivo.h"
+#include "Scrivo/detail/Geometry.h"
 
 #include <cstdint>
 #include <limits>
@@ -45,21 +45,38 @@ struct Match {
 };
 
 /// Mean distance of points of the same index; NaN when `a` is empty or `b` has
-/// fewer points. Further points of `b` are left out.
-double pathDistance(std::span<const Point2D> a, std::span<const Point2D> b);
+/// fewer points. Further points of `b` are ignored.
+double pathDistance(Stroke a, Stroke b);
 
 /// The distance of `points` to `path` turned about its centroid by `angle`.
-double distanceAtAngle(std::span<const Point2D> path, std::span<const Point2D> points,
-                       double angle);
+double distanceAtAngle(Stroke path, Stroke points, double angle);
 
 /// The smallest distance that the search meets. The interval must shrink below
 /// the precision: with a ratio outside (0, 1) or a precision of 0 the search
 /// need not end.
-double distanceAtBestAngle(std::span<const Point2D> path, std::span<const Point2D> points,
-                           const RotationSearch& search);
+double distanceAtBestAngle(Stroke path, Stroke points, const RotationSearch& search);
 
-/// The first of the templates at the smallest distance. NaN never wins.
-Match matchPlainly(std::span<const Point2D> path, std::span<const GraphicTemplate> templates,
+/// Compares one path with a list of templates, one after the other.
+class PlainMatching {
+public:
+    PlainMatching(Stroke path, const RotationSearch& search);
+
+    /// Compares the path with the next template of the list.
+    void consider(Stroke points);
+
+    /// The first of the templates at the smallest distance. NaN never wins.
+    [[nodiscard]] const Match& best() const { return m_best; }
+
+private:
+    Stroke m_path;
+    Point2D m_centre;
+    RotationSearch m_search;
+    std::int64_t m_next = 0;
+    Match m_best;
+};
+
+/// The match among `templates`.
+Match matchPlainly(Stroke path, std::span<const GraphicTemplate> templates,
                    const RotationSearch& search);
 
 }  // namespace Scrivo::detail

@@ -1,15 +1,15 @@
 #pragma once
 
-#include "Scrivo/Scrivo.h"
+#include "Scrivo/Types.h"
 
 #include <cstdint>
 #include <vector>
 
+/// Straight pieces as NUM_POINT + 1 points, of force 0.
 namespace Scrivo::detail {
 
-inline std::int64_t sizeOf(const std::vector<Point2D>& stroke) {
-    return static_cast<std::int64_t>(stroke.size());
-}
+/// The count that a redraw returns.
+std::int64_t sizeOf(const std::vector<Point2D>& stroke);
 
 /// Appends NUM_POINT + 1 points, the i-th of them `at(i)`.
 template <typename PointAt>
@@ -19,5 +19,11 @@ void appendSamples(std::vector<Point2D>& out, PointAt at) {
         out.push_back({p.x, p.y, 0.0});
     }
 }
+
+/// Appends the points of an edge, both ends included.
+void appendEdge(std::vector<Point2D>& out, const Point2D& from, const Point2D& to);
+
+/// Appends the edges of a closed figure, from its first corner on.
+void appendOutline(std::vector<Point2D>& out, const std::vector<Point2D>& corners);
 
 }  // namespace Scrivo::detail

@@ -1,17 +1,20 @@
-#include "Scrivo/Polygon.h"
-#include "Scrivo/detail/Edges.h"
-#include "Scrivo/detail/Polygon.h"
-#include "Scrivo/detail/Sampling.h"
+#include "Scrivo/detail/StraightLine.h"
 
 #include <cmath>
 #include <cstddef>
-#include <cstdint>
-#include <vector>
 
 namespace Scrivo::detail {
 
 namespace {
 
+/// |slope| of the chord above which the fitted line is vertical.
+constexpr double STEEP_SLOPE = 20.0;
+/// chord / path above which a stroke is straight without a test of its band.
+constexpr double STRAIGHT_RATIO = 0.98;
+/// chord / path below which it is not.
+constexpr double BENT_RATIO = 0.75;
+
+/// Indices of a stroke's extreme points.
 struct Extremes {
     std::size_t maxX = 0;
     std::size_t minX = 0;
@@ -26,15 +29,15 @@ struct ExtremePair {
 };
 
 ExtremePair longerExtent(Stroke stroke, const Extremes& e) {
-    const double extentX = distance(stroke[e.maxX], stroke[e.minX]);
-    const double extentY = distance(stroke[e.maxY], stroke[e.minY]);
+    const double extentX = singleDistance(stroke[e.maxX], stroke[e.minX]);
+    const double extentY = singleDistance(stroke[e.maxY], stroke[e.minY]);
     if (extentX > extentY) {
         return {stroke[e.minX], stroke[e.maxX]};
     }
     return {stroke[e.minY], stroke[e.maxY]};
 }
 
-/// Sums for the least-squares line, and the extremes, of one pass.
+/// The sums for the least-squares line and the extremes, from one pass.
 struct LineSums {
     double x = 0.0;
     double y = 0.0;
@@ -75,15 +78,14 @@ LineSums sumUp(Stroke stroke) {
     return s;
 }
 
-/// Whether the chord is too steep for y as a function of x.
+/// Whether the chord is too steep to fit y as a function of x.
 bool isSteep(Stroke stroke) {
-    constexpr double STEEP = 20.0;
     const double dx = stroke.back().x - stroke.front().x;
     const double dy = stroke.back().y - stroke.front().y;
-    // A chord exactly one unit wide is measured one unit further right. Nothing
-    // in the geometry asks for it; figures stay the same between releases.
+    // A chord exactly one unit wide is measured one unit further right. The
+    // geometry does not need it; figures must stay the same between releases.
     const double divisor = std::abs(dx) == 1.0 ? dx + 1.0 : dx;
-    return std::abs(dy / divisor) > STEEP;
+    return std::abs(dy / divisor) > STEEP_SLOPE;
 }
 
 void appendFittedLine(std::vector<Point2D>& out, Stroke stroke, const LineSums& sums,
@@ -111,11 +113,6 @@ void appendVertical(std::vector<Point2D>& out, double x, double fromY, double to
     }
 }
 
-/// chord / path above which a stroke is straight without a further look.
-constexpr double STRAIGHT_RATIO = 0.98;
-/// chord / path below which it is not.
-constexpr double BENT_RATIO = 0.75;
-
 Extremes extremesOf(Stroke stroke) {
     Extremes e;
     for (std::size_t i = 1; i < stroke.size(); ++i) {
@@ -136,29 +133,21 @@ Extremes extremesOf(Stroke stroke) {
     return e;
 }
 
-double pathLength(Stroke stroke) {
-    double length = 0.0;
-    for (std::size_t i = 1; i < stroke.size(); ++i) {
-        length += distance(stroke[i - 1], stroke[i]);
-    }
-    return length;
-}
-
 /// Width of the band about the line through `a` and `b` that holds all points.
 double bandWidth(Stroke stroke, const Point2D& a, const Point2D& b) {
-    double largest = LOWEST;
-    double smallest = UNKNOWN_EXTENT;
+    double max = LOWEST;
+    double min = UNKNOWN_EXTENT;
     for (const Point2D& p : stroke) {
-        const double offset = distance(p, projection(a, b, p));
+        const double offset = singleDistance(p, projection(a, b, p));
         const double signedOffset = direction(a, b, p) < 0.0 ? offset : -offset;
-        if (signedOffset > largest) {
-            largest = signedOffset;
+        if (signedOffset > max) {
+            max = signedOffset;
         }
-        if (signedOffset < smallest) {
-            smallest = signedOffset;
+        if (signedOffset < min) {
+            min = signedOffset;
         }
     }
-    return std::abs(largest - smallest);
+    return std::abs(max - min);
 }
 
 }  // namespace
@@ -179,8 +168,12 @@ std::int64_t fitLine(std::vector<Point2D>& out, Stroke stroke) {
     return steps + 1;
 }
 
+double maxRelativeBand(double length) {
+    return (length / -1000.0) * 0.08 + 0.1;
+}
+
 bool isStrictLine(Stroke stroke) {
-    const double ratio = distance(stroke.front(), stroke.back()) / pathLength(stroke);
+    const double ratio = singleDistance(stroke.front(), stroke.back()) / singleLength(stroke);
     if (ratio > STRAIGHT_RATIO) {
         return true;
     }
@@ -188,8 +181,8 @@ bool isStrictLine(Stroke stroke) {
         return false;
     }
     const ExtremePair ends = longerExtent(stroke, extremesOf(stroke));
-    const double extent = distance(ends.low, ends.high);
-    return bandWidth(stroke, ends.high, ends.low) / extent < threshold(0.0, extent);
+    const double extent = singleDistance(ends.low, ends.high);
+    return bandWidth(stroke, ends.high, ends.low) / extent < maxRelativeBand(extent);
 }
 
 }  // namespace Scrivo::detail

@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <exception>
 #include <fstream>
+#include <istream>
+#include <new>
 #include <utility>
 
 namespace Scrivo::detail {
@@ -42,6 +45,19 @@ std::vector<Point2D> pathIn(std::string& token) {
     return path;
 }
 
+/// Reads the next token; false at the end of the file and where it cannot be
+/// read on. Only a lack of memory is passed on, which a stream would otherwise
+/// report as the end of the file.
+bool readToken(std::istream& file, std::string& token) {
+    try {
+        return static_cast<bool>(file >> token);
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
 }  // namespace
 
 Field nextField(const std::string& text, const std::string& delimiters, std::size_t from) {
@@ -52,8 +68,9 @@ Field nextField(const std::string& text, const std::string& delimiters, std::siz
 void forEachPath(const std::string& fileName,
                  const std::function<void(std::vector<Point2D>)>& visit) {
     std::ifstream file(fileName);
+    file.exceptions(std::ios::badbit);
     std::string token;
-    while (file >> token) {
+    while (readToken(file, token)) {
         visit(pathIn(token));
     }
 }

@@ -5,50 +5,65 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
 #include <limits>
 #include <numeric>
+#include <utility>
 
 namespace Scrivo::detail {
 
 namespace {
 
-constexpr int POINTS = Outline::POINTS;
-constexpr int BLOCKS = Outline::BLOCKS;
+constexpr int POINTS = STANDARD_POINTS;
+constexpr int BLOCKS = 8;
 constexpr int BLOCK_SIZE = POINTS / BLOCKS;
 
-/// Outlines of a leaf, and of the smallest tree.
-constexpr std::int32_t LEAF = 8;
+/// Most outlines of a leaf, and templates of the smallest full tree.
+constexpr std::size_t LEAF = 8;
 
 /// Paths whose points lie farther out than this (a square of 250 units about
 /// its centroid reaches to 354) have no outline: the margin would not hold.
-constexpr double LARGEST_RADIUS = 400.0;
+constexpr double MAX_RADIUS = 400.0;
 /// The largest offset of the centroid of a path in normal form from the origin;
 /// rounding leaves about 1e-13.
-constexpr double LARGEST_OFFSET = 1e-6;
+constexpr double MAX_OFFSET = 1e-6;
 /// More than any bound or estimate in float is off; about 1/800 can occur.
 constexpr double MARGIN = 1.0 / 256.0;
 
-// Marks in place of an outline.
-constexpr std::int32_t HOPELESS = -1;   ///< too short or not finite: never wins
-constexpr std::int32_t OVERSIZED = -2;  ///< beyond LARGEST_RADIUS
+/// A path in normal form, prepared for estimates.
+struct alignas(16) Outline {
+    /// Sums of `radius` over runs of POINTS / BLOCKS points.
+    float block[BLOCKS];
+    /// Distances of the points from the origin, which no rotation changes.
+    float radius[POINTS];
+    float x[POINTS];
+    float y[POINTS];
+};
 
-std::int32_t kindOf(std::span<const Point2D> points) {
+enum class Suitability {
+    NEVER_WINS,  ///< too short or not finite
+    OVERSIZED,   ///< beyond MAX_RADIUS: the error bounds do not hold
+    SUITABLE,
+};
+
+Suitability suitabilityOf(Stroke points) {
     if (points.size() < POINTS) {
-        return HOPELESS;
+        return Suitability::NEVER_WINS;
     }
     const auto used = points.first<POINTS>();
     const auto isFinite = [](const Point2D& p) { return std::isfinite(p.x) && std::isfinite(p.y); };
     if (!std::all_of(used.begin(), used.end(), isFinite)) {
-        return HOPELESS;
+        return Suitability::NEVER_WINS;
     }
     const auto isNear = [](const Point2D& p) {
-        return p.x * p.x + p.y * p.y <= LARGEST_RADIUS * LARGEST_RADIUS;
+        return p.x * p.x + p.y * p.y <= MAX_RADIUS * MAX_RADIUS;
     };
-    return std::all_of(used.begin(), used.end(), isNear) ? 0 : OVERSIZED;
+    return std::all_of(used.begin(), used.end(), isNear) ? Suitability::SUITABLE
+                                                         : Suitability::OVERSIZED;
 }
 
-Outline outlineOf(std::span<const Point2D> points) {
+Outline outlineOf(Stroke points) {
     Outline outline{};
     for (std::size_t i = 0; i < POINTS; ++i) {
         const Point2D& p = points[i];
@@ -60,13 +75,27 @@ Outline outlineOf(std::span<const Point2D> points) {
     return outline;
 }
 
-bool hasCoordinates(const Outline& outline, std::span<const Point2D> points) {
-    bool same = true;
-    for (std::size_t i = 0; i < POINTS; ++i) {
-        same &= outline.x[i] == static_cast<float>(points[i].x);
-        same &= outline.y[i] == static_cast<float>(points[i].y);
-    }
-    return same;
+/// A box about the block sums of the outlines `first` to `last` - 1.
+struct Box {
+    alignas(16) float low[BLOCKS];
+    alignas(16) float high[BLOCKS];
+    std::int32_t first;
+    std::int32_t last;
+    /// The second half; the first one follows its parent. 0 in a leaf.
+    std::int32_t secondHalf;
+};
+
+bool isSameBits(double a, double b) {
+    return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
+}
+
+bool isSame(const GraphicTemplate& a, const GraphicTemplate& b) {
+    const auto isSamePoint = [](const Point2D& p, const Point2D& q) {
+        return isSameBits(p.x, q.x) && isSameBits(p.y, q.y);
+    };
+    return a.id == b.id && a.name == b.name &&
+           std::equal(a.points.begin(), a.points.end(), b.points.begin(), b.points.end(),
+                      isSamePoint);
 }
 
 /// Sum of the absolute differences of COUNT values, in two independent chains.
@@ -209,114 +238,160 @@ std::optional<float> estimate(TurnedPath& path, const Outline& outline) {
 
 }  // namespace
 
-void TemplateIndex::append(std::span<const Point2D> points) {
-    const auto position = static_cast<std::int32_t>(m_outlineOf.size());
-    const std::int32_t kind = kindOf(points);
-    if (kind == OVERSIZED) {
-        m_oversized.push_back(position);
+/// Consecutive templates of a list, in boxes within boxes.
+class TemplateIndex::Tree {
+public:
+    /// `first` is the position of the first template in the list.
+    Tree(std::size_t first, std::vector<SharedTemplate> templates)
+        : m_first(first), m_templates(std::move(templates)) {
+        std::vector<Outline> outlines;
+        std::vector<std::int32_t> positions;
+        for (std::size_t k = 0; k < m_templates.size(); ++k) {
+            const auto position = static_cast<std::int32_t>(k);
+            const Stroke points = m_templates[k]->points;
+            const Suitability suitability = suitabilityOf(points);
+            if (suitability == Suitability::OVERSIZED) {
+                m_oversized.push_back(position);
+            } else if (suitability == Suitability::SUITABLE) {
+                outlines.push_back(outlineOf(points));
+                positions.push_back(position);
+            }
+        }
+        arrange(outlines, positions);
     }
-    if (kind < 0) {
-        m_outlineOf.push_back(kind);
-        return;
-    }
-    m_outlineOf.push_back(static_cast<std::int32_t>(m_outlines.size()));
-    m_outlines.push_back(detail::outlineOf(points));
-    m_positions.push_back(position);
-    growForest();
-}
 
-/// Trees of LEAF times a power of two, the largest first, no two alike; fewer
-/// than LEAF outlines at the end are in none. (Bentley, Saxe: Decomposable
-/// searching problems, 1980.)
-void TemplateIndex::growForest() {
-    const auto size = static_cast<std::int32_t>(m_outlines.size());
-    if (size % LEAF != 0) {
-        return;
-    }
-    Tree tree{size - LEAF, LEAF, static_cast<std::int32_t>(m_boxes.size())};
-    while (!m_trees.empty() && m_trees.back().count == tree.count) {
-        tree = {m_trees.back().first, 2 * tree.count, m_trees.back().root};
-        m_trees.pop_back();
-    }
-    m_boxes.resize(static_cast<std::size_t>(tree.root));
-    m_trees.push_back(tree);
-    std::vector<std::int32_t> order(static_cast<std::size_t>(tree.count));
-    std::iota(order.begin(), order.end(), tree.first);
-    build(order, tree.first);
-    arrange(order, tree.first);
-}
+    [[nodiscard]] std::size_t first() const { return m_first; }
+    [[nodiscard]] const std::vector<SharedTemplate>& templates() const { return m_templates; }
 
-TemplateIndex::Box TemplateIndex::boxAbout(std::span<const std::int32_t> outlines) const {
-    Box box{};
-    std::fill_n(box.low, BLOCKS, std::numeric_limits<float>::max());
-    for (const std::int32_t k : outlines) {
-        const Outline& outline = m_outlines[static_cast<std::size_t>(k)];
-        for (int j = 0; j < BLOCKS; ++j) {
-            box.low[j] = std::min(box.low[j], outline.block[j]);
-            box.high[j] = std::max(box.high[j], outline.block[j]);
+    /// Positions, counted from `first`, of the templates that are always
+    /// measured.
+    [[nodiscard]] const std::vector<std::int32_t>& oversized() const { return m_oversized; }
+
+    /// Empty when there is no outline. The first box contains all others.
+    [[nodiscard]] const std::vector<Box>& boxes() const { return m_boxes; }
+    [[nodiscard]] const Outline& outline(std::int32_t k) const {
+        return m_outlines[static_cast<std::size_t>(k)];
+    }
+    /// Position of an outline's template, counted from `first`.
+    [[nodiscard]] std::int32_t position(std::int32_t outline) const {
+        return m_positions[static_cast<std::size_t>(outline)];
+    }
+
+private:
+    /// Makes the boxes and puts the outlines in their order, so that those of a
+    /// leaf lie side by side.
+    void arrange(const std::vector<Outline>& outlines, const std::vector<std::int32_t>& positions) {
+        if (outlines.empty()) {
+            return;
+        }
+        std::vector<std::int32_t> order(outlines.size());
+        std::iota(order.begin(), order.end(), 0);
+        addBoxes(outlines, order, 0);
+        m_outlines.reserve(order.size());
+        m_positions.reserve(order.size());
+        for (const std::int32_t k : order) {
+            m_outlines.push_back(outlines[static_cast<std::size_t>(k)]);
+            m_positions.push_back(positions[static_cast<std::size_t>(k)]);
         }
     }
-    return box;
+
+    /// Sorts the outlines into halves, by their widest block sums, down to the
+    /// leaves; they will lie from `first` on.
+    void addBoxes(const std::vector<Outline>& outlines, std::span<std::int32_t> order,
+                  std::int32_t first) {
+        const std::size_t self = m_boxes.size();
+        const Box box = boxAbout(outlines, order, first);
+        m_boxes.push_back(box);
+        if (order.size() <= LEAF) {
+            return;
+        }
+        const int widest = widestBlock(box);
+        const auto value = [&](std::int32_t k) {
+            return outlines[static_cast<std::size_t>(k)].block[widest];
+        };
+        const std::size_t half = order.size() / 2;
+        std::nth_element(order.begin(), order.begin() + static_cast<std::ptrdiff_t>(half),
+                         order.end(),
+                         [&](std::int32_t a, std::int32_t b) { return value(a) < value(b); });
+        addBoxes(outlines, order.first(half), first);
+        m_boxes[self].secondHalf = static_cast<std::int32_t>(m_boxes.size());
+        addBoxes(outlines, order.subspan(half), first + static_cast<std::int32_t>(half));
+    }
+
+    static Box boxAbout(const std::vector<Outline>& outlines, std::span<const std::int32_t> order,
+                        std::int32_t first) {
+        Box box{};
+        box.first = first;
+        box.last = first + static_cast<std::int32_t>(order.size());
+        std::fill_n(box.low, BLOCKS, std::numeric_limits<float>::max());
+        for (const std::int32_t k : order) {
+            const Outline& outline = outlines[static_cast<std::size_t>(k)];
+            for (int j = 0; j < BLOCKS; ++j) {
+                box.low[j] = std::min(box.low[j], outline.block[j]);
+                box.high[j] = std::max(box.high[j], outline.block[j]);
+            }
+        }
+        return box;
+    }
+
+    static int widestBlock(const Box& box) {
+        int widest = 0;
+        for (int j = 1; j < BLOCKS; ++j) {
+            if (box.high[j] - box.low[j] > box.high[widest] - box.low[widest]) {
+                widest = j;
+            }
+        }
+        return widest;
+    }
+
+    std::size_t m_first;
+    std::vector<SharedTemplate> m_templates;
+    std::vector<std::int32_t> m_oversized;
+    std::vector<Outline> m_outlines;
+    std::vector<std::int32_t> m_positions;
+    std::vector<Box> m_boxes;
+};
+
+/// Trees of equal size are merged, as the digits of a counter carry (Bentley,
+/// Saxe: Decomposable searching problems, 1980).
+void TemplateIndex::append(SharedTemplate added) {
+    std::vector<SharedTemplate> run{std::move(added)};
+    std::size_t kept = m_trees.size();
+    for (; kept > 0; --kept) {
+        const auto& before = m_trees[kept - 1]->templates();
+        if (before.size() >= LEAF && before.size() != run.size()) {
+            break;
+        }
+        run.insert(run.begin(), before.begin(), before.end());
+    }
+    const std::size_t first = size() + 1 - run.size();
+    auto tree = std::make_shared<const Tree>(first, std::move(run));
+    m_trees.reserve(kept + 1);
+    // From here on nothing can fail.
+    m_trees.erase(m_trees.begin() + static_cast<std::ptrdiff_t>(kept), m_trees.end());
+    m_trees.push_back(std::move(tree));
 }
 
-/// Sorts the outlines into halves, by their widest block sums, down to the
-/// leaves; they will lie from `first` on.
-void TemplateIndex::build(std::span<std::int32_t> outlines, std::int32_t first) {
-    const auto self = m_boxes.size();
-    Box box = boxAbout(outlines);
-    box.first = first;
-    box.last = first + static_cast<std::int32_t>(outlines.size());
-    m_boxes.push_back(box);
-    if (outlines.size() <= LEAF) {
-        return;
-    }
-    int widest = 0;
-    for (int j = 1; j < BLOCKS; ++j) {
-        if (box.high[j] - box.low[j] > box.high[widest] - box.low[widest]) {
-            widest = j;
-        }
-    }
-    const auto value = [&](std::int32_t k) {
-        return m_outlines[static_cast<std::size_t>(k)].block[widest];
+std::size_t TemplateIndex::size() const {
+    return m_trees.empty() ? 0 : m_trees.back()->first() + m_trees.back()->templates().size();
+}
+
+const GraphicTemplate& TemplateIndex::operator[](std::size_t k) const {
+    const auto holds = [&](const auto& tree) {
+        return k < tree->first() + tree->templates().size();
     };
-    const std::size_t half = outlines.size() / 2;
-    std::nth_element(outlines.begin(), outlines.begin() + static_cast<std::ptrdiff_t>(half),
-                     outlines.end(),
-                     [&](std::int32_t a, std::int32_t b) { return value(a) < value(b); });
-    build(outlines.first(half), first);
-    m_boxes[self].secondHalf = static_cast<std::int32_t>(m_boxes.size());
-    build(outlines.subspan(half), first + static_cast<std::int32_t>(half));
-}
-
-/// Moves the outlines to where the tree has them, `first` and following.
-void TemplateIndex::arrange(std::span<const std::int32_t> order, std::int32_t first) {
-    std::vector<Outline> outlines;
-    std::vector<std::int32_t> positions;
-    for (const std::int32_t k : order) {
-        outlines.push_back(m_outlines[static_cast<std::size_t>(k)]);
-        positions.push_back(m_positions[static_cast<std::size_t>(k)]);
-        m_outlineOf[static_cast<std::size_t>(positions.back())] =
-            first + static_cast<std::int32_t>(positions.size()) - 1;
-    }
-    std::copy(outlines.begin(), outlines.end(), m_outlines.begin() + first);
-    std::copy(positions.begin(), positions.end(), m_positions.begin() + first);
+    const Tree& tree = **std::find_if(m_trees.begin(), m_trees.end(), holds);
+    return *tree.templates()[k - tree.first()];
 }
 
 bool TemplateIndex::describes(std::span<const GraphicTemplate> templates) const {
-    if (templates.size() != m_outlineOf.size()) {
-        return false;
-    }
-    for (std::size_t k = 0; k < templates.size(); ++k) {
-        const std::span<const Point2D> points = templates[k].points;
-        const std::int32_t outline = m_outlineOf[k];
-        if (outline < 0
-                ? kindOf(points) != outline
-                : points.size() < POINTS ||
-                      !hasCoordinates(m_outlines[static_cast<std::size_t>(outline)], points)) {
-            return false;
-        }
-    }
-    return true;
+    const auto isDescribed = [&](const auto& tree) {
+        const auto& own = tree->templates();
+        return std::equal(
+            own.begin(), own.end(), templates.subspan(tree->first(), own.size()).begin(),
+            [](const SharedTemplate& a, const GraphicTemplate& b) { return isSame(*a, b); });
+    };
+    return templates.size() == size() && std::all_of(m_trees.begin(), m_trees.end(), isDescribed);
 }
 
 /// Takes boxes and outlines in the order of their bounds (Hjaltason, Samet:
@@ -324,36 +399,31 @@ bool TemplateIndex::describes(std::span<const GraphicTemplate> templates) const 
 /// the best distance found.
 class TemplateIndex::Query {
 public:
-    Query(const TemplateIndex& index, std::span<const Point2D> path,
-          std::span<const GraphicTemplate> templates)
-        : m_index(index),
-          m_path(path),
-          m_templates(templates),
-          m_outline(detail::outlineOf(path)),
-          m_turned(m_outline) {
+    Query(std::span<const std::shared_ptr<const Tree>> trees, Stroke path)
+        : m_trees(trees), m_path(path), m_outline(outlineOf(path)), m_turned(m_outline) {
         m_heap.reserve(256);
     }
 
     Match run() {
-        for (const std::int32_t position : m_index.m_oversized) {
-            measure(position);
+        for (const auto& tree : m_trees) {
+            for (const std::int32_t position : tree->oversized()) {
+                measure(*tree, position);
+            }
         }
-        for (const Tree& tree : m_index.m_trees) {
-            pushBox(tree.root);
-        }
-        const auto size = static_cast<std::int32_t>(m_index.m_outlines.size());
-        for (std::int32_t k = size - size % LEAF; k < size; ++k) {
-            pushOutline(k);
+        for (std::size_t t = 0; t < m_trees.size(); ++t) {
+            if (!m_trees[t]->boxes().empty()) {
+                pushBox(static_cast<std::int32_t>(t), 0);
+            }
         }
         while (!m_heap.empty() && mayWin(m_heap.front().bound)) {
             std::pop_heap(m_heap.begin(), m_heap.end());
-            const std::int32_t item = m_heap.back().item;
+            const Entry entry = m_heap.back();
             m_heap.pop_back();
-            item < 0 ? open(~item) : consider(item);
+            entry.item < 0 ? open(entry.tree, ~entry.item) : consider(entry);
         }
         for (const Entry& entry : m_shortlist) {
             if (mayWin(entry.bound)) {
-                measure(m_index.m_positions[static_cast<std::size_t>(entry.item)]);
+                measure(entry);
             }
         }
         return m_best;
@@ -362,23 +432,28 @@ public:
 private:
     struct Entry {
         float bound;
+        std::int32_t tree;
         /// An outline, or the complement of a box.
         std::int32_t item;
         bool operator<(const Entry& other) const { return bound > other.bound; }
     };
 
+    [[nodiscard]] const Tree& treeOf(std::int32_t t) const {
+        return *m_trees[static_cast<std::size_t>(t)];
+    }
+
     /// Ties must stay in: the earlier one of the list wins.
     [[nodiscard]] bool mayWin(float bound) const { return bound - MARGIN <= m_limit; }
 
-    void push(float bound, std::int32_t item) {
-        if (mayWin(bound)) {
-            m_heap.push_back({bound, item});
+    void push(const Entry& entry) {
+        if (mayWin(entry.bound)) {
+            m_heap.push_back(entry);
             std::push_heap(m_heap.begin(), m_heap.end());
         }
     }
 
-    void pushBox(std::int32_t k) {
-        const Box& box = m_index.m_boxes[static_cast<std::size_t>(k)];
+    void pushBox(std::int32_t tree, std::int32_t k) {
+        const Box& box = treeOf(tree).boxes()[static_cast<std::size_t>(k)];
         Float4 total = Float4::all(0.0F);
         for (int j = 0; j < BLOCKS; j += 4) {
             const Float4 at = Float4::load(m_outline.block + j);
@@ -386,52 +461,56 @@ private:
             const Float4 above = at - Float4::load(box.high + j);
             total = total + max(max(below, above), Float4::all(0.0F));
         }
-        push(sum(total) / POINTS, ~k);
+        push({sum(total) / POINTS, tree, ~k});
     }
 
-    void pushOutline(std::int32_t k) {
-        const Outline& outline = m_index.m_outlines[static_cast<std::size_t>(k)];
+    void pushOutline(std::int32_t tree, std::int32_t k) {
+        const Outline& outline = treeOf(tree).outline(k);
         if (mayWin(blockBound(m_outline, outline))) {
-            push(radialBound(m_outline, outline), k);
+            push({radialBound(m_outline, outline), tree, k});
         }
     }
 
-    void open(std::int32_t k) {
-        const Box& box = m_index.m_boxes[static_cast<std::size_t>(k)];
+    void open(std::int32_t tree, std::int32_t k) {
+        const Box& box = treeOf(tree).boxes()[static_cast<std::size_t>(k)];
         if (box.secondHalf != 0) {
-            pushBox(k + 1);
-            pushBox(box.secondHalf);
+            pushBox(tree, k + 1);
+            pushBox(tree, box.secondHalf);
             return;
         }
         for (std::int32_t outline = box.first; outline < box.last; ++outline) {
-            pushOutline(outline);
+            pushOutline(tree, outline);
         }
     }
 
-    void consider(std::int32_t k) {
-        const std::optional<float> distance =
-            estimate(m_turned, m_index.m_outlines[static_cast<std::size_t>(k)]);
+    void consider(const Entry& entry) {
+        const auto distance = estimate(m_turned, treeOf(entry.tree).outline(entry.item));
         if (!distance) {
-            measure(m_index.m_positions[static_cast<std::size_t>(k)]);
+            measure(entry);
         } else if (mayWin(*distance)) {
-            m_shortlist.push_back({*distance, k});
-            m_limit = std::min(m_limit, *distance + MARGIN);
+            m_shortlist.push_back({*distance, entry.tree, entry.item});
+            m_limit = std::min<double>(m_limit, *distance + MARGIN);
         }
     }
 
-    void measure(std::int32_t position) {
-        const auto& points = m_templates[static_cast<std::size_t>(position)].points;
-        const double distance = distanceAtBestAngle(m_path, points, STANDARD_SEARCH);
-        if (distance < m_best.distance ||
-            (distance == m_best.distance && position < m_best.index)) {
-            m_best = {position, distance};
+    void measure(const Entry& entry) {
+        const Tree& tree = treeOf(entry.tree);
+        measure(tree, tree.position(entry.item));
+    }
+
+    void measure(const Tree& tree, std::int32_t position) {
+        const auto k = static_cast<std::size_t>(position);
+        const auto index = static_cast<std::int64_t>(tree.first() + k);
+        const double distance =
+            distanceAtBestAngle(m_path, tree.templates()[k]->points, STANDARD_SEARCH);
+        if (distance < m_best.distance || (distance == m_best.distance && index < m_best.index)) {
+            m_best = {index, distance};
             m_limit = std::min(m_limit, distance);
         }
     }
 
-    const TemplateIndex& m_index;
-    std::span<const Point2D> m_path;
-    std::span<const GraphicTemplate> m_templates;
+    std::span<const std::shared_ptr<const Tree>> m_trees;
+    Stroke m_path;
     Outline m_outline;
     TurnedPath m_turned;
     std::vector<Entry> m_heap;
@@ -441,16 +520,30 @@ private:
     Match m_best;
 };
 
-std::optional<Match> TemplateIndex::match(std::span<const Point2D> path,
-                                          std::span<const GraphicTemplate> templates) const {
-    if (path.size() != POINTS || kindOf(path) < 0) {
+Match TemplateIndex::match(Stroke path, const RotationSearch& search) const {
+    if (search == STANDARD_SEARCH) {
+        if (const auto match = matchQuickly(path)) {
+            return *match;
+        }
+    }
+    PlainMatching matching(path, search);
+    for (const auto& tree : m_trees) {
+        for (const SharedTemplate& t : tree->templates()) {
+            matching.consider(t->points);
+        }
+    }
+    return matching.best();
+}
+
+std::optional<Match> TemplateIndex::matchQuickly(Stroke path) const {
+    if (path.size() != POINTS || suitabilityOf(path) != Suitability::SUITABLE) {
         return std::nullopt;
     }
     const Point2D centre = centroid(path);
-    if (std::abs(centre.x) > LARGEST_OFFSET || std::abs(centre.y) > LARGEST_OFFSET) {
+    if (std::abs(centre.x) > MAX_OFFSET || std::abs(centre.y) > MAX_OFFSET) {
         return std::nullopt;
     }
-    return Query(*this, path, templates).run();
+    return Query(m_trees, path).run();
 }
 
 }  // namespace Scrivo::detail

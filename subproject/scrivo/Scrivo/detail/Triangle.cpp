@@ -1,11 +1,10 @@
+#include "Scrivo/detail/Triangle.h"
+
 #include "Scrivo/detail/Edges.h"
-#include "Scrivo/detail/Polygon.h"
 
 #include <array>
 #include <cmath>
 #include <cstddef>
-#include <optional>
-#include <vector>
 
 namespace Scrivo::detail {
 
@@ -23,7 +22,7 @@ struct Sides {
 };
 
 Sides sidesOf(const std::vector<Point2D>& c) {
-    return {distance(c[0], c[1]), distance(c[1], c[2]), distance(c[2], c[0])};
+    return {singleDistance(c[0], c[1]), singleDistance(c[1], c[2]), singleDistance(c[2], c[0])};
 }
 
 /// sqrt(a^2 + b^2) / c: 1 when a and b meet at a right angle opposite to c.
@@ -51,13 +50,13 @@ void makeEquilateral(std::vector<Point2D>& c, double side) {
     if (c[0].y != c[1].y) {
         apex = alongSlope(middle, perpendicularSlope(c[0], c[1]), side * HALF_SQRT_3);
     } else {
-        apex = aboveAndBelow(middle, side * SQRT_3 * 0.5);
+        apex = alongVertical(middle, side * SQRT_3 * 0.5);
     }
-    // The position of smaller coordinates has to be strictly nearer.
-    c[2] = distance(apex.p, c[2]) > distance(apex.q, c[2]) ? apex.q : apex.p;
+    // The second position is taken only when it is strictly nearer.
+    c[2] = singleDistance(apex.p, c[2]) > singleDistance(apex.q, c[2]) ? apex.q : apex.p;
 }
 
-/// Brings the corner between two nearly equal sides to the middle.
+/// Moves the corner between two nearly equal sides to the middle of the list.
 void centreIsoscelesApex(std::vector<Point2D>& c, const Sides& s) {
     if (isNearlyOne(s.s12 / s.s02)) {
         isCounterClockwise(c) ? reorder(c, 1, 2, 0) : reorder(c, 0, 2, 1);
@@ -66,7 +65,7 @@ void centreIsoscelesApex(std::vector<Point2D>& c, const Sides& s) {
     }
 }
 
-/// Brings the corner of a nearly right angle to the middle.
+/// Moves the corner of a nearly right angle to the middle of the list.
 void centreRightAngle(std::vector<Point2D>& c, const Sides& s) {
     if (isNearlyOne(pythagorasRatio(s.s12, s.s02, s.s01))) {
         isCounterClockwise(c) ? reorder(c, 1, 2, 0) : reorder(c, 0, 2, 1);
@@ -79,7 +78,7 @@ void centreRightAngle(std::vector<Point2D>& c, const Sides& s) {
 void makeIsosceles(std::vector<Point2D>& c, double leg) {
     const bool isUpright = std::abs(c[2].x - c[1].x) < FLAT;
     const Mirrored places = isUpright
-                                ? aboveAndBelow(c[1], leg)
+                                ? alongVertical(c[1], leg)
                                 : alongSlope(c[1], (c[2].y - c[1].y) / (c[2].x - c[1].x), leg);
     c[2] = nearer(places, c[2]);
 }
@@ -88,7 +87,7 @@ void makeIsosceles(std::vector<Point2D>& c, double leg) {
 /// side to corner 0 counts as level up to a height of `flat`.
 void makeRightAngled(std::vector<Point2D>& c, double length, double flat) {
     const bool isLevel = std::abs(c[0].y - c[1].y) <= flat;
-    const Mirrored places = isLevel ? aboveAndBelow(c[1], length)
+    const Mirrored places = isLevel ? alongVertical(c[1], length)
                                     : alongSlope(c[1], perpendicularSlope(c[0], c[1]), length);
     c[2] = nearer(places, c[2]);
 }
@@ -115,36 +114,6 @@ void regulariseTriangle(std::vector<Point2D>& corners) {
     s = sidesOf(corners);
     if (isNearlyOne(pythagorasRatio(s.s12, s.s01, s.s02))) {
         makeRightAngled(corners, s.s12, 0.0);
-    }
-}
-
-void levelLowestEdge(std::vector<Point2D>& corners) {
-    const std::size_t m = corners.size();
-    std::optional<std::size_t> lowest;
-    double maxY = LOWEST;
-    for (std::size_t i = 0; i < m; ++i) {
-        if (corners[i].y > maxY) {
-            maxY = corners[i].y;
-            lowest = i;
-        }
-    }
-    if (!lowest) {
-        return;
-    }
-    const Point2D pivot = corners[*lowest];
-    const double next = slope(pivot, corners[(*lowest + 1) % m]);
-    const double previous = slope(pivot, corners[(*lowest + m - 1) % m]);
-    double angle = 0.0;
-    if (std::abs(previous) > std::abs(next) && std::abs(next) < ROTATION_THRESHOLD) {
-        angle = std::atan(next);
-    } else if (std::abs(next) > std::abs(previous) && std::abs(previous) < ROTATION_THRESHOLD) {
-        angle = std::atan(previous);
-    } else {
-        return;
-    }
-    for (std::size_t j = 1; j < m; ++j) {
-        Point2D& corner = corners[(*lowest + j) % m];
-        corner = rotationLine(pivot, corner, angle);
     }
 }
 

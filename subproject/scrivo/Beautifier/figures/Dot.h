@@ -1,0 +1,29 @@
+#pragma once
+
+#include "Beautifier/figures/Family.h"
+
+namespace Scrivo::beautifier {
+
+/// A tap: told by its size and the length of its path without the tremor.
+struct DotFamily : FamilyDefaults {
+    static constexpr FigureFamily FAMILY = FigureFamily::DOT;
+    static constexpr std::string_view NAME = "dot";
+    static constexpr std::int32_t CODE = FIGURE_POINT;
+
+    /// A tap, a press that is held, a scribble too small to hold a letter or,
+    /// where dots are wanted, the short slip of a finger.
+    static std::optional<Verdict> judgeUnfitted(const Ink& ink, const Frame& frame,
+                                                const BeautifierOptions& options);
+    /// Nothing is left to judge by a fit.
+    static bool competes(std::span<const double> /*own*/) { return false; }
+    static Ideal idealise(const Fitted& fitted);
+};
+
+template <>
+struct FigureTraits<DotFigure> {
+    static constexpr std::string_view KIND = "dot";
+    static constexpr std::array<std::string_view, 0> SUBTYPES{};
+    static void fields(auto& figure, auto&& visit) { visit.place("centre", figure.centre); }
+};
+
+}  // namespace Scrivo::beautifier

@@ -1,0 +1,85 @@
+#include "Beautifier/figures/Families.h"
+
+#include <algorithm>
+
+namespace Scrivo::beautifier {
+
+namespace {
+
+template <typename F>
+void measureInto(const Evidence& evidence, std::span<double> own) {
+    const auto values = F::measure(evidence);
+    std::copy(values.begin(), values.end(), own.begin());
+}
+
+template <typename... F>
+constexpr std::array<Family, sizeof...(F)> entriesOf(FamilyList<F...> /*list*/) {
+    return {Family{F::FAMILY, F::NAME, F::CODE, F::CLOSED, F::STAYS_INSIDE, F::SNAPS, F::FEATURES,
+                   measureInto<F>, F::competes, F::judgeUnfitted, F::idealise}...};
+}
+
+constexpr auto ENTRIES = entriesOf(Families());
+
+/// Shifts the places of a figure; sizes and numbers stay.
+struct Shift {
+    double dx;
+    double dy;
+
+    void place(std::string_view /*name*/, Point2D& p) const {
+        p.x += dx;
+        p.y += dy;
+    }
+    void places(std::string_view name, auto& list) const {
+        for (Point2D& p : list) {
+            place(name, p);
+        }
+    }
+    void size(std::string_view /*name*/, Point2D& /*size*/) const {}
+    void number(std::string_view /*name*/, double& /*value*/) const {}
+};
+
+/// How far [low, high] has to move to lie in [0, size].
+double shiftInto(double low, double high, double size) {
+    return low < 0.0 ? -low : std::min(size - high, 0.0);
+}
+
+}  // namespace
+
+double Verdict::probability() const {
+    return 1.0 / (1.0 + std::exp(-logit));
+}
+
+std::span<const Family> families() {
+    return ENTRIES;
+}
+
+const Family* findFamily(FigureFamily family) {
+    const auto* const entry = std::find_if(ENTRIES.begin(), ENTRIES.end(),
+                                           [&](const Family& f) { return f.family == family; });
+    return entry != ENTRIES.end() ? entry : nullptr;
+}
+
+void moveInside(Ideal& ideal, double width, double height) {
+    const auto [left, right] =
+        std::minmax_element(ideal.outline.begin(), ideal.outline.end(),
+                            [](const Point2D& a, const Point2D& b) { return a.x < b.x; });
+    const auto [top, bottom] =
+        std::minmax_element(ideal.outline.begin(), ideal.outline.end(),
+                            [](const Point2D& a, const Point2D& b) { return a.y < b.y; });
+    const bool fits =
+        (left->x >= 0.0 || right->x <= width) && (top->y >= 0.0 || bottom->y <= height);
+    if (!fits) {
+        return;
+    }
+    const Shift shift{shiftInto(left->x, right->x, width), shiftInto(top->y, bottom->y, height)};
+    shift.places("outline", ideal.outline);
+    std::visit(
+        [&]<typename F>(F& figure) {
+            if constexpr (!std::is_same_v<F, std::monostate>) {
+                FigureTraits<F>::fields(figure, shift);
+            }
+        },
+        ideal.figure);
+}
+
+}  // namespace Scrivo::beautifier

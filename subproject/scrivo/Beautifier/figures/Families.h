@@ -1,0 +1,65 @@
+#pragma once
+
+#include "Beautifier/figures/Angle.h"
+#include "Beautifier/figures/Dot.h"
+#include "Beautifier/figures/Ellipse.h"
+#include "Beautifier/figures/Family.h"
+#include "Beautifier/figures/Line.h"
+#include "Beautifier/figures/Quadrangle.h"
+#include "Beautifier/figures/Triangle.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string_view>
+
+/// The table of the families. What is behind it knows none of them by name.
+namespace Scrivo::beautifier {
+
+template <typename... F>
+struct FamilyList {
+    static constexpr std::size_t COUNT = sizeof...(F);
+    static constexpr std::size_t FEATURE_COUNT = (F::FEATURES.size() + ...);
+
+    /// Copies the names of all features to `out`, family by family.
+    static constexpr void copyFeatures(std::string_view* out) {
+        ((out = std::copy(F::FEATURES.begin(), F::FEATURES.end(), out)), ...);
+    }
+};
+
+/// A line a family, in the order of `FigureFamily`.
+using Families = FamilyList<DotFamily,         //
+                            LineFamily,        //
+                            AngleFamily,       //
+                            TriangleFamily,    //
+                            QuadrangleFamily,  //
+                            EllipseFamily>;
+
+/// A family as data.
+struct Family {
+    FigureFamily family;
+    std::string_view name;
+    std::int32_t code;
+    bool closed;
+    bool staysInside;
+    bool snaps;
+    std::span<const std::string_view> features;
+    void (*measure)(const Evidence& evidence, std::span<double> own);
+    bool (*competes)(std::span<const double> own);
+    std::optional<Verdict> (*judgeUnfitted)(const Ink& ink, const Frame& frame,
+                                            const BeautifierOptions& options);
+    Ideal (*idealise)(const Fitted& fitted);
+};
+
+/// All families, in the order of `FigureFamily`.
+std::span<const Family> families();
+
+/// The entry of a family; null for a value that is no `FigureFamily`.
+const Family* findFamily(FigureFamily family);
+
+/// Moves a figure that sticks out of the drawing area back into it. A figure
+/// that sticks out on opposite sides cannot fit and stays where it is.
+void moveInside(Ideal& ideal, double width, double height);
+
+}  // namespace Scrivo::beautifier

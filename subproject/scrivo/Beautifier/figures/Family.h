@@ -1,0 +1,70 @@
+#pragma once
+
+#include "Beautifier/Beautifier.h"
+#include "Beautifier/fit/Evidence.h"
+#include "Beautifier/ink/Frame.h"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string_view>
+#include <vector>
+
+/// What a family of figures has to provide. Each family is a struct of static
+/// members in a file pair of its own; Families.h lists them.
+namespace Scrivo::beautifier {
+
+/// The likeliest family of a stroke.
+struct Verdict {
+    FigureFamily family = FigureFamily::LINE;
+    double logit = 0.0;      ///< log odds that the stroke is of this family
+    double threshold = 0.0;  ///< that `logit` has to exceed at middling sensitivity
+
+    [[nodiscard]] double probability() const;
+};
+
+/// A figure and its outline, both in drawing-area units.
+struct Ideal {
+    Figure figure;
+    std::vector<Point2D> outline;
+};
+
+/// What the figure of a family is made of.
+struct Fitted {
+    const Frame& frame;
+    const Evidence& evidence;  ///< empty when the family was judged unfitted
+    const BeautifierOptions& options;
+    std::span<const Point2D> anchors;  ///< drawing-area units; empty unless the family snaps
+};
+
+/// Defaults of the members that a family may leave out.
+struct FamilyDefaults {
+    /// Only strokes whose ends meet can be of the family.
+    static constexpr bool CLOSED = false;
+    /// Figures that stick out of the drawing area are moved back into it.
+    static constexpr bool STAYS_INSIDE = true;
+    /// The ideal figure depends on the strokes nearby.
+    static constexpr bool SNAPS = false;
+    /// Features of the family's fit; `measure` gives their values.
+    static constexpr std::array<std::string_view, 0> FEATURES{};
+    static std::array<double, 0> measure(const Evidence& /*evidence*/) { return {}; }
+    /// Whether a stroke with these features can be of the family at all.
+    static bool competes(std::span<const double> /*own*/) { return true; }
+    /// A verdict that needs no fit, where there is one.
+    static std::optional<Verdict> judgeUnfitted(const Ink& /*ink*/, const Frame& /*frame*/,
+                                                const BeautifierOptions& /*options*/) {
+        return std::nullopt;
+    }
+};
+
+/// Names of a figure and access to its parameters, specialised for every
+/// alternative of `Figure`:
+///   KIND      the name of the alternative
+///   SUBTYPES  names of its kinds in the order of their enumeration
+///   fields(figure, visit)  calls visit.place, .places, .size or .number with
+///             the name of each parameter and a reference to it
+template <typename F>
+struct FigureTraits;
+
+}  // namespace Scrivo::beautifier

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "Beautifier/figures/Family.h"
+
+namespace Scrivo::beautifier {
+
+struct LineFamily : FamilyDefaults {
+    static constexpr FigureFamily FAMILY = FigureFamily::LINE;
+    static constexpr std::string_view NAME = "line";
+    static constexpr std::int32_t CODE = FIGURE_LINE;
+    /// Moving a line would tear it off the strokes that it was snapped to.
+    static constexpr bool STAYS_INSIDE = false;
+    static constexpr bool SNAPS = true;
+
+    static constexpr std::array<std::string_view, 3> FEATURES{
+        "LINE_RMS",    // residual of the straight line
+        "LINE_WORST",  // largest distance from it
+        "DETOUR",      // path length beyond the extent along it
+    };
+    static std::array<double, FEATURES.size()> measure(const Evidence& evidence);
+    static Ideal idealise(const Fitted& fitted);
+};
+
+template <>
+struct FigureTraits<LineFigure> {
+    static constexpr std::string_view KIND = "line";
+    static constexpr std::array<std::string_view, 0> SUBTYPES{};
+    static void fields(auto& figure, auto&& visit) {
+        visit.place("from", figure.from);
+        visit.place("to", figure.to);
+    }
+};
+
+}  // namespace Scrivo::beautifier

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "Beautifier/fit/Loop.h"
+#include "Beautifier/ink/Outline.h"
+
+#include <numbers>
+
+/// Changes of direction along an outline.
+namespace Scrivo::beautifier {
+
+/// Sums of absolute bends are cut off at two full turns, radians: whatever
+/// bends more is a scribble.
+inline constexpr double MAX_TURNING = 4.0 * std::numbers::pi;
+
+/// Sums over the bends between successive chords, radians.
+struct Bends {
+    double absolute = 0.0;
+    double sum = 0.0;
+    double sharpest = 0.0;
+
+    void add(double bend);
+};
+
+/// Bends between chords of two steps along the points.
+Bends bendsOf(const Coarse& points);
+
+/// Bends between chords of four fine steps, taken every `step` points of what
+/// the closure leaves. The closure itself is left out: ends that do not quite
+/// meet bend there anyway.
+Bends innerBends(const Fine& fine, const Closure& closure, int step);
+
+}  // namespace Scrivo::beautifier

@@ -1,0 +1,62 @@
+#include "Beautifier/fit/Corners.h"
+
+#include <algorithm>
+
+namespace Scrivo::beautifier {
+
+namespace {
+
+/// Point `i`; the indices of a loop go on behind its end.
+Vec at(const Coarse& points, int i) {
+    return points[static_cast<std::size_t>(i < COARSE ? i : i - LOOP)];
+}
+
+/// The line of a piece. Its end points, which corners round off, count only
+/// when the piece is short.
+FittedLine lineOf(const Scatter& scatter, const PolylineFit& fit, int piece) {
+    const int first = fit.knots[static_cast<std::size_t>(piece)];
+    const int last = fit.knots[static_cast<std::size_t>(piece) + 1];
+    const int margin = last - first >= 6 ? 1 : 0;
+    return scatter.line(first + margin, last - margin);
+}
+
+/// Where two lines meet; `ink` when they are nearly parallel or meet far away.
+Vec meet(const FittedLine& a, const FittedLine& b, Vec ink, double size) {
+    const double sine = cross(a.along, b.along);
+    if (std::abs(sine) < 0.1) {
+        return ink;
+    }
+    const Vec p = a.centre + (cross(b.centre - a.centre, b.along) / sine) * a.along;
+    return norm(p - ink) > 0.25 * size ? ink : p;
+}
+
+double worstDistance(const Coarse& points, const FittedLine& line, int first, int last) {
+    double worst = 0.0;
+    for (int i = first; i <= last; ++i) {
+        worst = std::max(worst, std::abs(cross(line.along, at(points, i) - line.centre)));
+    }
+    return worst;
+}
+
+}  // namespace
+
+Corners cornersOf(const Coarse& points, const Scatter& scatter, const PolylineFit& fit, bool closed,
+                  double size) {
+    Corners corners;
+    FittedLine before = lineOf(scatter, fit, closed ? fit.pieces - 1 : 0);
+    for (int k = 0; k < fit.pieces; ++k) {
+        const int first = fit.knots[static_cast<std::size_t>(k)];
+        const int last = fit.knots[static_cast<std::size_t>(k) + 1];
+        const FittedLine line = lineOf(scatter, fit, k);
+        if (closed || k > 0) {
+            const Vec ink = at(points, first);
+            const Vec corner = meet(before, line, ink, size);
+            corners.at[static_cast<std::size_t>(corners.count++)] = corner;
+        }
+        corners.worst = std::max(corners.worst, worstDistance(points, line, first + 1, last - 1));
+        before = line;
+    }
+    return corners;
+}
+
+}  // namespace Scrivo::beautifier

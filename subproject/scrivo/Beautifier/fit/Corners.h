@@ -1,0 +1,24 @@
+#pragma once
+
+#include "Beautifier/fit/Polyline.h"
+#include "Beautifier/ink/Outline.h"
+
+#include <array>
+
+/// Corners of a fitted polygon or polyline.
+namespace Scrivo::beautifier {
+
+/// Where the lines of neighbouring pieces meet.
+struct Corners {
+    int count = 0;
+    std::array<Vec, MAX_PIECES> at{};
+    double worst = 0.0;  ///< largest distance of a point from its piece's line
+};
+
+/// Corners between successive pieces of `fit`, for a closed fit also at the
+/// start. `scatter` describes `points`; `size` is the stroke's. Where two lines
+/// are nearly parallel or meet far away, the corner is the point of the ink.
+Corners cornersOf(const Coarse& points, const Scatter& scatter, const PolylineFit& fit, bool closed,
+                  double size);
+
+}  // namespace Scrivo::beautifier

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "Beautifier/ink/Outline.h"
+
+namespace Scrivo::beautifier {
+
+struct EllipseFit {
+    Vec centre;
+    double a = 0.0;      ///< longer radius
+    double b = 0.0;      ///< shorter radius
+    double angle = 0.0;  ///< of the longer radius, radians
+    double rms = 0.0;    ///< root mean square distance of the points
+    double worst = 0.0;  ///< largest distance
+    bool found = false;
+};
+
+/// Where a point lies, seen from an ellipse.
+struct EllipsePoint {
+    double distance = 0.0;  ///< to first order, positive outside
+    Vec outwards;           ///< across the ellipse, of any length
+};
+
+EllipsePoint pointOn(const EllipseFit& fit, Vec p);
+
+/// Circumference (Ramanujan: Modular equations and approximations to pi, 1914).
+double circumference(const EllipseFit& fit);
+
+/// Ellipse of the closed curve through `loop`: area moments (an ellipse of radii
+/// a and b has the second moments a^2 / 4 and b^2 / 4), then Gauss-Newton steps
+/// on the distances to first order (Sampson: Fitting conic sections to very
+/// scattered data, 1982). Not found when the curve encloses no area.
+EllipseFit fitEllipseTo(const Coarse& loop);
+
+}  // namespace Scrivo::beautifier

@@ -1,0 +1,61 @@
+#include "Beautifier/fit/Evidence.h"
+
+#include "Beautifier/ink/Strays.h"
+
+#include <algorithm>
+
+namespace Scrivo::beautifier {
+
+namespace {
+
+// Strokes whose ends stay further apart than this share of the size are open.
+constexpr double OPEN_GAP = 0.45;
+
+// Pieces of the longest open polyline that is fitted.
+constexpr int OPEN_PIECES = 4;
+
+double sizeOf(const Coarse& points) {
+    Vec sum;
+    double squares = 0.0;
+    for (const Vec& p : points) {
+        sum = sum + p;
+        squares += dot(p, p);
+    }
+    const Vec mean = (1.0 / COARSE) * sum;
+    return 4.0 * std::sqrt(std::max(squares / COARSE - dot(mean, mean), 0.0));
+}
+
+ClosedEvidence examineClosed(const Fine& fine, const Closure& closure) {
+    const Coarse points = loop(fine, closure);
+    const Scatter scatter(points);
+    return {closure, points, scatter, fitPolygons(scatter)};
+}
+
+}  // namespace
+
+Evidence examine(const Fine& outline, double inkLength) {
+    const Cleaned cleaned = withoutStrays(outline);
+    const Fine& fine = cleaned.fine;
+    const Coarse points = coarse(fine);
+    const Scatter scatter(points);
+    Evidence e{fine,
+               points,
+               scatter,
+               bendsOf(points),
+               sizeOf(points),
+               lengthBetween(fine, 0, FINE - 1),
+               fitPolylines(scatter, OPEN_PIECES),
+               outline,
+               inkLength > 0.0 ? inkLength / lengthBetween(outline, 0, FINE - 1) : 1.0,
+               cleaned.retraced,
+               cleaned.overlap,
+               cleaned.hook,
+               std::nullopt};
+    const Closure closure = close(fine);
+    if (closure.gap < OPEN_GAP * e.size) {
+        e.closed = examineClosed(fine, closure);
+    }
+    return e;
+}
+
+}  // namespace Scrivo::beautifier

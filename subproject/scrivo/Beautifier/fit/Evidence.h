@@ -1,0 +1,41 @@
+#pragma once
+
+#include "Beautifier/fit/Bends.h"
+#include "Beautifier/fit/Loop.h"
+#include "Beautifier/fit/Polyline.h"
+#include "Beautifier/ink/Outline.h"
+
+#include <optional>
+
+/// What all figures look at in a stroke, in the frame's own units. The fit of a
+/// single figure stands in that figure's file.
+namespace Scrivo::beautifier {
+
+/// What there is of a stroke whose ends (nearly) meet.
+struct ClosedEvidence {
+    Closure closure;
+    Coarse loop;
+    Scatter scatter;  ///< of the loop
+    PolylineFits polygons;
+};
+
+struct Evidence {
+    Fine fine;  ///< without strays at the ends
+    Coarse points;
+    Scatter scatter;  ///< of the points
+    Bends bends;
+    double size = 0.0;    ///< four root mean square distances from the centroid
+    double length = 0.0;  ///< of the outline
+    PolylineFits polylines;
+    Fine outline;            ///< with strays
+    double roughness = 1.0;  ///< length of the ink over that of its outline
+    double retraced = 0.0;   ///< share of the outline that went back over the rest
+    double overlap = 0.0;    ///< share that ran on over the start
+    double hook = 0.0;       ///< longest flick cut at an end
+    std::optional<ClosedEvidence> closed;  ///< absent when the ends stay far apart
+};
+
+/// Examines an outline that stands for ink of `inkLength`; 0 means its own length.
+Evidence examine(const Fine& outline, double inkLength = 0.0);
+
+}  // namespace Scrivo::beautifier

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "Beautifier/fit/Polyline.h"
+#include "Beautifier/ink/Outline.h"
+
+/// The closed curve that a stroke whose ends meet was meant to be.
+namespace Scrivo::beautifier {
+
+/// What is left of a stroke when the ends that overshoot the closure are cut.
+struct Closure {
+    int first = 0;  ///< indices into the fine outline
+    int last = FINE - 1;
+    double gap = 0.0;      ///< distance of the ends that remain
+    double trimmed = 0.0;  ///< length that was cut, as a share of the whole length
+};
+
+/// Cuts at either end up to a quarter of the outline where that closes the
+/// curve; every bit that is cut must close three tenths of its length.
+Closure close(const Fine& fine);
+
+/// Length along the fine outline from `first` to `last`.
+double lengthBetween(const Fine& fine, int first, int last);
+
+/// Loop of `COARSE` points, the last one equal to the first, that starts at the
+/// point farthest from the centre: in a convex polygon that is a corner.
+Coarse loop(const Fine& fine, const Closure& closure);
+
+}  // namespace Scrivo::beautifier

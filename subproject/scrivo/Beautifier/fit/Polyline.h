@@ -1,0 +1,71 @@
+#pragma once
+
+#include "Beautifier/ink/Outline.h"
+
+#include <array>
+
+/// Best open polylines and closed polygons through an even outline.
+namespace Scrivo::beautifier {
+
+inline constexpr int MAX_PIECES = 6;
+inline constexpr int LOOP = COARSE - 1;  ///< points of a loop
+
+/// Total-least-squares line through a run of points.
+struct FittedLine {
+    Vec centre;
+    Vec along;  ///< unit vector of the larger variance
+};
+
+/// How far points reach along an axis: from `low` behind its origin to `high`.
+struct Reach {
+    double low = 0.0;
+    double high = 0.0;
+};
+
+Reach reachOf(const Coarse& points, Vec origin, Vec along);
+
+/// Sums of coordinates and their products up to every point: the scatter of any
+/// run of points in constant time. Indices of a run may go once around.
+class Scatter {
+public:
+    Scatter() = default;
+    explicit Scatter(const Coarse& points);
+
+    /// Sum of squared distances of points `first` to `last` from their line.
+    double squares(int first, int last) const;
+    FittedLine line(int first, int last) const;
+
+private:
+    struct Sums {
+        double n = 0.0, x = 0.0, y = 0.0, xx = 0.0, xy = 0.0, yy = 0.0;
+    };
+    struct Central {
+        double x, y, xx, xy, yy;
+    };
+    Central central(int first, int last) const;
+
+    std::array<Sums, COARSE + LOOP + 1> m_upTo;
+};
+
+/// The polyline of `pieces` straight pieces that has the smallest sum of squared
+/// distances of the points from the lines of their pieces.
+struct PolylineFit {
+    int pieces = 0;
+    /// First and last point of each piece; beyond `LOOP` for a piece that goes
+    /// through the start of a loop.
+    std::array<int, MAX_PIECES + 1> knots{};
+    double rms = 0.0;  ///< root of the mean square
+};
+
+using PolylineFits = std::array<PolylineFit, MAX_PIECES>;  ///< of 1, 2, ... pieces
+
+/// Open polylines of 1 to `maxPieces` pieces by dynamic programming (Bellman,
+/// Roth: Curve fitting by segmented straight lines, 1969).
+PolylineFits fitPolylines(const Scatter& scatter, int maxPieces);
+
+/// Closed polygons of 3 to 6 corners through a loop that starts at a likely
+/// corner. The best polygons from there tell a second start; of both the better
+/// one counts.
+PolylineFits fitPolygons(const Scatter& scatter);
+
+}  // namespace Scrivo::beautifier

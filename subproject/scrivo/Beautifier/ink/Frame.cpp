@@ -1,0 +1,49 @@
+#include "Beautifier/ink/Frame.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace Scrivo::beautifier {
+
+Frame measure(const Ink& ink) {
+    Frame frame;
+    constexpr double INF = std::numeric_limits<double>::infinity();
+    Vec low{INF, INF};
+    Vec high{-INF, -INF};
+    Vec before;
+    double sum = 0.0;
+    for (std::size_t i = 0; i < ink.samples.size(); ++i) {
+        const Vec p = ink.at(ink.samples[i]);
+        low = {std::min(low.x, p.x), std::min(low.y, p.y)};
+        high = {std::max(high.x, p.x), std::max(high.y, p.y)};
+        sum += i == 0 ? 0.0 * (p.x + p.y) : norm(p - before);
+        before = p;
+    }
+    frame.centre = 0.5 * (low + high);
+    frame.extent = std::max(high.x - low.x, high.y - low.y);
+    frame.diagonal = norm(high - low);
+    frame.length = sum;
+    // A NaN or infinite sample makes the sum so, also where min and max skip a NaN.
+    const double farthest = std::max({-low.x, -low.y, high.x, high.y});
+    frame.measurable = !ink.samples.empty() && std::isfinite(sum) && farthest < UNKNOWN_EXTENT;
+    return frame;
+}
+
+double travel(const Ink& ink, const Frame& frame) {
+    if (ink.samples.empty()) {
+        return 0.0;
+    }
+    const double shortest = std::max(0.5, frame.extent / 8.0);
+    Vec from = ink.at(ink.samples.front());
+    double sum = 0.0;
+    for (const Point2D& p : ink.samples) {
+        const double move = norm(ink.at(p) - from);
+        if (move >= shortest) {
+            sum += move;
+            from = ink.at(p);
+        }
+    }
+    return sum + norm(ink.at(ink.samples.back()) - from);
+}
+
+}  // namespace Scrivo::beautifier

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "Beautifier/ink/Frame.h"
+#include "Beautifier/ink/Vec.h"
+
+#include <array>
+
+/// A stroke reduced to evenly spaced points: everything behind this unit is
+/// independent of the sampling rate.
+namespace Scrivo::beautifier {
+
+/// Points of the even outline, and of its coarse version (every second one).
+inline constexpr int FINE = 97;
+inline constexpr int COARSE = 49;
+
+using Fine = std::array<Vec, FINE>;
+using Coarse = std::array<Vec, COARSE>;
+
+/// `FINE` points at even distances along the stroke, in the frame's own units:
+/// centred, longer side 1. Where samples lie further apart than these points, a
+/// centripetal Catmull-Rom curve joins them (Yuksel, Schaefer, Keyser: On the
+/// parameterization of Catmull-Rom curves, 2009); at sharp bends it gives way
+/// to straight pieces, so that a polygon of few samples keeps its edges. Where
+/// the pen trembles all along, the points are means of the path about them.
+/// Requires a measurable frame with a positive extent.
+Fine resample(const Ink& ink, const Frame& frame);
+
+/// Every second point.
+Coarse coarse(const Fine& fine);
+
+/// Measures lengths with one direction stretched.
+struct Metric {
+    Vec along{1.0, 0.0};  ///< unit vector that keeps its length
+    double across = 1.0;  ///< factor of what is perpendicular to it
+
+    double length(Vec v) const { return norm({dot(along, v), across * cross(along, v)}); }
+};
+
+/// `COARSE` points along the part of `fine` from index `first` to `last`, at
+/// distances that are even by `metric`.
+Coarse resample(const Fine& fine, int first, int last, const Metric& metric);
+
+}  // namespace Scrivo::beautifier

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+
+/// Plane vectors.
+namespace Scrivo::beautifier {
+
+struct Vec {
+    double x = 0.0;
+    double y = 0.0;
+};
+
+inline Vec operator+(Vec a, Vec b) {
+    return {a.x + b.x, a.y + b.y};
+}
+inline Vec operator-(Vec a, Vec b) {
+    return {a.x - b.x, a.y - b.y};
+}
+inline Vec operator*(double s, Vec a) {
+    return {s * a.x, s * a.y};
+}
+inline double dot(Vec a, Vec b) {
+    return a.x * b.x + a.y * b.y;
+}
+inline double cross(Vec a, Vec b) {
+    return a.x * b.y - a.y * b.x;
+}
+inline double norm(Vec a) {
+    return std::sqrt(dot(a, a));
+}
+
+/// Angle from `a` to `b` in (-pi, pi], 0 when one of them is the zero vector.
+inline double turn(Vec a, Vec b) {
+    return std::atan2(cross(a, b), dot(a, b));
+}
+
+/// Distance of `p` from the straight piece between `a` and `b`.
+inline double distanceToPiece(Vec p, Vec a, Vec b) {
+    const Vec along = b - a;
+    const double squared = dot(along, along);
+    const double t = squared > 0.0 ? std::clamp(dot(p - a, along) / squared, 0.0, 1.0) : 0.0;
+    return norm(p - a - t * along);
+}
+
+}  // namespace Scrivo::beautifier

@@ -1,0 +1,114 @@
+#include "Beautifier/judge/Score.h"
+
+#include "Beautifier/figures/Families.h"
+#include "Beautifier/judge/Features.h"
+
+#include <array>
+#include <cmath>
+#include <limits>
+#include <span>
+
+namespace Scrivo::beautifier {
+
+namespace {
+
+/// How a feature enters a score. Most residuals do so twice: the logarithm
+/// tells good fits apart, the share itself rules out bad ones.
+enum class Form { AS_IS, SHARE, SQUARE };
+
+struct Term {
+    std::size_t feature;
+    Form form;
+    double weight;
+};
+
+/// A question of a tree: is the feature above `at`?
+struct Cut {
+    std::size_t feature;
+    double at;
+};
+
+/// Two questions and an answer, so that two features are weighed against each
+/// other: the root, those below its lower and higher side, and what they add.
+struct Tree {
+    std::array<Cut, 3> cuts;
+    std::array<double, 4> leaves;
+};
+
+/// A calibrated score, terms and trees, and the threshold that it must exceed.
+struct FamilyModel {
+    FigureFamily family;
+    double bias;
+    double threshold;
+    std::span<const Term> terms;
+    std::span<const Tree> trees;
+};
+
+constexpr double INF = std::numeric_limits<double>::infinity();
+
+#include "Beautifier/judge/Model.inc"
+
+double valueOf(const Term& term, const Features& features) {
+    const double value = features[term.feature];
+    switch (term.form) {
+        case Form::SHARE:
+            return std::exp(value);
+        case Form::SQUARE:
+            return value * value;
+        default:
+            return value;
+    }
+}
+
+/// Whether a stroke can be of the family at all.
+bool competes(FigureFamily family, const Evidence& evidence, const Features& features) {
+    const Family* const entry = findFamily(family);
+    const bool isOpen = entry->closed && !evidence.closed;
+    return !isOpen && entry->competes(ownFeatures(features, family));
+}
+
+std::size_t isAbove(const Cut& cut, const Features& features) {
+    return features[cut.feature] > cut.at ? 1 : 0;
+}
+
+double leafOf(const Tree& tree, const Features& features) {
+    const std::size_t side = isAbove(tree.cuts[0], features);
+    return tree.leaves[2 * side + isAbove(tree.cuts[1 + side], features)];
+}
+
+double scoreOf(const FamilyModel& model, const Features& features) {
+    double sum = model.bias;
+    for (const Term& term : model.terms) {
+        sum += term.weight * valueOf(term, features);
+    }
+    for (const Tree& tree : model.trees) {
+        sum += leafOf(tree, features);
+    }
+    return sum;
+}
+
+}  // namespace
+
+Verdict judge(const Evidence& evidence) {
+    const Features features = featuresOf(evidence);
+    Verdict best;
+    best.logit = -INF;
+    for (const FamilyModel& model : FAMILY_MODELS) {
+        if (!competes(model.family, evidence, features)) {
+            continue;
+        }
+        const double score = scoreOf(model, features);
+        if (score > best.logit) {
+            best = {model.family, score, model.threshold};
+        }
+    }
+    return best;
+}
+
+double thresholdShift(double sensitivity) {
+    // Over the whole range the odds that suffice change by e^8, about 3000.
+    constexpr double RANGE = 8.0;
+    return RANGE * (sensitivity - 0.5);
+}
+
+}  // namespace Scrivo::beautifier

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "Beautifier/figures/Family.h"
+#include "Beautifier/fit/Evidence.h"
+
+/// From features to a verdict. All learnt numbers stand in Model.inc.
+namespace Scrivo::beautifier {
+
+/// The likeliest family.
+Verdict judge(const Evidence& evidence);
+
+/// How far `sensitivity` (0 to 1) lowers all thresholds.
+double thresholdShift(double sensitivity);
+
+}  // namespace Scrivo::beautifier

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "Beautifier/Beautifier.h"
+#include "Beautifier/ink/Outline.h"
+#include "Curves.h"
+#include "Matchers.h"
+#include "Random.h"
+
+#include <algorithm>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <vector>
+
+/// Strokes in drawing-area units to answers in units.
+namespace Scrivo::test {
+
+inline constexpr double WIDTH = 800.0;
+inline constexpr double HEIGHT = 600.0;
+
+inline curves::Path inFractions(const curves::Path& path) {
+    return Scrivo::test::fractions(path, WIDTH, HEIGHT);
+}
+
+/// Answer for a stroke in units, its path in units too.
+inline Beautified beautify(const curves::Path& path, const BeautifierOptions& options = {},
+                           std::vector<curves::Path> others = {}) {
+    std::transform(others.begin(), others.end(), others.begin(), inFractions);
+    Beautified answer = Beautifier(options).beautify(inFractions(path), WIDTH, HEIGHT, others);
+    answer.path = Scrivo::test::fractions(answer.path, 1 / WIDTH, 1 / HEIGHT);
+    return answer;
+}
+
+/// The outline in the frame's own units, as it is examined.
+inline beautifier::Fine fineOutline(const curves::Curve& curve) {
+    const curves::Path path = curves::sample(curve, 400);
+    return beautifier::resample({path, 1, 1}, beautifier::measure({path, 1, 1}));
+}
+
+/// Checks that the figure's parameters describe the path, in units.
+struct Agrees {
+    const curves::Path& path;
+
+    void corner(std::size_t i, const Point2D& p) const {
+        EXPECT_LT(length(path.at(i) - p), 1e-6) << "point " << i;
+    }
+    void operator()(const std::monostate&) const { ADD_FAILURE() << "no figure"; }
+    void operator()(const DotFigure& f) const { corner(63, f.centre); }
+    void operator()(const LineFigure& f) const {
+        corner(0, f.from);
+        corner(20, f.to);
+    }
+    void operator()(const AngleFigure& f) const {
+        corner(0, f.from);
+        corner(20, f.vertex);
+        corner(41, f.to);
+        const Point2D u = f.from - f.vertex;
+        const Point2D v = f.to - f.vertex;
+        EXPECT_NEAR(std::cos(f.opening), dot(u, v) / (length(u) * length(v)), 1e-9);
+    }
+    void operator()(const CircleFigure& f) const {
+        for (const Point2D& p : path) {
+            EXPECT_NEAR(length(p - f.centre), f.radius, 1e-6);
+        }
+    }
+    void operator()(const EllipseFigure& f) const {
+        for (const Point2D& p : path) {
+            const Point2D axis = polar(1.0, f.rotation);
+            const double u = dot(axis, p - f.centre) / f.radii.x;
+            const double v = cross(axis, p - f.centre) / f.radii.y;
+            EXPECT_NEAR(std::hypot(u, v), 1.0, 1e-9);
+        }
+    }
+    template <typename Polygon>
+    void operator()(const Polygon& f) const {
+        for (std::size_t i = 0; i < f.corners.size(); ++i) {
+            corner(21 * i, f.corners[i]);
+            corner(21 * i + 20, f.corners[(i + 1) % f.corners.size()]);
+        }
+    }
+};
+
+}  // namespace Scrivo::test

@@ -1,0 +1,41 @@
+#include "Answers.h"
+
+#include <gtest/gtest.h>
+#include <string>
+
+namespace Scrivo::test {
+
+namespace {
+
+using namespace curves;
+using curves::ellipse;
+
+TEST(BeautifierInk, PolygonsOfFewSamplesKeepTheirCorners) {
+    const Path square{{300, 200}, {500, 203}, {498, 402}, {301, 400}, {300, 202}};
+    const Beautified answer = beautify(square);
+    ASSERT_TRUE(is<QuadrangleFigure>(answer.figure));
+    EXPECT_EQ(std::get<QuadrangleFigure>(answer.figure).subtype, QuadrangleKind::SQUARE);
+    EXPECT_EQ(beautify({{100, 100}, {160, 300}, {300, 100}}).type, FIGURE_ANGLE);
+}
+
+TEST(BeautifierInk, CurvesOfFewSamplesStayRound) {
+    for (const int count : {7, 9, 12, 20}) {
+        const auto answer = beautify(sample(ellipse(100, 100, 0.0), count));
+        ASSERT_TRUE(is<CircleFigure>(answer.figure)) << count << " points";
+        EXPECT_NEAR(std::get<CircleFigure>(answer.figure).radius, 100.0, 2.0);
+    }
+}
+
+TEST(BeautifierOutline, CoarsePointsLieAtEvenDistances) {
+    using namespace beautifier;
+    const Fine fine = fineOutline(polyline({{0, 0}, {300, 400}}));
+    const Coarse coarse = resample(fine, 10, 77, {});
+    for (std::size_t k = 0; k < coarse.size(); ++k) {
+        const double t = static_cast<double>(k) / (COARSE - 1);
+        EXPECT_LT(norm(coarse[k] - (1 - t) * fine[10] - t * fine[77]), 1e-9) << k;
+    }
+}
+
+}  // namespace
+
+}  // namespace Scrivo::test

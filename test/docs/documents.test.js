@@ -1,0 +1,181 @@
+'use strict';
+
+// Runs what README, CONTRIBUTING and docs/ show. An example prints what its
+// comments say; test/support/documents.js tells how a block is marked.
+
+const assert = require('node:assert/strict');
+const { spawnSync } = require('node:child_process');
+const fs = require('node:fs');
+const os = require('node:os');
+const path = require('node:path');
+const { after, before, describe, test } = require('node:test');
+const ts = require('typescript');
+
+const { root } = require('../support/native.js');
+const {
+  anchors,
+  documents,
+  links,
+  readExamples,
+  statedOutput,
+} = require('../support/documents.js');
+
+/** Long enough for a slow compiler: what runs on is a server, not an example. */
+const PATIENCE_MS = 120_000;
+
+const folder = fs.realpathSync(fs.mkdtempSync(path.join(os.tmpdir(), 'scrivo-documents-')));
+after(() => fs.rmSync(folder, { recursive: true }));
+const inFolder = (...names) => path.join(folder, ...names);
+
+function execute(command, args, options) {
+  const { status, stdout, stderr, error } = spawnSync(command, args, {
+    cwd: folder,
+    encoding: 'utf8',
+    timeout: PATIENCE_MS,
+    ...options,
+  });
+  assert.equal(status, 0, `${command} ${args.join(' ')}\n${error ?? ''}${stdout}${stderr}`);
+  return stdout;
+}
+
+const write = (name, content) => {
+  fs.mkdirSync(path.dirname(inFolder(name)), { recursive: true });
+  fs.writeFileSync(inFolder(name), content);
+  return inFolder(name);
+};
+
+const nameOf = ({ place }) => place.replace(/\W+/g, '_');
+
+function checkOutput({ code }, stdout) {
+  const printed = stdout.split('\n').slice(0, -1);
+  assert.deepEqual(printed, statedOutput(code), 'printed, and stated in the comments');
+}
+
+function runScript(block, code = block.code) {
+  const type = /^(import|export) /m.test(code) ? 'mjs' : 'cjs';
+  checkOutput(block, execute(process.execPath, [write(`${nameOf(block)}.${type}`, code)]));
+}
+
+function runTypeScript(block) {
+  const compilerOptions = {
+    module: ts.ModuleKind.NodeNext,
+    target: ts.ScriptTarget.ES2022,
+    strict: true,
+    types: ['node'],
+    typeRoots: [path.join(root, 'node_modules', '@types')],
+  };
+  const program = ts.createProgram([write(`${nameOf(block)}.mts`, block.code)], compilerOptions);
+  const found = ts.getPreEmitDiagnostics(program).map(({ messageText }) => messageText);
+  assert.deepEqual(found, []);
+  runScript(block, ts.transpileModule(block.code, { compilerOptions }).outputText);
+}
+
+/** A fragment becomes the body of a program; its includes come first. */
+function asProgram(code) {
+  if (/\bint main\(/.test(code)) return code;
+  const isInclude = (line) => line.startsWith('#include');
+  const all = code.split('\n');
+  const body = all.filter((line) => !isInclude(line)).join('\n');
+  return `${all.filter(isInclude).join('\n')}\nint main() {\n${body}\n}\n`;
+}
+
+/** Builds a program against the library as it is installed, and runs it. */
+function runProgram(block, program, makefile) {
+  const project = nameOf(block);
+  const build = `${project}/build`;
+  write(`${project}/CMakeLists.txt`, makefile);
+  write(`${project}/main.cpp`, asProgram(program));
+  const options = ['-DCMAKE_BUILD_TYPE=Debug', `-DCMAKE_PREFIX_PATH=${inFolder('prefix')}`];
+  execute('cmake', ['-G', 'Ninja', '-S', project, '-B', build, ...options]);
+  execute('cmake', ['--build', build]);
+  const [, target] = /add_executable\((\w+)/.exec(makefile);
+  checkOutput({ code: program }, execute(inFolder(build, target), []));
+}
+
+const MAKEFILE = `cmake_minimum_required(VERSION 3.25)
+project(example CXX)
+find_package(Scrivo REQUIRED)
+add_executable(example main.cpp)
+target_link_libraries(example PRIVATE Scrivo::beautifier)`;
+
+function runShell({ code }) {
+  assert.notEqual(execute('bash', ['-euo', 'pipefail', '-c', code], { cwd: root }), '');
+}
+
+const examples = readExamples().others;
+const run = examples.filter(({ reason }) => reason === undefined);
+
+describe('the examples of the documents', () => {
+  before(() => {
+    fs.mkdirSync(inFolder('node_modules'));
+    fs.symlinkSync(root, inFolder('node_modules', 'scrivo'), 'dir');
+    execute('cmake', [
+      '--install',
+      path.join(root, 'build', 'release'),
+      '--prefix',
+      inFolder('prefix'),
+    ]);
+  });
+
+  const RUNNERS = {
+    js: (block) => runScript(block),
+    ts: runTypeScript,
+    cpp: (block) => runProgram(block, block.code, MAKEFILE),
+    // The makefile of the program shown before it.
+    cmake: (block) => runProgram(block, block.program, block.code),
+    sh: runShell,
+    json: ({ code }) => JSON.parse(code),
+    text: () => {}, // a drawing, a table, what a program printed
+  };
+
+  for (const block of run) {
+    test(`${block.place} (${block.language})`, () => {
+      const runner = RUNNERS[block.language];
+      assert.ok(runner, 'nothing runs this language: name one that is run, or "text"');
+      runner(block);
+    });
+  }
+
+  test('are left out for a reason only', () => {
+    for (const { place, reason } of examples.filter((block) => block.reason !== undefined)) {
+      assert.match(reason, /\w+ \w+/, `${place}: say why it is not run`);
+    }
+  });
+});
+
+/** The C++ tests, to look up those that a document names. */
+function coreTests() {
+  const folder = path.join(root, 'test');
+  const names = fs.readdirSync(folder, { recursive: true }).filter((name) => name.endsWith('.cpp'));
+  return names.map((name) => fs.readFileSync(path.join(folder, name), 'utf8')).join('');
+}
+
+describe('the documents', () => {
+  const { scripts } = require('../../package.json');
+
+  for (const name of documents()) {
+    test(`${name} links to what is there`, () => {
+      for (const target of links(name)) {
+        const [file, anchor] = target.split('#');
+        const linked = file ? path.posix.join(path.posix.dirname(name), file) : name;
+        assert.ok(fs.existsSync(path.join(root, linked)), target);
+        if (anchor) assert.ok(anchors(linked).includes(anchor), target);
+      }
+    });
+
+    test(`${name} names commands, files and tests that exist`, () => {
+      const text = fs.readFileSync(path.join(root, name), 'utf8');
+      for (const [, script] of text.matchAll(/npm run ([a-z][\w:-]*)/g)) {
+        assert.ok(script in scripts, `npm run ${script}`);
+      }
+      const places =
+        /(?<![\w./-])((?:lib|src|subproject|packages|surface|research|test|tools|bench|docs|cmake|examples)\/[\w./-]+\.(?:js|h|cpp|cc|json|inc|md|cmake|ts|mjs|svg))\b/g;
+      for (const [, file] of text.matchAll(places)) {
+        assert.ok(fs.existsSync(path.join(root, file)), file);
+      }
+      for (const [, suite, title] of text.matchAll(/`([A-Z]\w+)\.([A-Z]\w+)`/g)) {
+        assert.match(coreTests(), new RegExp(`^TEST\\w*\\(${suite}(Test)?, ${title}\\)`, 'm'));
+      }
+    });
+  }
+});

@@ -1,0 +1,183 @@
+// What a load leaves behind when memory runs out, at whichever allocation.
+
+#include "Ink.h"
+#include "Matchers.h"
+#include "Scrivo/TemplatesGraphicsRecognizer.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <new>
+#include <random>
+#include <string>
+#include <utility>
+
+namespace {
+
+/// Allocations that succeed before one fails; none fails below 0.
+long allocationsLeft = -1;
+
+void* allocate(std::size_t size, std::size_t alignment) {
+    if (allocationsLeft == 0) {
+        allocationsLeft = -1;
+        throw std::bad_alloc();
+    }
+    allocationsLeft -= allocationsLeft > 0 ? 1 : 0;
+    const std::size_t whole =
+        (std::max<std::size_t>(size, 1) + alignment - 1) / alignment * alignment;
+    if (void* memory = std::aligned_alloc(alignment, whole)) {
+        return memory;
+    }
+    throw std::bad_alloc();
+}
+
+}  // namespace
+
+void* operator new(std::size_t size) {
+    return allocate(size, alignof(std::max_align_t));
+}
+void* operator new(std::size_t size, std::align_val_t alignment) {
+    return allocate(size, static_cast<std::size_t>(alignment));
+}
+void operator delete(void* memory) noexcept {
+    std::free(memory);
+}
+void operator delete(void* memory, std::size_t /*size*/) noexcept {
+    std::free(memory);
+}
+void operator delete(void* memory, std::align_val_t /*alignment*/) noexcept {
+    std::free(memory);
+}
+void operator delete(void* memory, std::size_t /*size*/, std::align_val_t /*alignment*/) noexcept {
+    std::free(memory);
+}
+
+namespace Scrivo::test {
+
+namespace {
+
+/// Runs `action` with every one of its allocations failing in turn, and `check`
+/// after each failure, until it succeeds. Returns how many allocations failed.
+template <typename Action, typename Check>
+int failEveryAllocation(Action action, Check check) {
+    for (int failures = 0;; ++failures) {
+        allocationsLeft = failures;
+        try {
+            action();
+            allocationsLeft = -1;
+            return failures;
+        } catch (const std::bad_alloc&) {
+            check();
+        }
+    }
+}
+
+/// A recogniser with a template of each family, what it holds and what it
+/// answers.
+struct Loaded {
+    TemplatesGraphicsRecognizer recogniser;
+    std::vector<Stroke> drawn = ink::Hand(51).strokes(6);
+    std::vector<RecognitionResult> answers;
+
+    Loaded() {
+        const char* const names[] = {"rectangle", "triangle", "ellipse"};
+        const auto outlines = ink::Hand(50).strokes(30);
+        for (std::size_t k = 0; k < outlines.size(); ++k) {
+            recogniser.addTemplate(static_cast<int>(1 + k % 3), names[k % 3], outlines[k]);
+        }
+        for (const Stroke& stroke : drawn) {
+            answers.push_back(recogniser.recognize(stroke));
+        }
+    }
+
+    void expectUnchanged() const {
+        EXPECT_EQ(recogniser.allTemplates.size(), 30U);
+        EXPECT_EQ(recogniser.polygonTemplates.size(), 20U);
+        EXPECT_EQ(recogniser.ellipseTemplates.size(), 10U);
+        for (std::size_t i = 0; i < drawn.size(); ++i) {
+            const auto answer = recogniser.recognize(drawn[i]);
+            EXPECT_EQ(answer.id, answers[i].id);
+            EXPECT_TRUE(sameBits(answer.score, answers[i].score));
+        }
+    }
+
+    /// The family lists hold what the list of all templates holds of them.
+    void expectListsThatAgree() const {
+        std::vector<const GraphicTemplate*> polygons;
+        std::vector<const GraphicTemplate*> ellipses;
+        for (const GraphicTemplate& t : recogniser.allTemplates) {
+            (t.id == 3 ? ellipses : polygons).push_back(&t);
+        }
+        const auto agrees = [](const TemplateList& list,
+                               const std::vector<const GraphicTemplate*>& expected) {
+            return std::equal(list.begin(), list.end(), expected.begin(), expected.end(),
+                              [](const GraphicTemplate& a, const GraphicTemplate* b) {
+                                  return a.id == b->id && a.name == b->name &&
+                                         hasBitsOf(a.points, b->points);
+                              });
+        };
+        EXPECT_TRUE(agrees(recogniser.polygonTemplates, polygons));
+        EXPECT_TRUE(agrees(recogniser.ellipseTemplates, ellipses));
+    }
+};
+
+TEST(OutOfMemory, AFailedAddChangesNothing) {
+    Loaded loaded;
+    ink::Hand hand(52);
+    for (const auto shape : {ink::RECTANGLE, ink::ELLIPSE}) {
+        const Stroke outline = hand.stroke(shape);
+        // Copied first: what fails is the call, not the making of its arguments.
+        const int failures = failEveryAllocation(
+            [&] { loaded.recogniser.addTemplate(shape, "added template", outline); },
+            [&] { loaded.expectListsThatAgree(); });
+        EXPECT_GT(failures, 10);
+    }
+    EXPECT_EQ(loaded.recogniser.allTemplates.size(), 32U);
+}
+
+TEST(OutOfMemory, AFailedLoadChangesNothing) {
+    namespace fs = std::filesystem;
+    const fs::path folder = fs::path(testing::TempDir()) /
+                            ("scrivo-allocation-" + std::to_string(std::random_device{}()));
+    fs::create_directories(folder);
+    ink::Hand hand(53);
+    // Long tokens, so that reading them allocates again and again.
+    std::ofstream file(folder / "outlines");
+    for (const Stroke& stroke : hand.strokes(3)) {
+        for (const Point2D& p : stroke) {
+            file << p.x << ',' << p.y << ',';
+        }
+        file << '\n';
+    }
+    file.close();
+    const std::string name = (folder / "outlines").string();
+    Loaded loaded;
+    const int failures =
+        failEveryAllocation([&] { loaded.recogniser.loadTemplatesFromFile(name, "", name, name); },
+                            [&] { loaded.expectUnchanged(); });
+    EXPECT_GT(failures, 100);
+    loaded.expectListsThatAgree();
+    EXPECT_EQ(loaded.recogniser.allTemplates.size(), 30U + 3 * 6U) << "no token was lost";
+    EXPECT_EQ(loaded.recogniser.ellipseTemplates.size(), 10U + 6U);
+    fs::remove_all(folder);
+}
+
+TEST(OutOfMemory, AFailedUpdateIsRepeated) {
+    Loaded loaded;
+    const Stroke outline = ink::Hand(54).stroke(ink::ELLIPSE);
+    GraphicTemplate exact{3, "exact", loaded.recogniser.normalizePath(outline)};
+    loaded.recogniser.allTemplates.push_back(exact);
+    loaded.recogniser.ellipseTemplates.push_back(exact);
+    RecognitionResult answer;
+    const int failures =
+        failEveryAllocation([&] { answer = loaded.recogniser.recognize(outline); }, [] {});
+    EXPECT_GT(failures, 10);
+    EXPECT_EQ(answer.name, "exact");
+}
+
+}  // namespace
+
+}  // namespace Scrivo::test
