@@ -189,7 +189,7 @@ public:
         return DefineClass(env, "Beautifier", {InstanceMethod<&Beautifier::beautify>("beautify")});
     }
 
-    /// (families: number[], minSize, sensitivity, horizontalVertical,
+    /// (families: number[], minSize, tapSize, sensitivity, horizontalVertical,
     /// regularFigures, nearbyStrokes, insideArea)
     explicit Beautifier(const Napi::CallbackInfo& info) : Napi::ObjectWrap<Beautifier>(info) {
         try {
@@ -210,11 +210,12 @@ private:
             options.figures.insert(static_cast<Scrivo::FigureFamily>(family));
         }
         options.minSize = Napi::Number(env, info[1]).DoubleValue();
-        options.sensitivity = Napi::Number(env, info[2]).DoubleValue();
-        options.horizontalVertical = Napi::Boolean(env, info[3]).Value();
-        options.regularFigures = Napi::Boolean(env, info[4]).Value();
-        options.nearbyStrokes = Napi::Boolean(env, info[5]).Value();
-        options.insideArea = Napi::Boolean(env, info[6]).Value();
+        options.tapSize = Napi::Number(env, info[2]).DoubleValue();
+        options.sensitivity = Napi::Number(env, info[3]).DoubleValue();
+        options.horizontalVertical = Napi::Boolean(env, info[4]).Value();
+        options.regularFigures = Napi::Boolean(env, info[5]).Value();
+        options.nearbyStrokes = Napi::Boolean(env, info[6]).Value();
+        options.insideArea = Napi::Boolean(env, info[7]).Value();
         return options;
     }
 

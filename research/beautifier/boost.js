@@ -9,12 +9,12 @@ const { sigmoid } = require('./learn.js');
 const { generator } = require('./strokes.js');
 
 const BINS = 64;
-const RATE = +process.env.RATE || 0.1; // share of the best step that a tree takes
-const RIDGE = +process.env.RIDGE || 1; // added to the second derivatives of a leaf
-const LEAST_HESSIAN = +process.env.LH || 1; // on either side of a cut
+const RATE = 0.1; // share of the best step that a tree takes
+const RIDGE = 1; // added to the second derivatives of a leaf
+const LEAST_HESSIAN = 1; // on either side of a cut
 const NEVER = 1e9; // a cut that no value exceeds
 const LEAST_GAIN = 1e-9;
-const SHARE_OF_FEATURES = +process.env.SHARE || 0.3; // that a tree may ask for, so that trees differ
+const SHARE_OF_FEATURES = 0.3; // that a tree may ask for, so that trees differ
 
 /** Cuts between neighbouring values at even shares of the rows, at most `BINS - 1`. */
 function cutsOf(values) {

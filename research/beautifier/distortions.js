@@ -77,7 +77,10 @@ const hooks = (length) => (points, random) => {
     const [end] = path;
     const angle = Math.atan2(end[1] - inner[1], end[0] - inner[0]);
     const bend = ((random() < 0.5 ? -1 : 1) * Math.PI * (90 + 70 * random())) / 180;
-    const tip = [end[0] + length * Math.cos(angle + bend), end[1] + length * Math.sin(angle + bend)];
+    const tip = [
+      end[0] + length * Math.cos(angle + bend),
+      end[1] + length * Math.sin(angle + bend),
+    ];
     return dense([tip, end], 4).slice(0, -1);
   };
   const backwards = [...points].reverse();
@@ -105,4 +108,18 @@ const TABLE = [
   ['there and back', OPEN, thereAndBack],
 ];
 
-module.exports = { TABLE,CLOSED, OPEN, dense, gap, hooks, lengthsOf, noise, part, runOn, thereAndBack, thinned, tremor };
+module.exports = {
+  TABLE,
+  CLOSED,
+  OPEN,
+  dense,
+  gap,
+  hooks,
+  lengthsOf,
+  noise,
+  part,
+  runOn,
+  thereAndBack,
+  thinned,
+  tremor,
+};

@@ -9,6 +9,7 @@ const { generator, hash, scaled } = require('./strokes.js');
 const { variants } = require('./variants.js');
 
 const FOLDS = 5;
+const LARGEST_DOT = 4; // units; what is larger is one by another tap size
 const OTHER = 4; // columns before the features: extent diagonal travel closed
 
 const writerOf = (stroke) => `${stroke.source}/${stroke.writer ?? stroke.id}`;
@@ -16,7 +17,10 @@ const writerOf = (stroke) => `${stroke.source}/${stroke.writer ?? stroke.id}`;
 /** Strokes drawn otherwise, to be judged only. */
 function otherwise(stroke) {
   const seed = hash(stroke.source + stroke.id);
-  const points = scaled(stroke.points.map(([x, y]) => [x, y]), 200);
+  const points = scaled(
+    stroke.points.map(([x, y]) => [x, y]),
+    200,
+  );
   return TABLE.slice(1)
     .filter(([, families]) => families.includes(stroke.family))
     .map(([name, , distort]) => ({
@@ -28,7 +32,7 @@ function otherwise(stroke) {
 }
 
 /** The table of all strokes, their variants and, if asked for, strokes drawn otherwise to test by. */
-function tableFrom(strokes, { drawnOtherwise = false, without = [] } = {}) {
+function tableFrom(strokes, { drawnOtherwise = false } = {}) {
   const drawn = strokes.flatMap((stroke) => {
     const list = [...variants(stroke), ...(drawnOtherwise ? otherwise(stroke) : [])];
     return list.map((variant) => ({ ...variant, stroke }));
@@ -37,13 +41,14 @@ function tableFrom(strokes, { drawnOtherwise = false, without = [] } = {}) {
     'features',
     drawn.map(({ points }) => points),
   );
-  const table = drawn.map(({ points, ...variant }, i) => {
+  const table = drawn.map((variant, i) => {
     const [extent, diagonal, travel, closed] = rows[i];
     return { ...variant, extent, diagonal, travel, closed, features: rows[i].subarray(OTHER) };
   });
   const isFit = ({ closed, family }) => closed >= 0 && family !== 'dot';
   const all = new Table(names.slice(OTHER), table.filter(isFit));
-  all.dots = table.filter((row) => row.family === 'dot' && row.original);
+  all.drawn = table.filter((row) => row.original);
+  all.dots = all.drawn.filter((row) => row.family === 'dot' && row.extent <= LARGEST_DOT);
   return all;
 }
 
@@ -55,7 +60,11 @@ function crossValidate(table, splits, penalty) {
   for (const split of splits) {
     const foldOf = (row) => hash(`${split}/${writerOf(row.stroke)}`) % FOLDS;
     for (let fold = 0; fold < FOLDS; fold++) {
-      const model = fitFamilies(table, (row) => row.importance > 0 && foldOf(row) !== fold, penalty);
+      const model = fitFamilies(
+        table,
+        (row) => row.importance > 0 && foldOf(row) !== fold,
+        penalty,
+      );
       for (const row of table.rows) {
         if (isTested(row) && foldOf(row) === fold) {
           judgements.push({ row, split, fold, ...judge(model, table, row) });

@@ -88,6 +88,9 @@ void check(const BeautifierOptions& options) {
     if (!(options.minSize >= 0.0) || !std::isfinite(options.minSize)) {
         throw std::invalid_argument("minSize must be a finite number of at least 0");
     }
+    if (!(options.tapSize >= 0.0) || !std::isfinite(options.tapSize)) {
+        throw std::invalid_argument("tapSize must be a finite number of at least 0");
+    }
     if (!(options.sensitivity >= 0.0 && options.sensitivity <= 1.0)) {
         throw std::invalid_argument("sensitivity must be from 0 to 1");
     }

@@ -26,6 +26,11 @@ struct BeautifierOptions {
     /// Strokes whose longer side is below this many drawing-area units stay ink,
     /// dots included: small strokes are handwriting. At least 0 and finite.
     double minSize = 0.0;
+    /// Longer side, in drawing-area units, of the largest mark that a tap leaves;
+    /// what is larger is no dot. At least 0 and finite. The default suits units
+    /// of about a 96th of an inch, as CSS pixels are; dense pixels of a telephone
+    /// ask for 14.
+    double tapSize = 4.0;
     /// From 0 (only figures beyond doubt) to 1 (readily). Raising it never turns a figure
     /// back into ink and never makes another figure of it.
     double sensitivity = 0.5;
@@ -71,8 +76,8 @@ struct Beautified {
 /// Immutable: any number of threads may share one.
 class Beautifier {
 public:
-    /// Throws std::invalid_argument when `minSize` or `sensitivity` is out of
-    /// range or `figures` holds no member of the enumeration.
+    /// Throws std::invalid_argument when `minSize`, `tapSize` or `sensitivity` is
+    /// out of range or `figures` holds no member of the enumeration.
     explicit Beautifier(BeautifierOptions options = {});
 
     /// As given to the constructor.

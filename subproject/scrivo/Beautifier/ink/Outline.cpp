@@ -22,7 +22,7 @@ constexpr BendLimits AMONG_STRAIGHT{0.79, 1.13};
 // triangle bend more, and so do those of a square on average.
 constexpr BendLimits AMONG_BENT{1.7, 1.95};
 constexpr double CORNER = 2.0;
-constexpr double SQUARE_CORNERS = 1.35;
+constexpr double SQUARE_CORNERS = 1.5;
 
 // Strokes of more bends are joined by straight pieces: they show their curves.
 constexpr int FEW_SAMPLES = 24;
@@ -51,7 +51,7 @@ BendLimits limitsOf(Cursor cursor) {
     // 1 when all bends are alike, 1 / bends when there is a single one.
     const bool isCurved = bends >= 4 && squares > 0.0 && sum < SQUARE_CORNERS * bends;
     const double spread = isCurved ? sum * sum / (bends * squares) : 0.0;
-    const double t = std::clamp((spread - 0.65) / 0.2, 0.0, 1.0);
+    const double t = std::clamp((spread - 0.55) / 0.2, 0.0, 1.0);
     return {(1.0 - t) * AMONG_STRAIGHT.smooth + t * AMONG_BENT.smooth,
             (1.0 - t) * AMONG_STRAIGHT.sharp + t * AMONG_BENT.sharp};
 }
