@@ -7,12 +7,12 @@
 // Twice: with every stroke but dots scaled to a longer side of 200 units, and at
 // its natural size; then the kinds of figures and how far they lie from the ink.
 
+const { familyOf } = require('./names.js');
 const { probe } = require('./probe.js');
 const { printShapes } = require('./shapes.js');
 const { bins } = require('./reliability.js');
 const { readStrokes, scaled } = require('./strokes.js');
 
-const FIGURES = ['none', 'dot', 'line', 'angle', 'triangle', 'quadrangle', 'ellipse', 'ellipse'];
 const percent = (part, whole) => `${((100 * part) / whole).toFixed(2)} %`;
 
 function group(rows, key) {
@@ -67,7 +67,7 @@ function main() {
     const rows = strokes.map(({ family, label }, i) => ({
       family,
       label,
-      answer: FIGURES[answers[i].figure],
+      answer: familyOf(answers[i]),
       confidence: answers[i].confidence,
     }));
     print(natural ? 'natural size' : 'longer side 200 units', rows);

@@ -9,6 +9,7 @@
 // no part: five folds, no writer in two of them where writers are known.
 
 const { minimise } = require('./minimise.js');
+const { familyOf } = require('./names.js');
 const { probe } = require('./probe.js');
 const { hash, readStrokes, scaled } = require('./strokes.js');
 
@@ -83,7 +84,7 @@ function read(file) {
         }));
       return { stroke: strokes[i], label: label(strokes[i]), candidates, answer: answers[i] };
     })
-    .filter(({ candidates, answer }) => candidates[0].edges >= 0 && answer.figure === 5)
+    .filter(({ candidates, answer }) => candidates[0].edges >= 0 && familyOf(answer) === 'quadrangle')
     .map((row) => {
       const meant = (MEANT[row.label] ?? []).map((name) => KINDS.indexOf(name));
       return { ...row, meant, weight: 1 };

@@ -9,15 +9,15 @@
 // time.
 
 const { TABLE } = require('./distortions.js');
+const { familyOf } = require('./names.js');
 const { probe } = require('./probe.js');
 const { generator, hash, readStrokes, scaled } = require('./strokes.js');
 
 const SIDE = 200; // longer side of the strokes that the distortions are for
 const LARGEST_DOT = 4;
-const FIGURES = ['none', 'dot', 'line', 'angle', 'triangle', 'quadrangle', 'ellipse', 'ellipse'];
 const percent = (part, whole) => `${((100 * part) / whole).toFixed(1)} %`.padStart(7);
 
-const answersTo = (strokes) => probe('answers', strokes).map(({ figure }) => FIGURES[figure]);
+const answersTo = (strokes) => probe('answers', strokes).map(familyOf);
 
 function extentOf(points) {
   const reach = (k) => {
