@@ -5,8 +5,8 @@
 // features against each other, which a sum of terms cannot. Deterministic: the
 // generator is seeded, ties go to the first feature and the lowest cut.
 
+const { createUniform } = require('../ink/random.js');
 const { sigmoid } = require('./learn.js');
-const { generator } = require('./strokes.js');
 
 const BINS = 64;
 const RATE = 0.1; // share of the best step that a tree takes
@@ -137,7 +137,7 @@ function growTree(columns, members, slopes) {
  * { feature, at }; a value above `at` goes to the higher side.
  */
 function boost(columns, members, targets, importance, count) {
-  const random = generator(count);
+  const random = createUniform(count);
   const n = targets.length;
   const score = new Float64Array(n);
   const slopes = { gradient: new Float64Array(n), hessian: new Float64Array(n) };

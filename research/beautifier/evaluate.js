@@ -11,9 +11,10 @@ const { familyOf } = require('./names.js');
 const { probe } = require('./probe.js');
 const { printShapes } = require('./shapes.js');
 const { bins } = require('./reliability.js');
+const { percent } = require('./report.js');
 const { readStrokes, scaled } = require('./strokes.js');
 
-const percent = (part, whole) => `${((100 * part) / whole).toFixed(2)} %`;
+const share = (part, whole) => percent(part, whole, 2);
 
 function group(rows, key) {
   const groups = new Map();
@@ -31,25 +32,25 @@ function print(title, rows) {
   const right = (list) => list.filter((row) => row.answer === row.family).length;
   for (const [family, list] of group(figures, 'family')) {
     console.log(
-      `  ${family.padEnd(14)} recall  ${percent(right(list), list.length)} of ${list.length}`,
+      `  ${family.padEnd(14)} recall  ${share(right(list), list.length)} of ${list.length}`,
     );
   }
   console.log(
-    `  ${'all figures'.padEnd(14)} recall  ${percent(right(figures), figures.length)} of ${figures.length}`,
+    `  ${'all figures'.padEnd(14)} recall  ${share(right(figures), figures.length)} of ${figures.length}`,
   );
   const none = rows.filter((row) => row.family === 'none');
   const changed = (list) => list.filter((row) => row.answer !== 'none').length;
   console.log(
-    `  ${'no figure'.padEnd(14)} changed ${percent(changed(none), none.length)} of ${none.length}`,
+    `  ${'no figure'.padEnd(14)} changed ${share(changed(none), none.length)} of ${none.length}`,
   );
   for (const [label, list] of group(none, 'label')) {
     console.log(
-      `    ${label.padEnd(14)} changed ${percent(changed(list), list.length)} of ${list.length}`,
+      `    ${label.padEnd(14)} changed ${share(changed(list), list.length)} of ${list.length}`,
     );
   }
   const hand = none.filter((row) => row.label === 'handwriting');
   const dots = hand.filter((row) => row.answer === 'dot').length;
-  console.log(`  handwriting taken for a dot: ${percent(dots, hand.length)}`);
+  console.log(`  handwriting taken for a dot: ${share(dots, hand.length)}`);
 }
 
 function main() {
@@ -77,7 +78,7 @@ function main() {
         rows.map((row) => ({ confidence: row.confidence, right: row.answer === row.family })),
       );
       for (const bin of table) {
-        console.log(`    ${bin.confidence.toFixed(2)}  ${percent(bin.right, 1)} of ${bin.count}`);
+        console.log(`    ${bin.confidence.toFixed(2)}  ${share(bin.right, 1)} of ${bin.count}`);
       }
       printShapes(strokes, drawn, answers);
     }

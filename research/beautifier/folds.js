@@ -2,10 +2,11 @@
 
 // Judgements of strokes by scores that were fitted without their writers.
 
+const { createUniform } = require('../ink/random.js');
 const { TABLE } = require('./distortions.js');
 const { NAMES, Table, fitFamilies, judge } = require('./model.js');
 const { tableOf } = require('./probe.js');
-const { generator, hash, scaled } = require('./strokes.js');
+const { hash, scaled } = require('./strokes.js');
 const { variants } = require('./variants.js');
 
 const FOLDS = 5;
@@ -24,7 +25,7 @@ function otherwise(stroke) {
   return TABLE.slice(1)
     .filter(([, families]) => families.includes(stroke.family))
     .map(([name, , distort]) => ({
-      points: distort(points, generator(seed)),
+      points: distort(points, createUniform(seed)),
       family: stroke.family,
       importance: 0,
       test: name,

@@ -11,6 +11,7 @@
 const { minimise } = require('./minimise.js');
 const { familyOf } = require('./names.js');
 const { probe } = require('./probe.js');
+const { percent } = require('./report.js');
 const { hash, readStrokes, scaled } = require('./strokes.js');
 
 // In the order of the enumeration FourEdges.
@@ -84,7 +85,9 @@ function read(file) {
         }));
       return { stroke: strokes[i], label: label(strokes[i]), candidates, answer: answers[i] };
     })
-    .filter(({ candidates, answer }) => candidates[0].edges >= 0 && familyOf(answer) === 'quadrangle')
+    .filter(
+      ({ candidates, answer }) => candidates[0].edges >= 0 && familyOf(answer) === 'quadrangle',
+    )
     .map((row) => {
       const meant = (MEANT[row.label] ?? []).map((name) => KINDS.indexOf(name));
       return { ...row, meant, weight: 1 };
@@ -189,10 +192,10 @@ function table(rows) {
   }
   for (const [name, { all, far, kinds }] of [...counts].sort()) {
     const right = (RIGHT[name] ?? []).reduce((sum, kind) => sum + (kinds[kind] ?? 0), 0);
-    const share = RIGHT[name] ? `${((100 * right) / all).toFixed(1)} % right` : '';
+    const share = RIGHT[name] ? `${percent(right, all)} right` : '';
     console.log(
       `${name.padEnd(14)}${String(all).padStart(4)}  ${share.padEnd(13)} ` +
-        `a corner moved by more than 8 %: ${((100 * far) / all).toFixed(1)} %  ` +
+        `a corner moved by more than 8 %: ${percent(far, all)}  ` +
         JSON.stringify(kinds),
     );
   }

@@ -5,6 +5,7 @@
 
 const { familyOf, kindOf } = require('./names.js');
 const { probePaths } = require('./probe.js');
+const { percent } = require('./report.js');
 
 const EDGE_POINTS = 21; // of an outline
 const INK_POINTS = 200; // at even distances, that distances are measured from
@@ -14,7 +15,6 @@ const LEANING = 0.5;
 
 const degrees = (from, to) => (Math.atan2(to[1] - from[1], to[0] - from[0]) * 180) / Math.PI;
 const length = (from, to) => Math.hypot(to[0] - from[0], to[1] - from[1]);
-const percent = (part, whole) => `${((100 * part) / whole).toFixed(1)} %`;
 const median = (values) => [...values].sort((a, b) => a - b)[values.length >> 1];
 
 /** Points at even distances. */

@@ -21,7 +21,7 @@ const { FOLDS, crossValidate, tableFrom } = require('./folds.js');
 const { FAMILIES, NAMES, calibrated, calibration, fitFamilies, sigmoid } = require('./model.js');
 const { ROOT } = require('./probe.js');
 const { reliabilityPlot } = require('./reliability.js');
-const { HEAD, calibrationError, confidences, percent, tableLine } = require('./report.js');
+const { HEAD, calibrationError, confidences, percentCell, tableLine } = require('./report.js');
 const { readStrokes } = require('./strokes.js');
 const { chooseThresholds } = require('./thresholds.js');
 
@@ -157,13 +157,13 @@ function reportThresholds(original, thresholds) {
 function reportCalibration(original, thresholds) {
   const { changed, all } = confidences(original, thresholds);
   console.log('\nexpected calibration error');
-  console.log(`answers that change ink ${percent(calibrationError(changed), 1)}`);
-  console.log(`all answers             ${percent(calibrationError(all), 1)}`);
+  console.log(`answers that change ink ${percentCell(calibrationError(changed), 1)}`);
+  console.log(`all answers             ${percentCell(calibrationError(all), 1)}`);
 }
 
 function reportOtherwise(judgements, thresholds) {
   const right = ({ row, family, score }) => row.family === family && score > thresholds[family];
-  const share = (list) => percent(list.filter(right).length, list.length);
+  const share = (list) => percentCell(list.filter(right).length, list.length);
   for (const file of new Set(judgements.map(({ row }) => row.stroke.file))) {
     console.log(`\ndrawn otherwise, in folds, ${file}: figures but dots, and those that differ`);
     const here = judgements.filter(({ row }) => row.stroke.file === file && row.family !== 'none');

@@ -3,8 +3,9 @@
 // More strokes from those that were drawn: the same figure drawn otherwise, and
 // ink that is no figure made from one that is.
 
+const { createUniform } = require('../ink/random.js');
 const d = require('./distortions.js');
-const { boxOf, generator, hash, scaled } = require('./strokes.js');
+const { extentOf, hash, scaled } = require('./strokes.js');
 
 const SIDE = 200; // longer side of the strokes that are varied
 const LEAST_POINTS = 14; // of a moderately thinned stroke
@@ -103,11 +104,11 @@ function variants(stroke) {
   const { family } = stroke;
   const plain = stroke.points.map(([x, y]) => [x, y]);
   const seed = hash(stroke.source + stroke.id);
-  const extent = boxOf(plain).extent;
+  const extent = extentOf(plain);
   return VARIANTS.flatMap(([importance, families, becomes, vary], i) => {
     if (families !== null && !families.includes(family)) return [];
     if (i > 0 && !(extent > 0)) return [];
-    const random = generator(seed + i);
+    const random = createUniform(seed + i);
     const points = i === 0 ? plain : vary(scaled(plain, SIDE), random);
     return [
       { points, family: becomes === 'same' ? family : becomes, importance, original: i === 0 },

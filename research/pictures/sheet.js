@@ -1,5 +1,6 @@
 'use strict';
 
+const { escapeText } = require('../../packages/cli/lib/svg.js');
 const { boxOf } = require('../ink/outlines.js');
 
 /**
@@ -65,9 +66,6 @@ function sheet({ width, height, title, parts }) {
     '</svg>\n',
   ].join('\n');
 }
-
-const ESCAPES = { '&': '&amp;', '<': '&lt;', '>': '&gt;' };
-const escapeText = (text) => String(text).replace(/[&<>]/g, (character) => ESCAPES[character]);
 
 /** A number in tenths of a pixel, in as few characters as possible. */
 const tenths = (value) => String(value / 10).replace(/^(-?)0\./, '$1.');
