@@ -10,7 +10,7 @@ const { hash, scaled } = require('./strokes.js');
 const { variants } = require('./variants.js');
 
 const FOLDS = 5;
-const LARGEST_DOT = 4; // units; what is larger is one by another tap size
+const MAX_DOT = 4; // units; what is larger is one by another tap size
 const OTHER = 4; // columns before the features: extent diagonal travel closed
 
 const writerOf = (stroke) => `${stroke.source}/${stroke.writer ?? stroke.id}`;
@@ -49,7 +49,7 @@ function tableFrom(strokes, { drawnOtherwise = false } = {}) {
   const isFit = ({ closed, family }) => closed >= 0 && family !== 'dot';
   const all = new Table(names.slice(OTHER), table.filter(isFit));
   all.drawn = table.filter((row) => row.original);
-  all.dots = all.drawn.filter((row) => row.family === 'dot' && row.extent <= LARGEST_DOT);
+  all.dots = all.drawn.filter((row) => row.family === 'dot' && row.extent <= MAX_DOT);
   return all;
 }
 

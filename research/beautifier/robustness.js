@@ -2,7 +2,7 @@
 
 // How the beautifier answers to labelled strokes that are drawn otherwise.
 //
-//   node tools/beautifier/robustness.js STROKES [--without LINE,LINE...]
+//   node research/beautifier/robustness.js STROKES [--without LINE,LINE...]
 //
 // All figures but dots are scaled to a longer side of 200 units first; dots stay
 // as drawn. Distortions are seeded by the stroke, so the table is the same every
@@ -16,11 +16,11 @@ const { percent, percentCell } = require('./report.js');
 const { extentOf, hash, readStrokes, scaled } = require('./strokes.js');
 
 const SIDE = 200; // longer side of the strokes that the distortions are for
-const LARGEST_DOT = 4;
+const MAX_DOT = 4;
 
 const answersTo = (strokes) => probe('answers', strokes).map(familyOf);
 
-/** Scaled strokes, without those of `LARGEST_DOT` and more that count as dots. */
+/** Scaled strokes, without those of `MAX_DOT` and more that count as dots. */
 function prepare(strokes) {
   return strokes
     .map(({ family, source, id, points }) => {
@@ -28,7 +28,7 @@ function prepare(strokes) {
       const drawn = family === 'dot' ? plain : scaled(plain, SIDE);
       return { family, seed: hash(source + id), points: drawn };
     })
-    .filter(({ family, points }) => family !== 'dot' || extentOf(points) <= LARGEST_DOT);
+    .filter(({ family, points }) => family !== 'dot' || extentOf(points) <= MAX_DOT);
 }
 
 function printRow(name, strokes, families, distort) {
@@ -62,7 +62,9 @@ function printBackwards(strokes) {
 function main() {
   const [file, flag, lines] = process.argv.slice(2);
   if (!file || (flag && flag !== '--without')) {
-    throw new Error('usage: node tools/beautifier/robustness.js STROKES [--without LINE,LINE...]');
+    throw new Error(
+      'usage: node research/beautifier/robustness.js STROKES [--without LINE,LINE...]',
+    );
   }
   const without = new Set((lines ?? '').split(',').filter(Boolean).map(Number));
   const strokes = prepare(readStrokes(file).filter((_, line) => !without.has(line)));

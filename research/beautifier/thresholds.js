@@ -15,7 +15,7 @@ const SOFTNESS = 0.5; // log odds over which an answer fades in
 const STIFFNESS = 6; // strokes that a shift of one costs, half of it squared
 const HANDWRITING = 1.5; // changing it costs that much more than changing a drawing
 const PRICE = 1; // of changing a drawing, in figures missed
-const LARGEST_SHIFT = 1;
+const MAX_SHIFT = 1;
 const STEP = 0.01;
 
 const accepted = (score, threshold) => sigmoid((score - threshold) / SOFTNESS);
@@ -31,7 +31,7 @@ function worthOf({ row, family }) {
 function shiftOf(judgements, splits) {
   const values = judgements.map(worthOf);
   let best = { shift: 0, worth: -Infinity };
-  for (let k = -Math.round(LARGEST_SHIFT / STEP); k * STEP <= LARGEST_SHIFT; k++) {
+  for (let k = -Math.round(MAX_SHIFT / STEP); k * STEP <= MAX_SHIFT; k++) {
     const shift = k * STEP;
     const threshold = Math.log(PRICE) + shift;
     const sum = judgements.reduce(

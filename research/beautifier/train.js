@@ -62,8 +62,8 @@ function dotText(command, dots) {
   return [
     ...head(command),
     'constexpr std::array DOT_MODELS{',
-    ...dots.map(({ extent, least, most, sure, logit }) => {
-      const numbers = [extent, least, most].map(number).join(', ');
+    ...dots.map(({ extent, min, max, sure, logit }) => {
+      const numbers = [extent, min, max].map(number).join(', ');
       return `    DotModel{${numbers}, ${sure}, ${number(logit)}},`;
     }),
     '};',

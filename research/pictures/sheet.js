@@ -112,9 +112,9 @@ function arrow(from, to) {
 const point = ([x, y]) => ({ x, y });
 
 /** A map to pixels that centres these points in a place, as large as it allows. */
-function fit(points, { x, y, width, height, scale: most = Infinity }) {
+function fit(points, { x, y, width, height, scale: maxScale = Infinity }) {
   const box = boxOf(points);
-  const scale = Math.min(width / box.width, height / box.height, most);
+  const scale = Math.min(width / box.width, height / box.height, maxScale);
   return (p) => ({
     x: x + width / 2 + (p.x - box.x - box.width / 2) * scale,
     y: y + height / 2 + (p.y - box.y - box.height / 2) * scale,
