@@ -7,6 +7,7 @@
 // Twice: with every stroke but dots scaled to a longer side of 200 units, and at
 // its natural size; then the kinds of figures and how far they lie from the ink.
 
+const { WITHOUT, readArguments } = require('./arguments.js');
 const { familyOf } = require('./names.js');
 const { probe } = require('./probe.js');
 const { printShapes } = require('./shapes.js');
@@ -53,13 +54,11 @@ function print(title, rows) {
   console.log(`  handwriting taken for a dot: ${share(dots, hand.length)}`);
 }
 
+const USAGE = 'node research/beautifier/evaluate.js STROKES [--without LINE,LINE...]';
+
 function main() {
-  const [file, flag, lines] = process.argv.slice(2);
-  if (!file || (flag && flag !== '--without')) {
-    throw new Error('usage: node research/beautifier/evaluate.js STROKES [--without LINE,LINE...]');
-  }
-  const without = new Set((lines ?? '').split(',').filter(Boolean).map(Number));
-  const strokes = readStrokes(file).filter((_, line) => !without.has(line));
+  const { files, without } = readArguments(USAGE, WITHOUT);
+  const strokes = readStrokes(files[0]).filter((_, line) => !without.has(line));
   for (const natural of [false, true]) {
     const drawn = strokes.map(({ family, points }) =>
       natural || family === 'dot' ? points : scaled(points, 200),

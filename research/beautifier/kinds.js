@@ -8,6 +8,7 @@
 // With --table it prints, instead, what comes out on strokes of writers that took
 // no part: five folds, no writer in two of them where writers are known.
 
+const { readArguments } = require('./arguments.js');
 const { minimise } = require('./minimise.js');
 const { familyOf } = require('./names.js');
 const { probe } = require('./probe.js');
@@ -218,13 +219,12 @@ function print(p) {
   }
 }
 
+const USAGE = 'node research/beautifier/kinds.js STROKES [--table]';
+
 function main() {
-  const [file, flag] = process.argv.slice(2);
-  if (!file || (flag && flag !== '--table')) {
-    throw new Error('usage: node research/beautifier/kinds.js STROKES [--table]');
-  }
-  const rows = read(file);
-  if (flag) table(rows);
+  const { files, table: wantsTable } = readArguments(USAGE, { table: { type: 'boolean' } });
+  const rows = read(files[0]);
+  if (wantsTable) table(rows);
   else print(learn(rows));
 }
 

@@ -9,6 +9,7 @@
 // time.
 
 const { createUniform } = require('../ink/random.js');
+const { WITHOUT, readArguments } = require('./arguments.js');
 const { TABLE } = require('./distortions.js');
 const { familyOf } = require('./names.js');
 const { probe } = require('./probe.js');
@@ -59,15 +60,11 @@ function printBackwards(strokes) {
   console.log(`${'backwards, the same answer'.padEnd(32)} ${percentCell(same, strokes.length)}`);
 }
 
+const USAGE = 'node research/beautifier/robustness.js STROKES [--without LINE,LINE...]';
+
 function main() {
-  const [file, flag, lines] = process.argv.slice(2);
-  if (!file || (flag && flag !== '--without')) {
-    throw new Error(
-      'usage: node research/beautifier/robustness.js STROKES [--without LINE,LINE...]',
-    );
-  }
-  const without = new Set((lines ?? '').split(',').filter(Boolean).map(Number));
-  const strokes = prepare(readStrokes(file).filter((_, line) => !without.has(line)));
+  const { files, without } = readArguments(USAGE, WITHOUT);
+  const strokes = prepare(readStrokes(files[0]).filter((_, line) => !without.has(line)));
   const figures = strokes.filter(({ family }) => family !== 'none');
   console.log(`${'right'.padEnd(31)} all figures  those drawn otherwise`);
   for (const [name, families, distort] of TABLE) printRow(name, figures, families, distort);

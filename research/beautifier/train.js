@@ -15,6 +15,7 @@
 
 const { writeFileSync } = require('node:fs');
 const path = require('node:path');
+const { WITHOUT, readArguments } = require('./arguments.js');
 const { TABLE } = require('./distortions.js');
 const { dotModels, isDot } = require('./dots.js');
 const { FOLDS, crossValidate, tableFrom } = require('./folds.js');
@@ -29,22 +30,8 @@ const SPLITS = ['a', 'b', 'c'];
 const PENALTY = 0.7;
 
 const USAGE =
-  'usage: node research/beautifier/train.js STROKES... [--without LINE,LINE...] [--dry] [--otherwise]';
-
-function parse(args) {
-  const options = { files: [], without: new Set(), dry: false, otherwise: false };
-  for (let i = 0; i < args.length; i++) {
-    if (args[i] === '--dry') options.dry = true;
-    else if (args[i] === '--otherwise') options.otherwise = true;
-    else if (args[i] === '--without') {
-      i += 1;
-      options.without = new Set((args[i] ?? '').split(',').map(Number));
-    } else if (args[i].startsWith('--')) throw new Error(USAGE);
-    else options.files.push(args[i]);
-  }
-  if (options.files.length === 0) throw new Error(USAGE);
-  return options;
-}
+  'node research/beautifier/train.js STROKES... [--without LINE,LINE...] [--dry] [--otherwise]';
+const OPTIONS = { ...WITHOUT, dry: { type: 'boolean' }, otherwise: { type: 'boolean' } };
 
 function readAll({ files, without }) {
   return files
@@ -179,7 +166,7 @@ function reportOtherwise(judgements, thresholds) {
 }
 
 function main() {
-  const options = parse(process.argv.slice(2));
+  const options = readArguments(USAGE, OPTIONS, Infinity);
   const strokes = readAll(options);
   const table = tableFrom(strokes, { drawnOtherwise: options.otherwise });
   table.prepare();
