@@ -9,9 +9,12 @@ function asText(strokes) {
   return strokes.map(line).join('');
 }
 
+/** Lines that the probe prints about strokes. */
+const linesOf = (mode, strokes) => runProbe([mode], asText(strokes)).trimEnd().split('\n');
+
 /** Runs the probe on strokes; one object a stroke. */
 function probe(mode, strokes) {
-  const [head, ...rows] = runProbe([mode], asText(strokes)).trim().split('\n');
+  const [head, ...rows] = linesOf(mode, strokes).map((line) => line.trim());
   const names = head.split(' ');
   return rows.map((row) => {
     const values = row.split(' ').map(Number);
@@ -19,13 +22,12 @@ function probe(mode, strokes) {
   });
 }
 
-/** The paths that the beautifier gives strokes, as arrays of [x, y]. */
-function paths(strokes) {
-  const rows = runProbe(['paths'], asText(strokes)).trimEnd().split('\n');
-  return rows.map((row) => {
-    const values = row.trim().split(' ').map(Number);
+/** Paths of the answers, arrays of [x, y]; the mode is `paths` or `plain`. */
+function probePaths(mode, strokes) {
+  return linesOf(mode, strokes).map((line) => {
+    const values = line.trim().split(' ').map(Number);
     return Array.from({ length: values.length / 2 }, (_, i) => values.slice(2 * i, 2 * i + 2));
   });
 }
 
-module.exports = { ROOT, paths, probe };
+module.exports = { ROOT, probe, probePaths };

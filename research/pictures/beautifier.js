@@ -1,6 +1,6 @@
 'use strict';
 
-const { paths } = require('../beautifier/probe.js');
+const { probePaths } = require('../beautifier/probe.js');
 const { HANDS, drawInk } = require('../ink/index.js');
 const { curve, fit, point, sheet } = require('./sheet.js');
 
@@ -43,7 +43,7 @@ function drawBeautifier() {
   const strokes = SAMPLES.map(
     (sample) => drawInk({ ...sample, hand: HAND, at: AWAY_FROM_THE_EDGE }).points,
   );
-  const made = paths(strokes);
+  const made = probePaths('paths', strokes);
   return sheet({
     width: COLUMNS * CELL,
     height: Math.ceil(SAMPLES.length / COLUMNS) * CELL,

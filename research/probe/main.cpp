@@ -1,6 +1,6 @@
 // Shows the scripts in research/ what happens inside the engines.
 //
-//   probe features|answers|paths < strokes > table
+//   probe features|answers|paths|plain|kinds < strokes > table
 //   probe pictures TEMPLATE_FILE... < tasks > findings
 //   probe reach < outlines and strokes > covers
 //
@@ -23,13 +23,15 @@ int run(const std::vector<std::string>& args) {
     if (args.size() == 1 && command == "reach") {
         return probe::reach();
     }
-    if (args.size() == 1 && (command == "features" || command == "answers" || command == "paths")) {
-        return probe::beautifier(command);
+    constexpr int UNKNOWN = 2;
+    const int status = args.size() == 1 ? probe::beautifier(command) : UNKNOWN;
+    if (status != UNKNOWN) {
+        return status;
     }
     std::fprintf(stderr,
-                 "usage: probe features|answers|paths|reach\n"
+                 "usage: probe features|answers|paths|plain|kinds|reach\n"
                  "       probe pictures TEMPLATE_FILE...\n");
-    return 2;
+    return UNKNOWN;
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include "Beautifier/Figure.h"
 
 #include <cstdint>
+#include <optional>
 #include <set>
 #include <span>
 #include <vector>
@@ -18,6 +19,13 @@ namespace Scrivo {
 /// Every member of the enumeration.
 std::set<FigureFamily> allFamilies();
 
+/// Marks of other strokes that the ends of a line may snap to.
+enum class AnchorSort : std::uint8_t {
+    CENTRE,  ///< mean of the samples
+    END,     ///< of an open stroke of 20 units and more
+    CORNER   ///< of a stroke of 20 units and more
+};
+
 /// Which figures a beautifier recognises, and how readily.
 struct BeautifierOptions {
     /// The figures wanted. A stroke that is taken for another one stays ink;
@@ -29,18 +37,24 @@ struct BeautifierOptions {
     /// From 0 (only figures beyond doubt) to 1 (readily). Raising it never turns a figure
     /// back into ink and never makes another figure of it.
     double sensitivity = 0.5;
-    /// Nearly horizontal and vertical lines, legs and axes of ellipses become
-    /// so, and so does the lowest edge of a triangle or quadrangle: with it a
-    /// regular figure stands upright, any other one keeps its other edges.
+    /// Figures that are nearly level or upright by an edge, a diagonal, a leg or an
+    /// axis are turned as a whole until they are.
     bool horizontalVertical = true;
-    /// Nearly regular triangles, quadrangles and ellipses become regular.
+    /// Nearly regular triangles and quadrangles become regular, nearly round
+    /// ellipses circles.
     bool regularFigures = true;
-    /// The ends of lines snap to nearby strokes.
+    /// The ends of lines snap to nearby strokes,
     bool nearbyStrokes = true;
+    /// namely to these marks of theirs.
+    std::set<AnchorSort> anchors{AnchorSort::CENTRE, AnchorSort::END, AnchorSort::CORNER};
     /// Figures, but not lines, that stick out of the drawing area are moved back
     /// into it as a whole, where they fit.
     bool insideArea = true;
 };
+
+/// Outline of `figure` as `Beautified::path` has it, in fractions of the drawing
+/// area: from the parameters alone, which the host may have changed.
+std::vector<Point2D> outlineOf(const Figure& figure, double width, double height);
 
 /// Why a stroke stays as drawn.
 enum class Reason : std::uint8_t {
@@ -51,6 +65,12 @@ enum class Reason : std::uint8_t {
     NOT_WANTED,  ///< the figure that it resembles is not among `figures`
     NOT_SURE,    ///< it resembles a figure, but not enough for this sensitivity
     NO_FIGURE,   ///< it resembles none
+};
+
+/// Another family that the stroke may have been meant as.
+struct Alternative {
+    FigureFamily family = FigureFamily::LINE;
+    double probability = 0.0;  ///< from 0 to 1; together with the answer's at most 1
 };
 
 /// The answer to one stroke.
@@ -66,6 +86,31 @@ struct Beautified {
     double confidence = 0.0;
     Figure figure;                      ///< in drawing-area units
     Reason reason = Reason::NO_FIGURE;  ///< why there is no figure
+    /// Families worth offering beside the answer, likeliest first: those with a
+    /// probability of 1 % and more. A stroke that stays ink may have them too.
+    std::vector<Alternative> alternatives;
+};
+
+/// What a stroke is to become: a family, or one of its kinds. Dots, lines and
+/// angles have no kinds.
+class Wish {
+public:
+    /// The kind is chosen as `beautify` chooses it.
+    Wish(FigureFamily family) : m_family(family) {}
+    Wish(TriangleKind kind) : Wish(FigureFamily::TRIANGLE, static_cast<std::uint8_t>(kind)) {}
+    Wish(QuadrangleKind kind) : Wish(FigureFamily::QUADRANGLE, static_cast<std::uint8_t>(kind)) {}
+    Wish(EllipseKind kind) : Wish(FigureFamily::ELLIPSE, static_cast<std::uint8_t>(kind)) {}
+    /// A kind by the number that it has in the enumeration of its family.
+    Wish(FigureFamily family, std::uint8_t kind) : m_family(family), m_kind(kind) {}
+
+    /// The family that is wished for.
+    FigureFamily family() const { return m_family; }
+    /// The kind as a number of its enumeration; none when any kind will do.
+    std::optional<std::uint8_t> kind() const { return m_kind; }
+
+private:
+    FigureFamily m_family;
+    std::optional<std::uint8_t> m_kind;
 };
 
 /// Immutable: any number of threads may share one.
@@ -84,6 +129,16 @@ public:
     /// an answer; throws std::bad_alloc only.
     Beautified beautify(std::span<const Point2D> stroke, double width, double height,
                         std::span<const std::vector<Point2D>> others = {}) const;
+
+    /// The best figure of the wished family or kind for this stroke, whatever its
+    /// score: `figures`, `minSize` and `sensitivity` do not count, the other
+    /// options do. `confidence` is the probability that the family is right. The
+    /// stroke as drawn comes back as `INVALID`, as from `beautify`, and as
+    /// `NO_FIGURE` when there is no such figure, as from samples that all coincide.
+    /// Throws std::invalid_argument for
+    /// a family or kind that is no member of its enumeration.
+    Beautified beautifyAs(std::span<const Point2D> stroke, const Wish& wish, double width, double height,
+                          std::span<const std::vector<Point2D>> others = {}) const;
 
 private:
     BeautifierOptions m_options;

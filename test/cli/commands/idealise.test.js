@@ -116,15 +116,15 @@ describe('what comes out', () => {
   });
 
   test('lines snap to other strokes only with --snap', async () => {
-    const dot = { points: [[300, 106]] };
+    const dot = { points: [[200, 106]] }; // beside the start of the line
     const line = { points: shakyLine(200, 100) };
     const besides = toNdjson([{ ...line, others: [dot.points] }]);
     write('besides.ndjson', besides);
     write(
       'dot.svg',
-      `<svg><path d="M300 106h0"/><polyline points="${line.points.join(' ')}"/></svg>`,
+      `<svg><path d="M200 106h0"/><polyline points="${line.points.join(' ')}"/></svg>`,
     );
-    const heightIn = (text) => parseLines(text).at(-1).points[10][1];
+    const heightIn = (text) => parseLines(text).at(-1).points[0][1];
     for (const engine of Object.keys(ENGINES)) {
       const heightOf = async (...args) => {
         const out = ['-o', 'out.ndjson', '--force', '--engine', engine];

@@ -1,6 +1,6 @@
 // Type-checked, never run: see usage.mts.
 import { optimizeAStroke } from 'scrivo';
-import { Beautifier, FIGURES } from 'scrivo/beautifier';
+import { Beautifier, FIGURES, outlineOf } from 'scrivo/beautifier';
 import type { Beautified, Figure, FigureFamily, Ink, InkPoint, Reason } from 'scrivo/beautifier';
 import { same } from './same.mjs';
 
@@ -36,6 +36,13 @@ same<typeof asNumbers, Beautified<Float64Array>>(true);
 const inEitherForm = (ink: Ink) => beautifier.beautify(ink, 800, 600);
 same<ReturnType<typeof inEitherForm>, Beautified<InkPoint[] | Float64Array>>(true);
 same<typeof asObjects.reason, Reason | null>(true);
+
+// A wish keeps the form of the stroke; its figure can be drawn anew.
+same<ReturnType<typeof wish>, Beautified<Float64Array>>(true);
+const wish = () => beautifier.beautifyAs(packed, 'square', 800, 600);
+const redrawn = (answer: Beautified<InkPoint[]>) =>
+  answer.figure && outlineOf(answer.figure, 800, 600)[0].x;
+const likeliest = (answer: Beautified<InkPoint[]>): FigureFamily => answer.alternatives[0].family;
 
 /** Narrowed by its kind, a figure has its own parameters; the cases are exhaustive. */
 function size(figure: Figure): number {
@@ -86,9 +93,15 @@ beautifier.beautify(points);
 beautifier.beautify(new Float32Array(6), 800, 600);
 // @ts-expect-error: one stroke instead of a list of strokes
 beautifier.beautify(points, 800, 600, points);
+// @ts-expect-error: no kind of a figure
+beautifier.beautifyAs(points, 'blob', 800, 600);
+// @ts-expect-error: a circle has a radius
+outlineOf({ kind: 'circle', centre: { x: 1, y: 2 } }, 800, 600);
+// @ts-expect-error: no such mark
+new Beautifier({ anchors: ['middle'] });
 // @ts-expect-error: no y
 const ink: Ink = [{ x: 1 }];
 // @ts-expect-error: a class is made with new
 Beautifier();
 
-export { family, ink, named, size };
+export { family, ink, likeliest, named, redrawn, size };

@@ -9,6 +9,7 @@ struct EllipseFamily : FamilyDefaults {
     static constexpr FigureFamily FAMILY = FigureFamily::ELLIPSE;
     static constexpr std::string_view NAME = "ellipse";
     static constexpr std::int32_t CODE = FIGURE_ELLIPSE;
+    static constexpr std::array<std::string_view, 2> KINDS{"ellipse", "circle"};
     static constexpr bool CLOSED = true;
 
     static constexpr std::array<std::string_view, 3> FEATURES{
@@ -17,8 +18,13 @@ struct EllipseFamily : FamilyDefaults {
         "ELLIPSE_GAP",    // gap over its shorter diameter
     };
     static std::array<double, FEATURES.size()> measure(const Evidence& evidence);
-    static Ideal idealise(const Fitted& fitted);
+    static Figure idealise(const Fitted& fitted);
+    static Figure inBox(const Box& box, std::optional<std::uint8_t> kind);
 };
+
+/// 85 points, drawing-area units; the last one is the first one.
+std::vector<Point2D> outlineOf(const CircleFigure& circle);
+std::vector<Point2D> outlineOf(const EllipseFigure& ellipse);
 
 template <>
 struct FigureTraits<CircleFigure> {

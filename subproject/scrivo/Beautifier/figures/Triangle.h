@@ -8,6 +8,8 @@ struct TriangleFamily : FamilyDefaults {
     static constexpr FigureFamily FAMILY = FigureFamily::TRIANGLE;
     static constexpr std::string_view NAME = "triangle";
     static constexpr std::int32_t CODE = FIGURE_POLYGON;
+    static constexpr std::array<std::string_view, 4> KINDS{"general", "equilateral", "isosceles",
+                                                           "right"};
     static constexpr bool CLOSED = true;
 
     static constexpr std::array<std::string_view, 4> FEATURES{
@@ -17,14 +19,17 @@ struct TriangleFamily : FamilyDefaults {
         "TRIANGLE_GAP",    // gap over its shortest side
     };
     static std::array<double, FEATURES.size()> measure(const Evidence& evidence);
-    static Ideal idealise(const Fitted& fitted);
+    static Figure idealise(const Fitted& fitted);
+    static Figure inBox(const Box& box, std::optional<std::uint8_t> kind);
 };
+
+/// 21 points an edge, drawing-area units.
+std::vector<Point2D> outlineOf(const TriangleFigure& triangle);
 
 template <>
 struct FigureTraits<TriangleFigure> {
     static constexpr std::string_view KIND = "triangle";
-    static constexpr std::array<std::string_view, 4> SUBTYPES{"general", "equilateral", "isosceles",
-                                                              "right"};
+    static constexpr auto SUBTYPES = TriangleFamily::KINDS;
     static void fields(auto& figure, auto&& visit) { visit.places("corners", figure.corners); }
 };
 

@@ -2,6 +2,8 @@
 
 #include "Beautifier/ink/Outline.h"
 
+#include <span>
+
 namespace Scrivo::beautifier {
 
 struct EllipseFit {
@@ -19,5 +21,8 @@ struct EllipseFit {
 /// on the distances to first order (Sampson: Fitting conic sections to very
 /// scattered data, 1982). Not found when the curve encloses no area.
 EllipseFit fitEllipseTo(const Coarse& loop);
+
+/// The ellipse next to `fit` by Gauss-Newton steps on other points.
+EllipseFit refined(EllipseFit fit, std::span<const Vec> points);
 
 }  // namespace Scrivo::beautifier

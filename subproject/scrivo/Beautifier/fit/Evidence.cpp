@@ -49,4 +49,12 @@ Evidence examine(const Fine& fine) {
     return e;
 }
 
+void takeAsClosed(Evidence& evidence) {
+    if (!evidence.closed) {
+        Closure whole;
+        whole.gap = norm(evidence.fine.back() - evidence.fine.front());
+        evidence.closed = examineClosed(evidence.fine, whole);
+    }
+}
+
 }  // namespace Scrivo::beautifier

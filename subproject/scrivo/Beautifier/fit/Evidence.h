@@ -32,4 +32,7 @@ struct Evidence {
 
 Evidence examine(const Fine& fine);
 
+/// The same stroke taken for a closed one, however far its ends are apart.
+void takeAsClosed(Evidence& evidence);
+
 }  // namespace Scrivo::beautifier
