@@ -58,6 +58,12 @@ export interface BeautifierOptions {
    */
   readonly minSize?: number | undefined;
   /**
+   * Longer side of the largest mark that a tap leaves, in drawing-area units; what is larger is no
+   * dot. The default suits units of about a 96th of an inch, as CSS pixels are; dense pixels of a
+   * telephone ask for 14. Default: 4.
+   */
+  readonly tapSize?: number | undefined;
+  /**
    * From 0 (only figures beyond doubt) to 1 (readily). Raising it never turns a figure back into
    * ink and never makes another figure of it. Default: 0.5.
    */

@@ -20,6 +20,7 @@ const ANCHORS = Object.freeze(['centre', 'end', 'corner']);
 const DEFAULTS = {
   figures: FIGURES,
   minSize: 0,
+  tapSize: 4,
   sensitivity: 0.5,
   horizontalVertical: true,
   regularFigures: true,
@@ -83,6 +84,7 @@ function completeOptions(options) {
   complete.figures = copyNames('options.figures', complete.figures, FIGURES);
   complete.anchors = copyNames('options.anchors', complete.anchors, ANCHORS);
   checkNumber('options.minSize', complete.minSize, 0, Number.MAX_VALUE);
+  checkNumber('options.tapSize', complete.tapSize, 0, Number.MAX_VALUE);
   checkNumber('options.sensitivity', complete.sensitivity, 0, 1);
   for (const name of SWITCHES) {
     if (typeof complete[name] !== 'boolean') {
@@ -113,10 +115,11 @@ class Beautifier {
     const value = completeOptions(options);
     Object.defineProperty(this, 'options', { value, enumerable: true });
     this.#stride = STRIDES[this.options.layout];
-    const { figures, minSize, sensitivity } = this.options;
+    const { figures, minSize, tapSize, sensitivity } = this.options;
     this.#native = new native.Beautifier(
       figures.map((figure) => FIGURES.indexOf(figure)),
       minSize,
+      tapSize,
       sensitivity,
       this.options.horizontalVertical,
       this.options.regularFigures,

@@ -197,7 +197,7 @@ public:
                             InstanceMethod<&Beautifier::beautifyAs>("beautifyAs")});
     }
 
-    /// (families: number[], minSize, sensitivity, horizontalVertical,
+    /// (families: number[], minSize, tapSize, sensitivity, horizontalVertical,
     /// regularFigures, nearbyStrokes, insideArea, anchors: number[])
     explicit Beautifier(const Napi::CallbackInfo& info) : Napi::ObjectWrap<Beautifier>(info) {
         try {
@@ -218,13 +218,14 @@ private:
             options.figures.insert(static_cast<Scrivo::FigureFamily>(family));
         }
         options.minSize = Napi::Number(env, info[1]).DoubleValue();
-        options.sensitivity = Napi::Number(env, info[2]).DoubleValue();
-        options.horizontalVertical = Napi::Boolean(env, info[3]).Value();
-        options.regularFigures = Napi::Boolean(env, info[4]).Value();
-        options.nearbyStrokes = Napi::Boolean(env, info[5]).Value();
-        options.insideArea = Napi::Boolean(env, info[6]).Value();
+        options.tapSize = Napi::Number(env, info[2]).DoubleValue();
+        options.sensitivity = Napi::Number(env, info[3]).DoubleValue();
+        options.horizontalVertical = Napi::Boolean(env, info[4]).Value();
+        options.regularFigures = Napi::Boolean(env, info[5]).Value();
+        options.nearbyStrokes = Napi::Boolean(env, info[6]).Value();
+        options.insideArea = Napi::Boolean(env, info[7]).Value();
         options.anchors.clear();
-        const Napi::Array anchors(env, info[7]);
+        const Napi::Array anchors(env, info[8]);
         for (std::uint32_t i = 0; i < anchors.Length(); ++i) {
             const std::uint32_t sort = Napi::Number(env, anchors.Get(i)).Uint32Value();
             options.anchors.insert(static_cast<Scrivo::AnchorSort>(sort));

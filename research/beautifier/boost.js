@@ -40,27 +40,29 @@ function binOf(value, cuts) {
   return low;
 }
 
-/** The named features of `rows` as columns of bins. */
-function binned(rows, names) {
-  return names.map((name) => {
-    const values = rows.map((row) => row[name]);
+/** Every feature of `rows` (arrays of numbers) as a column of bins. */
+function binned(rows) {
+  return Array.from(rows[0], (_, feature) => {
+    const values = rows.map((row) => row[feature]);
     const cuts = cutsOf(values);
-    return { name, cuts, bins: Uint8Array.from(values, (value) => binOf(value, cuts)) };
+    return { feature, cuts, bins: Uint8Array.from(values, (value) => binOf(value, cuts)) };
   });
 }
 
 /** Sums of gradient and hessian of `members`, over all bins of the columns. */
 function histogramOf(columns, members, { gradient, hessian }) {
   const sums = new Float64Array(2 * BINS * columns.length);
-  columns.forEach(({ bins }, feature) => {
+  const count = members.length;
+  for (let feature = 0; feature < columns.length; feature++) {
+    const { bins } = columns[feature];
     const start = 2 * BINS * feature;
-    for (let k = 0; k < members.length; k++) {
+    for (let k = 0; k < count; k++) {
       const i = members[k];
       const at = start + 2 * bins[i];
       sums[at] += gradient[i];
       sums[at + 1] += hessian[i];
     }
-  });
+  }
   return sums;
 }
 
@@ -92,7 +94,14 @@ function bestCut(columns, sums) {
 function sidesOf(columns, members, cut) {
   if (cut === null) return [members, members.subarray(0, 0)];
   const { bins } = columns[cut.feature];
-  return [members.filter((i) => bins[i] <= cut.bin), members.filter((i) => bins[i] > cut.bin)];
+  const low = new Int32Array(members.length);
+  const high = new Int32Array(members.length);
+  let [lows, highs] = [0, 0];
+  for (const i of members) {
+    if (bins[i] <= cut.bin) low[lows++] = i;
+    else high[highs++] = i;
+  }
+  return [low.subarray(0, lows), high.subarray(0, highs)];
 }
 
 /** One tree for the given slopes, or null, and the members of each of its leaves. */
@@ -114,34 +123,33 @@ function growTree(columns, members, slopes) {
     return (-RATE * g) / (h + RIDGE);
   };
   const asCut = (cut) => {
-    if (cut === null) return { feature: columns[root.feature].name, at: NEVER };
-    const { name, cuts } = columns[cut.feature];
-    return { feature: name, at: cuts[cut.bin] };
+    if (cut === null) return { feature: columns[root.feature].feature, at: NEVER };
+    const { feature, cuts } = columns[cut.feature];
+    return { feature, at: cuts[cut.bin] };
   };
   return { tree: { cuts: [root, ...inner].map(asCut), leaves: quarters.map(leafOf) }, quarters };
 }
 
 /**
  * Trees { cuts: [root, low, high], leaves: [4] } whose sum is the log odds that
- * the target of a row (an object of features) is 1. Cuts are { feature, at }; a
- * value above `at` goes to the higher side.
+ * the target of a row is 1. `columns` are those of `binned`, `members` the rows
+ * that count; `targets` and `importance` have an entry for every row. Cuts are
+ * { feature, at }; a value above `at` goes to the higher side.
  */
-function boost(rows, names, targets, importance, count) {
-  const columns = binned(rows, names);
+function boost(columns, members, targets, importance, count) {
   const random = generator(count);
-  const n = rows.length;
+  const n = targets.length;
   const score = new Float64Array(n);
   const slopes = { gradient: new Float64Array(n), hessian: new Float64Array(n) };
-  const all = Int32Array.from({ length: n }, (_, i) => i);
   const trees = [];
   for (let t = 0; t < count; t++) {
-    for (let i = 0; i < n; i++) {
+    for (const i of members) {
       const p = sigmoid(score[i]);
       slopes.gradient[i] = importance[i] * (p - targets[i]);
       slopes.hessian[i] = importance[i] * p * (1 - p);
     }
     const some = columns.filter(() => random() < SHARE_OF_FEATURES);
-    const grown = growTree(some, all, slopes);
+    const grown = growTree(some, members, slopes);
     if (grown === null) continue;
     grown.quarters.forEach((quarter, k) => {
       for (const i of quarter) score[i] += grown.tree.leaves[k];
@@ -162,4 +170,4 @@ function sumOf(trees, row) {
   return sum;
 }
 
-module.exports = { boost, sumOf };
+module.exports = { binned, boost, sumOf };

@@ -3,7 +3,12 @@
 // Logistic regression with a quadratic penalty, by Newton's method. Everything
 // is deterministic: no random start, sums in a fixed order.
 
-const dot = (a, b) => a.reduce((sum, value, i) => sum + value * b[i], 0);
+/** Sum of the products. */
+function dot(a, b) {
+  let sum = 0;
+  for (let i = 0; i < a.length; i++) sum += a[i] * b[i];
+  return sum;
+}
 const sigmoid = (z) => (z >= 0 ? 1 / (1 + Math.exp(-z)) : Math.exp(z) / (1 + Math.exp(z)));
 
 /** Solves the symmetric positive system `matrix` x = `right` (Cholesky). */
@@ -34,9 +39,33 @@ function standardisation(rows) {
   const width = rows[0].length;
   const mean = new Float64Array(width);
   const spread = new Float64Array(width);
-  for (const row of rows) row.forEach((value, j) => (mean[j] += value / rows.length));
-  for (const row of rows) row.forEach((v, j) => (spread[j] += (v - mean[j]) ** 2 / rows.length));
+  for (const row of rows) for (let j = 0; j < width; j++) mean[j] += row[j] / rows.length;
+  for (const row of rows) {
+    for (let j = 0; j < width; j++) spread[j] += (row[j] - mean[j]) ** 2 / rows.length;
+  }
   return { mean, spread: spread.map((value) => Math.sqrt(value) || 1) };
+}
+
+/** Gradient and second derivatives of the loss at weights `w`; `table` ends with a column of ones. */
+function slopesOf(table, targets, importance, w) {
+  const n = w.length;
+  const gradient = new Float64Array(n);
+  const hessian = Array.from({ length: n }, () => new Float64Array(n));
+  for (let i = 0; i < table.length; i++) {
+    const row = table[i];
+    let z = 0;
+    for (let j = 0; j < n; j++) z += w[j] * row[j];
+    const p = sigmoid(z);
+    const g = importance[i] * (p - targets[i]);
+    const h = importance[i] * Math.max(p * (1 - p), 1e-6);
+    for (let j = 0; j < n; j++) {
+      gradient[j] += g * row[j];
+      const hr = h * row[j];
+      const line = hessian[j];
+      for (let k = 0; k <= j; k++) line[k] += hr * row[k];
+    }
+  }
+  return { gradient, hessian };
 }
 
 /**
@@ -49,26 +78,13 @@ function logistic(rows, targets, importance, penalty) {
   const n = mean.length + 1;
   const table = rows.map((row) => {
     const out = new Float64Array(n);
-    row.forEach((value, j) => (out[j] = (value - mean[j]) / spread[j]));
+    for (let j = 0; j < n - 1; j++) out[j] = (row[j] - mean[j]) / spread[j];
     out[n - 1] = 1;
     return out;
   });
   let w = new Float64Array(n);
   for (let step = 0; step < 25; step++) {
-    const gradient = new Float64Array(n);
-    const hessian = Array.from({ length: n }, () => new Float64Array(n));
-    table.forEach((row, i) => {
-      let z = 0;
-      for (let j = 0; j < n; j++) z += w[j] * row[j];
-      const p = sigmoid(z);
-      const g = importance[i] * (p - targets[i]);
-      const h = importance[i] * Math.max(p * (1 - p), 1e-6);
-      for (let j = 0; j < n; j++) {
-        gradient[j] += g * row[j];
-        const hr = h * row[j];
-        for (let k = 0; k <= j; k++) hessian[j][k] += hr * row[k];
-      }
-    });
+    const { gradient, hessian } = slopesOf(table, targets, importance, w);
     for (let j = 0; j < n; j++) {
       gradient[j] += (j < n - 1 ? penalty : 0) * w[j];
       hessian[j][j] += j < n - 1 ? penalty : 1e-9;
@@ -78,7 +94,7 @@ function logistic(rows, targets, importance, penalty) {
     const size = Math.sqrt(dot(move, move));
     const limit = Math.min(1, 5 / (size || 1));
     w = w.map((value, j) => value - limit * move[j]);
-    if (size < 1e-9) break;
+    if (size < 1e-6) break;
   }
   const weights = Array.from(mean, (_, j) => w[j] / spread[j]);
   const bias = w[n - 1] - dot(weights, Array.from(mean));

@@ -5,7 +5,7 @@
 // to be expected, and small trees over all features, which see what features mean
 // together. Their mean errs less than either.
 
-const { boost, sumOf } = require('./boost.js');
+const { binned, boost, sumOf } = require('./boost.js');
 const { dot, logistic, sigmoid } = require('./learn.js');
 
 // How a feature enters the sum: `share` terms beside the logarithm of the same
@@ -32,7 +32,8 @@ const FAMILIES = {
   line: {
     closed: false,
     terms: terms(
-      'LINE_RMS LINE_WORST DETOUR TURNING BOW KNOT TWO_RMS THREE_RMS FOUR_RMS',
+      'LINE_RMS LINE_WORST DETOUR TURNING BOW KNOT TWO_RMS THREE_RMS FOUR_RMS ' +
+        'ROUGHNESS RETRACED HOOK',
       'LINE_RMS LINE_WORST DETOUR',
       'KNOT',
     ),
@@ -41,54 +42,86 @@ const FAMILIES = {
     closed: false,
     terms: terms(
       'LINE_RMS LINE_WORST KNOT TWO_RMS TWO_OVER_ONE ' +
-        'LEG_WORST LEG_RATIO LEG_DETOUR LEG_TURNING OPENING',
-      'TWO_RMS LEG_WORST LEG_DETOUR',
+        'LEG_WORST LEG_RATIO LEG_DETOUR LEG_TURNING OPENING ' +
+        'ROUGHNESS RETRACED HOOK THREE_OVER_TWO VERTEX_INK VERTEX_BEND LEG_FAR',
+      'TWO_RMS LEG_WORST LEG_DETOUR VERTEX_INK',
       'KNOT OPENING',
     ),
   },
   triangle: {
     closed: true,
     terms: terms(
-      `${LOOP} LONG_TAIL ${POLYGONS} TRIANGLE_WORST TRIANGLE_SIDE TRIANGLE_ANGLE TRIANGLE_GAP`,
+      `${LOOP} LONG_TAIL ${POLYGONS} TRIANGLE_WORST TRIANGLE_SIDE TRIANGLE_ANGLE TRIANGLE_GAP ` +
+        'TRIANGLE_CORNER TRIANGLE_BEND TRIANGLE_LENGTH TRIANGLE_FAR ROUGHNESS RETRACED OVERLAP',
       'POLYGON3_RMS TRIANGLE_WORST',
-      'TRIANGLE_ANGLE',
+      'TRIANGLE_ANGLE TRIANGLE_LENGTH',
     ),
   },
   quadrangle: {
     closed: true,
     terms: terms(
       `${LOOP} SHARPEST_BEND ${POLYGONS} FOUR_OVER_THREE QUADRANGLE_WORST QUADRANGLE_SIDE ` +
-        'QUADRANGLE_ANGLE QUADRANGLE_GAP',
+        'QUADRANGLE_ANGLE QUADRANGLE_GAP QUADRANGLE_CORNER QUADRANGLE_BEND QUADRANGLE_LENGTH ' +
+        'QUADRANGLE_FAR ROUGHNESS RETRACED OVERLAP',
       'GAP TAIL POLYGON4_RMS QUADRANGLE_WORST',
-      'QUADRANGLE_ANGLE QUADRANGLE_GAP COUNTER_BENDS',
+      'QUADRANGLE_ANGLE QUADRANGLE_GAP COUNTER_BENDS QUADRANGLE_LENGTH',
     ),
   },
   ellipse: {
     closed: true,
     terms: terms(
-      `${LOOP} SHARPEST_BEND ${POLYGONS} ELLIPSE_WORST ELLIPSE_GAP`,
+      `${LOOP} SHARPEST_BEND ${POLYGONS} ELLIPSE_WORST ELLIPSE_GAP ` +
+        'ELLIPSE_LENGTH ELLIPSE_FAR ELLIPSE_ALONG ELLIPSE_OVER_FOUR ELLIPSE_OVER_SIX CLOSURE_BEND ' +
+        'ROUGHNESS RETRACED OVERLAP',
       'GAP TAIL ELLIPSE_RMS ELLIPSE_WORST',
+      'ELLIPSE_LENGTH ELLIPSE_ALONG',
     ),
   },
 };
 
 const NAMES = Object.keys(FAMILIES);
 
-/** The values of a family's terms for one row of features. */
-function valuesOf(family, row) {
-  return FAMILIES[family].terms.map(({ feature, form }) => FORMS[form](row.features[feature]));
-}
-
 const CROSSED = 3; // corners that miss one full turn by more: sides that cross, no quadrangle
+const TREES = 200; // a figure
 
-const competes = (family, row) =>
-  (row.closed === 1 || !FAMILIES[family].closed) &&
-  !(family === 'quadrangle' && row.features.QUADRANGLE_WINDING > CROSSED);
+/**
+ * Strokes for the judges: `names` of the features, and rows { family, closed,
+ * importance, features }, the last an array of numbers.
+ */
+class Table {
+  constructor(names, rows) {
+    this.names = names;
+    this.rows = rows;
+    this.index = Object.fromEntries(names.map((name, i) => [name, i]));
+  }
 
-const TREES = 160; // a figure
+  /** Values and bins of all rows, for fits to any part of them. */
+  prepare() {
+    this.columns = binned(this.rows.map(({ features }) => features));
+    this.values = Object.fromEntries(
+      NAMES.map((family) => [
+        family,
+        this.rows.map((row) =>
+          this.competes(family, row) ? this.valuesOf(family, row) : new Float64Array(0),
+        ),
+      ]),
+    );
+  }
 
-/** Names of the features in a row, which the probe writes in capitals. */
-const featuresIn = (row) => Object.keys(row.features).filter((name) => /^[A-Z]/.test(name));
+  /** The values of a family's terms for one row. */
+  valuesOf(family, row) {
+    return Float64Array.from(FAMILIES[family].terms, ({ feature, form }) =>
+      FORMS[form](row.features[this.index[feature]]),
+    );
+  }
+
+  competes(family, row) {
+    return (
+      (row.closed === 1 || !FAMILIES[family].closed) &&
+      !(family === 'quadrangle' && row.features[this.index.QUADRANGLE_WINDING] > CROSSED)
+    );
+  }
+}
 
 /** A model whose scores are `slope` times as large. */
 function stretched({ weights, bias, trees }, slope) {
@@ -100,19 +133,19 @@ function stretched({ weights, bias, trees }, slope) {
   };
 }
 
-/** Both judges of each family; `rows` are { family, closed, importance, features }. */
-function fitFamilies(rows, penalty) {
-  const names = featuresIn(rows[0]);
+/** Both judges of each family, fitted to the rows of a prepared table that `isUsed` holds for. */
+function fitFamilies(table, isUsed, penalty) {
+  const importance = Float64Array.from(table.rows, (row) => row.importance);
   const model = {};
   for (const family of NAMES) {
-    const used = rows.filter((row) => competes(family, row));
-    const targets = used.map((row) => (row.family === family ? 1 : 0));
-    const importance = used.map((row) => row.importance);
-    const values = used.map((row) => valuesOf(family, row));
-    const features = used.map((row) => row.features);
+    const targets = Float64Array.from(table.rows, (row) => (row.family === family ? 1 : 0));
+    const members = Int32Array.from(
+      table.rows.flatMap((row, i) => (isUsed(row) && table.competes(family, row) ? [i] : [])),
+    );
+    const pick = (list) => Array.from(members, (i) => list[i]);
     const judges = {
-      ...logistic(values, targets, importance, penalty),
-      trees: boost(features, names, targets, importance, TREES),
+      ...logistic(pick(table.values[family]), pick(targets), pick(importance), penalty),
+      trees: boost(table.columns, members, targets, importance, TREES),
     };
     model[family] = stretched(judges, 0.5);
   }
@@ -120,15 +153,15 @@ function fitFamilies(rows, penalty) {
 }
 
 /** Mean of the judges' log odds that a row is of the family. */
-const scoreOf = ({ weights, bias, trees }, family, row) =>
-  bias + dot(weights, valuesOf(family, row)) + sumOf(trees, row.features);
+const scoreOf = ({ weights, bias, trees }, table, family, row) =>
+  bias + dot(weights, table.valuesOf(family, row)) + sumOf(trees, row.features);
 
 /** The family of the highest score, and that score. */
-function judge(model, row) {
+function judge(model, table, row) {
   let best = { family: 'none', score: -Infinity };
   for (const family of NAMES) {
-    if (!competes(family, row)) continue;
-    const score = scoreOf(model[family], family, row);
+    if (!table.competes(family, row)) continue;
+    const score = scoreOf(model[family], table, family, row);
     if (score > best.score) best = { family, score };
   }
   return best;
@@ -171,4 +204,4 @@ function calibrated(model, scale) {
   return out;
 }
 
-module.exports = { FAMILIES, NAMES, calibrated, calibration, fitFamilies, judge, sigmoid };
+module.exports = { FAMILIES, NAMES, Table, calibrated, calibration, fitFamilies, judge, sigmoid };

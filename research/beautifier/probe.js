@@ -12,14 +12,19 @@ function asText(strokes) {
 /** Lines that the probe prints about strokes. */
 const linesOf = (mode, strokes) => runProbe([mode], asText(strokes)).trimEnd().split('\n');
 
-/** Runs the probe on strokes; one object a stroke. */
-function probe(mode, strokes) {
+/** Runs the probe on strokes: { names, rows } of the table that it writes. */
+function tableOf(mode, strokes) {
   const [head, ...rows] = linesOf(mode, strokes).map((line) => line.trim());
-  const names = head.split(' ');
-  return rows.map((row) => {
-    const values = row.split(' ').map(Number);
-    return Object.fromEntries(values.map((value, i) => [names[i], value]));
-  });
+  return {
+    names: head.split(' '),
+    rows: rows.map((row) => Float64Array.from(row.split(' '), Number)),
+  };
+}
+
+/** The same as one object a stroke. */
+function probe(mode, strokes) {
+  const { names, rows } = tableOf(mode, strokes);
+  return rows.map((row) => Object.fromEntries(names.map((name, i) => [name, row[i]])));
 }
 
 /** Paths of the answers, arrays of [x, y]; the mode is `paths` or `plain`. */
@@ -30,4 +35,4 @@ function probePaths(mode, strokes) {
   });
 }
 
-module.exports = { ROOT, probe, probePaths };
+module.exports = { ROOT, probe, probePaths, tableOf };

@@ -2,7 +2,7 @@
 
 const { readFileSync } = require('node:fs');
 const { gunzipSync } = require('node:zlib');
-const { createUniform: generator } = require('../ink/random.js');
+const { createUniform: generator, normalFrom: normal } = require('../ink/random.js');
 
 /** Strokes of a (gzipped) file of one JSON object a line. */
 function readStrokes(file) {
@@ -36,35 +36,4 @@ function scaled(points, side) {
   return points.map((p) => [(p[0] - x) * k, (p[1] - y) * k]);
 }
 
-const MOST_THINNING = 4; // every fourth point
-const LEAST_POINTS = 14;
-const JITTER = 0.003; // of the longer side
-
-const MOST_SQUEEZE = 5;
-
-/**
- * The stroke as drawn; backwards and turned; thinned, shaken, mirrored and
- * turned; squeezed to one side and turned. The turns, shakes and squeezes depend
- * on the stroke alone.
- */
-function variants(stroke) {
-  const drawn = stroke.points.map(([x, y]) => [x, y]);
-  const random = generator(hash(stroke.source + stroke.id));
-  const turned = (points, mirror) => {
-    const angle = 2 * Math.PI * random();
-    const [c, s] = [Math.cos(angle), Math.sin(angle)];
-    return points.map(([x, y]) => [c * x - mirror * s * y, s * x + mirror * c * y]);
-  };
-  const backwards = turned([...drawn].reverse(), 1);
-  const step = Math.max(1, Math.min(MOST_THINNING, Math.floor(drawn.length / LEAST_POINTS)));
-  const thinned = drawn.filter((_, i) => i % step === 0 || i === drawn.length - 1);
-  const shake = JITTER * boxOf(drawn).extent;
-  const shaken = turned(thinned, -1).map((p) => p.map((v) => v + (2 * random() - 1) * shake));
-  const squeeze = 1 + (MOST_SQUEEZE - 1) * random();
-  const slim = drawn.map(
-    random() < 0.5 ? ([x, y]) => [x, y / squeeze] : ([x, y]) => [x / squeeze, y],
-  );
-  return [drawn, backwards, shaken, turned(slim, 1)];
-}
-
-module.exports = { boxOf, generator, hash, readStrokes, scaled, variants };
+module.exports = { boxOf, generator, hash, normal, readStrokes, scaled };

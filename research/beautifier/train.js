@@ -1,185 +1,60 @@
 'use strict';
 
 // Learns the beautifier's numbers from labelled strokes and writes them to
-// subproject/scrivo/Beautifier/judge/Model.inc and figures/DotModel.inc, and the
-// reliability plot to docs/images/reliability.svg. The same strokes give the same
-// bytes.
+// judge/Model.inc and figures/DotModel.inc, and the reliability plot to
+// docs/images/reliability.svg. The same strokes give the same bytes.
 //
-//   node research/beautifier/train.js STROKES [--without LINE,LINE...]
+//   node research/beautifier/train.js STROKES... [--without LINE,LINE...] [--dry] [--otherwise]
 //
-// STROKES holds one JSON object a line (gzip is fine) with `family`, `label`,
+// STROKES hold one JSON object a line (gzip is fine) with `family`, `label`,
 // `source`, `writer`, `id` and `points` ([x, y, ...] in drawing-area units).
-// `--without` leaves out wrongly labelled lines, counted from 0. Scores are
-// calibrated, and thresholds chosen, on folds that share no writer.
+// `--without` leaves out wrongly labelled lines, counted from 0 through all
+// files. Scores are calibrated, and thresholds chosen, on folds that share no
+// writer; what they come to there is printed. `--dry` writes nothing,
+// `--otherwise` adds the strokes of robustness.js, judged in their folds.
 
 const { writeFileSync } = require('node:fs');
 const path = require('node:path');
-const {
-  FAMILIES,
-  NAMES,
-  calibrated,
-  calibration,
-  fitFamilies,
-  judge,
-  sigmoid,
-} = require('./model.js');
-const { ROOT, probe } = require('./probe.js');
+const { TABLE } = require('./distortions.js');
+const { dotModels, isDot } = require('./dots.js');
+const { FOLDS, crossValidate, tableFrom } = require('./folds.js');
+const { FAMILIES, NAMES, calibrated, calibration, fitFamilies, sigmoid } = require('./model.js');
+const { ROOT } = require('./probe.js');
 const { reliabilityPlot } = require('./reliability.js');
-const { hash, readStrokes, variants } = require('./strokes.js');
+const { HEAD, calibrationError, confidences, percent, tableLine } = require('./report.js');
+const { readStrokes } = require('./strokes.js');
+const { chooseThresholds } = require('./thresholds.js');
 
-const IMPORTANCE = [1, 0.5, 0.5, 0.25]; // of a stroke as drawn and of its variants
-const FOLDS = 5;
 const SPLITS = ['a', 'b', 'c'];
 const PENALTY = 0.7;
-const MOST_CHANGED = 0.013; // of the strokes that are no figure, at middling sensitivity
-const LEAST_RECALL = 0.96; // of every family
-const HANDWRITING = 1.5; // changing it costs that much more than changing a drawing
 
-// Dots by the longer side of the box and the path, without its tremor, over its
-// diagonal: within two and a half units nothing can be read; within four a short
-// path may be a slip and a very long one a press that is held, between them lie
-// small letters; up to fourteen only the nearly straight slip of a finger is a dot.
-const DOTS = [
-  { extent: 2.5, least: 0, most: 1e6, sure: true, slip: false },
-  { extent: 4, least: 0, most: 4.5, sure: false, slip: false },
-  { extent: 4, least: 15, most: 1e6, sure: false, slip: false },
-  { extent: 14, least: 0, most: 1.2, sure: false, slip: true },
-];
+const USAGE =
+  'usage: node research/beautifier/train.js STROKES... [--without LINE,LINE...] [--dry] [--otherwise]';
 
 function parse(args) {
-  const [file, flag, lines, ...rest] = args;
-  if (!file || rest.length > 0 || (flag !== undefined && (flag !== '--without' || !lines))) {
-    throw new Error('usage: node research/beautifier/train.js STROKES [--without LINE,LINE...]');
+  const options = { files: [], without: new Set(), dry: false, otherwise: false };
+  for (let i = 0; i < args.length; i++) {
+    if (args[i] === '--dry') options.dry = true;
+    else if (args[i] === '--otherwise') options.otherwise = true;
+    else if (args[i] === '--without') {
+      i += 1;
+      options.without = new Set((args[i] ?? '').split(',').map(Number));
+    } else if (args[i].startsWith('--')) throw new Error(USAGE);
+    else options.files.push(args[i]);
   }
-  return { file, without: new Set((lines ?? '').split(',').filter(Boolean).map(Number)) };
+  if (options.files.length === 0) throw new Error(USAGE);
+  return options;
 }
 
-const writerOf = (stroke) => `${stroke.source}/${stroke.writer ?? stroke.id}`;
-
-// Slim rectangles and ovals are rare in what people drew for collections, so
-// they are made by squeezing. A line or an angle becomes another figure by it,
-// and a slim triangle is a line that was drawn there and back.
-const SQUEEZED = ['quadrangle', 'ellipse', 'none'];
-const keepsItsFamily = (row) => row.variant < 3 || SQUEEZED.includes(row.family);
-
-/** Rows of features, four variants a stroke; dots are told apart elsewhere. */
-function rowsOf(strokes) {
-  const drawn = strokes.flatMap((stroke) =>
-    variants(stroke).map((points, i) => ({ stroke, points, i })),
-  );
-  const tables = probe(
-    'features',
-    drawn.map(({ points }) => points),
-  );
-  return drawn
-    .map(({ stroke, i }, k) => ({
-      stroke,
-      family: stroke.family,
-      variant: i,
-      original: i === 0,
-      importance: IMPORTANCE[i],
-      closed: tables[k].closed,
-      features: tables[k],
-    }))
-    .filter((row) => row.closed >= 0 && row.family !== 'dot' && keepsItsFamily(row));
+function readAll({ files, without }) {
+  return files
+    .flatMap((file) =>
+      readStrokes(file).map((stroke) => ({ ...stroke, file: path.basename(file) })),
+    )
+    .filter((_, line) => !without.has(line));
 }
 
-/** Judgements of every row by scores that were fitted without its writer. */
-function crossValidate(rows) {
-  const judgements = [];
-  for (const split of SPLITS) {
-    const foldOf = (row) => hash(`${split}/${writerOf(row.stroke)}`) % FOLDS;
-    for (let fold = 0; fold < FOLDS; fold++) {
-      const model = fitFamilies(
-        rows.filter((row) => foldOf(row) !== fold),
-        PENALTY,
-      );
-      for (const row of rows) {
-        if (foldOf(row) === fold) judgements.push({ row, ...judge(model, row) });
-      }
-    }
-  }
-  return judgements;
-}
-
-/** Share of the original strokes of one kind that `accepts` holds for. */
-function rate(judgements, kind, accepts) {
-  const all = judgements.filter((j) => j.row.original && kind(j.row));
-  return all.filter(accepts).length / all.length;
-}
-
-const changedShare = (judgements, threshold) =>
-  rate(
-    judgements,
-    (row) => row.family === 'none',
-    (j) => j.score > threshold[j.family],
-  );
-const recall = (judgements, family, threshold) =>
-  rate(
-    judgements,
-    (row) => row.family === family,
-    (j) => j.family === family && j.score > threshold[family],
-  );
-
-/** The thresholds tried: log odds from 3 down to -3. */
-const STEPS = Array.from({ length: 121 }, (_, i) => (60 - i) / 20);
-
-/** The threshold of `family` with the most right answers less `price` for each change of no figure. */
-function bestThreshold(judgements, family, price) {
-  const value = ({ row }) => {
-    if (row.family === family) return 1;
-    if (row.family !== 'none') return -1;
-    return row.stroke.label === 'handwriting' ? -HANDWRITING * price : -price;
-  };
-  const won = judgements.filter((j) => j.row.original && j.family === family);
-  const worth = (t) => won.reduce((sum, j) => sum + (j.score > t ? value(j) : 0), 0);
-  const worths = STEPS.map(worth);
-  const most = Math.max(...worths);
-  const best = STEPS.filter((_, i) => worths[i] === most);
-  return (best[0] + best[best.length - 1]) / 2;
-}
-
-/** The highest threshold with a recall of `LEAST_RECALL`. */
-const recallThreshold = (judgements, family) =>
-  STEPS.find((t) => recall(judgements, family, { [family]: t }) >= LEAST_RECALL);
-
-/**
- * One threshold a family, in log odds: the lowest common price at which no more
- * than `MOST_CHANGED` of what is no figure is changed.
- */
-function chooseThresholds(judgements) {
-  const floors = Object.fromEntries(NAMES.map((name) => [name, recallThreshold(judgements, name)]));
-  for (let price = 0.5; ; price += 0.1) {
-    // Few strokes lie near a threshold, so the best one for these is drawn half
-    // way to what calibrated odds alone would ask for.
-    const threshold = (name) => (bestThreshold(judgements, name, price) + Math.log(price)) / 2;
-    const thresholds = Object.fromEntries(
-      NAMES.map((name) => [name, Math.min(floors[name], threshold(name))]),
-    );
-    if (changedShare(judgements, thresholds) <= MOST_CHANGED) return thresholds;
-    if (price > 20) throw new Error('no thresholds keep what is no figure as it is');
-  }
-}
-
-/** Log odds that a stroke within the limits of `DOTS` is a dot. */
-function dotModels(strokes) {
-  const tables = probe(
-    'features',
-    strokes.map((stroke) => stroke.points),
-  );
-  let rest = strokes.map((stroke, i) => ({ stroke, ...tables[i] }));
-  return DOTS.map((limits) => {
-    const fits = ({ extent, diagonal, travel }) =>
-      extent <= limits.extent &&
-      (diagonal === 0 || (limits.least * diagonal <= travel && travel <= limits.most * diagonal));
-    const inside = rest.filter(fits);
-    rest = rest.filter((row) => !fits(row));
-    const right = inside.filter(({ stroke }) => stroke.family === 'dot').length;
-    return { ...limits, logit: Math.log((right + 1) / (inside.length - right + 1)) };
-  });
-}
-
-const number = (value) => String(Number(value.toPrecision(7)));
+const number = (value) => String(Number(value.toPrecision(5)));
 
 const head = (command) => [`// Written by \`${command}\`; do not edit.`, ''];
 
@@ -187,16 +62,16 @@ function dotText(command, dots) {
   return [
     ...head(command),
     'constexpr std::array DOT_MODELS{',
-    ...dots.map(({ extent, least, most, sure, slip, logit }) => {
+    ...dots.map(({ extent, least, most, sure, logit }) => {
       const numbers = [extent, least, most].map(number).join(', ');
-      return `    DotModel{${numbers}, ${sure}, ${slip}, ${number(logit)}},`;
+      return `    DotModel{${numbers}, ${sure}, ${number(logit)}},`;
     }),
     '};',
     '',
   ].join('\n');
 }
 
-function modelText(command, model, thresholds) {
+function modelText(command, names, model, thresholds) {
   const lines = head(command);
   for (const name of NAMES) {
     const { weights, trees } = model[name];
@@ -206,7 +81,9 @@ function modelText(command, model, thresholds) {
     );
     lines.push('};', '', `constexpr std::array ${name.toUpperCase()}_TREES{`);
     trees.forEach(({ cuts, leaves }) => {
-      const asked = cuts.map(({ feature, at }) => `{"${feature}"_f, ${number(at)}}`).join(', ');
+      const asked = cuts
+        .map(({ feature, at }) => `{"${names[feature]}"_f, ${number(at)}}`)
+        .join(', ');
       lines.push(`    Tree{{{${asked}}}, {${leaves.map(number).join(', ')}}},`);
     });
     lines.push('};', '');
@@ -223,48 +100,115 @@ function modelText(command, model, thresholds) {
   return lines.join('\n');
 }
 
-function report(judgements, thresholds) {
-  const percent = (value) => `${(100 * value).toFixed(1)} %`;
+/** Answers of all splits, for the strokes scaled to one size and as drawn. */
+function answersOf(table, judgements, thresholds, natural) {
+  const answers = judgements.map(({ row, family, score }) => {
+    const judged = score > thresholds[family] ? family : 'none';
+    const answer = natural && isDot(row) ? 'dot' : judged;
+    return { family: row.family, label: row.stroke.label, file: row.stroke.file, answer };
+  });
+  // Dots are judged as drawn, and alike in every split.
+  const dots = table.dots.flatMap((row) =>
+    SPLITS.map(() => ({
+      family: 'dot',
+      label: 'dot',
+      file: row.stroke.file,
+      answer: isDot(row) ? 'dot' : 'none',
+    })),
+  );
+  return [...answers, ...dots];
+}
+
+function reportFiles(table, original, thresholds) {
+  console.log(`\nright, by family, and changed, in folds\n${HEAD}`);
+  for (const natural of [false, true]) {
+    const answers = answersOf(table, original, thresholds, natural);
+    for (const file of new Set(answers.map((answer) => answer.file))) {
+      const title = `${file.split('.')[0]} ${natural ? 'as drawn' : 'at 200 units'}`;
+      console.log(
+        tableLine(
+          title,
+          answers.filter((answer) => answer.file === file),
+        ),
+      );
+    }
+  }
+}
+
+function reportThresholds(original, thresholds) {
+  const parts = SPLITS.flatMap((split) =>
+    Array.from({ length: FOLDS }, (_, fold) =>
+      chooseThresholds(
+        original.filter((j) => j.split === split && j.fold !== fold),
+        1,
+      ),
+    ),
+  );
+  console.log('\nthresholds, and their range when a fold is left out');
   for (const name of NAMES) {
-    const share = recall(judgements, name, thresholds);
+    const values = parts.map((part) => part[name]);
+    const [low, high] = [Math.min(...values), Math.max(...values)];
     console.log(
-      `${name.padEnd(12)} recall ${percent(share)}  threshold ${thresholds[name].toFixed(2)}`,
+      `${name.padEnd(12)} ${thresholds[name].toFixed(2)}  ${low.toFixed(2)} to ${high.toFixed(2)}`,
     );
   }
-  console.log(`no figure    changed ${percent(changedShare(judgements, thresholds))}`);
-  const handwriting = (row) => row.stroke.label === 'handwriting';
-  const changed = rate(judgements, handwriting, (j) => j.score > thresholds[j.family]);
-  console.log(`handwriting  changed ${percent(changed)}`);
-  const all = rate(
-    judgements,
-    (row) => row.family !== 'none',
-    (j) => j.family === j.row.family && j.score > thresholds[j.family],
-  );
-  console.log(`all figures  recall ${percent(all)}`);
+}
+
+function reportCalibration(original, thresholds) {
+  const { changed, all } = confidences(original, thresholds);
+  console.log('\nexpected calibration error');
+  console.log(`answers that change ink ${percent(calibrationError(changed), 1)}`);
+  console.log(`all answers             ${percent(calibrationError(all), 1)}`);
+}
+
+function reportOtherwise(judgements, thresholds) {
+  const right = ({ row, family, score }) => row.family === family && score > thresholds[family];
+  const share = (list) => percent(list.filter(right).length, list.length);
+  for (const file of new Set(judgements.map(({ row }) => row.stroke.file))) {
+    console.log(`\ndrawn otherwise, in folds, ${file}: figures but dots, and those that differ`);
+    const here = judgements.filter(({ row }) => row.stroke.file === file && row.family !== 'none');
+    for (const [name, families] of TABLE) {
+      const drawn = here.filter(({ row }) =>
+        families.includes(row.family) && name !== TABLE[0][0] ? row.test === name : row.original,
+      );
+      const touched = drawn.filter(({ row }) => families.includes(row.family));
+      const each = families.map((f) => `${f} ${share(touched.filter((j) => j.row.family === f))}`);
+      console.log(`${name.padEnd(30)} ${share(drawn)} ${share(touched)}  ${each.join(', ')}`);
+    }
+  }
 }
 
 function main() {
-  const { file, without } = parse(process.argv.slice(2));
-  const strokes = readStrokes(file).filter((_, line) => !without.has(line));
-  const rows = rowsOf(strokes);
-  const raw = crossValidate(rows);
+  const options = parse(process.argv.slice(2));
+  const strokes = readAll(options);
+  const table = tableFrom(strokes, { drawnOtherwise: options.otherwise });
+  table.prepare();
+  const raw = crossValidate(table, SPLITS, PENALTY);
   const scale = calibration(raw.filter(({ row }) => row.original));
   const judgements = raw.map((j) => ({
     ...j,
     score: scale[j.family].slope * j.score + scale[j.family].offset,
   }));
-  const thresholds = chooseThresholds(judgements);
-  report(judgements, thresholds);
-  const model = calibrated(fitFamilies(rows, PENALTY), scale);
-  const excluded = without.size > 0 ? ` --without ${[...without].join(',')}` : '';
-  const command = `node research/beautifier/train.js ${path.basename(file)}${excluded}`;
+  const original = judgements.filter(({ row }) => row.original);
+  const thresholds = chooseThresholds(original, SPLITS.length);
+  reportFiles(table, original, thresholds);
+  reportThresholds(original, thresholds);
+  reportCalibration(original, thresholds);
+  if (options.otherwise) reportOtherwise(judgements, thresholds);
+  if (options.dry) return;
+  const used = (row) => row.importance > 0;
+  const model = calibrated(fitFamilies(table, used, PENALTY), scale);
+  const files = options.files.map((file) => path.basename(file)).join(' ');
+  const without = options.without.size > 0 ? ` --without ${[...options.without].join(',')}` : '';
+  const command = `node research/beautifier/train.js ${files}${without}`;
   const write = (file, text) =>
     writeFileSync(path.join(ROOT, 'subproject/scrivo/Beautifier', file), text);
-  write('judge/Model.inc', modelText(command, model, thresholds));
-  write('figures/DotModel.inc', dotText(command, dotModels(strokes)));
-  const answers = judgements
-    .filter(({ row }) => row.original)
-    .map((j) => ({ confidence: sigmoid(j.score), right: j.family === j.row.family }));
+  write('judge/Model.inc', modelText(command, table.names, model, thresholds));
+  write('figures/DotModel.inc', dotText(command, dotModels(table.drawn)));
+  const answers = original.map((j) => ({
+    confidence: sigmoid(j.score),
+    right: j.family === j.row.family,
+  }));
   writeFileSync(path.join(ROOT, 'docs/images/reliability.svg'), reliabilityPlot(answers));
 }
 

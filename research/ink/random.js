@@ -16,15 +16,16 @@ function createUniform(seed) {
   return (low = 0, high = 1) => low + (high - low) * uniformFloat64(generator);
 }
 
+/** A standard normal deviate from a uniform source (Box-Muller transform). */
+const normalFrom = (uniform) =>
+  Math.sqrt(-2 * Math.log(1 - uniform())) * Math.cos(2 * Math.PI * uniform());
+
 /** The same with further distributions. */
 function createRandom(seed) {
   const uniform = createUniform(seed);
   return {
     uniform,
-    /** Normal deviate by the Box-Muller transform. */
-    normal: (mean = 0, deviation = 1) =>
-      mean +
-      deviation * Math.sqrt(-2 * Math.log(1 - uniform())) * Math.cos(2 * Math.PI * uniform()),
+    normal: (mean = 0, deviation = 1) => mean + deviation * normalFrom(uniform),
     /** Integer in [low, high]. */
     integer: (low, high) => Math.floor(uniform(low, high + 1)),
     pick: (list) => list[Math.floor(uniform(0, list.length))],
@@ -32,4 +33,4 @@ function createRandom(seed) {
   };
 }
 
-module.exports = { createRandom, createUniform };
+module.exports = { createRandom, createUniform, normalFrom };

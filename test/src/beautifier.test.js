@@ -13,7 +13,7 @@ const { HEIGHT, INK, WIDTH } = require('../support/strokes.js');
 
 test('arguments are arrays of the right type, read no further than their ends', () => {
   const { Beautifier: Native } = loadNative('beautifier');
-  const native = new Native([1], 0, 0.5, true, true, true, true, []);
+  const native = new Native([1], 0, 4, 0.5, true, true, true, true, []);
   const call = (points, others) =>
     native.beautify(points, 3, 1, 1, others, Uint32Array.of(others.length / 2));
   assert.equal(call(new Float64Array(3), new Float64Array(2)).length, 8);

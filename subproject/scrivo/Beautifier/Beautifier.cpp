@@ -44,6 +44,10 @@ std::optional<Verdict> judgeUnfitted(const Ink& ink, const Frame& frame,
     return std::nullopt;
 }
 
+Evidence examine(const Ink& ink, const Frame& frame) {
+    return beautifier::examine(beautifier::resample(ink, frame), frame.length / frame.extent);
+}
+
 /// What a stroke may be, likeliest first, and what it was judged by.
 struct Judged {
     std::vector<Verdict> verdicts;
@@ -54,7 +58,7 @@ Judged judge(const Ink& ink, const Frame& frame, const BeautifierOptions& option
     if (const auto verdict = judgeUnfitted(ink, frame, options)) {
         return {{*verdict}, {}};
     }
-    const Evidence evidence = beautifier::examine(beautifier::resample(ink, frame));
+    const Evidence evidence = examine(ink, frame);
     return {beautifier::rank(evidence), evidence};
 }
 
@@ -62,7 +66,7 @@ Judged judge(const Ink& ink, const Frame& frame, const BeautifierOptions& option
 Evidence evidenceFor(const Family& family, Judged judged, const Ink& ink, const Frame& frame) {
     const bool isJudgedUnfitted = judged.evidence.length == 0.0;
     if (isJudgedUnfitted && family.needsFit) {
-        judged.evidence = beautifier::examine(beautifier::resample(ink, frame));
+        judged.evidence = examine(ink, frame);
     }
     if (family.closed) {
         beautifier::takeAsClosed(judged.evidence);
@@ -186,6 +190,9 @@ void check(const Wish& wish) {
 void check(const BeautifierOptions& options) {
     if (!(options.minSize >= 0.0) || !std::isfinite(options.minSize)) {
         throw std::invalid_argument("minSize must be a finite number of at least 0");
+    }
+    if (!(options.tapSize >= 0.0) || !std::isfinite(options.tapSize)) {
+        throw std::invalid_argument("tapSize must be a finite number of at least 0");
     }
     if (!(options.sensitivity >= 0.0 && options.sensitivity <= 1.0)) {
         throw std::invalid_argument("sensitivity must be from 0 to 1");

@@ -34,6 +34,11 @@ struct BeautifierOptions {
     /// Strokes whose longer side is below this many drawing-area units stay ink,
     /// dots included: small strokes are handwriting. At least 0 and finite.
     double minSize = 0.0;
+    /// Longer side, in drawing-area units, of the largest mark that a tap leaves;
+    /// what is larger is no dot. At least 0 and finite. The default suits units
+    /// of about a 96th of an inch, as CSS pixels are; dense pixels of a telephone
+    /// ask for 14.
+    double tapSize = 4.0;
     /// From 0 (only figures beyond doubt) to 1 (readily). Raising it never turns a figure
     /// back into ink and never makes another figure of it.
     double sensitivity = 0.5;
@@ -116,8 +121,8 @@ private:
 /// Immutable: any number of threads may share one.
 class Beautifier {
 public:
-    /// Throws std::invalid_argument when `minSize` or `sensitivity` is out of
-    /// range or `figures` holds no member of the enumeration.
+    /// Throws std::invalid_argument when `minSize`, `tapSize` or `sensitivity` is
+    /// out of range or `figures` holds no member of the enumeration.
     explicit Beautifier(BeautifierOptions options = {});
 
     /// As given to the constructor.
@@ -137,8 +142,8 @@ public:
     /// `NO_FIGURE` when there is no such figure, as from samples that all coincide.
     /// Throws std::invalid_argument for
     /// a family or kind that is no member of its enumeration.
-    Beautified beautifyAs(std::span<const Point2D> stroke, const Wish& wish, double width, double height,
-                          std::span<const std::vector<Point2D>> others = {}) const;
+    Beautified beautifyAs(std::span<const Point2D> stroke, const Wish& wish, double width,
+                          double height, std::span<const std::vector<Point2D>> others = {}) const;
 
 private:
     BeautifierOptions m_options;

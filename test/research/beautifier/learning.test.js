@@ -2,11 +2,12 @@
 
 const assert = require('node:assert/strict');
 const { test } = require('node:test');
-const { boost, sumOf } = require('../../../research/beautifier/boost.js');
+const { binned, boost, sumOf } = require('../../../research/beautifier/boost.js');
 const { logistic, sigmoid } = require('../../../research/beautifier/learn.js');
 const {
   FAMILIES,
   NAMES,
+  Table,
   calibrated,
   fitFamilies,
   judge,
@@ -15,12 +16,14 @@ const { generator } = require('../../../research/beautifier/strokes.js');
 
 const CUT = 0.3;
 
-/** `count` rows of uniform features, and whether just one of A and B exceeds the cut. */
+/** `count` rows of uniform features, and whether just one of the first two exceeds the cut. */
 function exclusiveOr(count) {
   const random = generator(3);
-  const rows = Array.from({ length: count }, () => ({ A: random(), B: random(), C: random() }));
-  return { rows, targets: rows.map(({ A, B }) => (A > CUT === B > CUT ? 0 : 1)) };
+  const rows = Array.from({ length: count }, () => [random(), random(), random()]);
+  return { rows, targets: rows.map(([a, b]) => (a > CUT === b > CUT ? 0 : 1)) };
 }
+
+const allOf = (rows) => Int32Array.from(rows.keys());
 
 test('logistic scores are the log odds of what they were fitted to', () => {
   const rows = Array.from({ length: 1000 }, (_, i) => [i % 2]);
@@ -35,11 +38,12 @@ test('logistic scores are the log odds of what they were fitted to', () => {
 test('trees learn what two features mean together, the same trees every time', () => {
   const { rows, targets } = exclusiveOr(2000);
   const importance = new Float64Array(rows.length).fill(1);
-  const trees = boost(rows, ['A', 'B', 'C'], targets, importance, 300);
-  const away = ({ A, B }) => Math.abs(A - CUT) > 0.03 && Math.abs(B - CUT) > 0.03;
+  const grow = () => boost(binned(rows), allOf(rows), targets, importance, 300);
+  const trees = grow();
+  const away = ([a, b]) => Math.abs(a - CUT) > 0.03 && Math.abs(b - CUT) > 0.03;
   const wrong = rows.filter((row, i) => away(row) && sumOf(trees, row) > 0 !== (targets[i] === 1));
   assert.deepEqual(wrong, []);
-  assert.deepEqual(boost(rows, ['A', 'B', 'C'], targets, importance, 300), trees);
+  assert.deepEqual(grow(), trees);
 });
 
 test('rows without importance teach nothing', () => {
@@ -48,8 +52,8 @@ test('rows without importance teach nothing', () => {
   const turned = targets.map((target, i) => (half(i) ? target : 1 - target));
   const trees = [targets, turned].map((list) =>
     boost(
-      rows,
-      ['A', 'B', 'C'],
+      binned(rows),
+      allOf(rows),
       list,
       rows.map((_, i) => half(i)),
       20,
@@ -60,18 +64,23 @@ test('rows without importance teach nothing', () => {
 
 test('a calibrated model gives the calibrated scores', () => {
   const random = generator(5);
-  const features = new Set(NAMES.flatMap((name) => FAMILIES[name].terms.map((t) => t.feature)));
+  const names = [
+    ...new Set(NAMES.flatMap((name) => FAMILIES[name].terms.map((t) => t.feature))),
+    'QUADRANGLE_WINDING',
+  ];
   const rows = Array.from({ length: 300 }, (_, i) => ({
     family: [...NAMES, 'none'][i % (NAMES.length + 1)],
     closed: i % 2,
     importance: 1,
-    features: Object.fromEntries([...features].map((name) => [name, random() - (i % 7) / 7])),
+    features: names.map(() => random() - (i % 7) / 7),
   }));
-  const model = fitFamilies(rows, 1);
+  const table = new Table(names, rows);
+  table.prepare();
+  const model = fitFamilies(table, () => true, 1);
   const same = { slope: 0.8, offset: -0.3 };
   const scaled = calibrated(model, Object.fromEntries(NAMES.map((name) => [name, same])));
   for (const row of rows) {
-    const [before, after] = [judge(model, row), judge(scaled, row)];
+    const [before, after] = [judge(model, table, row), judge(scaled, table, row)];
     assert.equal(after.family, before.family);
     assert.ok(Math.abs(after.score - (0.8 * before.score - 0.3)) < 1e-9);
   }

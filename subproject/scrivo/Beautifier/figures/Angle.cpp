@@ -1,6 +1,7 @@
 #include "Beautifier/figures/Angle.h"
 
 #include "Beautifier/fit/Corners.h"
+#include "Beautifier/fit/Explained.h"
 #include "Beautifier/fit/Levelling.h"
 #include "Beautifier/fit/Share.h"
 #include "Beautifier/fit/StraightFit.h"
@@ -17,6 +18,12 @@ namespace {
 // Radians that a leg which was meant level leans at most.
 constexpr double MAX_LEAN = 0.087;
 
+// Steps of the fine outline about the vertex in which a pen turns.
+constexpr int VERTEX_REACH = 6;
+
+// Of shares of a bend.
+constexpr double MAX_BEND = 1.5;
+
 /// The two-piece polyline: its one corner is the vertex.
 Corners fitTo(const Evidence& e) {
     return cornersOf(e.points, e.scatter, e.polylines[1], false, e.size);
@@ -32,12 +39,16 @@ std::array<double, AngleFamily::FEATURES.size()> AngleFamily::measure(const Evid
     const double legs = norm(e.points.front() - ink) + norm(e.points.back() - ink);
     const double opening = std::abs(turn(a, b));
     const double turning = std::abs(e.bends.absolute - (std::numbers::pi - opening));
+    const CornerInk vertex = inkAt(e.fine, fit.at[0], 0, FINE - 1, VERTEX_REACH);
     return {std::exp(share(e.polylines[1].rms, e.size) - share(e.polylines[0].rms, e.size)),
             share(fit.worst, e.size),
             share(std::min(norm(a), norm(b)), std::max(norm(a), norm(b))),
             share(e.length - legs, e.size),
             std::min(turning, MAX_TURNING),
-            opening};
+            opening,
+            share(vertex.distance, e.size),
+            std::min(vertex.bend / std::max(std::numbers::pi - opening, 0.1), MAX_BEND),
+            farShare(e, std::array{e.points.front(), fit.at[0], e.points.back()})};
 }
 
 Figure AngleFamily::idealise(const Fitted& fitted) {

@@ -10,13 +10,15 @@ namespace {
 
 /// A sort of stroke that is a dot; the smallest comes first.
 struct DotModel {
-    double extent;  ///< largest longer side of the box, drawing-area units
+    double extent;  ///< largest longer side of the box, where a tap leaves `TAP`
     double min;     ///< smallest and
     double max;     ///< largest path without the tremor, in diagonals of the box
     bool sure;      ///< has no room for anything else: a dot at any sensitivity
-    bool slip;      ///< may be a short dash just as well
     double logit;   ///< log odds that such a stroke is a dot
 };
+
+// The tap size that the models are for.
+constexpr double TAP = 4.0;
 
 #include "Beautifier/figures/DotModel.inc"
 
@@ -31,15 +33,18 @@ constexpr double DOT_THRESHOLD = -0.5;
 
 std::optional<Verdict> DotFamily::judgeUnfitted(const Ink& ink, const Frame& frame,
                                                 const BeautifierOptions& options) {
-    if (frame.extent > DOT_MODELS.back().extent) {
+    if (frame.extent > options.tapSize) {
         return std::nullopt;
     }
     constexpr double INF = std::numeric_limits<double>::infinity();
-    const bool slips = options.figures.count(FAMILY) > 0;
-    const double path = travel(ink, frame);
+    // A stroke without extent is a dot whatever a tap is.
+    const double scale = frame.extent > 0.0 ? TAP / options.tapSize : 1.0;
+    const Ink scaled{ink.samples, scale * ink.width, scale * ink.height};
+    const Frame box = beautifier::measure(scaled);
+    const double path = travel(scaled, box);
     for (const DotModel& model : DOT_MODELS) {
-        if (frame.extent <= model.extent && model.min * frame.diagonal <= path &&
-            path <= model.max * frame.diagonal && (slips || !model.slip)) {
+        if (box.extent <= model.extent && model.min * box.diagonal <= path &&
+            path <= model.max * box.diagonal) {
             return Verdict{FAMILY, model.logit, model.sure ? -INF : DOT_THRESHOLD};
         }
     }

@@ -11,8 +11,8 @@ struct DotFamily : FamilyDefaults {
     static constexpr std::int32_t CODE = FIGURE_POINT;
     static constexpr bool NEEDS_FIT = false;
 
-    /// A tap, a press that is held, a scribble too small to hold a letter or,
-    /// where dots are wanted, the short slip of a finger.
+    /// A tap, a press that is held or a scribble too small to hold a letter, of
+    /// up to `tapSize` units.
     static std::optional<Verdict> judgeUnfitted(const Ink& ink, const Frame& frame,
                                                 const BeautifierOptions& options);
     /// Nothing is left to judge by a fit.

@@ -3,6 +3,7 @@
 #include "Beautifier/figures/PolygonFit.h"
 #include "Beautifier/fit/CircleFit.h"
 #include "Beautifier/fit/EllipseFit.h"
+#include "Beautifier/fit/Explained.h"
 #include "Beautifier/fit/Levelling.h"
 #include "Beautifier/fit/Share.h"
 
@@ -54,15 +55,53 @@ EllipseFigure inUnits(const EllipseFit& fit, const Frame& frame) {
     return {frame.toUnits(fit.centre), {a, b, 0.0}, rotation};
 }
 
+// Of the mean angle between ink and ellipse, radians.
+constexpr double MAX_SLOPE = std::numbers::pi / 4.0;
+
+/// How the ink runs along an ellipse.
+struct Course {
+    double far = 0.0;    ///< share of the points that lie `FAR` from it
+    double slope = 0.0;  ///< root mean square angle with it, radians
+};
+
+Course courseOf(const Evidence& e, const EllipseFit& fit) {
+    constexpr int STEP = 2;
+    const auto at = [&](int i) { return e.fine[static_cast<std::size_t>(i)]; };
+    int far = 0;
+    int count = 0;
+    double squares = 0.0;
+    for (int i = STEP; i + STEP < FINE; i += STEP) {
+        const EllipsePoint p = pointOn(fit, at(i));
+        far += std::abs(p.distance) > FAR * e.size ? 1 : 0;
+        if (i - STEP >= e.closed->closure.first && i + STEP <= e.closed->closure.last) {
+            const double across = std::abs(turn(p.outwards, at(i + STEP) - at(i - STEP)));
+            const double slope = across - std::numbers::pi / 2.0;
+            squares += slope * slope;
+            ++count;
+        }
+    }
+    return {static_cast<double>(far) / COARSE, std::min(std::sqrt(squares / count), MAX_SLOPE)};
+}
+
 }  // namespace
 
 std::array<double, EllipseFamily::FEATURES.size()> EllipseFamily::measure(const Evidence& e) {
     const EllipseFit fit = fitEllipseTo(e.closed->loop);
+    const double rms = fit.found ? share(fit.rms, e.size) : 0.0;
+    const double overFour = rms - share(e.closed->polygons[3].rms, e.size);
+    const double overSix = rms - share(e.closed->polygons[5].rms, e.size);
     if (!fit.found) {
-        return {0.0, 0.0, MAX_GAP};
+        return {0.0, 0.0, MAX_GAP, 0.0, 1.0, MAX_SLOPE, overFour, overSix};
     }
-    return {share(fit.rms, e.size), share(fit.worst, e.size),
-            std::min(MAX_GAP, 0.5 * e.closed->closure.gap / fit.b)};
+    const Course course = courseOf(e, fit);
+    return {rms,
+            share(fit.worst, e.size),
+            std::min(MAX_GAP, 0.5 * e.closed->closure.gap / fit.b),
+            lengthRatio(e, circumference(fit)),
+            course.far,
+            course.slope,
+            overFour,
+            overSix};
 }
 
 Figure EllipseFamily::idealise(const Fitted& fitted) {

@@ -12,10 +12,15 @@ struct EllipseFamily : FamilyDefaults {
     static constexpr std::array<std::string_view, 2> KINDS{"ellipse", "circle"};
     static constexpr bool CLOSED = true;
 
-    static constexpr std::array<std::string_view, 3> FEATURES{
-        "ELLIPSE_RMS",    // residual of the ellipse
-        "ELLIPSE_WORST",  // largest distance from it
-        "ELLIPSE_GAP",    // gap over its shorter diameter
+    static constexpr std::array<std::string_view, 8> FEATURES{
+        "ELLIPSE_RMS",        // residual of the ellipse
+        "ELLIPSE_WORST",      // largest distance from it
+        "ELLIPSE_GAP",        // gap over its shorter diameter
+        "ELLIPSE_LENGTH",     // log of the path over its circumference
+        "ELLIPSE_FAR",        // share of the ink away from it
+        "ELLIPSE_ALONG",      // root mean square angle of the ink with it, radians
+        "ELLIPSE_OVER_FOUR",  // log of its residual over that of four, six corners
+        "ELLIPSE_OVER_SIX",
     };
     static std::array<double, FEATURES.size()> measure(const Evidence& evidence);
     static Figure idealise(const Fitted& fitted);

@@ -1,5 +1,6 @@
 #include "Beautifier/figures/PolygonFit.h"
 
+#include "Beautifier/fit/Explained.h"
 #include "Beautifier/fit/Levelling.h"
 #include "Beautifier/fit/Share.h"
 #include "Scrivo/detail/Sampling.h"
@@ -9,6 +10,13 @@
 #include <numbers>
 
 namespace Scrivo::beautifier {
+
+namespace {
+
+// Steps of the fine outline about a corner in which a pen turns.
+constexpr int CORNER_REACH = 4;
+
+}  // namespace
 
 Corners fitPolygon(const Evidence& e, int count) {
     const PolylineFit& fit = e.closed->polygons[static_cast<std::size_t>(count - 1)];
@@ -21,10 +29,19 @@ PolygonFeatures measurePolygon(const Evidence& e, int count) {
     PolygonFeatures f;
     double shortest = MAX_SHARE;
     double longest = 0.0;
+    double perimeter = 0.0;
+    double corners = 0.0;
     Bends bends;
+    std::array<Vec, MAX_PIECES + 1> outline{};
     for (int i = 0; i < fit.count; ++i) {
         const Vec side = corner(i + 1) - corner(i);
         const double bend = turn(side, corner(i + 2) - corner(i + 1));
+        const CornerInk ink = inkAt(e.fine, corner(i + 1), e.closed->closure.first,
+                                    e.closed->closure.last, CORNER_REACH);
+        corners = std::max(corners, ink.distance);
+        f.bend = std::min(f.bend, ink.bend / std::max(std::abs(bend), 0.1));
+        perimeter += norm(side);
+        outline[static_cast<std::size_t>(i)] = corner(i);
         shortest = std::min(shortest, norm(side));
         longest = std::max(longest, norm(side));
         f.angle = std::max(f.angle, std::numbers::pi - std::abs(bend));
@@ -33,6 +50,10 @@ PolygonFeatures measurePolygon(const Evidence& e, int count) {
     f.worst = share(fit.worst, e.size);
     f.side = share(shortest, longest);
     f.gap = std::min(MAX_GAP, e.closed->closure.gap / shortest);
+    f.corner = share(corners, e.size);
+    f.length = lengthRatio(e, perimeter);
+    outline[static_cast<std::size_t>(fit.count)] = corner(0);
+    f.far = farShare(e, std::span(outline).first(static_cast<std::size_t>(fit.count) + 1));
     f.winding = std::abs(std::abs(bends.sum) - 2.0 * std::numbers::pi);
     return f;
 }

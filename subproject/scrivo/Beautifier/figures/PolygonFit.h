@@ -20,6 +20,10 @@ struct PolygonFeatures {
     double side = 0.0;     ///< log of the shortest over the longest side
     double angle = 0.0;    ///< largest interior angle, radians
     double gap = 0.0;      ///< over the shortest side
+    double corner = 0.0;   ///< log of the largest distance of a corner from the ink
+    double bend = 1.5;     ///< least share of a corner's bend that the ink makes near it
+    double length = 0.0;   ///< log of the path over the perimeter
+    double far = 0.0;      ///< share of the ink away from the polygon
     double winding = 0.0;  ///< how far the bends at the corners miss one full turn
 };
 

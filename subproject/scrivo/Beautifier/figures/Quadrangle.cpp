@@ -38,7 +38,7 @@ QuadrangleKind kindOf(FourEdges kind) {
 
 std::array<double, QuadrangleFamily::FEATURES.size()> QuadrangleFamily::measure(const Evidence& e) {
     const PolygonFeatures f = measurePolygon(e, 4);
-    return {f.worst, f.side, f.angle, f.gap, f.winding};
+    return {f.worst, f.side, f.angle, f.gap, f.corner, f.bend, f.length, f.far, f.winding};
 }
 
 bool QuadrangleFamily::competes(std::span<const double> own) {

@@ -12,9 +12,10 @@ struct QuadrangleFamily : FamilyDefaults {
         "general", "square", "rectangle", "rhombus", "parallelogram", "trapezoid", "kite"};
     static constexpr bool CLOSED = true;
 
-    static constexpr std::array<std::string_view, 5> FEATURES{
+    static constexpr std::array<std::string_view, 9> FEATURES{
         "QUADRANGLE_WORST",  // as of the triangle, for four corners
-        "QUADRANGLE_SIDE",    "QUADRANGLE_ANGLE", "QUADRANGLE_GAP",
+        "QUADRANGLE_SIDE",    "QUADRANGLE_ANGLE",  "QUADRANGLE_GAP", "QUADRANGLE_CORNER",
+        "QUADRANGLE_BEND",    "QUADRANGLE_LENGTH", "QUADRANGLE_FAR",
         "QUADRANGLE_WINDING",  // how far its corners miss one full turn, radians
     };
     static std::array<double, FEATURES.size()> measure(const Evidence& evidence);

@@ -30,7 +30,7 @@ TriangleKind kindOf(ThreeEdges kind) {
 
 std::array<double, TriangleFamily::FEATURES.size()> TriangleFamily::measure(const Evidence& e) {
     const PolygonFeatures f = measurePolygon(e, 3);
-    return {f.worst, f.side, f.angle, f.gap};
+    return {f.worst, f.side, f.angle, f.gap, f.corner, f.bend, f.length, f.far};
 }
 
 Figure TriangleFamily::idealise(const Fitted& fitted) {

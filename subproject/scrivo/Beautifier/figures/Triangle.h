@@ -12,11 +12,15 @@ struct TriangleFamily : FamilyDefaults {
                                                            "right"};
     static constexpr bool CLOSED = true;
 
-    static constexpr std::array<std::string_view, 4> FEATURES{
-        "TRIANGLE_WORST",  // largest distance of the ink from the polygon of three corners
-        "TRIANGLE_SIDE",   // its shortest over its longest side
-        "TRIANGLE_ANGLE",  // its largest interior angle, radians
-        "TRIANGLE_GAP",    // gap over its shortest side
+    static constexpr std::array<std::string_view, 8> FEATURES{
+        "TRIANGLE_WORST",   // largest distance of the ink from the polygon of three corners
+        "TRIANGLE_SIDE",    // its shortest over its longest side
+        "TRIANGLE_ANGLE",   // its largest interior angle, radians
+        "TRIANGLE_GAP",     // gap over its shortest side
+        "TRIANGLE_CORNER",  // largest distance of the ink from a corner
+        "TRIANGLE_BEND",    // least share of a corner's bend that the ink makes near it
+        "TRIANGLE_LENGTH",  // log of the path over the perimeter
+        "TRIANGLE_FAR",     // share of the ink away from it
     };
     static std::array<double, FEATURES.size()> measure(const Evidence& evidence);
     static Figure idealise(const Fitted& fitted);

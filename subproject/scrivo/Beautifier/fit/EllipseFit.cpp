@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <numbers>
 #include <utility>
 
 namespace Scrivo::beautifier {
@@ -141,6 +142,20 @@ void judge(EllipseFit& fit, std::span<const Vec> points) {
 }
 
 }  // namespace
+
+EllipsePoint pointOn(const EllipseFit& fit, Vec p) {
+    const double c = std::cos(fit.angle);
+    const double s = std::sin(fit.angle);
+    const Vec d = p - fit.centre;
+    const Vec g{(c * d.x + s * d.y) / (fit.a * fit.a), (c * d.y - s * d.x) / (fit.b * fit.b)};
+    return {residual(fit, p, c, s, nullptr), {c * g.x - s * g.y, s * g.x + c * g.y}};
+}
+
+double circumference(const EllipseFit& fit) {
+    const double h = (fit.a - fit.b) / (fit.a + fit.b);
+    return std::numbers::pi * (fit.a + fit.b) *
+           (1.0 + 3.0 * h * h / (10.0 + std::sqrt(4.0 - 3.0 * h * h)));
+}
 
 EllipseFit fitEllipseTo(const Coarse& loop) {
     const EllipseFit start = fromMoments(loop);

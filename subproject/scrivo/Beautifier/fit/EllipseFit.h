@@ -16,6 +16,17 @@ struct EllipseFit {
     bool found = false;
 };
 
+/// Where a point lies, seen from an ellipse.
+struct EllipsePoint {
+    double distance = 0.0;  ///< to first order, positive outside
+    Vec outwards;           ///< across the ellipse, of any length
+};
+
+EllipsePoint pointOn(const EllipseFit& fit, Vec p);
+
+/// Circumference (Ramanujan: Modular equations and approximations to pi, 1914).
+double circumference(const EllipseFit& fit);
+
 /// Ellipse of the closed curve through `loop`: area moments (an ellipse of radii
 /// a and b has the second moments a^2 / 4 and b^2 / 4), then Gauss-Newton steps
 /// on the distances to first order (Sampson: Fitting conic sections to very

@@ -1,5 +1,7 @@
 #include "Beautifier/fit/Evidence.h"
 
+#include "Beautifier/ink/Strays.h"
+
 #include <algorithm>
 
 namespace Scrivo::beautifier {
@@ -31,7 +33,9 @@ ClosedEvidence examineClosed(const Fine& fine, const Closure& closure) {
 
 }  // namespace
 
-Evidence examine(const Fine& fine) {
+Evidence examine(const Fine& outline, double inkLength) {
+    const Cleaned cleaned = withoutStrays(outline);
+    const Fine& fine = cleaned.fine;
     const Coarse points = coarse(fine);
     const Scatter scatter(points);
     Evidence e{fine,
@@ -41,6 +45,11 @@ Evidence examine(const Fine& fine) {
                sizeOf(points),
                lengthBetween(fine, 0, FINE - 1),
                fitPolylines(scatter, OPEN_PIECES),
+               outline,
+               inkLength > 0.0 ? inkLength / lengthBetween(outline, 0, FINE - 1) : 1.0,
+               cleaned.retraced,
+               cleaned.overlap,
+               cleaned.hook,
                std::nullopt};
     const Closure closure = close(fine);
     if (closure.gap < OPEN_GAP * e.size) {

@@ -20,17 +20,23 @@ struct ClosedEvidence {
 };
 
 struct Evidence {
-    Fine fine;
+    Fine fine;  ///< without strays at the ends
     Coarse points;
     Scatter scatter;  ///< of the points
     Bends bends;
     double size = 0.0;    ///< four root mean square distances from the centroid
     double length = 0.0;  ///< of the outline
     PolylineFits polylines;
+    Fine outline;                          ///< with strays
+    double roughness = 1.0;                ///< length of the ink over that of its outline
+    double retraced = 0.0;                 ///< share of the outline that went back over the rest
+    double overlap = 0.0;                  ///< share that ran on over the start
+    double hook = 0.0;                     ///< longest flick cut at an end
     std::optional<ClosedEvidence> closed;  ///< absent when the ends stay far apart
 };
 
-Evidence examine(const Fine& fine);
+/// Examines an outline that stands for ink of `inkLength`; 0 means its own length.
+Evidence examine(const Fine& outline, double inkLength = 0.0);
 
 /// The same stroke taken for a closed one, however far its ends are apart.
 void takeAsClosed(Evidence& evidence);

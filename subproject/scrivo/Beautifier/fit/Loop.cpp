@@ -57,13 +57,6 @@ std::size_t farthest(const Coarse& points) {
     return best;
 }
 
-double distanceToPiece(Vec p, Vec a, Vec b) {
-    const Vec along = b - a;
-    const double squared = dot(along, along);
-    const double t = squared > 0.0 ? std::clamp(dot(p - a, along) / squared, 0.0, 1.0) : 0.0;
-    return norm(p - a - t * along);
-}
-
 bool crosses(Vec a, Vec b, Vec c, Vec d) {
     return cross(b - a, c - a) * cross(b - a, d - a) < 0.0 &&
            cross(d - c, a - c) * cross(d - c, b - c) < 0.0;

@@ -1,14 +1,13 @@
 #include "Beautifier/ink/Outline.h"
 
+#include "Beautifier/ink/Cursor.h"
+#include "Beautifier/ink/Tremor.h"
+
 #include <algorithm>
 
 namespace Scrivo::beautifier {
 
 namespace {
-
-// Samples nearer to each other than this share of the size are one sample: a
-// resting pen.
-constexpr double SAME_POINT = 1e-9;
 
 /// Bends between which the curve fades into straight pieces, in radians.
 struct BendLimits {
@@ -23,43 +22,10 @@ constexpr BendLimits AMONG_STRAIGHT{0.79, 1.13};
 // triangle bend more, and so do those of a square on average.
 constexpr BendLimits AMONG_BENT{1.7, 1.95};
 constexpr double CORNER = 2.0;
-constexpr double SQUARE_CORNERS = 1.35;
+constexpr double SQUARE_CORNERS = 1.5;
 
 // Strokes of more bends are joined by straight pieces: they show their curves.
 constexpr int FEW_SAMPLES = 24;
-
-/// Walks the distinct samples of a stroke in the frame's units.
-class Cursor {
-public:
-    Cursor(const Ink& ink, const Frame& frame) : m_ink(ink), m_frame(frame) {}
-
-    /// Moves to the next sample that differs from the current one.
-    bool next(Vec& point) {
-        while (m_index < m_ink.samples.size()) {
-            const Vec candidate = at(m_index++);
-            if (m_started && norm(candidate - m_last) <= SAME_POINT) {
-                continue;
-            }
-            m_started = true;
-            point = m_last = candidate;
-            return true;
-        }
-        return false;
-    }
-
-private:
-    Vec at(std::size_t i) const {
-        const Vec p = m_ink.at(m_ink.samples[i]);
-        return {(p.x - m_frame.centre.x) / m_frame.extent,
-                (p.y - m_frame.centre.y) / m_frame.extent};
-    }
-
-    const Ink& m_ink;
-    const Frame& m_frame;
-    std::size_t m_index = 0;
-    bool m_started = false;
-    Vec m_last;
-};
 
 /// How a stroke of few samples is to be joined: as a curve when its bends are
 /// spread over all samples and none of them is a corner.
@@ -85,7 +51,7 @@ BendLimits limitsOf(Cursor cursor) {
     // 1 when all bends are alike, 1 / bends when there is a single one.
     const bool isCurved = bends >= 4 && squares > 0.0 && sum < SQUARE_CORNERS * bends;
     const double spread = isCurved ? sum * sum / (bends * squares) : 0.0;
-    const double t = std::clamp((spread - 0.65) / 0.2, 0.0, 1.0);
+    const double t = std::clamp((spread - 0.55) / 0.2, 0.0, 1.0);
     return {(1.0 - t) * AMONG_STRAIGHT.smooth + t * AMONG_BENT.smooth,
             (1.0 - t) * AMONG_STRAIGHT.sharp + t * AMONG_BENT.sharp};
 }
@@ -134,11 +100,9 @@ Vec hermite(Vec b, Vec c, Vec atB, Vec atC, double t) {
            (t * t * u) * atC;
 }
 
-}  // namespace
-
-Fine resample(const Ink& ink, const Frame& frame) {
+/// `FINE` points along the curve that joins the samples.
+Fine joined(Cursor cursor, const Frame& frame) {
     Fine out;
-    Cursor cursor(ink, frame);
     const BendLimits limits = limitsOf(cursor);
     Window w;
     if (!cursor.next(w.b) || !cursor.next(w.c)) {
@@ -168,6 +132,14 @@ Fine resample(const Ink& ink, const Frame& frame) {
         w.hasD = cursor.next(w.d);
     }
     return out;
+}
+
+}  // namespace
+
+Fine resample(const Ink& ink, const Frame& frame) {
+    const Cursor cursor(ink, frame);
+    const std::optional<Fine> calm = withoutTremor(cursor, frame.length / frame.extent);
+    return calm ? *calm : joined(cursor, frame);
 }
 
 Coarse coarse(const Fine& fine) {

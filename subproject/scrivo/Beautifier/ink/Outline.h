@@ -20,7 +20,8 @@ using Coarse = std::array<Vec, COARSE>;
 /// centred, longer side 1. Where samples lie further apart than these points, a
 /// centripetal Catmull-Rom curve joins them (Yuksel, Schaefer, Keyser: On the
 /// parameterization of Catmull-Rom curves, 2009); at sharp bends it gives way
-/// to straight pieces, so that a polygon of few samples keeps its edges.
+/// to straight pieces, so that a polygon of few samples keeps its edges. Where
+/// the pen trembles all along, the points are means of the path about them.
 /// Requires a measurable frame with a positive extent.
 Fine resample(const Ink& ink, const Frame& frame);
 

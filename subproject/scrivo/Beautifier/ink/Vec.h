@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 
 /// Plane vectors.
@@ -32,6 +33,14 @@ inline double norm(Vec a) {
 /// Angle from `a` to `b` in (-pi, pi], 0 when one of them is the zero vector.
 inline double turn(Vec a, Vec b) {
     return std::atan2(cross(a, b), dot(a, b));
+}
+
+/// Distance of `p` from the straight piece between `a` and `b`.
+inline double distanceToPiece(Vec p, Vec a, Vec b) {
+    const Vec along = b - a;
+    const double squared = dot(along, along);
+    const double t = squared > 0.0 ? std::clamp(dot(p - a, along) / squared, 0.0, 1.0) : 0.0;
+    return norm(p - a - t * along);
 }
 
 }  // namespace Scrivo::beautifier

@@ -12,15 +12,19 @@ namespace {
 // Ends of a closed figure that overshoot stray less than this share of the size.
 constexpr double OVERSHOOT = 0.12;
 
+// Log of how much longer the ink may be than its mean; more is no hand.
+constexpr double MAX_ROUGHNESS = 1.5;
+
 /// Path within a small disc about `end`, in radii: 1 for a straight end, more
 /// for arrow heads and scribbled dots.
 double knotAt(const Evidence& e, Vec end) {
     constexpr double RADIUS = 0.08;
     constexpr double MAX_KNOT = 10.0;
     const double radius = RADIUS * e.size;
-    const auto inside =
-        std::count_if(e.fine.begin(), e.fine.end(), [&](Vec p) { return norm(p - end) < radius; });
-    const double path = static_cast<double>(inside) * e.length / (FINE - 1);
+    const auto inside = std::count_if(e.outline.begin(), e.outline.end(),
+                                      [&](Vec p) { return norm(p - end) < radius; });
+    const double length = lengthBetween(e.outline, 0, FINE - 1);
+    const double path = static_cast<double>(inside) * length / (FINE - 1);
     return std::log(std::clamp(path / radius, 1.0, MAX_KNOT));
 }
 
@@ -41,18 +45,31 @@ double tailOf(const Fine& fine, const ClosedEvidence& closed) {
     return std::sqrt(tail);
 }
 
+/// Bend between the ends of what the closure leaves.
+double closureBend(const Fine& fine, const Closure& c) {
+    constexpr int CHORD = 5;
+    const auto at = [&](int i) { return fine[static_cast<std::size_t>(i)]; };
+    return std::abs(turn(at(c.last) - at(c.last - CHORD), at(c.first + CHORD) - at(c.first)));
+}
+
 void measureStroke(const Evidence& e, Features& f) {
     f["TURNING"_f] = std::min(e.bends.absolute, MAX_TURNING);
     f["BOW"_f] = std::abs(e.bends.sum);
-    f["KNOT"_f] = std::max(knotAt(e, e.fine.front()), knotAt(e, e.fine.back()));
+    f["KNOT"_f] = std::max(knotAt(e, e.outline.front()), knotAt(e, e.outline.back()));
     f["TWO_RMS"_f] = share(e.polylines[1].rms, e.size);
     f["THREE_RMS"_f] = share(e.polylines[2].rms, e.size);
     f["FOUR_RMS"_f] = share(e.polylines[3].rms, e.size);
+    f["THREE_OVER_TWO"_f] = f["THREE_RMS"_f] - f["TWO_RMS"_f];
+    f["ROUGHNESS"_f] = std::clamp(std::log(e.roughness), 0.0, MAX_ROUGHNESS);
+    f["RETRACED"_f] = e.retraced;
+    f["OVERLAP"_f] = e.overlap;
+    f["HOOK"_f] = e.hook;
 }
 
 void measureLoop(const Evidence& e, const ClosedEvidence& c, Features& f) {
     const Bends apart = innerBends(e.fine, c.closure, 4);
     const double tail = share(tailOf(e.fine, c), e.size);
+    f["CLOSURE_BEND"_f] = closureBend(e.fine, c.closure);
     f["GAP"_f] = share(c.closure.gap, e.size);
     f["TRIMMED"_f] = c.closure.trimmed;
     f["TAIL"_f] = tail;

@@ -16,14 +16,20 @@
 /// makes them.
 namespace Scrivo::beautifier {
 
-inline constexpr std::array<std::string_view, 17> STROKE_FEATURES{
+inline constexpr std::array<std::string_view, 23> STROKE_FEATURES{
     // Any stroke.
     "TURNING",  // sum of absolute bends, radians
     "BOW",      // absolute sum of bends, radians
     "KNOT",     // log of the path within a disc about an end
     "TWO_RMS",  // residuals of two, three, four straight pieces
     "THREE_RMS", "FOUR_RMS",
+    "THREE_OVER_TWO",  // log of the residual of three pieces over that of two
+    "ROUGHNESS",       // log of the length of the ink over that of its mean
+    "RETRACED",        // share of the path that went back over the rest
+    "OVERLAP",         // share of the path that ran on over its start
+    "HOOK",            // longest flick cut at an end, over the longer side
     // Strokes whose ends meet.
+    "CLOSURE_BEND",   // bend where the ends meet, radians
     "GAP",            // distance of the trimmed ends
     "TRIMMED",        // share of the path that was trimmed
     "TAIL",           // how far the trimmed ends stray from the loop

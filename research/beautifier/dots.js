@@ -1,0 +1,32 @@
+'use strict';
+
+// Dots by the longer side of the box and the path, without its tremor, over its
+// diagonal, in units of which a tap leaves four: within one and a half nothing
+// can be read; within four a short path may be a slip and a very long one a press
+// that is held, between them lie small letters.
+
+const DOTS = [
+  { extent: 1.5, least: 0, most: 1e6, sure: true },
+  { extent: 4, least: 0, most: 2.1, sure: false },
+  { extent: 4, least: 15, most: 1e6, sure: false },
+];
+
+const fits = ({ extent, diagonal, travel }, limits) =>
+  extent <= limits.extent &&
+  (diagonal === 0 || (limits.least * diagonal <= travel && travel <= limits.most * diagonal));
+
+/** Whether a row { extent, diagonal, travel } of a stroke as drawn is a dot. */
+const isDot = (row) => DOTS.some((limits) => fits(row, limits));
+
+/** Log odds that a row { family, ... } within the limits of `DOTS` is a dot. */
+function dotModels(rows) {
+  let rest = rows;
+  return DOTS.map((limits) => {
+    const inside = rest.filter((row) => fits(row, limits));
+    rest = rest.filter((row) => !fits(row, limits));
+    const right = inside.filter(({ family }) => family === 'dot').length;
+    return { ...limits, logit: Math.log((right + 1) / (inside.length - right + 1)) };
+  });
+}
+
+module.exports = { dotModels, isDot };

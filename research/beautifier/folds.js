@@ -1,0 +1,78 @@
+'use strict';
+
+// Judgements of strokes by scores that were fitted without their writers.
+
+const { TABLE } = require('./distortions.js');
+const { NAMES, Table, fitFamilies, judge } = require('./model.js');
+const { tableOf } = require('./probe.js');
+const { generator, hash, scaled } = require('./strokes.js');
+const { variants } = require('./variants.js');
+
+const FOLDS = 5;
+const LARGEST_DOT = 4; // units; what is larger is one by another tap size
+const OTHER = 4; // columns before the features: extent diagonal travel closed
+
+const writerOf = (stroke) => `${stroke.source}/${stroke.writer ?? stroke.id}`;
+
+/** Strokes drawn otherwise, to be judged only. */
+function otherwise(stroke) {
+  const seed = hash(stroke.source + stroke.id);
+  const points = scaled(
+    stroke.points.map(([x, y]) => [x, y]),
+    200,
+  );
+  return TABLE.slice(1)
+    .filter(([, families]) => families.includes(stroke.family))
+    .map(([name, , distort]) => ({
+      points: distort(points, generator(seed)),
+      family: stroke.family,
+      importance: 0,
+      test: name,
+    }));
+}
+
+/** The table of all strokes, their variants and, if asked for, strokes drawn otherwise to test by. */
+function tableFrom(strokes, { drawnOtherwise = false } = {}) {
+  const drawn = strokes.flatMap((stroke) => {
+    const list = [...variants(stroke), ...(drawnOtherwise ? otherwise(stroke) : [])];
+    return list.map((variant) => ({ ...variant, stroke }));
+  });
+  const { names, rows } = tableOf(
+    'features',
+    drawn.map(({ points }) => points),
+  );
+  const table = drawn.map((variant, i) => {
+    const [extent, diagonal, travel, closed] = rows[i];
+    return { ...variant, extent, diagonal, travel, closed, features: rows[i].subarray(OTHER) };
+  });
+  const isFit = ({ closed, family }) => closed >= 0 && family !== 'dot';
+  const all = new Table(names.slice(OTHER), table.filter(isFit));
+  all.drawn = table.filter((row) => row.original);
+  all.dots = all.drawn.filter((row) => row.family === 'dot' && row.extent <= LARGEST_DOT);
+  return all;
+}
+
+const isTested = (row) => row.original || row.test !== undefined;
+
+/** Judgements { row, family, score } of all original strokes and those to test by, in each split. */
+function crossValidate(table, splits, penalty) {
+  const judgements = [];
+  for (const split of splits) {
+    const foldOf = (row) => hash(`${split}/${writerOf(row.stroke)}`) % FOLDS;
+    for (let fold = 0; fold < FOLDS; fold++) {
+      const model = fitFamilies(
+        table,
+        (row) => row.importance > 0 && foldOf(row) !== fold,
+        penalty,
+      );
+      for (const row of table.rows) {
+        if (isTested(row) && foldOf(row) === fold) {
+          judgements.push({ row, split, fold, ...judge(model, table, row) });
+        }
+      }
+    }
+  }
+  return judgements;
+}
+
+module.exports = { FOLDS, NAMES, crossValidate, tableFrom, writerOf };

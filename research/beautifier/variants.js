@@ -1,0 +1,118 @@
+'use strict';
+
+// More strokes from those that were drawn: the same figure drawn otherwise, and
+// ink that is no figure made from one that is.
+
+const d = require('./distortions.js');
+const { boxOf, generator, hash, scaled } = require('./strokes.js');
+
+const SIDE = 200; // longer side of the strokes that are varied
+const LEAST_POINTS = 14; // of a moderately thinned stroke
+const LEAST_SPARSE = 5; // of a severely thinned one
+const MOST_SQUEEZE = 5;
+
+const CLOSED = ['triangle', 'quadrangle', 'ellipse'];
+const OPEN = ['line', 'angle'];
+
+const uniform = (random, low, high) => low + (high - low) * random();
+
+/** Turned by any angle, mirrored when `mirror` is -1. */
+function turned(points, random, mirror = 1) {
+  const angle = 2 * Math.PI * random();
+  const [c, s] = [Math.cos(angle), Math.sin(angle)];
+  return points.map(([x, y]) => [c * x - mirror * s * y, s * x + mirror * c * y]);
+}
+
+function squeezed(points, random) {
+  const k = uniform(random, 1, MOST_SQUEEZE);
+  return points.map(random() < 0.5 ? ([x, y]) => [x, y / k] : ([x, y]) => [x / k, y]);
+}
+
+/** Thinned to every `most`-th point, or less where few points would be left. */
+function thin(points, most, least) {
+  return d.thinned(Math.max(1, Math.min(most, Math.floor(points.length / least))))(points);
+}
+
+const shaken = (points, random) =>
+  thin(points, 4, LEAST_POINTS).map((p) => p.map((v) => v + uniform(random, -0.6, 0.6)));
+
+const rough = (points, random) =>
+  random() < 0.7
+    ? d.noise(uniform(random, 0.5, 2.2))(points, random)
+    : d.tremor(uniform(random, 1, 3.5), uniform(random, 7, 20))(points, random);
+
+/** Point of the path farthest from the line through its ends. */
+function vertexOf(points) {
+  const [[x0, y0], [x1, y1]] = [points[0], points[points.length - 1]];
+  const away = ([x, y]) => Math.abs((x - x0) * (y1 - y0) - (y - y0) * (x1 - x0));
+  return points.reduce((best, p, i) => (away(p) > away(points[best]) ? i : best), 0);
+}
+
+/** A leg of an angle drawn there and back before the other one: a letter. */
+function retracedLeg(points) {
+  const leg = points.slice(0, vertexOf(points) + 1);
+  return [...[...leg].reverse(), ...points.slice(1)];
+}
+
+/** A line that goes back over a part of itself. */
+function retracedPart(points, random) {
+  const back = [...points].reverse();
+  return [...points, ...d.part(back, 0, uniform(random, 0.15, 0.9)).slice(1)];
+}
+
+// Weight of strokes that are drawn otherwise than most are: enough to know them,
+// too little to blur what tells figures apart.
+const FEW = 0.08;
+
+/** [weight, families, what becomes of them, how]; 'same' keeps the family. */
+const VARIANTS = [
+  [1, null, 'same', (points) => points],
+  [0.5, null, 'same', (points, random) => turned([...points].reverse(), random)],
+  [0.5, null, 'same', (points, random) => shaken(turned(points, random, -1), random)],
+  // Slim rectangles and ovals are rare in what people drew for collections. A line
+  // or an angle becomes another figure by squeezing, and a slim triangle is a line
+  // that was drawn there and back.
+  [
+    0.25,
+    ['quadrangle', 'ellipse', 'none'],
+    'same',
+    (p, random) => turned(squeezed(p, random), random),
+  ],
+  [FEW, null, 'same', (points) => thin(points, 6, LEAST_SPARSE)],
+  [FEW, null, 'same', rough],
+  [FEW, CLOSED, 'same', (points, random) => d.gap(uniform(random, 0.03, 0.14))(points)],
+  [
+    FEW,
+    [...CLOSED, 'none'],
+    'same',
+    (points, random) => d.runOn(uniform(random, 0.05, 0.28))(points),
+  ],
+  [
+    FEW,
+    null,
+    'same',
+    (points, random) => d.hooks(uniform(random, 0.03, 0.1) * SIDE)(points, random),
+  ],
+  [FEW, OPEN, 'same', (points, random) => shaken(d.thereAndBack(points), random)],
+  [FEW, ['line'], 'same', retracedPart],
+  [FEW, ['angle'], 'none', retracedLeg],
+];
+
+/** All variants of a stroke: { points, family, importance }, the stroke itself first. */
+function variants(stroke) {
+  const { family } = stroke;
+  const plain = stroke.points.map(([x, y]) => [x, y]);
+  const seed = hash(stroke.source + stroke.id);
+  const extent = boxOf(plain).extent;
+  return VARIANTS.flatMap(([importance, families, becomes, vary], i) => {
+    if (families !== null && !families.includes(family)) return [];
+    if (i > 0 && !(extent > 0)) return [];
+    const random = generator(seed + i);
+    const points = i === 0 ? plain : vary(scaled(plain, SIDE), random);
+    return [
+      { points, family: becomes === 'same' ? family : becomes, importance, original: i === 0 },
+    ];
+  });
+}
+
+module.exports = { variants };

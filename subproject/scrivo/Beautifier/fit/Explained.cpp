@@ -1,0 +1,40 @@
+#include "Beautifier/fit/Explained.h"
+
+#include <algorithm>
+#include <numbers>
+
+namespace Scrivo::beautifier {
+
+double farShare(const Evidence& e, std::span<const Vec> corners) {
+    const auto isFar = [&](Vec p) {
+        for (std::size_t i = 0; i + 1 < corners.size(); ++i) {
+            if (distanceToPiece(p, corners[i], corners[i + 1]) <= FAR * e.size) {
+                return false;
+            }
+        }
+        return true;
+    };
+    return static_cast<double>(std::count_if(e.points.begin(), e.points.end(), isFar)) / COARSE;
+}
+
+CornerInk inkAt(const Fine& fine, Vec corner, int first, int last, int reach) {
+    const auto at = [&](int i) { return fine[static_cast<std::size_t>(i)]; };
+    int nearest = first;
+    for (int i = first; i <= last; ++i) {
+        nearest = norm(at(i) - corner) < norm(at(nearest) - corner) ? i : nearest;
+    }
+    CornerInk ink{norm(at(nearest) - corner), std::numbers::pi};
+    const int before = nearest - reach;
+    const int after = nearest + reach;
+    if (before >= first && after <= last) {
+        ink.bend =
+            std::abs(turn(at(before + reach / 2) - at(before), at(after) - at(after - reach / 2)));
+    }
+    return ink;
+}
+
+double lengthRatio(const Evidence& e, double length) {
+    return std::log(std::clamp(e.length / length, 0.1, 5.0));
+}
+
+}  // namespace Scrivo::beautifier

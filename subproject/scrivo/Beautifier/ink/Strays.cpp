@@ -1,0 +1,199 @@
+#include "Beautifier/ink/Strays.h"
+
+#include <algorithm>
+#include <numbers>
+
+namespace Scrivo::beautifier {
+
+namespace {
+
+constexpr double PI = std::numbers::pi;
+
+constexpr int CHORD = 4;  // steps on either side of a bend
+
+// A pen turns back sharply, and what is retraced lies beside what it retraces.
+constexpr double TURN_BACK = 2.0 * PI / 3.0;
+constexpr double BESIDE = 0.06;       // at most, of the longer side
+constexpr double MEAN_BESIDE = 0.03;  // on average
+constexpr int LEAST_RETRACED = 12;    // steps; less is a hook
+constexpr int MOST_RETRACED = 3;      // times; more is a scribble
+
+constexpr int LEAST_OVERLAP = 6;  // steps; less is trimmed where the ends meet
+
+// A hook is short and leaves at an angle.
+constexpr double LONGEST_HOOK = 0.11;  // of the longer side
+constexpr int HOOK_STEPS = 12;
+constexpr double HOOK_BEND = PI / 3.0;
+constexpr double STRAIGHT = 1.25;  // path over reach; arrow heads go back and forth
+
+Vec at(const Fine& fine, int i) {
+    return fine[static_cast<std::size_t>(i)];
+}
+
+double bendAt(const Fine& fine, int i, int before, int after) {
+    return std::abs(turn(at(fine, i) - at(fine, i - before), at(fine, i + after) - at(fine, i)));
+}
+
+/// Distance of the point `k` steps behind `turn` from the outline about `k`
+/// steps before it; the other way round when `step` is -1.
+double besideAt(const Fine& fine, int turn, int k, int step) {
+    constexpr int SLACK = 4;
+    const int other = turn - step * k;
+    const int first = std::clamp(other - SLACK, 0, FINE - 2);
+    const int last = std::clamp(other + SLACK, 1, FINE - 1);
+    double least = BESIDE;
+    for (int i = first; i < last; ++i) {
+        least = std::min(least,
+                         distanceToPiece(at(fine, turn + step * k), at(fine, i), at(fine, i + 1)));
+    }
+    return least;
+}
+
+/// Whether all that follows `turn` (for a `step` of 1, else all before it) lies
+/// beside the other, longer part.
+bool isRetraced(const Fine& fine, int turn, int step) {
+    const int steps = step > 0 ? FINE - 1 - turn : turn;
+    double sum = 0.0;
+    for (int k = 1; k <= steps; ++k) {
+        const double beside = besideAt(fine, turn, k, step);
+        sum += beside;
+        if (beside >= BESIDE) {
+            return false;
+        }
+    }
+    return sum <= MEAN_BESIDE * steps;
+}
+
+/// Part of an outline, by the indices of its ends.
+struct Range {
+    int first = 0;
+    int last = FINE - 1;
+};
+
+Fine part(const Fine& fine, const Range& range) {
+    Fine out;
+    for (int k = 0; k < FINE; ++k) {
+        const double target =
+            range.first + static_cast<double>(k) * (range.last - range.first) / (FINE - 1);
+        const int i = std::min(static_cast<int>(target), FINE - 2);
+        out[static_cast<std::size_t>(k)] =
+            at(fine, i) + (target - i) * (at(fine, i + 1) - at(fine, i));
+    }
+    return out;
+}
+
+/// What remains without the longest part that goes back over the rest.
+Range beforeRetracing(const Fine& fine) {
+    for (int i = FINE / 2; i >= LEAST_RETRACED; --i) {
+        for (const bool atEnd : {true, false}) {
+            const int turn = atEnd ? FINE - 1 - i : i;
+            if (bendAt(fine, turn, CHORD, CHORD) >= TURN_BACK &&
+                isRetraced(fine, turn, atEnd ? 1 : -1)) {
+                return atEnd ? Range{0, turn} : Range{turn, FINE - 1};
+            }
+        }
+    }
+    return {};
+}
+
+/// Steps at the end that run on over the start of a closed outline, in the same
+/// direction; 0 when less than `LEAST_OVERLAP` or when they leave the start.
+int overlapOf(const Fine& fine) {
+    constexpr int SLACK = 3;
+    int meets = 0;
+    for (int i = 1; i <= FINE / 2; ++i) {
+        const Vec end = fine.back();
+        meets = norm(at(fine, i) - end) < norm(at(fine, meets) - end) ? i : meets;
+    }
+    double sum = 0.0;
+    for (int k = 0; k < meets; ++k) {
+        double beside = BESIDE;
+        for (int i = std::max(meets - k - SLACK, 0); i < meets - k + SLACK; ++i) {
+            beside = std::min(
+                beside, distanceToPiece(at(fine, FINE - 1 - k), at(fine, i), at(fine, i + 1)));
+        }
+        sum += beside;
+        if (beside >= BESIDE) {
+            return 0;
+        }
+    }
+    const bool isOverlap = meets >= LEAST_OVERLAP && sum <= MEAN_BESIDE * meets;
+    return isOverlap ? meets : 0;
+}
+
+/// Last step before the sharp bend that ends a detour of up to a quarter of the
+/// longer side: a pen that overshot the closure and came back to the start.
+int beforeSpur(const Fine& fine) {
+    constexpr double LONGEST = 0.25;
+    constexpr int LEAST_STEPS = 2;
+    int best = FINE - 1;
+    double sharpest = PI / 2.0;
+    for (int i = FINE - 1 - LEAST_STEPS; i > FINE / 2; --i) {
+        if (norm(at(fine, i) - fine.back()) > LONGEST) {
+            break;
+        }
+        const double bend = bendAt(fine, i, CHORD, std::min(CHORD, FINE - 1 - i));
+        if (bend > sharpest) {
+            sharpest = bend;
+            best = i;
+        }
+    }
+    return best;
+}
+
+/// Steps of the hook before the sharpest bend near the start; 0 without one. An
+/// end that meets the other one is the short side of a closed figure.
+int hookAt(const Fine& fine) {
+    const double gap = norm(fine.front() - fine.back());
+    int best = 0;
+    double sharpest = HOOK_BEND;
+    double path = 0.0;
+    for (int i = 1; i <= HOOK_STEPS; ++i) {
+        const double reach = norm(at(fine, i) - at(fine, 0));
+        path += norm(at(fine, i) - at(fine, i - 1));
+        const double bend = bendAt(fine, i, std::min(i, CHORD), CHORD);
+        const bool isFlick = reach <= LONGEST_HOOK && path <= STRAIGHT * reach;
+        if (isFlick && bend > sharpest && gap > 0.5 * reach) {
+            sharpest = bend;
+            best = i;
+        }
+    }
+    return best;
+}
+
+Fine reversed(Fine fine) {
+    std::reverse(fine.begin(), fine.end());
+    return fine;
+}
+
+}  // namespace
+
+Cleaned withoutStrays(const Fine& fine) {
+    Cleaned cleaned;
+    cleaned.fine = fine;
+    for (int i = 0; i < MOST_RETRACED; ++i) {
+        const Range rest = beforeRetracing(cleaned.fine);
+        const double share = static_cast<double>(rest.last - rest.first) / (FINE - 1);
+        if (share == 1.0) {
+            break;
+        }
+        cleaned.fine = part(cleaned.fine, rest);
+        cleaned.retraced = 1.0 - (1.0 - cleaned.retraced) * share;
+    }
+    const int overlap = overlapOf(cleaned.fine);
+    if (overlap > 0) {
+        cleaned.fine = part(cleaned.fine, {0, FINE - 1 - overlap});
+        cleaned.fine = part(cleaned.fine, {0, beforeSpur(cleaned.fine)});
+        cleaned.overlap = static_cast<double>(overlap) / (FINE - 1);
+    }
+    const int first = hookAt(cleaned.fine);
+    const int last = FINE - 1 - hookAt(reversed(cleaned.fine));
+    cleaned.hook = std::max(norm(at(cleaned.fine, first) - at(cleaned.fine, 0)),
+                            norm(at(cleaned.fine, last) - at(cleaned.fine, FINE - 1)));
+    if (first > 0 || last < FINE - 1) {
+        cleaned.fine = part(cleaned.fine, {first, last});
+    }
+    return cleaned;
+}
+
+}  // namespace Scrivo::beautifier

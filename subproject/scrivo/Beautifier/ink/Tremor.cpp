@@ -1,0 +1,109 @@
+#include "Beautifier/ink/Tremor.h"
+
+#include <algorithm>
+
+namespace Scrivo::beautifier {
+
+namespace {
+
+/// Sums the path through the samples: the integral of the position over the arc
+/// length, from the start to any place further on than the one before.
+class PathIntegral {
+public:
+    explicit PathIntegral(Cursor cursor) : m_cursor(cursor) {
+        m_cursor.next(m_from);
+        m_more = m_cursor.next(m_to);
+    }
+
+    Vec upTo(double length) {
+        while (m_more && length > m_start + norm(m_to - m_from)) {
+            const double piece = norm(m_to - m_from);
+            m_sum = m_sum + (0.5 * piece) * (m_from + m_to);
+            m_start += piece;
+            m_from = m_to;
+            m_more = m_cursor.next(m_to);
+        }
+        const double piece = m_more ? norm(m_to - m_from) : 0.0;
+        const double t = length - m_start;
+        return m_sum + t * m_from + (piece > 0.0 ? 0.5 * t * t / piece : 0.0) * (m_to - m_from);
+    }
+
+private:
+    Cursor m_cursor;
+    Vec m_from;
+    Vec m_to;
+    bool m_more = false;
+    double m_start = 0.0;
+    Vec m_sum;
+};
+
+/// `N` points at even distances along the samples, each the mean of the path
+/// within `reach` of it, or within as much as there is to the nearer end.
+template <std::size_t N>
+std::array<Vec, N> averaged(const Cursor& cursor, double length, double reach) {
+    std::array<Vec, N> out;
+    PathIntegral behind(cursor);
+    PathIntegral ahead(cursor);
+    for (std::size_t k = 0; k < N; ++k) {
+        const double place = length * static_cast<double>(k) / (N - 1);
+        const double r = std::max(std::min({reach, place, length - place}), 1e-6 * length);
+        const double low = std::max(place - r, 0.0);
+        const double high = std::min(place + r, length);
+        out[k] = (1.0 / (high - low)) * (ahead.upTo(high) - behind.upTo(low));
+    }
+    return out;
+}
+
+// Tremor is what an average over this share of the size removes.
+constexpr double TREMOR_REACH = 0.04;
+
+/// How much longer the path is than its average, where it is about as rough as
+/// elsewhere: 1 for lines, curves and polygons, more for a hand that shakes.
+double roughnessOf(const Cursor& cursor, double length) {
+    constexpr std::size_t PLACES = 49;
+    const auto even = averaged<PLACES>(cursor, length, TREMOR_REACH);
+    std::array<double, PLACES - 1> steps;
+    for (std::size_t i = 0; i < steps.size(); ++i) {
+        steps[i] = norm(even[i + 1] - even[i]);
+    }
+    const auto middle = steps.begin() + steps.size() / 2;
+    std::nth_element(steps.begin(), middle, steps.end());
+    return length / (PLACES - 1) / std::max(*middle, 1e-3 * length / (PLACES - 1));
+}
+
+/// `FINE` points at even distances along `points`.
+template <std::size_t N>
+Fine even(const std::array<Vec, N>& points) {
+    std::array<double, N> upTo{};
+    for (std::size_t i = 1; i < N; ++i) {
+        upTo[i] = upTo[i - 1] + norm(points[i] - points[i - 1]);
+    }
+    Fine out;
+    std::size_t i = 1;
+    for (std::size_t k = 0; k < FINE; ++k) {
+        const double place = upTo.back() * static_cast<double>(k) / (FINE - 1);
+        while (i + 1 < N && upTo[i] < place) {
+            ++i;
+        }
+        const double piece = upTo[i] - upTo[i - 1];
+        const double t = piece > 0.0 ? (place - upTo[i - 1]) / piece : 0.0;
+        out[k] = points[i - 1] + t * (points[i] - points[i - 1]);
+    }
+    return out;
+}
+
+}  // namespace
+
+std::optional<Fine> withoutTremor(const Cursor& cursor, double length) {
+    constexpr double STEADY = 1.04;
+    constexpr double ROUGH = 1.15;
+    constexpr std::size_t PLACES = 2 * FINE - 1;
+    const double roughness = roughnessOf(cursor, length);
+    if (!(roughness > STEADY)) {
+        return std::nullopt;
+    }
+    const double strength = std::min((roughness - STEADY) / (ROUGH - STEADY), 1.0);
+    return even(averaged<PLACES>(cursor, length, strength * roughness * TREMOR_REACH));
+}
+
+}  // namespace Scrivo::beautifier
