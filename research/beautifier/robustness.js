@@ -69,7 +69,9 @@ function printBackwards(strokes) {
 function main() {
   const [file, flag, lines] = process.argv.slice(2);
   if (!file || (flag && flag !== '--without')) {
-    throw new Error('usage: node research/beautifier/robustness.js STROKES [--without LINE,LINE...]');
+    throw new Error(
+      'usage: node research/beautifier/robustness.js STROKES [--without LINE,LINE...]',
+    );
   }
   const without = new Set((lines ?? '').split(',').filter(Boolean).map(Number));
   const strokes = prepare(readStrokes(file).filter((_, line) => !without.has(line)));
