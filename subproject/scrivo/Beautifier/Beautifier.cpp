@@ -2,7 +2,7 @@
 
 #include "Beautifier/figures/Families.h"
 #include "Beautifier/fit/Evidence.h"
-#include "Beautifier/ink/Outline.h"
+#include "Beautifier/ink/Resampling.h"
 #include "Beautifier/judge/Score.h"
 
 #include <algorithm>

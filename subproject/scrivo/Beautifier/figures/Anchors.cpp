@@ -1,7 +1,7 @@
 #include "Beautifier/figures/Anchors.h"
 
 #include "Beautifier/figures/LineSnap.h"
-#include "Beautifier/ink/Outline.h"
+#include "Beautifier/ink/Resampling.h"
 
 #include <algorithm>
 #include <cmath>

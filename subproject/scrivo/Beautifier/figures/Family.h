@@ -1,6 +1,7 @@
 #pragma once
 
-#include "Beautifier/Beautifier.h"
+#include "Beautifier/Figure.h"
+#include "Beautifier/Options.h"
 #include "Beautifier/fit/Evidence.h"
 #include "Beautifier/ink/Frame.h"
 

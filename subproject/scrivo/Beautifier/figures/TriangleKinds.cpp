@@ -34,10 +34,6 @@ constexpr KindCosts COSTS{.edges = 0.022,
 
 }  // namespace
 
-std::span<const Kind> triangleKinds() {
-    return KINDS;
-}
-
 KindChoice chooseTriangle(const PolygonInk& ink, KindSet allowed) {
     return chooseKind(ink, KINDS, COSTS, allowed);
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Beautifier/ink/Outline.h"
+#include "Beautifier/ink/Resampling.h"
 
 #include <span>
 

@@ -3,7 +3,7 @@
 #include "Beautifier/fit/Bends.h"
 #include "Beautifier/fit/Loop.h"
 #include "Beautifier/fit/Polyline.h"
-#include "Beautifier/ink/Outline.h"
+#include "Beautifier/ink/Resampling.h"
 
 #include <optional>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Beautifier/ink/Outline.h"
+#include "Beautifier/ink/Resampling.h"
 
 /// Strokes that run there and back on the same way.
 namespace Scrivo::beautifier {

@@ -1,4 +1,4 @@
-#include "Beautifier/ink/Outline.h"
+#include "Beautifier/ink/Resampling.h"
 
 #include "Beautifier/ink/Cursor.h"
 #include "Beautifier/ink/Tremor.h"
