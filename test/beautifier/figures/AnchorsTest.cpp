@@ -13,10 +13,11 @@ using curves::Path;
 using curves::polyline;
 using curves::sample;
 
-const std::set<AnchorSort> ALL{AnchorSort::END, AnchorSort::CORNER, AnchorSort::CENTRE};
+const std::set<AnchorSort> ALL_SORTS{AnchorSort::END, AnchorSort::CORNER, AnchorSort::CENTRE};
 
 /// Marks of `stroke` near a long line that starts at `from`.
-std::vector<Vec> marksAt(Vec from, const Path& stroke, const std::set<AnchorSort>& sorts = ALL) {
+std::vector<Vec> marksAt(Vec from, const Path& stroke,
+                         const std::set<AnchorSort>& sorts = ALL_SORTS) {
     const std::vector<Path> strokes{stroke};
     return anchorsNear({from, from + Vec{500, 500}}, {strokes, 1, 1}, sorts);
 }

@@ -16,12 +16,12 @@ constexpr double OFFSETS[] = {0.0, 1e7, 2e9};
 /// Doubles near 2e9 are 2.4e-7 apart.
 constexpr double ROUNDING = 1e-6;
 
-void expectAt(Vec actual, Vec expected) {
+void expectClose(Vec actual, Vec expected) {
     EXPECT_NEAR(actual.x, expected.x, ROUNDING);
     EXPECT_NEAR(actual.y, expected.y, ROUNDING);
 }
 
-/// Snaps a line that leans by `lean` to `anchors`, all as seen from (`offset`, `offset`), once
+/// Snaps the line to `anchors`, all as seen from (`offset`, `offset`), once
 /// upright and once level: it must end at `from` and `to`.
 void expectSnapped(Segment line, std::vector<Vec> anchors, Vec from, Vec to) {
     for (const bool isLevel : {false, true}) {
@@ -35,8 +35,8 @@ void expectSnapped(Segment line, std::vector<Vec> anchors, Vec from, Vec to) {
                 around.push_back(placed(anchor));
             }
             const Segment out = snapped({placed(line.from), placed(line.to)}, around, true);
-            expectAt(out.from, placed(from));
-            expectAt(out.to, placed(to));
+            expectClose(out.from, placed(from));
+            expectClose(out.to, placed(to));
             EXPECT_EQ(isLevel ? out.from.y : out.from.x, isLevel ? out.to.y : out.to.x);
         }
     }
@@ -60,22 +60,13 @@ TEST(LineSnap, LinesThatLeanALittleAreTurnedAboutWhatHoldsThem) {
 
 TEST(LineSnap, LinesThatLeanMuchOrAreHeldTwiceAreNotTurned) {
     const Segment askew = snapped({{0, 0}, {30, 200}}, {}, true);
-    expectAt(askew.from, {0, 0});
-    expectAt(askew.to, {30, 200});
+    expectClose(askew.from, {0, 0});
+    expectClose(askew.to, {30, 200});
     const Vec anchors[] = {{-4, 0}, {5, 200}, {8, 200}};
     const Segment held = snapped({{0, 0}, {0, 200}}, anchors, true);
-    expectAt(held.from, {-4, 0});
-    expectAt(held.to, {5, 200});
-    expectAt(snapped({{0, 0}, {10, 200}}, {}, false).to, {10, 200});
-}
-
-TEST(LineSnap, ReachIsTenUnitsOrAQuarterOfTheLine) {
-    EXPECT_DOUBLE_EQ(reachOf({{0, 0}, {300, 0}}), 10.0);
-    EXPECT_DOUBLE_EQ(reachOf({{0, 0}, {12, 16}}), 5.0);
-    const Segment line{{0, 0}, {300, 0}};
-    EXPECT_TRUE(isInReach(line, {307, 7}));
-    EXPECT_FALSE(isInReach(line, {308, 7}));
-    EXPECT_FALSE(isInReach(line, {150, 0}));
+    expectClose(held.from, {-4, 0});
+    expectClose(held.to, {5, 200});
+    expectClose(snapped({{0, 0}, {10, 200}}, {}, false).to, {10, 200});
 }
 
 }  // namespace

@@ -45,21 +45,6 @@ TEST(Corners, TellTheLargestDistanceFromTheLines) {
     EXPECT_NEAR(openCorners(points).worst, 0.1 - 0.1 / 23, 1e-9);
 }
 
-TEST(Corners, OfALoopBeginAtItsStart) {
-    Coarse points;
-    const Vec square[] = {{0, 0}, {1, 0}, {1, 1}, {0, 1}};
-    for (std::size_t i = 0; i < COARSE; ++i) {
-        const Vec a = square[i / 12 % 4];
-        points.at(i) = a + (static_cast<double>(i % 12) / 12) * (square[(i / 12 + 1) % 4] - a);
-    }
-    const Corners corners =
-        cornersOf(points, Scatter(points), {4, {0, 12, 24, 36, 48}, 0.0}, true, 3.0);
-    ASSERT_EQ(corners.count, 4);
-    for (std::size_t i = 0; i < 4; ++i) {
-        EXPECT_LT(norm(corners.at.at(i) - square[i]), 1e-9) << i;
-    }
-}
-
 }  // namespace
 
 }  // namespace Scrivo::test

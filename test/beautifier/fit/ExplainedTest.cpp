@@ -8,8 +8,6 @@ namespace {
 
 using namespace beautifier;
 
-constexpr double PI = std::numbers::pi;
-
 TEST(Explained, InkFurtherThanItsShareOfTheSizeIsFar) {
     Evidence e;
     e.size = 2.0;
@@ -30,10 +28,10 @@ TEST(Explained, CornersAreMeasuredOnTheNearestInk) {
     }
     const CornerInk corner = inkAt(fine, {0.3, -0.4}, 0, FINE - 1, 8);
     EXPECT_NEAR(corner.distance, 0.5, 1e-12);
-    EXPECT_NEAR(corner.bend, PI / 2, 1e-12);
+    EXPECT_NEAR(corner.bend, std::numbers::pi / 2, 1e-12);
     EXPECT_NEAR(inkAt(fine, {-0.5, 0.1}, 0, FINE - 1, 8).bend, 0.0, 1e-12);
-    EXPECT_EQ(inkAt(fine, {0, 0}, 0, 55, 8).bend, PI) << "next to an end";
-    EXPECT_NEAR(inkAt(fine, {0, 0}, 0, 56, 8).bend, PI / 2, 1e-12);
+    EXPECT_EQ(inkAt(fine, {0, 0}, 0, 55, 8).bend, std::numbers::pi) << "next to an end";
+    EXPECT_NEAR(inkAt(fine, {0, 0}, 0, 56, 8).bend, std::numbers::pi / 2, 1e-12);
 }
 
 TEST(Explained, LengthsCompareWithinBounds) {

@@ -14,39 +14,31 @@ Cleaned cleaned(const curves::Path& corners) {
     return withoutStrays(fineOutline(polyline(corners)));
 }
 
-// One step of the outline, twice: corners fall between points.
-constexpr double STEPS = 2.0 / (FINE - 1);
+// Two steps of the outline: corners fall between its points.
+constexpr double TWO_STEPS = 2.0 / (FINE - 1);
 
-TEST(Strays, WaysBackAreCutAtEitherEnd) {
+TEST(Strays, WaysBackAndFlicksAreCutAtEitherEnd) {
     for (const bool atEnd : {true, false}) {
-        curves::Path path{{0, 0}, {300, 0}, {200, 0}};
-        if (!atEnd) {
-            std::reverse(path.begin(), path.end());
+        const auto lineWith = [&](const Point2D& stray) {
+            const curves::Path path{{0, 0}, {300, 0}, stray};
+            return cleaned(atEnd ? path : curves::Path(path.rbegin(), path.rend()));
+        };
+        const Cleaned retraced = lineWith({200, 0});
+        EXPECT_NEAR(retraced.retraced, 0.25, TWO_STEPS);
+        const Cleaned hooked = lineWith({300, 24});
+        EXPECT_NEAR(hooked.hook, 24.0 / 300, 2 * TWO_STEPS);
+        for (const Fine& fine : {retraced.fine, hooked.fine}) {
+            const Vec along = fine.back() - fine.front();
+            EXPECT_LT(std::abs(along.y), 0.02);
+            EXPECT_NEAR(std::abs(along.x), 1.0, 2 * TWO_STEPS);
         }
-        const Cleaned line = cleaned(path);
-        EXPECT_NEAR(line.retraced, 0.25, STEPS);
-        EXPECT_NEAR(norm(line.fine.back() - line.fine.front()), 1.0, 2 * STEPS);
     }
 }
 
 TEST(Strays, WhatRunsOnOverTheStartIsCut) {
     const Cleaned square = cleaned({{0, 0}, {200, 0}, {200, 200}, {0, 200}, {0, 0}, {100, 0}});
-    EXPECT_NEAR(square.overlap, 1.0 / 9, STEPS);
+    EXPECT_NEAR(square.overlap, 1.0 / 9, TWO_STEPS);
     EXPECT_LT(norm(square.fine.back() - square.fine.front()), 0.1);
-}
-
-TEST(Strays, FlicksAreCutAtEitherEnd) {
-    for (const bool atEnd : {true, false}) {
-        curves::Path path{{0, 0}, {300, 0}, {300, 24}};
-        if (!atEnd) {
-            std::reverse(path.begin(), path.end());
-        }
-        const Cleaned line = cleaned(path);
-        EXPECT_NEAR(line.hook, 24.0 / 300, 2 * STEPS);
-        const Vec along = line.fine.back() - line.fine.front();
-        EXPECT_LT(std::abs(along.y), 0.02);
-        EXPECT_NEAR(std::abs(along.x), 1.0, 0.02);
-    }
 }
 
 TEST(Strays, FiguresWithoutThemStayAsTheyAre) {
