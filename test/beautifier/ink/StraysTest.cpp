@@ -1,0 +1,61 @@
+#include "Answers.h"
+#include "Beautifier/ink/Strays.h"
+
+#include <gtest/gtest.h>
+
+namespace Scrivo::test {
+
+namespace {
+
+using namespace beautifier;
+using curves::polyline;
+
+Cleaned cleaned(const curves::Path& corners) {
+    return withoutStrays(fineOutline(polyline(corners)));
+}
+
+// Two steps of the outline: corners fall between its points.
+constexpr double TWO_STEPS = 2.0 / (FINE - 1);
+
+TEST(Strays, WaysBackAndFlicksAreCutAtEitherEnd) {
+    for (const bool atEnd : {true, false}) {
+        const auto lineWith = [&](const Point2D& stray) {
+            const curves::Path path{{0, 0}, {300, 0}, stray};
+            return cleaned(atEnd ? path : curves::Path(path.rbegin(), path.rend()));
+        };
+        const Cleaned retraced = lineWith({200, 0});
+        EXPECT_NEAR(retraced.retraced, 0.25, TWO_STEPS);
+        const Cleaned hooked = lineWith({300, 24});
+        EXPECT_NEAR(hooked.hook, 24.0 / 300, 2 * TWO_STEPS);
+        for (const Fine& fine : {retraced.fine, hooked.fine}) {
+            const Vec along = fine.back() - fine.front();
+            EXPECT_LT(std::abs(along.y), 0.02);
+            EXPECT_NEAR(std::abs(along.x), 1.0, 2 * TWO_STEPS);
+        }
+    }
+}
+
+TEST(Strays, WhatRunsOnOverTheStartIsCut) {
+    const Cleaned square = cleaned({{0, 0}, {200, 0}, {200, 200}, {0, 200}, {0, 0}, {100, 0}});
+    EXPECT_NEAR(square.overlap, 1.0 / 9, TWO_STEPS);
+    EXPECT_LT(norm(square.fine.back() - square.fine.front()), 0.1);
+}
+
+TEST(Strays, FiguresWithoutThemStayAsTheyAre) {
+    for (const curves::Path& path : std::vector<curves::Path>{
+             {{0, 0}, {300, 0}, {300, 120}},
+             {{0, 0}, {300, 0}, {0, 90}},
+             {{0, 0}, {300, 0}, {300, 200}, {0, 200}, {0, 3}},
+         }) {
+        const Fine fine = fineOutline(polyline(path));
+        const Cleaned same = withoutStrays(fine);
+        EXPECT_EQ(same.retraced + same.overlap + same.hook, 0.0);
+        for (std::size_t i = 0; i < FINE; ++i) {
+            EXPECT_EQ(norm(same.fine.at(i) - fine.at(i)), 0.0) << i;
+        }
+    }
+}
+
+}  // namespace
+
+}  // namespace Scrivo::test

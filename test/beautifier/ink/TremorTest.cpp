@@ -1,0 +1,43 @@
+#include "Answers.h"
+#include "Beautifier/ink/Tremor.h"
+
+#include <gtest/gtest.h>
+
+namespace Scrivo::test {
+
+namespace {
+
+using namespace beautifier;
+using namespace curves;
+using curves::ellipse;
+
+std::optional<Fine> calmed(const Path& path) {
+    const Ink ink{path, 1, 1};
+    const Frame frame = measure(ink);
+    return withoutTremor(Cursor(ink, frame), frame.length / frame.extent);
+}
+
+TEST(Tremor, SteadyPathsHaveNone) {
+    EXPECT_FALSE(calmed(sample(polyline({{0, 0}, {300, 100}}), 100)));
+    EXPECT_FALSE(calmed(sample(ellipse(100, 60, 0.3), 200)));
+    for (const Example& other : others()) {
+        EXPECT_FALSE(calmed(sample(other.curve, 300))) << other.name;
+    }
+}
+
+TEST(Tremor, IsAveragedAway) {
+    Path path;
+    for (int i = 0; i <= 400; ++i) {
+        path.push_back({static_cast<double>(i), i % 4 < 2 ? 2.0 : -2.0, 0.0});
+    }
+    const auto fine = calmed(path);
+    ASSERT_TRUE(fine);
+    for (std::size_t i = 4; i < FINE - 4; ++i) {
+        EXPECT_NEAR(fine->at(i).x, -0.5 + static_cast<double>(i) / (FINE - 1), 0.01);
+        EXPECT_LT(std::abs(fine->at(i).y), 0.001) << i;
+    }
+}
+
+}  // namespace
+
+}  // namespace Scrivo::test
