@@ -1,19 +1,20 @@
 'use strict';
 
-// Strokes a second through `scrivo idealise`, from a file to a file, on one thread and on more,
-// and what part of that the engine alone takes. Each is run several times in turn, since other
-// work on the machine slows whatever runs beside it; the fastest of each counts.
+// Strokes per second through `scrivo idealise`, from a file to a file, by both engines, on one
+// thread and on two, and through the engines alone. Each runs several times in turn, and the
+// fastest run counts: other work on the machine slows single runs.
 
 const { spawnSync } = require('node:child_process');
 const fs = require('node:fs');
 const os = require('node:os');
 const path = require('node:path');
-const { createEngine } = require('../packages/cli/lib/engines.js');
-const { placeInArea } = require('../packages/cli/lib/run/area.js');
-const { FIGURES, drawInk } = require('../research/ink/index.js');
+const { Beautifier } = require('../lib/beautifier.js');
+const { templates } = require('../lib/index.js');
+const { drawEach } = require('../research/ink/index.js');
+const templateEngine = require('../research/template-engine.js');
 
 const DRAWN = 20000;
-// The file holds the drawn strokes several times over, so that starting the threads counts little.
+// The file holds the drawn strokes several times, so that the start of the threads hardly counts.
 const REPEATS = 4;
 const STROKES = DRAWN * REPEATS;
 const ROUNDS = 3;
@@ -22,40 +23,44 @@ const HOURS = 1 / 3600;
 
 const PROGRAM = path.join(__dirname, '..', 'packages', 'cli', 'bin', 'scrivo.js');
 
-/** Every figure in turn, 100 to 300 units large, among as many strokes that are no figure. */
+const beautifier = new Beautifier();
+const ENGINES = {
+  beautifier: ({ path, side }) => beautifier.beautify(path, side, side),
+  template: templateEngine.answerPlaced,
+};
+
+/** Every figure in turn, 100 to 300 units large, as [x, y, force]. */
 function drawStrokes(count) {
-  const figures = Object.keys(FIGURES);
-  return Array.from({ length: count }, (_, i) => {
-    const size = 100 + ((i * 7) % 200);
-    const { points } = drawInk({ figure: figures[i % figures.length], seed: i, size });
-    // As a device gives them: to a tenth of a unit, pressure in 4096 steps.
-    return points.map(([x, y, force]) => [round(x, 10), round(y, 10), round(force, 4096)]);
-  });
+  const strokes = drawEach(count, { optionsOf: (i) => ({ size: 100 + ((i * 7) % 200) }) });
+  // At a device's resolution: tenths of a unit, 4096 steps of pressure.
+  return strokes.map(({ points }) =>
+    points.map(([x, y, force]) => [round(x, 10), round(y, 10), round(force, 4096)]),
+  );
 }
 
 function round(value, parts) {
   return Math.round(value * parts) / parts;
 }
 
-/** @returns {{wall: number, cpu: number}} seconds, of the whole program */
-function timeProgram(folder, jobs) {
+/** @returns {{wall: number, cpu: number}} seconds of the whole program */
+function timeProgram(folder, name, jobs) {
   const args = [PROGRAM, 'idealise', 'ink.ndjson', '-o', 'ideal.ndjson', '--force', '--json'];
   const start = process.hrtime.bigint();
   const { status, stdout, stderr } = spawnSync(
     process.execPath,
-    [...args, '--jobs', String(jobs)],
+    [...args, '--engine', name, '--jobs', String(jobs)],
     { cwd: folder, encoding: 'utf8' },
   );
   if (status !== 0) throw new Error(`scrivo idealise failed: ${stderr}`);
   return { wall: secondsSince(start), cpu: JSON.parse(stdout).cpu_seconds };
 }
 
-function timeEngine(strokes) {
-  const engine = createEngine('exact');
-  const placed = strokes.map((points) => placeInArea({ points }).placed);
+function timeEngine(strokes, name) {
+  const answer = ENGINES[name];
+  const placed = strokes.map(templateEngine.place);
   const cpuBefore = process.cpuUsage();
   const start = process.hrtime.bigint();
-  for (let i = 0; i < REPEATS; i += 1) for (const stroke of placed) engine.answer(stroke);
+  for (let i = 0; i < REPEATS; i += 1) for (const stroke of placed) answer(stroke);
   const { user, system } = process.cpuUsage(cpuBefore);
   return { wall: secondsSince(start), cpu: (user + system) / 1e6 };
 }
@@ -64,13 +69,14 @@ function secondsSince(start) {
   return Number(process.hrtime.bigint() - start) / 1e9;
 }
 
-/** The least wall and processor time of each way. */
+/** The shortest wall and processor time of each way. */
 function measure(folder, strokes) {
-  const ways = {
-    '--jobs 1': () => timeProgram(folder, 1),
-    ...(os.cpus().length > 1 && { '--jobs 2': () => timeProgram(folder, 2) }),
-    'engine alone': () => timeEngine(strokes),
-  };
+  const ways = {};
+  for (const name of Object.keys(ENGINES)) {
+    ways[`${name} --jobs 1`] = () => timeProgram(folder, name, 1);
+    if (os.cpus().length > 1) ways[`${name} --jobs 2`] = () => timeProgram(folder, name, 2);
+    ways[`${name} alone`] = () => timeEngine(strokes, name);
+  }
   const best = {};
   for (let i = 0; i < ROUNDS; i += 1) {
     for (const [name, run] of Object.entries(ways)) {
@@ -87,10 +93,10 @@ function report(best, bytes) {
     const rate = STROKES / wall;
     const hours = (BILLION / rate) * HOURS;
     const columns = [
-      name.padEnd(12),
+      name.padEnd(20),
       `${Math.round(rate)} strokes/s`.padStart(16),
       `${(bytes / wall / 1e6).toFixed(1)} MB/s`.padStart(10),
-      `${((cpu / STROKES) * 1e6).toFixed(0)} us of a core a stroke`.padStart(26),
+      `${((cpu / STROKES) * 1e6).toFixed(0)} us of a core per stroke`.padStart(28),
       `a billion in ${hours.toFixed(1)} h`,
     ];
     console.log(columns.join('  '));
@@ -109,7 +115,7 @@ function main() {
       `${STROKES} strokes of ${Math.round(points / DRAWN)} points, ` +
         `${(text.length / 1e6).toFixed(0)} MB; best of ${ROUNDS} runs, Node ${process.version}`,
     );
-    createEngine('exact').load({});
+    templateEngine.load(templates);
     report(measure(folder, strokes), text.length);
   } finally {
     fs.rmSync(folder, { recursive: true });

@@ -1,11 +1,12 @@
 'use strict';
 
-// What it costs to carry a stroke of 85 points into the native module and back,
-// beside what JavaScript alone needs to copy the same points. Microseconds, the
-// median of many rounds; the ratio, taken round by round, is what to compare
-// between machines.
+// Time to carry a stroke of 85 points into the native module and back, beside a plain copy of the
+// same points in JavaScript. Microseconds, medians of many rounds. Compare machines by the ratio,
+// which is taken within each round.
 
-const { optimizeAStroke } = require('../lib/index.js');
+const { FigureType, optimizeAStroke } = require('../lib/index.js');
+const { HANDS, drawInk } = require('../research/ink/index.js');
+const { place } = require('../research/template-engine.js');
 
 const POINTS = 85;
 const ROUNDS = 101;
@@ -20,13 +21,13 @@ function time(call) {
   return Number(process.hrtime.bigint() - start) / 1e3 / CALLS;
 }
 
-/** A stroke that comes back as drawn: too large for a dot, too small for the rest. */
-function scribble(force) {
-  return Array.from({ length: POINTS }, (_, i) => ({
-    x: 0.5 + 0.012 * Math.sin(i * 2.4),
-    y: 0.5 + 0.012 * Math.cos(i * 1.7),
-    ...(force && { force }),
-  }));
+/** A scrawl too large for a dot and too small for anything else: it comes back as drawn. */
+function scribble({ withForce }) {
+  const hand = { ...HANDS.ordinary, rate: 1200 };
+  const { points } = drawInk({ figure: 'scrawl', seed: 1, size: 24, hand });
+  return place(
+    points.slice(0, POINTS).map(([x, y, force]) => (withForce ? [x, y, force] : [x, y])),
+  );
 }
 
 function copy(stroke) {
@@ -35,14 +36,16 @@ function copy(stroke) {
   return path;
 }
 
-for (const force of [undefined, 0.5]) {
-  const stroke = scribble(force);
+for (const withForce of [false, true]) {
+  const { path: stroke, side } = scribble({ withForce });
+  const { type } = optimizeAStroke(stroke, side, side, []);
+  if (stroke.length !== POINTS || type !== FigureType.NONE) throw new Error('a wrong scribble');
   const rounds = Array.from({ length: ROUNDS }, () => {
-    const empty = time(() => optimizeAStroke([], 1000, 1000, []));
-    // As one of the other strokes it is read, summed up, and that is all.
-    const inwards = time(() => optimizeAStroke([], 1000, 1000, [stroke])) - empty;
-    // Includes what the engine does to find out that it is no figure.
-    const both = time(() => optimizeAStroke(stroke, 1000, 1000, [])) - empty;
+    const empty = time(() => optimizeAStroke([], side, side, []));
+    // Another stroke is only read and reduced to its centroid.
+    const inwards = time(() => optimizeAStroke([], side, side, [stroke])) - empty;
+    // Includes the engine's work until it gives up.
+    const both = time(() => optimizeAStroke(stroke, side, side, [])) - empty;
     const plain = time(() => copy(stroke));
     return { empty, inwards, both, plain, ratio: inwards / plain };
   });
@@ -50,7 +53,7 @@ for (const force of [undefined, 0.5]) {
   const { empty, inwards, both, plain, ratio } = Object.fromEntries(row);
   const us = (value) => `${value.toFixed(2)} us`;
   console.log(
-    `${POINTS} points ${force ? 'with' : 'without'} force: in ${us(inwards)}, ` +
+    `${POINTS} points ${withForce ? 'with' : 'without'} force: in ${us(inwards)}, ` +
       `in, judged and out ${us(both)}, empty call ${us(empty)}, ` +
       `copied by JavaScript ${us(plain)}; in / copied ${ratio.toFixed(2)}`,
   );

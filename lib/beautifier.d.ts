@@ -37,6 +37,12 @@ export type FigureFamily = 'dot' | 'line' | 'angle' | 'triangle' | 'quadrangle' 
 export declare const FIGURES: readonly FigureFamily[];
 
 /**
+ * A mark of another stroke: the mean of its samples, its ends when it is open, its corners. Strokes
+ * smaller than 20 units have a centre only.
+ */
+export type AnchorSort = 'centre' | 'end' | 'corner';
+
+/**
  * Which figures a beautifier recognises, and how readily. An option that is `undefined` has its
  * default; inherited properties count too.
  */
@@ -63,15 +69,16 @@ export interface BeautifierOptions {
    */
   readonly sensitivity?: number | undefined;
   /**
-   * Lines, legs of angles and axes of ellipses that are nearly horizontal or vertical become so. Of
-   * triangles and quadrangles the lowest edge does: a regular figure turns with it, any other one
-   * keeps its other edges. Default: true.
+   * Figures that are nearly level or upright by an edge, a diagonal, a leg or an axis are turned as
+   * a whole until they are. Default: true.
    */
   readonly horizontalVertical?: boolean | undefined;
-  /** Nearly regular triangles, quadrangles and ellipses become regular. Default: true. */
+  /** Nearly regular triangles and quadrangles become regular, nearly round ellipses circles. Default: true. */
   readonly regularFigures?: boolean | undefined;
   /** The ends of lines snap to nearby strokes. Default: true. */
   readonly nearbyStrokes?: boolean | undefined;
+  /** The marks of other strokes that the ends of lines snap to. Default: all. */
+  readonly anchors?: readonly AnchorSort[] | undefined;
   /**
    * Figures, but not lines, that stick out of the drawing area are moved back into it as a whole,
    * where they fit. Default: true.
@@ -114,7 +121,8 @@ export type Figure =
       kind: 'quadrangle';
       corners: [Place, Place, Place, Place];
       /** The most special kind that applies: a square is not called a rectangle. */
-      subtype: 'general' | 'square' | 'rectangle' | 'rhombus' | 'parallelogram' | 'trapezoid';
+      subtype:
+        'general' | 'square' | 'rectangle' | 'rhombus' | 'parallelogram' | 'trapezoid' | 'kite';
     }
   | { kind: 'circle'; centre: Place; radius: number }
   | {
@@ -125,6 +133,27 @@ export type Figure =
       /** Of the first axis, radians, clockwise on the screen, within [-pi/4, pi/4]. */
       rotation: number;
     };
+
+/** What a stroke can be made: a family, or one of its kinds. */
+export type Wish =
+  | FigureFamily
+  | 'circle'
+  | 'equilateral'
+  | 'isosceles'
+  | 'right'
+  | 'square'
+  | 'rectangle'
+  | 'rhombus'
+  | 'parallelogram'
+  | 'trapezoid'
+  | 'kite';
+
+/** Another family that a stroke may have been meant as. */
+export interface Alternative {
+  family: FigureFamily;
+  /** From 0 to 1. */
+  probability: number;
+}
 
 /**
  * Why a stroke stays as drawn:
@@ -157,6 +186,11 @@ export interface Beautified<Path> {
   figure: Figure | null;
   /** Null when a figure was recognised. */
   reason: Reason | null;
+  /**
+   * Families worth offering beside the answer, likeliest first: those with a probability of 1 % and
+   * more. A stroke that stays ink may have them too.
+   */
+  alternatives: Alternative[];
 }
 
 /** A stroke as point objects, or as numbers in the order that `layout` names. */
@@ -205,4 +239,46 @@ export declare class Beautifier {
     height: number,
     others?: readonly Ink[],
   ): Beautified<InkPoint[] | Float64Array>;
+
+  /**
+   * The best figure of a family or kind for this stroke, whatever its score: `figures`, `minSize` and
+   * `sensitivity` do not count, the other options do. `confidence` is the probability that the family
+   * is right. `reason` is `'no-figure'` when there is no such figure, as for samples that all coincide.
+   *
+   * @param wish a family or kind; of a family the kind is chosen as `beautify` chooses it
+   * @throws as {@link beautify}, and RangeError for an unknown wish
+   */
+  beautifyAs(
+    stroke: readonly InkPoint[],
+    wish: Wish,
+    width: number,
+    height: number,
+    others?: readonly Ink[],
+  ): Beautified<InkPoint[]>;
+  beautifyAs(
+    stroke: Float64Array,
+    wish: Wish,
+    width: number,
+    height: number,
+    others?: readonly Ink[],
+  ): Beautified<Float64Array>;
+  beautifyAs(
+    stroke: Ink,
+    wish: Wish,
+    width: number,
+    height: number,
+    others?: readonly Ink[],
+  ): Beautified<InkPoint[] | Float64Array>;
 }
+
+/**
+ * Outline of a figure whose parameters the host may have changed, as
+ * {@link Beautified.path} has it: from the parameters alone.
+ *
+ * @param figure in drawing-area units
+ * @param width of the drawing area, above 0
+ * @param height the same
+ * @returns points in fractions of the drawing area
+ * @throws TypeError, RangeError naming the parameter and what was found
+ */
+export declare function outlineOf(figure: Figure, width: number, height: number): InkPoint[];

@@ -1,7 +1,7 @@
 'use strict';
 
-const { loadNative } = require('./native.js');
 const { isFloat64Array } = require('node:util/types');
+const { FIGURES, WISHES, flattenFigure, makeFigure, native } = require('./figures.js');
 const {
   copyPacked,
   copyPoints,
@@ -11,13 +11,11 @@ const {
   unpackObjects,
 } = require('./packing.js');
 
-const native = loadNative('beautifier');
-
-/** The names of the families, in the order of the native enumeration. */
-const FIGURES = Object.freeze(native.families);
-
 /** In the order of the native enumeration, which starts with a recognised figure. */
 const REASONS = [null, 'invalid', 'too-small', 'not-wanted', 'not-sure', 'no-figure'];
+
+/** Marks of other strokes to which lines snap, in the order of the native enumeration. */
+const ANCHORS = Object.freeze(['centre', 'end', 'corner']);
 
 const DEFAULTS = {
   figures: FIGURES,
@@ -27,6 +25,7 @@ const DEFAULTS = {
   horizontalVertical: true,
   regularFigures: true,
   nearbyStrokes: true,
+  anchors: ANCHORS,
   insideArea: true,
   layout: 'xyf',
 };
@@ -45,24 +44,24 @@ function checkNumber(name, value, min, max) {
   }
 }
 
-/** A frozen copy with checked elements. */
-function copyFigures(given) {
+/** A frozen copy of a list of names that are all known. */
+function copyNames(option, given, known) {
   if (!Array.isArray(given)) {
-    throw new TypeError(`options.figures must be an array, found ${found(given)}`);
+    throw new TypeError(`${option} must be an array, found ${found(given)}`);
   }
-  const figures = [];
+  const names = [];
   for (let i = 0; i < given.length; i++) {
-    const figure = given[i];
-    if (!FIGURES.includes(figure)) {
-      const known = FIGURES.join(', ');
-      throw new RangeError(`options.figures[${i}] must be one of ${known}, found ${found(figure)}`);
+    const name = given[i];
+    if (!known.includes(name)) {
+      throw new RangeError(
+        `${option}[${i}] must be one of ${known.join(', ')}, found ${found(name)}`,
+      );
     }
-    figures.push(figure);
+    names.push(name);
   }
-  return Object.freeze(figures);
+  return Object.freeze(names);
 }
 
-/** Options may be an instance of the caller's class, but a Map or an array has no options. */
 function checkOptions(options) {
   const isObject = Object.prototype.toString.call(options) === '[object Object]';
   if (!isObject) throw new TypeError(`options must be an object, found ${found(options)}`);
@@ -82,7 +81,8 @@ function completeOptions(options) {
     const { [name]: value = byDefault } = options;
     complete[name] = value;
   }
-  complete.figures = copyFigures(complete.figures);
+  complete.figures = copyNames('options.figures', complete.figures, FIGURES);
+  complete.anchors = copyNames('options.anchors', complete.anchors, ANCHORS);
   checkNumber('options.minSize', complete.minSize, 0, Number.MAX_VALUE);
   checkNumber('options.tapSize', complete.tapSize, 0, Number.MAX_VALUE);
   checkNumber('options.sensitivity', complete.sensitivity, 0, 1);
@@ -107,27 +107,6 @@ function checkSide(name, value) {
   }
 }
 
-/** The field of a figure at index `at`: a number (0 places), one place (-1) or an array of them. */
-function readField(numbers, at, places) {
-  if (places === 0) return numbers[at];
-  const place = (k) => ({ x: numbers[at + 2 * k], y: numbers[at + 2 * k + 1] });
-  return places < 0 ? place(0) : Array.from({ length: places }, (_, k) => place(k));
-}
-
-/** The figure as an object, from its index in the native table; null for no figure. */
-function makeFigure(index, subtype, numbers) {
-  if (native.figures[index] === null) return null;
-  const { kind, subtypes, fields } = native.figures[index];
-  const figure = { kind };
-  let at = 0;
-  for (const [name, places] of fields) {
-    figure[name] = readField(numbers, at, places);
-    at += places === 0 ? 1 : 2 * Math.abs(places);
-  }
-  if (subtypes.length > 0) figure.subtype = subtypes[subtype];
-  return figure;
-}
-
 class Beautifier {
   #native;
   #stride;
@@ -146,12 +125,25 @@ class Beautifier {
       this.options.regularFigures,
       this.options.nearbyStrokes,
       this.options.insideArea,
+      this.options.anchors.map((anchor) => ANCHORS.indexOf(anchor)),
     );
     // Derived classes may add fields.
     if (new.target === Beautifier) Object.freeze(this);
   }
 
   beautify(stroke, width, height, others = []) {
+    return this.#answer('beautify', stroke, width, height, others, []);
+  }
+
+  beautifyAs(stroke, wish, width, height, others = []) {
+    if (!WISHES.has(wish)) {
+      const known = [...WISHES.keys()].join(', ');
+      throw new RangeError(`wish must be one of ${known}, found ${found(wish)}`);
+    }
+    return this.#answer('beautifyAs', stroke, width, height, others, WISHES.get(wish));
+  }
+
+  #answer(method, stroke, width, height, others, rest) {
     const isPacked = isFloat64Array(stroke);
     const stride = isPacked ? this.#stride : STRIDES.xy;
     const given = isPacked ? stroke : copyPoints('stroke', stroke);
@@ -159,14 +151,9 @@ class Beautifier {
     checkSide('width', width);
     checkSide('height', height);
     const { values, lengths } = packOthers('others', others, this.#stride);
-    const [path, type, confidence, reason, index, subtype, parameters] = this.#native.beautify(
-      points,
-      stride,
-      width,
-      height,
-      values,
-      lengths,
-    );
+    const [path, type, confidence, reason, index, subtype, parameters, alternatives] = this.#native[
+      method
+    ](points, stride, width, height, values, lengths, ...rest);
     const figure = makeFigure(index, subtype, parameters);
     // Ink comes back as the caller's own objects, with all their properties.
     const pathOfObjects = () => (figure === null ? given : unpackObjects(path));
@@ -176,8 +163,25 @@ class Beautifier {
       confidence,
       figure,
       reason: REASONS[reason],
+      alternatives: unpackAlternatives(alternatives),
     };
   }
 }
 
-module.exports = { Beautifier, FIGURES };
+/** Pairs of family and probability as objects. */
+function unpackAlternatives(pairs) {
+  return Array.from({ length: pairs.length / 2 }, (_, k) => ({
+    family: FIGURES[pairs[2 * k]],
+    probability: pairs[2 * k + 1],
+  }));
+}
+
+/** Points of a figure, in fractions of the area. */
+function outlineOf(figure, width, height) {
+  const { index, numbers } = flattenFigure(figure);
+  checkSide('width', width);
+  checkSide('height', height);
+  return unpackObjects(native.outlineOf(index, numbers, width, height));
+}
+
+module.exports = { Beautifier, FIGURES, outlineOf };

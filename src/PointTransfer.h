@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Scrivo/Scrivo.h"
+#include "Scrivo/Types.h"
 
 #include <cstdint>
 #include <memory>

@@ -176,21 +176,29 @@ Napi::Array describeFigures(Napi::Env env, std::index_sequence<I...> /*indices*/
     return result;
 }
 
-/// The names of the families, in the order of their enumeration.
-Napi::Array familyNames(Napi::Env env) {
-    std::vector<std::string_view> names;
-    for (const auto& family : Scrivo::beautifier::families()) names.push_back(family.name);
-    return toArray(env, names);
+/// [name, type, kinds] of every family, by its number.
+Napi::Array describeFamilies(Napi::Env env) {
+    Napi::Array result = Napi::Array::New(env);
+    for (const auto& family : Scrivo::beautifier::families()) {
+        const Napi::Array entry = Napi::Array::New(env, 3);
+        entry.Set(0U, Napi::String::New(env, std::string(family.name)));
+        entry.Set(1U, Napi::Number::New(env, family.code));
+        entry.Set(2U, toArray(env, family.kinds));
+        result.Set(result.Length(), entry);
+    }
+    return result;
 }
 
 class Beautifier : public Napi::ObjectWrap<Beautifier> {
 public:
     static Napi::Function define(Napi::Env env) {
-        return DefineClass(env, "Beautifier", {InstanceMethod<&Beautifier::beautify>("beautify")});
+        return DefineClass(env, "Beautifier",
+                           {InstanceMethod<&Beautifier::beautify>("beautify"),
+                            InstanceMethod<&Beautifier::beautifyAs>("beautifyAs")});
     }
 
     /// (families: number[], minSize, tapSize, sensitivity, horizontalVertical,
-    /// regularFigures, nearbyStrokes, insideArea)
+    /// regularFigures, nearbyStrokes, insideArea, anchors: number[])
     explicit Beautifier(const Napi::CallbackInfo& info) : Napi::ObjectWrap<Beautifier>(info) {
         try {
             m_beautifier = Scrivo::Beautifier(readOptions(info));
@@ -216,22 +224,52 @@ private:
         options.regularFigures = Napi::Boolean(env, info[5]).Value();
         options.nearbyStrokes = Napi::Boolean(env, info[6]).Value();
         options.insideArea = Napi::Boolean(env, info[7]).Value();
+        options.anchors.clear();
+        const Napi::Array anchors(env, info[8]);
+        for (std::uint32_t i = 0; i < anchors.Length(); ++i) {
+            const std::uint32_t sort = Napi::Number(env, anchors.Get(i)).Uint32Value();
+            options.anchors.insert(static_cast<Scrivo::AnchorSort>(sort));
+        }
         return options;
     }
 
     /// (points: Float64Array, stride, width, height, others: Float64Array,
     /// lengths: Uint32Array): `others` holds x and y of all points of the other
     /// strokes, `lengths` the number of points of each. Returns
-    /// [path, type, confidence, reason, index of the figure, subtype, parameters].
+    /// [path, type, confidence, reason, index of the figure, subtype, parameters,
+    /// alternatives], the last one as pairs of family and probability.
     Napi::Value beautify(const Napi::CallbackInfo& info) {
+        return answer(info, [this](const Points& stroke, double width, double height,
+                                   const std::vector<Points>& others) {
+            return m_beautifier.beautify(stroke, width, height, others);
+        });
+    }
+
+    /// The same with (..., family, kind) behind; no kind for -1.
+    Napi::Value beautifyAs(const Napi::CallbackInfo& info) {
+        const auto family = Napi::Number(info.Env(), info[6]).Uint32Value();
+        const auto kind = Napi::Number(info.Env(), info[7]).Int32Value();
+        return answer(info, [=, this](const Points& stroke, double width, double height,
+                                      const std::vector<Points>& others) {
+            return m_beautifier.beautifyAs(stroke, wishOf(family, kind), width, height, others);
+        });
+    }
+
+    static Scrivo::Wish wishOf(std::uint32_t family, std::int32_t kind) {
+        const auto wished = static_cast<Scrivo::FigureFamily>(family);
+        if (kind < 0) return wished;
+        return {wished, static_cast<std::uint8_t>(kind)};
+    }
+
+    template <typename Answer>
+    static Napi::Value answer(const Napi::CallbackInfo& info, Answer answerTo) {
         const Napi::Env env = info.Env();
         try {
             const std::size_t stride = Napi::Number(env, info[1]).Uint32Value() == 2 ? 2 : 3;
             const Points stroke = unpack(view(info[0]), stride);
             const double width = Napi::Number(env, info[2]).DoubleValue();
             const double height = Napi::Number(env, info[3]).DoubleValue();
-            return toArray(env, stride,
-                           m_beautifier.beautify(stroke, width, height, readOthers(info)));
+            return toArray(env, stride, answerTo(stroke, width, height, readOthers(info)));
         } catch (const std::exception& error) {
             // Out of memory: a drawing must not end its host.
             Napi::Error::New(env, error.what()).ThrowAsJavaScriptException();
@@ -256,7 +294,12 @@ private:
     static Napi::Value toArray(Napi::Env env, std::size_t stride,
                                const Scrivo::Beautified& answer) {
         const Flat figure(answer.figure);
-        const std::array<napi_value, 7> parts{
+        std::vector<double> alternatives;
+        for (const Scrivo::Alternative& alternative : answer.alternatives) {
+            alternatives.push_back(static_cast<double>(alternative.family));
+            alternatives.push_back(alternative.probability);
+        }
+        const std::array<napi_value, 8> parts{
             pack(env, answer.path, stride),
             Napi::Number::New(env, answer.type),
             Napi::Number::New(env, answer.confidence),
@@ -264,6 +307,7 @@ private:
             Napi::Number::New(env, figure.index),
             Napi::Number::New(env, figure.subtype),
             pack(env, figure.parameters),
+            pack(env, alternatives),
         };
         const Napi::Array result = Napi::Array::New(env, parts.size());
         for (std::uint32_t i = 0; i < parts.size(); ++i) {
@@ -275,10 +319,63 @@ private:
     Scrivo::Beautifier m_beautifier;  // with default options until the constructor has read them
 };
 
+/// A figure from its numbers; the opposite of `Numbers`.
+struct Assign {
+    std::span<const double> values;
+    std::size_t& next;
+
+    void number(std::string_view /*name*/, double& value) const { value = values[next++]; }
+    void place(std::string_view name, Scrivo::Point2D& p) const {
+        number(name, p.x);
+        number(name, p.y);
+    }
+    void size(std::string_view name, Scrivo::Point2D& p) const { place(name, p); }
+    void places(std::string_view name, auto& list) const {
+        for (Scrivo::Point2D& p : list) place(name, p);
+    }
+};
+
+/// The alternative of this index with these numbers; none when their count is wrong.
+template <std::size_t I = 0>
+Scrivo::Figure figureOf(std::size_t index, std::span<const double> values) {
+    if constexpr (I < std::variant_size_v<Scrivo::Figure>) {
+        using F = std::variant_alternative_t<I, Scrivo::Figure>;
+        if (index != I) return figureOf<I + 1>(index, values);
+        F figure{};
+        if constexpr (!std::is_same_v<F, std::monostate>) {
+            using Traits = Scrivo::beautifier::FigureTraits<F>;
+            std::vector<double> count;
+            Traits::fields(figure, Numbers{count});
+            if (count.size() != values.size()) return {};
+            std::size_t next = 0;
+            Traits::fields(figure, Assign{values, next});
+        }
+        return figure;
+    }
+    return {};
+}
+
+/// (index of the figure, parameters: Float64Array, width, height): x and y of its
+/// outline.
+Napi::Value outlineOf(const Napi::CallbackInfo& info) {
+    const Napi::Env env = info.Env();
+    try {
+        const auto index = Napi::Number(env, info[0]).Uint32Value();
+        const double width = Napi::Number(env, info[2]).DoubleValue();
+        const double height = Napi::Number(env, info[3]).DoubleValue();
+        const Scrivo::Figure figure = figureOf(index, view(info[1]));
+        return {env, pack(env, Scrivo::outlineOf(figure, width, height), 2)};
+    } catch (const std::exception& error) {
+        Napi::Error::New(env, error.what()).ThrowAsJavaScriptException();
+        return env.Undefined();
+    }
+}
+
 Napi::Object Init(Napi::Env env, Napi::Object exports) {
     constexpr std::size_t FIGURES = std::variant_size_v<Scrivo::Figure>;
     exports.Set("Beautifier", Beautifier::define(env));
-    exports.Set("families", familyNames(env));
+    exports.Set("outlineOf", Napi::Function::New<outlineOf>(env));
+    exports.Set("families", describeFamilies(env));
     exports.Set("figures", describeFigures(env, std::make_index_sequence<FIGURES>()));
     return exports;
 }

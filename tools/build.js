@@ -18,7 +18,7 @@ function presetNames() {
   return buildPresets.map(({ name }) => name);
 }
 
-/** Whether this is a clone; the installed package has the sources, but no tests. */
+/** Whether this is a clone: the installed package holds the sources without the tests. */
 const IS_CLONE = fs.existsSync(path.join(ROOT, 'test'));
 
 function isInstalled(packageName) {
@@ -52,9 +52,8 @@ function testLibrariesInstalled() {
 }
 
 /**
- * Builds one preset. `modulesOnly` builds the Node modules alone, and does
- * without the libraries of the tests where those are not installed;
- * `keepGoing` shows the errors of all files.
+ * Builds one preset. `modulesOnly` builds the Node modules alone, and does not
+ * require the libraries of the tests; `keepGoing` shows the errors of all files.
  */
 async function build(preset, { modulesOnly = false, keepGoing = false } = {}) {
   checkTools();

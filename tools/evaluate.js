@@ -1,7 +1,7 @@
 'use strict';
 
-const { evaluateCommand } = require('../packages/cli/lib/evaluate.js');
+const { main } = require('../packages/cli/lib/main.js');
 
-evaluateCommand(process.argv.slice(2)).then((exitCode) => {
+main(['evaluate', ...process.argv.slice(2)]).then((exitCode) => {
   process.exitCode = exitCode;
 });

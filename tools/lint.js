@@ -4,7 +4,7 @@
 //
 //   npm run lint                        all checks
 //   npm run lint -- eslint prettier     some checks, by name
-//   npm run format                      rewrites what a tool can put right
+//   npm run format                      fixes what the tools can fix
 
 const crypto = require('node:crypto');
 const fs = require('node:fs');
@@ -49,12 +49,12 @@ async function prettier({ fix }) {
   return run(command, [...args, '--log-level=warn', fix ? '--write' : '--check', '.']);
 }
 
-/** What is not built is neither tested nor checked: every C++ file must be part of a build. */
+/** Only files that are built are tested and checked: every C++ file must be part of a build. */
 async function lists() {
   const read = (name) => [name, fs.readFileSync(path.join(ROOT, name), 'utf8')];
   const makefiles = sourceFiles(/(^|\/)CMakeLists\.txt$|\.cmake$/);
   const unbuilt = unbuiltFiles(new Map(cppFiles().map(read)), new Map(makefiles.map(read)));
-  for (const name of unbuilt) console.error(`${name}: named in no file of CMake, nor included`);
+  for (const name of unbuilt) console.error(`${name}: named in no CMake file and not included`);
   return unbuilt.length === 0 ? 0 : 1;
 }
 
@@ -71,7 +71,7 @@ async function types() {
 
 /**
  * clang-tidy runs as part of a build with clang, so only changed files are
- * checked again. To the build a new configuration is no change: start over.
+ * checked again. The build does not track the configuration: a new one starts over.
  */
 async function clangTidy() {
   const hash = crypto.createHash('sha256');
@@ -101,7 +101,7 @@ const CHECKS = {
 const FORMATTERS = ['clang-format', 'prettier', 'eslint'];
 const QUICK_CHECKS = Object.keys(CHECKS).filter((name) => name !== 'clang-tidy');
 
-/** Runs checks by name, all of them whatever fails; true when all passed. */
+/** Runs the named checks, even after a failure; true when all passed. */
 async function lint(names, { fix = false } = {}) {
   const failed = [];
   for (const name of names) {

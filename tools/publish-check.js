@@ -1,7 +1,7 @@
 'use strict';
 
-// `npm run publish:check`: what must hold before `npm publish`. All checks run,
-// whatever fails; nothing is changed.
+// `npm run publish:check`: what must hold before `npm publish`. All checks run, even
+// after a failure; nothing is changed.
 
 const fs = require('node:fs');
 const path = require('node:path');
@@ -172,7 +172,7 @@ const CHECKS = {
   installed,
 };
 
-/** What no check can know. */
+/** What is left to the publisher. */
 function reminders() {
   return FOLDERS.flatMap((folder) => {
     const file = path.join(folder, 'package.json');

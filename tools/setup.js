@@ -27,7 +27,7 @@ const PACKAGES = {
     'clang-tidy',
     'git', // the linters ask it for the files
   ],
-  // Each with what the hosts of its system ask for.
+  // A line a system.
   hosts: [
     ...['qemu-user', 'libc6-arm64-cross', 'libstdc++6-arm64-cross'],
     ...['musl:amd64', 'musl:arm64', 'g++-aarch64-linux-gnu'],
@@ -43,7 +43,7 @@ const LEVELS = {
 const OLDEST_NODE = 18;
 const TOOLS_NODE = 20;
 
-/** What to say about this version of Node: an error, a warning or nothing. */
+/** An error or a warning about this version of Node, if there is one. */
 function judgeNode(version) {
   const major = Number.parseInt(version, 10);
   if (major < OLDEST_NODE) {
@@ -57,9 +57,8 @@ function judgeNode(version) {
 
 /**
  * Whether node_modules holds what package-lock.json names. `installed` is the
- * record that npm keeps in node_modules, or null. Comparing the two needs no
- * stamp of our own and notices any npm command run in between. Optional
- * packages are for other platforms and may be missing.
+ * record that npm keeps in node_modules, or null; npm updates it with every
+ * change. Optional packages are for other platforms and may be missing.
  */
 function matchesLock(lock, installed) {
   if (!installed) return false;
@@ -97,15 +96,15 @@ function installedPackages(names) {
 }
 
 /**
- * What to do about system packages, from facts alone:
- * `wanted` names; `installed` a set of names or null (no dpkg here); `root`
- * whether we are root; `sudo` whether sudo asks for no password.
+ * Plans the installation of system packages: `wanted` names; `installed` a set
+ * of names or null (no dpkg here); `root` whether we are root; `sudo` whether
+ * sudo works without a password.
  * Returns `missing` and either the `commands` to run or `advice` to print.
  */
 function planSystemPackages({ wanted, installed, root, sudo }) {
   if (installed === null) {
     const advice =
-      'This is no Debian system, so its packages were not checked. Needed are the equivalents of\n' +
+      'This is not a Debian system: packages were not checked. Needed are the equivalents of\n' +
       `  ${wanted.join(' ')}`;
     return { missing: [], commands: [], advice };
   }

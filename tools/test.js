@@ -1,7 +1,7 @@
 'use strict';
 
-// `npm test`: sets up, builds and runs every suite. A suite that fails or finds
-// no test does not stop the others, but the whole then fails.
+// `npm test`: sets up, builds and runs every suite. A suite that fails or runs no
+// test does not stop the others, but fails the whole.
 //
 //   npm test                    everything
 //   npm test -- node browser    some suites, by name, without setting up
@@ -24,7 +24,7 @@ function readReport(file) {
 function newReport(name) {
   fs.mkdirSync(REPORTS, { recursive: true });
   const file = path.join(REPORTS, name);
-  fs.rmSync(file, { force: true }); // a report of an earlier run proves nothing
+  fs.rmSync(file, { force: true }); // an earlier run's report must not count
   return file;
 }
 
@@ -67,7 +67,7 @@ async function nodeTest(name, isOfSuite) {
 const isOfPackage = (file) => file.startsWith('test/package/');
 const isOfBrowser = (file) => file.includes('.browser.test.');
 
-/** Static checks: they fail or not, and count no tests. */
+/** Static checks pass or fail as a whole; they count no tests. */
 async function checks() {
   return { code: (await lint(QUICK_CHECKS)) ? 0 : 1, isCheck: true };
 }

@@ -5,9 +5,10 @@
 //   node research/beautifier/evaluate.js STROKES [--without LINE,LINE...]
 //
 // Twice: with every stroke but dots scaled to a longer side of 200 units, and at
-// its natural size.
+// its natural size; then the kinds of figures and how far they lie from the ink.
 
 const { probe } = require('./probe.js');
+const { printShapes } = require('./shapes.js');
 const { bins } = require('./reliability.js');
 const { readStrokes, scaled } = require('./strokes.js');
 
@@ -78,6 +79,7 @@ function main() {
       for (const bin of table) {
         console.log(`    ${bin.confidence.toFixed(2)}  ${percent(bin.right, 1)} of ${bin.count}`);
       }
+      printShapes(strokes, drawn, answers);
     }
   }
 }

@@ -1,11 +1,7 @@
 'use strict';
 
-const { spawnSync } = require('node:child_process');
-const { existsSync } = require('node:fs');
-const path = require('node:path');
-
-const ROOT = path.join(__dirname, '..', '..');
-const PROBE = path.join(ROOT, 'build', 'release', 'research', 'beautifier', 'beautifier_probe');
+const { ROOT } = require('../../tools/support/run.js');
+const { runProbe } = require('../probe/index.js');
 
 /** The probe's input: one stroke (an array of [x, y]) a line. */
 function asText(strokes) {
@@ -13,18 +9,12 @@ function asText(strokes) {
   return strokes.map(line).join('');
 }
 
+/** Lines that the probe prints about strokes. */
+const linesOf = (mode, strokes) => runProbe([mode], asText(strokes)).trimEnd().split('\n');
+
 /** Runs the probe on strokes: { names, rows } of the table that it writes. */
 function tableOf(mode, strokes) {
-  if (!existsSync(PROBE)) {
-    throw new Error(`${PROBE} is missing. Build it: npm run build`);
-  }
-  const { status, stdout, stderr } = spawnSync(PROBE, [mode], {
-    input: asText(strokes),
-    encoding: 'utf8',
-    maxBuffer: 1 << 30,
-  });
-  if (status !== 0) throw new Error(`beautifier_probe failed: ${stderr}`);
-  const [head, ...rows] = stdout.trim().split('\n');
+  const [head, ...rows] = linesOf(mode, strokes).map((line) => line.trim());
   return {
     names: head.split(' '),
     rows: rows.map((row) => Float64Array.from(row.split(' '), Number)),
@@ -37,4 +27,12 @@ function probe(mode, strokes) {
   return rows.map((row) => Object.fromEntries(names.map((name, i) => [name, row[i]])));
 }
 
-module.exports = { PROBE, ROOT, asText, probe, tableOf };
+/** Paths of the answers, arrays of [x, y]; the mode is `paths` or `plain`. */
+function probePaths(mode, strokes) {
+  return linesOf(mode, strokes).map((line) => {
+    const values = line.trim().split(' ').map(Number);
+    return Array.from({ length: values.length / 2 }, (_, i) => values.slice(2 * i, 2 * i + 2));
+  });
+}
+
+module.exports = { ROOT, probe, probePaths, tableOf };

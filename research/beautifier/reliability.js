@@ -1,10 +1,12 @@
 'use strict';
 
+const { curve, label, line, sheet, spots } = require('../pictures/sheet.js');
+
 const SIDE = 360;
 const MARGIN = 56;
 const BINS = 10;
 
-/** Mean confidence, share of right answers and their number for each tenth. */
+/** Mean confidence, share of right answers and count of each tenth of the scale. */
 function bins(answers) {
   const table = Array.from({ length: BINS }, () => ({ count: 0, confidence: 0, right: 0 }));
   for (const { confidence, right } of answers) {
@@ -22,44 +24,46 @@ function bins(answers) {
     }));
 }
 
-const x = (value) => (MARGIN + value * SIDE).toFixed(1);
-const y = (value) => (MARGIN / 2 + (1 - value) * SIDE).toFixed(1);
+const place = ([confidence, right]) => ({
+  x: MARGIN + confidence * SIDE,
+  y: MARGIN / 2 + (1 - right) * SIDE,
+});
 
-function axes() {
-  const ticks = [0, 0.2, 0.4, 0.6, 0.8, 1];
+function drawAxes() {
+  const ticks = [0, 0.2, 0.4, 0.6, 0.8, 1].flatMap((tick) => {
+    const [below, left] = [place([tick, 0]), place([0, tick])];
+    return [
+      line(left, place([1, tick]), 'rule'),
+      label(below.x, below.y + 18, tick, { anchor: 'middle', kind: 'small' }),
+      label(left.x - 8, left.y + 4, tick, { anchor: 'end', kind: 'small' }),
+    ];
+  });
+  const middle = place([0.5, 0]);
   return [
-    `<rect x="${x(0)}" y="${y(1)}" width="${SIDE}" height="${SIDE}" fill="#fff" stroke="#999"/>`,
-    ...ticks.map(
-      (t) => `<text x="${x(t)}" y="${Number(y(0)) + 18}" text-anchor="middle">${t}</text>`,
-    ),
-    ...ticks.map(
-      (t) => `<text x="${x(0) - 8}" y="${Number(y(t)) + 4}" text-anchor="end">${t}</text>`,
-    ),
-    `<line x1="${x(0)}" y1="${y(0)}" x2="${x(1)}" y2="${y(1)}" stroke="#999" stroke-dasharray="4 4"/>`,
-    `<text x="${x(0.5)}" y="${Number(y(0)) + 38}" text-anchor="middle">confidence of the best figure</text>`,
-    `<text transform="translate(${x(0) - 38} ${y(0.5)}) rotate(-90)" text-anchor="middle">share that was right</text>`,
+    ...ticks,
+    line(place([0, 0]), place([1, 1]), 'ink dashed'),
+    label(middle.x, middle.y + 38, 'confidence of the best figure', { anchor: 'middle' }),
+    label(MARGIN, 18, 'share of right answers'),
   ];
 }
 
 /** SVG of the share of right answers against confidence; `answers` are { confidence, right }. */
 function reliabilityPlot(answers) {
-  const points = bins(answers);
-  const line = points.map((p) => `${x(p.confidence)},${y(p.right)}`).join(' ');
-  return [
-    `<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 ${SIDE + 2 * MARGIN} ${SIDE + 1.5 * MARGIN}" font-family="sans-serif" font-size="12">`,
-    `<rect width="100%" height="100%" fill="#fff"/>`,
-    ...axes(),
-    `<polyline points="${line}" fill="none" stroke="#1565c0" stroke-width="2"/>`,
-    ...points.map(
-      (p) => `<circle cx="${x(p.confidence)}" cy="${y(p.right)}" r="4" fill="#1565c0"/>`,
-    ),
-    ...points.map(
-      (p) =>
-        `<text x="${Number(x(p.confidence)) + 7}" y="${Number(y(p.right)) + 14}" font-size="10" fill="#555">${p.count}</text>`,
-    ),
-    '</svg>',
-    '',
-  ].join('\n');
+  const table = bins(answers);
+  const points = table.map(({ confidence, right }) => place([confidence, right]));
+  return sheet({
+    width: SIDE + 2 * MARGIN,
+    height: SIDE + 1.5 * MARGIN,
+    title: 'Share of right answers against confidence, with the number of strokes',
+    parts: [
+      ...drawAxes(),
+      curve(points, 'shape'),
+      spots(points, 4, 'shape'),
+      ...table.map(({ count }, i) =>
+        label(points[i].x + 7, points[i].y + 14, count, { kind: 'small' }),
+      ),
+    ],
+  });
 }
 
 module.exports = { bins, reliabilityPlot };

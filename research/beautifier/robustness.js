@@ -2,7 +2,7 @@
 
 // How the beautifier answers to labelled strokes that are drawn otherwise.
 //
-//   node tools/beautifier/robustness.js STROKES [--without LINE,LINE...]
+//   node research/beautifier/robustness.js STROKES [--without LINE,LINE...]
 //
 // All figures but dots are scaled to a longer side of 200 units first; dots stay
 // as drawn. Distortions are seeded by the stroke, so the table is the same every
@@ -69,7 +69,7 @@ function printBackwards(strokes) {
 function main() {
   const [file, flag, lines] = process.argv.slice(2);
   if (!file || (flag && flag !== '--without')) {
-    throw new Error('usage: node tools/beautifier/robustness.js STROKES [--without LINE,LINE...]');
+    throw new Error('usage: node research/beautifier/robustness.js STROKES [--without LINE,LINE...]');
   }
   const without = new Set((lines ?? '').split(',').filter(Boolean).map(Number));
   const strokes = prepare(readStrokes(file).filter((_, line) => !without.has(line)));

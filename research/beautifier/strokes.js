@@ -2,6 +2,7 @@
 
 const { readFileSync } = require('node:fs');
 const { gunzipSync } = require('node:zlib');
+const { createUniform: generator, normalFrom: normal } = require('../ink/random.js');
 
 /** Strokes of a (gzipped) file of one JSON object a line. */
 function readStrokes(file) {
@@ -12,21 +13,6 @@ function readStrokes(file) {
     .filter((line) => line.trim() !== '')
     .map((line) => JSON.parse(line));
 }
-
-/** A small seeded generator (mulberry32): numbers in [0, 1). */
-function generator(seed) {
-  let state = seed >>> 0;
-  return () => {
-    state = (state + 0x6d2b79f5) >>> 0;
-    let t = Math.imul(state ^ (state >>> 15), state | 1);
-    t ^= t + Math.imul(t ^ (t >>> 7), t | 61);
-    return ((t ^ (t >>> 14)) >>> 0) / 4294967296;
-  };
-}
-
-/** A normal deviate (Box, Muller). */
-const normal = (random) =>
-  Math.sqrt(-2 * Math.log(1 - random())) * Math.cos(2 * Math.PI * random());
 
 /** FNV-1a hash of a text. */
 function hash(text) {

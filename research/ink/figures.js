@@ -1,17 +1,16 @@
 'use strict';
 
-const { ellipse, polygon, skew, trace, transform } = require('../templates/outlines.js');
-const { rotate, spaceEvenly } = require('./outlines.js');
+const { ellipse, polygon, rotate, skew, spaceEvenly, trace, transform } = require('./outlines.js');
 
 /**
- * What a person has in mind before the hand adds its own: the way of the pen for one figure, as
- * an open polyline whose longer side is about 1, y down.
+ * The path that a person intends for each figure, before the hand distorts it: an open polyline
+ * whose longer side is about 1, y down.
  *
  * Closed figures are traced beyond their start by `overshoot` (a share of the outline; a gap when
  * negative).
  *
  * @typedef {object} Figure
- * @property {string} family the answer a perfect recogniser gives
+ * @property {string} family the right answer
  * @property {(random: object, overshoot: number) => Array<{x: number, y: number}>} way
  */
 
@@ -75,7 +74,7 @@ function closedFigure(family, corners) {
   };
 }
 
-/** People begin a figure at one of its corners, near enough, and go round either way. */
+/** Starts close to a corner and runs in either direction. */
 function traceFromCorner(ring, random, overshoot) {
   const first = random.integer(0, ring.length - 1);
   const turned = [...ring.slice(first), ...ring.slice(0, first)];
@@ -139,7 +138,7 @@ function trapezoidCorners(random) {
   ]);
 }
 
-/** Corners of a regular figure in the order in which every `step`-th one is visited. */
+/** Every `step`-th corner of a regular polygon in turn. */
 function starCorners(count, step) {
   return polygon(
     Array.from({ length: count }, (_, i) => {
@@ -149,7 +148,7 @@ function starCorners(count, step) {
   );
 }
 
-/** Round figures are begun near the top, and mostly drawn counter-clockwise. */
+/** Round figures start near the top and mostly run counter-clockwise. */
 function roundWay(height, random, overshoot) {
   const ring = ellipse(0.5, height / 2);
   const directed = random.chance(0.75) ? [ring[0], ...ring.slice(1).reverse()] : ring;
@@ -183,7 +182,7 @@ function zigzagWay(random) {
   );
 }
 
-/** Joined-up loops, as in a row of the letters e and l. */
+/** Joined loops, like a row of the letters e and l. */
 function loopsWay(random) {
   const loops = random.integer(3, 5);
   const heights = Array.from({ length: loops + 1 }, () => random.pick([0.14, 0.14, 0.3]));
@@ -194,7 +193,7 @@ function loopsWay(random) {
   });
 }
 
-/** A smooth curve through a few points of no plan, as in a hasty letter. */
+/** A smooth curve through a few random points, like a hasty letter. */
 function scrawlWay(random) {
   const knots = Array.from({ length: random.integer(5, 8) }, () => [
     random.uniform(-0.4, 0.4),

@@ -1,22 +1,21 @@
 'use strict';
 
-const { lengthOf, roundCorners } = require('../templates/outlines.js');
-const { drift, spaceEvenly } = require('./outlines.js');
+const { drift, lengthOf, roundCorners, spaceEvenly } = require('./outlines.js');
 
 /**
- * How somebody draws, and what the device records of it. Lengths called a share are shares of
- * the figure's longer side.
+ * How a person draws, and what the device records. Lengths called a share are fractions of the
+ * figure's longer side.
  *
  * @typedef {object} Hand
- * @property {number} speed on a long straight way, units a second
+ * @property {number} speed along a straight line, units a second
  * @property {number} rounding share cut off each edge at a corner
  * @property {number} closing standard deviation of the overshoot at the end of a closed outline,
  *   a share of the outline's length; negative draws leave a gap
  * @property {number} drift standard deviation of the sideways miss at the end, a share
- * @property {number} wobble standard deviation of the slow wandering off the way, a share
- * @property {number} tremor amplitude of the fast shaking, units
+ * @property {number} wobble standard deviation of the slow deviation from the path, a share
+ * @property {number} tremor amplitude of the fast shake, units
  * @property {number} rate samples a second
- * @property {number} grid distance between the positions the device can tell apart, units
+ * @property {number} grid resolution of the device, units
  * @property {number} force pressure in the middle of a stroke, 0 to 1; 0 records none
  */
 
@@ -36,11 +35,10 @@ const HANDS = {
   },
 };
 
-// Distance between the points the motion is worked out on, units.
+// Spacing of the points at which the motion is computed, units.
 const FINE_STEP = 0.5;
 
-// A way slower than this share of full speed is not slowed further: no pen rests in a corner
-// for ever.
+// Least speed, as a share of full speed: the pen does not stop in a corner.
 const SLOWEST = 0.06;
 
 // Frequency of physiological tremor, Hz.
@@ -52,7 +50,7 @@ const PRESS_TIME = 60;
 const LIFT_TIME = 40;
 
 /**
- * Moves a pen along a way.
+ * Moves a pen along a path.
  *
  * @param {Array<{x: number, y: number}>} way open polyline in units
  * @param {number} size longer side of the figure, units
@@ -76,8 +74,8 @@ function missEnd(way, size, hand, random) {
 }
 
 /**
- * Adds slow wandering: a few sine waves of random phase along the way, in x and y apart. A wave
- * is about as long as the figure: a line bows, it does not ripple.
+ * Adds slow deviation: a few sine waves of random phase along the path, separately in x and y. A
+ * wave is about as long as the figure, so that lines bow rather than ripple.
  */
 function wander(points, size, hand, random) {
   const deviation = size * hand.wobble;
@@ -103,11 +101,11 @@ function wander(points, size, hand, random) {
 /**
  * Speed at every point, units a second. In bends it follows the two-thirds power law of hand
  * movement (speed grows with the cube root of the radius of curvature: Lacquaniti, Terzuolo and
- * Viviani, 1983); at the ends it rises and falls as in a movement of least jerk, whose way grows
- * with the cube of time, so its speed with the way to the power of two thirds.
+ * Viviani, 1983); at the ends it rises and falls as in a minimum-jerk movement, whose distance grows
+ * with the cube of time, and so its speed with the distance to the power of two thirds.
  */
 function speedProfile(points, step, size, fullSpeed) {
-  // Bends of this radius and wider hardly slow the pen.
+  // Wider bends hardly slow the pen.
   const easyRadius = 0.3 * size;
   const curvature = smooth(curvatureOf(points, step), Math.ceil((0.015 * size) / step));
   const ramp = Math.min(0.25 * size, 0.3 * step * points.length);
@@ -119,7 +117,7 @@ function speedProfile(points, step, size, fullSpeed) {
   });
 }
 
-/** Change of direction over the way, radians a unit; 0 at both ends. */
+/** Change of direction per length, radians a unit; 0 at both ends. */
 function curvatureOf(points, step) {
   return points.map((point, i) => {
     const [before, after] = [points[i - 1], points[i + 1]];
@@ -150,7 +148,7 @@ function arrivalTimes(speeds, step) {
   return times;
 }
 
-/** Where the pen is at the ticks of the device, and at its lift. */
+/** Positions of the pen at the ticks of the device, and at pen-up. */
 function sampleInTime(points, speeds, times, rate) {
   const end = times.at(-1);
   const ticks = Math.floor((end * rate) / 1000);
@@ -171,7 +169,7 @@ function sampleInTime(points, speeds, times, rate) {
   return [...samples, { ...points.at(-1), speed: speeds.at(-1), time: end }];
 }
 
-/** Adds tremor, and rounds to what the device can tell. */
+/** Adds tremor, and rounds to the resolution of the device. */
 function record(samples, hand, random) {
   const shake = ['x', 'y'].map(() => ({
     frequency: random.uniform(TREMOR_LOW, TREMOR_HIGH),
@@ -188,7 +186,7 @@ function record(samples, hand, random) {
   ]);
 }
 
-/** The pen presses harder where it is slow. */
+/** Pressure rises as the pen slows. */
 function pressure({ force, speed: fullSpeed }, speed, time, end) {
   if (force === 0) return 0;
   const press = Math.min(1, 0.2 + time / PRESS_TIME);
@@ -202,7 +200,7 @@ function toGrid(value, grid) {
 }
 
 /**
- * A tap: the pen is pressed firmly for a while and slips a little.
+ * A tap: a firm press that slips a little.
  *
  * @returns {Array<[number, number, number, number]>} at least 10 samples within a few units
  */

@@ -1,18 +1,18 @@
 'use strict';
 
-const { transform } = require('../templates/outlines.js');
 const { FIGURES } = require('./figures.js');
 const { HANDS, drawWay, tap } = require('./hand.js');
+const { transform } = require('./outlines.js');
 const { createRandom } = require('./random.js');
 
 /**
- * Ink as a person would draw it. The same arguments give the same stroke.
+ * A stroke as a person would draw it. The same arguments give the same stroke.
  *
  * @param {object} options
  * @param {string} options.figure a key of FIGURES
  * @param {number} options.seed an integer; another one gives another drawing
- * @param {number} [options.size] length the longer side is drawn at, units; dots keep their own
- * @param {{x: number, y: number}} [options.at] where the figure's own origin goes, units
+ * @param {number} [options.size] intended length of the longer side, units; dots ignore it
+ * @param {{x: number, y: number}} [options.at] place of the figure's origin, units
  * @param {import('./hand.js').Hand} [options.hand]
  * @returns {{family: string, label: string, points: Array<[number, number, number, number]>}}
  *   a labelled stroke; points are [x, y, force, time], time in ms
@@ -35,4 +35,19 @@ function scaled(way, size) {
   return transform(way, [size, 0, 0, size]);
 }
 
-module.exports = { FIGURES, HANDS, drawInk };
+/**
+ * Strokes of every figure in turn, those that are none too, with seeds from `seed` on.
+ *
+ * @param {number} count
+ * @param {object} [options]
+ * @param {number} [options.seed]
+ * @param {(i: number) => object} [options.optionsOf] further options of drawInk for each stroke
+ */
+function drawEach(count, { seed = 1, optionsOf = () => ({}) } = {}) {
+  const figures = Object.keys(FIGURES);
+  return Array.from({ length: count }, (_, i) =>
+    drawInk({ figure: figures[i % figures.length], seed: seed + i, ...optionsOf(i) }),
+  );
+}
+
+module.exports = { FIGURES, HANDS, drawEach, drawInk };

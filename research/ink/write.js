@@ -23,7 +23,7 @@ const OPTIONS = {
 
 function parseCommandLine() {
   const { values } = parseArgs({ options: OPTIONS });
-  if (!Object.hasOwn(HANDS, values.hand)) throw new Error(`there is no hand ${values.hand}`);
+  if (!Object.hasOwn(HANDS, values.hand)) throw new Error(`unknown hand ${values.hand}`);
   const [rate, count, seed] = [values.rate, values.count, values.seed].map(Number);
   if (!(rate > 0) || !(count > 0) || !Number.isInteger(seed)) {
     throw new Error('--rate and --count must be above 0, --seed a whole number');

@@ -1,6 +1,6 @@
 'use strict';
 
-const { probe } = require('./probe.js');
+const { findingsOf } = require('./findings.js');
 const { curve, fit, label, line, point, sheet, spots } = require('./sheet.js');
 
 const WIDTH = 880;
@@ -56,7 +56,7 @@ function drawQuadrangle({ title, corners, hasMidlines = true }, finding, i) {
 
 /** Drawn quadrangles, their midlines, and what they become. */
 function drawQuadrangles() {
-  const findings = probe(QUADRANGLES.map(({ corners }) => ({ corners })));
+  const findings = findingsOf(QUADRANGLES.map(({ corners }) => ({ corners })));
   return sheet({
     width: WIDTH,
     height: 216,
@@ -65,7 +65,7 @@ function drawQuadrangles() {
   });
 }
 
-/** A stroke that wanders about its way, units. */
+/** A wavering stroke, units. */
 const WANDERING = Array.from({ length: 40 }, (_, i) => [
   430 + 5.6 * i,
   500 - 1.2 * i + 4 * Math.sin(i / 3.2),
@@ -102,13 +102,13 @@ function drawPair({ title, anchors }, finding, i) {
   ].join('\n');
 }
 
-/** A stroke along two others: where its line and its ends go. */
+/** Where the line and the ends of a stroke along two others go. */
 function drawAnchorPair() {
   const tasks = ANCHOR_PAIRS.map(({ anchors }) => ({
     stroke: WANDERING,
     others: anchors.map(ring),
   }));
-  const findings = probe(tasks);
+  const findings = findingsOf(tasks);
   return sheet({
     width: WIDTH,
     height: 186,

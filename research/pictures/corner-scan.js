@@ -1,7 +1,7 @@
 'use strict';
 
 const { HANDS, drawInk } = require('../ink/index.js');
-const { probe } = require('./probe.js');
+const { findingsOf } = require('./findings.js');
 const { curve, fit, label, line, paragraph, point, sheet, spots } = require('./sheet.js');
 
 const HAND = { ...HANDS.ordinary, rate: 60 };
@@ -69,10 +69,10 @@ function drawSpan(points, last, kind) {
   );
 }
 
-/** The scan in a quadrangle: a span on an edge, one about a corner, and the ratio all along. */
+/** The scan of a quadrangle: a span on an edge, one about a corner, and the ratio along the stroke. */
 function drawCornerScan() {
   const stroke = drawInk(SAMPLE).points;
-  const [{ corners }] = probe([{ stroke }]);
+  const [{ corners }] = findingsOf([{ stroke }]);
   const points = stroke.map(point);
   const all = ratios(points);
   const indices = corners.map(([x, y]) => points.findIndex((p) => p.x === x && p.y === y));

@@ -1,14 +1,16 @@
 'use strict';
 
+const { drawBeautifier } = require('./beautifier.js');
 const { drawAnchorPair, drawQuadrangles } = require('./constructions.js');
 const { drawCornerScan } = require('./corner-scan.js');
 const { drawMatching } = require('./matching.js');
 const { drawPipeline } = require('./pipeline.js');
 const { drawRegularisation } = require('./regularisation.js');
 
-/** Pictures of the documents by file name: SVG, the same at every call. */
+/** Pictures of the documents by file name, but for the gallery: SVG, the same at every call. */
 function drawPictures() {
   return {
+    'beautifier.svg': drawBeautifier(),
     'pipeline.svg': drawPipeline(),
     'corner-scan.svg': drawCornerScan(),
     'matching.svg': drawMatching(),

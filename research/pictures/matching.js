@@ -1,7 +1,7 @@
 'use strict';
 
 const { HANDS, drawInk } = require('../ink/index.js');
-const { probe } = require('./probe.js');
+const { findingsOf } = require('./findings.js');
 const { arrow, curve, fit, label, line, paragraph, point, sheet, spots } = require('./sheet.js');
 
 const HAND = { ...HANDS.ordinary, rate: 60 };
@@ -58,7 +58,7 @@ function drawChart({ rotations, visited, distance }) {
 /** A stroke, its normal form, the template that is nearest, and the search for the angle. */
 function drawMatching() {
   const stroke = drawInk(SAMPLE).points;
-  const [{ normal, match }] = probe([{ stroke }]);
+  const [{ normal, match }] = findingsOf([{ stroke }]);
   const [best] = match.visited.find(([, distance]) => distance === match.distance);
   const drawn = stroke.map(point);
   const toSheet = fit(drawn, { x: COLUMNS[0], ...CELL });

@@ -1,15 +1,15 @@
 'use strict';
 
 const { HANDS, drawInk } = require('../ink/index.js');
-const { probe } = require('./probe.js');
+const { findingsOf } = require('./findings.js');
 const { arrow, curve, fit, paragraph, point, sheet } = require('./sheet.js');
 
-// As pages get pointer events on a screen of 60 pictures a second.
+// Pages get pointer events at the rate of the screen.
 const HAND = { ...HANDS.ordinary, rate: 60 };
 const sampleOf = (figure, seed = 12) => ({ figure, seed, hand: HAND });
 const AWAY_FROM_THE_EDGE = { x: 400, y: 400 };
 
-/** The questions in the order in which they are asked, each with a stroke that it is for. */
+/** The questions in their order, each with a stroke that it accepts. */
 const STEPS = [
   {
     question: ['Below 9 units both ways, and either', 'many points or pressed firmly?'],
@@ -97,7 +97,7 @@ function drawStep({ question, answer, type }, { drawn, finding }, i) {
 /** From the stroke to the figure: the questions that are asked, and what each leads to. */
 function drawPipeline() {
   const strokes = STEPS.map(({ sample }) => drawInk({ ...sample, at: AWAY_FROM_THE_EDGE }).points);
-  const findings = probe(strokes.map((stroke) => ({ stroke })));
+  const findings = findingsOf(strokes.map((stroke) => ({ stroke })));
   const rows = STEPS.map((step, i) => {
     if (findings[i].type !== step.type) {
       throw new Error(`pipeline: the ${step.sample.figure} came out as ${findings[i].type}`);

@@ -1,7 +1,7 @@
 'use strict';
 
 const { HANDS, drawInk } = require('../ink/index.js');
-const { probe } = require('./probe.js');
+const { findingsOf } = require('./findings.js');
 const { curve, fit, label, point, sheet } = require('./sheet.js');
 
 const HAND = { ...HANDS.ordinary, rate: 60 };
@@ -17,7 +17,7 @@ const cross = (x, y) => [
   [x + MARK, y - MARK],
 ];
 
-/** A nearly straight stroke between two marks, both of which it misses. */
+/** A nearly straight stroke that misses the two marks at its ends. */
 function lineBetween() {
   const { points } = drawInk({ figure: 'wave', seed: 3, size: 30, hand: HAND });
   const shake = points.map(([, y]) => y);
@@ -63,14 +63,14 @@ function drawCell({ title, drawn, finding, others, type }, i) {
   ].join('\n');
 }
 
-/** Strokes and the regular figures that come of them, one over the other. */
+/** Strokes, and the regular figures that they become, on top of each other. */
 function drawRegularisation() {
   const cells = CELLS.map(({ title, sample }) => ({ title, others: [], ...sample() }));
-  const findings = probe(cells.map(({ points, others }) => ({ stroke: points, others })));
+  const findings = findingsOf(cells.map(({ points, others }) => ({ stroke: points, others })));
   return sheet({
     width: WIDTH,
     height: 20 + 2 * CELL.height,
-    title: 'Strokes, in grey, and the regular figures that come of them',
+    title: 'Strokes, in grey, and the regular figures that they become',
     parts: cells.map((cell, i) =>
       drawCell({ ...cell, drawn: cell.points.map(point), finding: findings[i] }, i),
     ),

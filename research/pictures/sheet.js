@@ -1,10 +1,10 @@
 'use strict';
 
-const { escapeText, pathData } = require('../../packages/cli/lib/svg.js');
+const { boxOf } = require('../ink/outlines.js');
 
 /**
- * What the pictures of the documents share: a ground of their own, so that they suit any page, in
- * a light and a dark scheme, and short names for what is drawn on it.
+ * Writes the pictures of the documents: a background of their own, so that they suit any page, a
+ * light and a dark colour scheme, and short names for what is drawn on it.
  */
 
 const LIGHT = {
@@ -54,7 +54,7 @@ function colours({ ground, rim, text, ink, shape, mark, help }) {
   ].join('\n');
 }
 
-/** A whole picture of this size in pixels; `parts` are SVG elements. */
+/** A picture of this size in pixels; `parts` are SVG elements. */
 function sheet({ width, height, title, parts }) {
   return [
     `<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 ${width} ${height}" role="img">`,
@@ -66,8 +66,22 @@ function sheet({ width, height, title, parts }) {
   ].join('\n');
 }
 
-/** A number as short as a tenth of a pixel allows. */
-const short = (value) => String(Math.round(value * 10) / 10);
+const ESCAPES = { '&': '&amp;', '<': '&lt;', '>': '&gt;' };
+const escapeText = (text) => String(text).replace(/[&<>]/g, (character) => ESCAPES[character]);
+
+/** A number in tenths of a pixel, in as few characters as possible. */
+const tenths = (value) => String(value / 10).replace(/^(-?)0\./, '$1.');
+const short = (value) => tenths(Math.round(value * 10));
+
+/** The path of a polyline. Points are rounded before differences are taken: errors do not add up. */
+function pathData(points) {
+  const grid = points.map(({ x, y }) => [Math.round(x * 10), Math.round(y * 10)]);
+  const steps = grid.slice(1).map(([x, y], i) => [x - grid[i][0], y - grid[i][1]]);
+  const moves = steps.filter(([dx, dy]) => dx !== 0 || dy !== 0);
+  const text = (pair) => pair.map(tenths).join(' ');
+  // A lone point is a line of no length: a round cap makes a dot of it.
+  return `M${text(grid[0])}l${(moves.length > 0 ? moves : [[0, 0]]).map(text).join(' ')}`;
+}
 
 const label = (x, y, text, { anchor = 'start', kind = '' } = {}) =>
   `<text x="${short(x)}" y="${short(y)}" text-anchor="${anchor}"${kind && ` class="${kind}"`}>` +
@@ -99,19 +113,13 @@ function arrow(from, to) {
 
 const point = ([x, y]) => ({ x, y });
 
-function boxAbout(points) {
-  const [xs, ys] = [points.map(({ x }) => x), points.map(({ y }) => y)];
-  const [left, top] = [Math.min(...xs), Math.min(...ys)];
-  return { left, top, width: Math.max(...xs) - left, height: Math.max(...ys) - top };
-}
-
-/** A map to pixels that brings these points into the middle of a place, as large as it allows. */
+/** A map to pixels that centres these points in a place, as large as it allows. */
 function fit(points, { x, y, width, height, scale: most = Infinity }) {
-  const box = boxAbout(points);
+  const box = boxOf(points);
   const scale = Math.min(width / box.width, height / box.height, most);
   return (p) => ({
-    x: x + width / 2 + (p.x - box.left - box.width / 2) * scale,
-    y: y + height / 2 + (p.y - box.top - box.height / 2) * scale,
+    x: x + width / 2 + (p.x - box.x - box.width / 2) * scale,
+    y: y + height / 2 + (p.y - box.y - box.height / 2) * scale,
   });
 }
 

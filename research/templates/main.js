@@ -4,21 +4,14 @@ const fs = require('node:fs');
 const os = require('node:os');
 const path = require('node:path');
 const { parseArgs } = require('node:util');
-const { createEngine } = require('../../packages/cli/lib/engines.js');
-const { TEMPLATE_FIGURES, templateFiles } = require('./candidates.js');
-const { createUniform } = require('./random.js');
-const {
-  coverOf,
-  prepareCandidates,
-  selectCandidates,
-  worth,
-} = require('./search.js');
-const { sampleParameters, templateOutline } = require('./template-outlines.js');
-const { placeStroke } = require('../../packages/cli/lib/placement.js');
-const { takeLabelledStrokes } = require('../../packages/cli/lib/read/labelled.js');
-const { formatTable } = require('../../packages/cli/lib/report.js');
-const { UserError } = require('../../packages/cli/lib/user-error.js');
+const { failure } = require('../../tools/support/run.js');
+const { readStrokes, scaled } = require('../beautifier/strokes.js');
 const { FIGURES, HANDS, drawInk } = require('../ink/index.js');
+const { createUniform } = require('../ink/random.js');
+const engine = require('../template-engine.js');
+const { TEMPLATE_FIGURES, templateFiles } = require('./candidates.js');
+const { coversOf, selectCandidates, worth } = require('./search.js');
+const { sampleParameters, templateOutline } = require('./template-outlines.js');
 
 const USAGE = `Makes the template files from their parameters, or searches for parameters.
 
@@ -26,14 +19,14 @@ usage: templates                  write templates/ from research/templates/param
        templates --search TRAIN   choose the parameters by labelled strokes and write them
 
   --parameters FILE read, and with --search written (research/templates/parameters.json)
-  --output DIR      where the template files go (templates)
-  --check DEV       with --search: say what the choice reaches on strokes it has not seen
+  --output DIR      folder of the template files (templates)
+  --check DEV       with --search: also count on strokes that took no part in the choice
   --candidates N    outlines of each figure to choose from (3000)
   --seed N          of the random candidates (1)
-  --harm N          what a wrong answer costs, in right answers (2.5)
+  --harm N          cost of a wrong answer, in right answers (2.5)
   --margin N        distance, in 250ths of the figure, by which a stroke must lie within the
                     reach of a template to count as found (5)
-  --price N         right answers a template must add to be kept (2)
+  --price N         right answers that a template must add to be kept (2)
 `;
 
 const OPTIONS = {
@@ -49,10 +42,10 @@ const OPTIONS = {
   help: { type: 'boolean', default: false },
 };
 
-// Scale at which strokes are looked at, as in the evaluation.
-const UNIT = 200;
+// Longer side of the strokes in units, but for dots: as in the evaluation.
+const SIDE = 200;
 
-// Generated strokes that stand beside the collected ones, of each figure.
+// Generated strokes of each figure, beside the collected ones.
 const PRACTICE_STROKES = 25;
 const PRACTICE_SEED = 1000;
 const PRACTICE_HAND = { ...HANDS.ordinary, rate: 60 };
@@ -78,13 +71,13 @@ function readParameters(file = OPTIONS.parameters.default) {
   return JSON.parse(fs.readFileSync(file, 'utf8')).templates;
 }
 
-async function search(options) {
+function search(options) {
   const settings = searchSettings(options);
   const parameters = sampleParameters(createUniform(settings.seed), settings.candidates);
-  const prepared = prepareCandidates(parameters.map(toCandidate));
-  const train = await readCovered(options.search, prepared);
-  const check = options.check ? await readCovered(options.check, prepared) : [];
-  const practice = practiceStrokes().map((stroke) => covered(stroke, prepared));
+  const candidates = parameters.map(toCandidate);
+  const train = covered(readStrokes(options.search), candidates);
+  const check = options.check ? covered(readStrokes(options.check), candidates) : [];
+  const practice = covered(practiceStrokes(), candidates);
   answerAll([...train, ...check, ...practice], parameters);
 
   const chooseFor = (harm) => choose([...train, ...practice], parameters, { ...settings, harm });
@@ -106,31 +99,25 @@ function searchSettings(options) {
     names.map((name) => {
       const value = Number(options[name]);
       if (!Number.isFinite(value) || value < 0) {
-        throw new UserError(`--${name} must be a number of 0 or more, found ${options[name]}`);
+        throw failure(`--${name} must be a number of 0 or more, found ${options[name]}`);
       }
       return [name, value];
     }),
   );
 }
 
-/** Labelled strokes with the candidates that reach them. */
-async function readCovered(file, prepared) {
-  const strokes = [];
-  await takeLabelledStrokes({ inputs: [file] }, process.stderr, (stroke) =>
-    strokes.push(covered(stroke, prepared)),
+/** Labelled strokes in units, with the candidates that reach them. */
+function covered(strokes, candidates) {
+  const inUnits = strokes.map(({ family, points }) =>
+    family === 'dot' ? points : scaled(points, SIDE),
   );
-  return strokes;
-}
-
-function covered(stroke, prepared) {
-  const placed = placeStroke(stroke, UNIT);
-  const units = placed.points.map(({ x, y }) => ({ x: x * placed.width, y: y * placed.height }));
-  return { family: stroke.family, placed, cover: coverOf(units, prepared) };
+  const covers = coversOf(inUnits, candidates);
+  return strokes.map(({ family }, i) => ({ family, points: inUnits[i], cover: covers[i] }));
 }
 
 /**
- * Plain figures, begun at any corner and drawn either way. Collected strokes have their habits:
- * a square begun at the lower right is rare in them, and is to be recognised all the same.
+ * Figures begun at any corner and drawn in either direction. Some of these are rare in collected
+ * strokes, such as a square begun at the lower right, and must be recognised all the same.
  */
 function practiceStrokes() {
   const figures = Object.keys(FIGURES).filter((name) => FIGURES[name].family !== 'none');
@@ -142,13 +129,12 @@ function practiceStrokes() {
 }
 
 /**
- * Adds what the engine answers without templates, and once a template reaches the stroke. Which
- * one does is of no account, so a small set that reaches all that can be reached stands for all.
+ * Adds the engine's answers without templates, and once a template reaches the stroke. Any one will
+ * do, so a small set is loaded that reaches every stroke within reach of a candidate.
  */
 function answerAll(strokes, parameters) {
-  const engine = createEngine('exact');
-  engine.load({ templates: [] });
-  for (const stroke of strokes) stroke.before = engine.answer(stroke.placed);
+  engine.load([]);
+  for (const stroke of strokes) stroke.before = engine.answer(stroke.points);
 
   const everything = strokes.map(({ cover }) => ({ cover, gain: 1 }));
   const witnesses = selectCandidates(everything, { price: 1, margin: 0 });
@@ -158,11 +144,11 @@ function answerAll(strokes, parameters) {
       folder,
       witnesses.map((i) => parameters[i]),
     );
-    engine.load({ templates: [folder] });
+    engine.load(TEMPLATE_FIGURES.map((figure) => path.join(folder, `${figure}.template`)));
   } finally {
     fs.rmSync(folder, { recursive: true });
   }
-  for (const stroke of strokes) stroke.after = engine.answer(stroke.placed);
+  for (const stroke of strokes) stroke.after = engine.answer(stroke.points);
 }
 
 function choose(strokes, parameters, { harm, margin, price }) {
@@ -175,24 +161,24 @@ function choose(strokes, parameters, { harm, margin, price }) {
   return selectCandidates(weighted, { price, margin, groups: TEMPLATE_FIGURES.map(ofFigure) });
 }
 
-function measure(strokes, chosen) {
+/** Right answers by family, and changed strokes that are no figure; `set` names the strokes. */
+function measure(strokes, chosen, set) {
   const counts = { triangle: 0, quadrangle: 0, ellipse: 0, changed: 0 };
   for (const { family, before, after, cover } of strokes) {
     const answer = cover.candidates.some((i) => chosen.includes(i)) ? after : before;
     if (family === 'none' && answer.type !== 0) counts.changed += 1;
     if (family !== 'none' && answer.family === family) counts[family] += 1;
   }
-  return [counts.triangle, counts.quadrangle, counts.ellipse, counts.changed];
+  const shown = ['triangle', 'quadrangle', 'ellipse', 'changed'];
+  return Object.fromEntries(shown.map((name) => [`${set} ${name}`, counts[name]]));
 }
-
-const COLUMNS = ['triangles', 'quadrangles', 'ellipses', 'changed'];
 
 function printCurve(chosen, train, check) {
   const sizes = Array.from({ length: chosen.length + 1 }, (_, i) => i);
   printTable('first', sizes, (size) => chosen.slice(0, size), train, check);
 }
 
-/** What other costs of a wrong answer lead to. */
+/** The choices at other costs of a wrong answer. */
 function printTradeOff(chooseFor, train, check) {
   const choices = new Map([0.5, 1, 1.75, 2.5, 3.25, 4, 8].map((harm) => [harm, chooseFor(harm)]));
   printTable('harm', [...choices.keys()], (harm) => choices.get(harm), train, check);
@@ -200,12 +186,12 @@ function printTradeOff(chooseFor, train, check) {
 
 function printTable(title, keys, chosenFor, train, check) {
   const sets = [['train', train], ...(check.length > 0 ? [['check', check]] : [])];
-  const header = sets.flatMap(([name]) => COLUMNS.map((column) => `${name} ${column}`));
   const rows = keys.map((key) => {
     const chosen = chosenFor(key);
-    return [key, chosen.length, ...sets.flatMap(([, strokes]) => measure(strokes, chosen))];
+    const counts = sets.map(([name, strokes]) => measure(strokes, chosen, name));
+    return Object.assign({ [title]: key, size: chosen.length }, ...counts);
   });
-  process.stdout.write(`${formatTable([[title, 'size', ...header], ...rows])}\n\n`);
+  console.table(rows);
 }
 
 function saveParameters(file, templates, { candidates, seed, harm, margin, price }) {
@@ -218,30 +204,24 @@ function saveParameters(file, templates, { candidates, seed, harm, margin, price
   );
 }
 
-function parseCommandLine() {
-  try {
-    return parseArgs({ options: OPTIONS }).values;
-  } catch (error) {
-    throw new UserError(`${error.message}\n\n${USAGE}`);
-  }
-}
-
-async function main() {
-  const values = parseCommandLine();
+function main() {
+  const { values } = parseArgs({ options: OPTIONS });
   if (values.help) {
     process.stdout.write(USAGE);
     return;
   }
-  if (values.search !== undefined) await search(values);
+  if (values.search !== undefined) search(values);
   writeTemplates(values.output, readParameters(values.parameters));
 }
 
 if (require.main === module) {
-  main().catch((error) => {
-    const isUserError = error instanceof UserError;
-    process.stderr.write(`templates: ${isUserError ? error.message : error.stack}\n`);
+  try {
+    main();
+  } catch (error) {
+    const isExpected = error.expected || error.code?.startsWith('ERR_PARSE_ARGS');
+    process.stderr.write(`templates: ${isExpected ? error.message : error.stack}\n`);
     process.exitCode = 2;
-  });
+  }
 }
 
 module.exports = { readParameters, writeTemplates };

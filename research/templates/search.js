@@ -1,77 +1,75 @@
 'use strict';
 
-const { createMatcher, gatesOf, normalise, reachOf } = require('./matching.js');
+const { askProbe } = require('../probe/index.js');
 
 /**
- * Which outlines would make a stroke be recognised.
+ * Chooses a small set of outlines as templates.
  *
- * A stroke of three corners and more is compared with the polygons or with the ellipses alone;
- * any template within its reach then gives the same answer, so choosing templates is choosing a
- * small set of outlines whose reach covers the strokes that gain by being recognised.
+ * A stroke with three corners or more is compared with the polygons or with the ellipses alone; any
+ * template within its reach then gives the same answer. So the choice is one of coverage: outlines
+ * whose reach covers the strokes that gain by being recognised.
  *
  * @typedef {object} Candidate
- * @property {string} figure name of the template file it would stand in
+ * @property {string} figure name of its template file
  * @property {Array<{x: number, y: number}>} outline
  */
 
-/**
- * Prepares candidates for coverOf. As in the engine, an outline stands for both its directions.
- *
- * @param {Candidate[]} candidates
- */
-function prepareCandidates(candidates) {
-  return candidates.map(({ figure, outline }) => ({
-    group: figure === 'ellipse' ? 'ellipses' : 'polygons',
-    paths: [outline, [...outline].reverse()].map(normalise).filter(Boolean),
-  }));
-}
+/** Ids of templates, by the names of their files. */
+const IDS = { rectangle: 1, triangle: 2, isosceles_triangle: 2, ellipse: 3 };
+
+// Strokes that the probe is asked about at once: each may be reached by thousands of candidates.
+const BATCH = 400;
 
 /**
- * The candidates that reach a stroke, in arrays of numbers: of thousands of strokes each may be
- * reached by thousands of candidates.
+ * The candidates that reach a stroke.
  *
  * @typedef {object} Cover
+ * @property {string} group what the stroke is compared with: none, all, polygons or ellipses
  * @property {Uint32Array} candidates by their indices
- * @property {Float64Array} left the distance each leaves to the limit of acceptance
+ * @property {Float64Array} left the distance each leaves to the limit of acceptance, in units of
+ *   the reference square
  */
 
 /**
- * @param {Array<{x: number, y: number}>} points a stroke in drawing-area units
- * @param {ReturnType<typeof prepareCandidates>} prepared
- * @returns {Cover}
+ * @param {Array<Array<[number, number]>>} strokes in drawing-area units
+ * @param {Candidate[]} candidates
+ * @returns {Cover[]} one a stroke
  */
-function coverOf(points, prepared) {
-  const [candidates, left] = [[], []];
-  const { group, share } = gatesOf(points);
-  const reach = reachOf(share);
-  const path = group !== 'none' && reach > 0 ? normalise(points) : undefined;
-  const match = path && createMatcher(path);
-  for (let i = 0; match && i < prepared.length; i += 1) {
-    if (group !== 'all' && prepared[i].group !== group) continue;
-    const distance = Math.min(...prepared[i].paths.map((outline) => match(outline)));
-    if (!(distance <= reach)) continue;
-    candidates.push(i);
-    left.push(reach - distance);
+function coversOf(strokes, candidates) {
+  const outlines = candidates.map(({ figure, outline }) => ({
+    id: IDS[figure],
+    points: outline.map(({ x, y }) => [x, y]),
+  }));
+  const covers = [];
+  for (let i = 0; i < strokes.length; i += BATCH) {
+    const batch = strokes.slice(i, i + BATCH);
+    for (const { group, reached, left } of askProbe(['reach'], { outlines, strokes: batch })) {
+      covers.push({
+        group,
+        candidates: Uint32Array.from(reached),
+        left: Float64Array.from(left),
+      });
+    }
   }
-  return { candidates: Uint32Array.from(candidates), left: Float64Array.from(left) };
+  return covers;
 }
 
 /**
  * @typedef {object} CoveredStroke
  * @property {Cover} cover
- * @property {number} gain what being recognised is worth; negative when it does harm
+ * @property {number} gain of recognising it; negative where that is wrong
  */
 
 /**
- * Picks a small set of candidates by greedy selection: in every round the one that adds most,
- * until none adds enough to be worth a template.
+ * Greedy selection: in every round the candidate that adds most, until none adds enough to be worth
+ * a template.
  *
  * @param {CoveredStroke[]} strokes
  * @param {object} options
- * @param {number} options.price gain a template must bring to be taken
- * @param {number} options.margin distance by which a stroke must lie within reach for its gain to
- *   count; harm counts up to the limit itself. Strokes not seen yet lie a little further off.
- * @param {number[][]} [options.groups] sets of candidates of which each gives at least one
+ * @param {number} options.price least gain for which a template is taken
+ * @param {number} options.margin distance by which a stroke must lie within reach for a gain to
+ *   count, since unseen strokes lie a little farther off; losses count up to the limit itself
+ * @param {number[][]} [options.groups] sets of candidates, at least one of each of which is taken
  * @returns {number[]} chosen candidates, the most useful first
  */
 function selectCandidates(strokes, { price, margin, groups = [] }) {
@@ -81,7 +79,7 @@ function selectCandidates(strokes, { price, margin, groups = [] }) {
   const take = (candidate) => {
     chosen.push(candidate);
     for (const stroke of reached.get(candidate) ?? []) open[stroke] = 0;
-    // Once is enough, also at a price of 0.
+    // Not twice, even at a price of 0.
     reached.delete(candidate);
   };
   for (;;) {
@@ -125,12 +123,12 @@ function bestOf(candidates, reached, strokes, open) {
 }
 
 /**
- * What an answer is worth. A polygon of too many corners comes back as drawn: no help to a figure,
- * and no harm.
+ * The value of an answer. A figure that is answered as a polygon of too many corners comes back as
+ * drawn, which neither helps nor harms.
  *
- * @param {string} family that the stroke is
+ * @param {string} family of the stroke
  * @param {{family: string, type: number}} answer
- * @param {number} harm what a wrong answer costs, in right answers
+ * @param {number} harm cost of a wrong answer, in right answers
  */
 function worth(family, answer, harm) {
   if (answer.type === 0) return 0;
@@ -138,4 +136,4 @@ function worth(family, answer, harm) {
   return answer.family === 'polygon' && family !== 'none' ? 0 : -harm;
 }
 
-module.exports = { coverOf, prepareCandidates, selectCandidates, worth };
+module.exports = { coversOf, selectCandidates, worth };

@@ -1,15 +1,22 @@
 'use strict';
 
-const { boundingBox } = require('../../packages/cli/lib/placement.js');
-const { ellipse, polygon, roundCorners, skew, trace, transform } = require('./outlines.js');
+const {
+  boxOf,
+  ellipse,
+  polygon,
+  roundCorners,
+  skew,
+  trace,
+  transform,
+} = require('../ink/outlines.js');
 
 /**
- * The outlines that templates are made of: figures as a hand draws them, from a few numbers.
+ * The outlines of templates: figures as people draw them, from a few parameters.
  *
- * Turning a template makes no difference to the recogniser, which turns every path so that its
- * middle lies level with its first point. Where the outline starts therefore decides how it lies,
- * and with that how the later stretching to a square treats it. Speed makes no difference either:
- * the recogniser takes points at equal distances.
+ * The recogniser turns every path so that its centroid lies level with its first point, so the
+ * orientation of a template is irrelevant. Its start is not: it decides the orientation after that
+ * turn, and thereby how scaling to a square distorts the outline. The recogniser resamples at equal
+ * distances, so speed is irrelevant too.
  *
  * @typedef {object} TemplateParameters
  * @property {'rectangle'|'triangle'|'isosceles_triangle'|'ellipse'} figure also names the file
@@ -58,7 +65,7 @@ function templateOutline(parameters) {
 }
 
 function toSize(ring) {
-  const { width, height } = boundingBox(ring.map(({ x, y }) => [x, y]));
+  const { width, height } = boxOf(ring);
   const scale = SIZE / Math.max(width, height);
   return transform(ring, [scale, 0, 0, scale]);
 }

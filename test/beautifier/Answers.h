@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Beautifier/Beautifier.h"
-#include "Beautifier/ink/Outline.h"
+#include "Beautifier/ink/Resampling.h"
 #include "Curves.h"
 #include "Matchers.h"
 #include "Random.h"

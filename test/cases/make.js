@@ -2,9 +2,9 @@
 
 // Writes the cases and their templates anew: node test/cases/make.js
 //
-// What a stroke should become is constructed from the figure that was meant,
-// with formulas of its own; nothing is copied from the engine's answers. Look
-// at `git diff` afterwards: a case changes only when its figure does.
+// What a stroke should become is constructed by formulas from the intended figure,
+// never copied from the engine's answers. Look at `git diff` afterwards: a case
+// changes only when its figure does.
 
 const fs = require('node:fs');
 const path = require('node:path');
@@ -44,7 +44,7 @@ const ring = (centre, rx, ry, turn, steps) =>
     return add(centre, turned([rx * Math.cos(t), ry * Math.sin(t)], turn));
   });
 
-/** A hand that does not quite follow. */
+/** With a small tremor. */
 const shaken = (points, size) =>
   points.map((p, i) => add(p, [size * Math.sin(2.3 * i), size * Math.cos(1.7 * i)]));
 
@@ -180,7 +180,7 @@ const TEMPLATES = {
 
 const rounded = (number, digits) => Number(number.toFixed(digits));
 
-/** One value a line, long lists of points eight a line. */
+/** One value a line; eight points a line in long lists. */
 function toJson(value) {
   const list = (points) => {
     const items = points.map((p) => JSON.stringify(p));

@@ -62,7 +62,7 @@ describe('the examples of the documents', () => {
     { skip: skipUnless('parallel') },
     () => {
       const { code } = examples.find((example) => example.code.startsWith('parallel'));
-      const { status, stderr } = runShell(code.replace('10M', '20k'));
+      const { status, stderr } = runShell(code.replace('10M', '80k'));
       assert.equal(status, 0, stderr);
       const [alone, spread] = ['ideal.ndjson', 'ideal-parallel.ndjson'].map((name) =>
         fs.readFileSync(inFolder(name), 'utf8'),

@@ -1,7 +1,7 @@
 'use strict';
 
-// Runs what README, CONTRIBUTING and docs/ show. An example prints what its
-// comments say; test/support/documents.js tells how a block is marked.
+// Runs the examples of README, CONTRIBUTING and docs/. An example must print what its
+// comments state; test/support/documents.js lists the marks of a block.
 
 const assert = require('node:assert/strict');
 const { spawnSync } = require('node:child_process');
@@ -20,7 +20,7 @@ const {
   statedOutput,
 } = require('../support/documents.js');
 
-/** Long enough for a slow compiler: what runs on is a server, not an example. */
+/** Long enough for a slow compiler; ends an example that does not end by itself. */
 const PATIENCE_MS = 120_000;
 
 const folder = fs.realpathSync(fs.mkdtempSync(path.join(os.tmpdir(), 'scrivo-documents-')));
@@ -61,6 +61,7 @@ function runTypeScript(block) {
     module: ts.ModuleKind.NodeNext,
     target: ts.ScriptTarget.ES2022,
     strict: true,
+    skipLibCheck: true, // the tests of the package check the declarations
     types: ['node'],
     typeRoots: [path.join(root, 'node_modules', '@types')],
   };
@@ -79,24 +80,38 @@ function asProgram(code) {
   return `${all.filter(isInclude).join('\n')}\nint main() {\n${body}\n}\n`;
 }
 
-/** Builds a program against the library as it is installed, and runs it. */
-function runProgram(block, program, makefile) {
-  const project = nameOf(block);
-  const build = `${project}/build`;
+/** Configures a project against the library as it is installed; returns its build folder. */
+function configure(project, makefile) {
   write(`${project}/CMakeLists.txt`, makefile);
-  write(`${project}/main.cpp`, asProgram(program));
   const options = ['-DCMAKE_BUILD_TYPE=Debug', `-DCMAKE_PREFIX_PATH=${inFolder('prefix')}`];
-  execute('cmake', ['-G', 'Ninja', '-S', project, '-B', build, ...options]);
-  execute('cmake', ['--build', build]);
-  const [, target] = /add_executable\((\w+)/.exec(makefile);
-  checkOutput({ code: program }, execute(inFolder(build, target), []));
+  execute('cmake', ['-G', 'Ninja', '-S', project, '-B', `${project}/build`, ...options]);
+  return `${project}/build`;
 }
 
-const MAKEFILE = `cmake_minimum_required(VERSION 3.25)
-project(example CXX)
-find_package(Scrivo REQUIRED)
-add_executable(example main.cpp)
-target_link_libraries(example PRIVATE Scrivo::beautifier)`;
+function runProgram({ code }, build, target) {
+  execute('cmake', ['--build', build, '--target', target]);
+  checkOutput({ code }, execute(inFolder(build, target), []));
+}
+
+/** Configures one project for the C++ of all blocks: that takes longer than to build a program. */
+function configureExamples(blocks) {
+  const targets = blocks.map((block) => {
+    const name = nameOf(block);
+    write(`examples/${name}.cpp`, asProgram(block.code));
+    return `add_executable(${name} ${name}.cpp)
+target_link_libraries(${name} PRIVATE Scrivo::beautifier)`;
+  });
+  const head = ['cmake_minimum_required(VERSION 3.25)', 'project(examples CXX)'];
+  configure('examples', [...head, 'find_package(Scrivo REQUIRED)', ...targets].join('\n'));
+}
+
+/** The makefile of the program that is shown before it. */
+function runMakefile(block) {
+  const project = nameOf(block);
+  write(`${project}/main.cpp`, asProgram(block.program));
+  const [, target] = /add_executable\((\w+)/.exec(block.code);
+  runProgram({ code: block.program }, configure(project, block.code), target);
+}
 
 function runShell({ code }) {
   assert.notEqual(execute('bash', ['-euo', 'pipefail', '-c', code], { cwd: root }), '');
@@ -115,14 +130,14 @@ describe('the examples of the documents', () => {
       '--prefix',
       inFolder('prefix'),
     ]);
+    configureExamples(run.filter(({ language }) => language === 'cpp'));
   });
 
   const RUNNERS = {
     js: (block) => runScript(block),
     ts: runTypeScript,
-    cpp: (block) => runProgram(block, block.code, MAKEFILE),
-    // The makefile of the program shown before it.
-    cmake: (block) => runProgram(block, block.program, block.code),
+    cpp: (block) => runProgram(block, 'examples/build', nameOf(block)),
+    cmake: runMakefile,
     sh: runShell,
     json: ({ code }) => JSON.parse(code),
     text: () => {}, // a drawing, a table, what a program printed
@@ -136,7 +151,7 @@ describe('the examples of the documents', () => {
     });
   }
 
-  test('are left out for a reason only', () => {
+  test('are only left out with a reason', () => {
     for (const { place, reason } of examples.filter((block) => block.reason !== undefined)) {
       assert.match(reason, /\w+ \w+/, `${place}: say why it is not run`);
     }
@@ -154,7 +169,7 @@ describe('the documents', () => {
   const { scripts } = require('../../package.json');
 
   for (const name of documents()) {
-    test(`${name} links to what is there`, () => {
+    test(`${name} has no dead links`, () => {
       for (const target of links(name)) {
         const [file, anchor] = target.split('#');
         const linked = file ? path.posix.join(path.posix.dirname(name), file) : name;
@@ -171,7 +186,11 @@ describe('the documents', () => {
       const places =
         /(?<![\w./-])((?:lib|src|subproject|packages|surface|research|test|tools|bench|docs|cmake|examples)\/[\w./-]+\.(?:js|h|cpp|cc|json|inc|md|cmake|ts|mjs|svg))\b/g;
       for (const [, file] of text.matchAll(places)) {
-        assert.ok(fs.existsSync(path.join(root, file)), file);
+        const own = path.join(path.dirname(name), file);
+        assert.ok(
+          [file, own].some((each) => fs.existsSync(path.join(root, each))),
+          file,
+        );
       }
       for (const [, suite, title] of text.matchAll(/`([A-Z]\w+)\.([A-Z]\w+)`/g)) {
         assert.match(coreTests(), new RegExp(`^TEST\\w*\\(${suite}(Test)?, ${title}\\)`, 'm'));

@@ -31,7 +31,7 @@ const HOST = `
       structuredClone(await handlers.get(channel)({}, structuredClone(message))),
   };`;
 
-/** What the packager keeps beside the archive: folders of the package. */
+/** Folders of the package that the packager keeps beside the archive. */
 function unpackedFolders() {
   const { build } = JSON.parse(fs.readFileSync(path.join(EXAMPLE, 'package.json'), 'utf8'));
   const pattern = /^\*\*\/node_modules\/scrivo\/(\w+)\/\*\*$/;
@@ -121,7 +121,7 @@ describe('the example for desktop hosts', () => {
     await assert.rejects(seen.world.scrivo.beautify([null], 600, 600, []), TypeError);
   });
 
-  test('shows the figure, undoes it to the ink, and then that', async () => {
+  test('shows the figure, undoes it to the ink, and then removes that', async () => {
     await draw(CIRCLE);
     await page.waitForFunction('strokes[0].path');
     const [{ ink, path: circle }] = await strokes();
@@ -133,7 +133,7 @@ describe('the example for desktop hosts', () => {
     assert.deepEqual(await strokes(), []);
   });
 
-  test('keeps the ink of what is no figure', async () => {
+  test('keeps ink that is no figure', async () => {
     await draw(ZIGZAG);
     await page.waitForFunction('strokes.length === 1');
     await page.evaluate('window.scrivo.beautify([], 1, 1, [])'); // answered after the stroke

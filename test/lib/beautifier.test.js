@@ -13,7 +13,7 @@ const onAxis = ({ centre, radii, rotation }) => ({
   y: centre.y + radii.x * Math.sin(rotation),
 });
 
-/** Where the parameters of a figure show in its path: points and their indices. */
+/** Points of a path that the parameters of its figure determine, by index. */
 const MARKS = {
   dot: (f) => ({ 63: f.centre }),
   line: (f) => ({ 0: f.from, 20: f.to }),
@@ -89,7 +89,7 @@ describe('arguments', () => {
   const wrongOptions = [
     [[], /^TypeError: options .*an array/],
     [new Map([['minSize', 20]]), /^TypeError: options .*a Map/],
-    // Longer than the memory: whoever copies it whole ends the process.
+    // Longer than the memory: copying it whole would end the process.
     [{ figures: new Array(2 ** 32 - 1) }, /^RangeError: .*figures\[0\].*undefined/],
     [{ figures: 'dot' }, /^TypeError: options\.figures /],
     [{ figures: ['star'] }, /^RangeError: .*figures\[0\].*"star"/],

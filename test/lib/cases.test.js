@@ -18,7 +18,7 @@ const cases = fs
 const toPoint = ([x, y, force]) => (force ? { x, y, force } : { x, y });
 const toTriple = ({ x, y, force = 0 }) => [x, y, force];
 
-/** The native module's answers, by name, as the core's tests print theirs. */
+/** The native module's answers by name, in the form that the core's tests print. */
 function answersOfThePackage() {
   const figures = ['rectangle', 'triangle', 'isosceles_triangle', 'ellipse'];
   initScrivo(figures.map((figure) => path.join(folder, 'templates', `${figure}.template`)));
@@ -30,7 +30,7 @@ function answersOfThePackage() {
   return Object.fromEntries(cases.map((figure) => [figure.name, answer(figure)]));
 }
 
-/** Made by the build that made the module; not there where the module came prebuilt. */
+/** Built with the module; missing where the module is a prebuilt one. */
 const core = path.join(root, 'build', 'release', 'test', 'scrivo', 'case_results');
 const prebuilt = !fs.existsSync(path.join(root, 'CMakeLists.txt')) && !fs.existsSync(core);
 

@@ -18,7 +18,7 @@ describe('the entry scrivo', () => {
     for (const name of names) assert.equal(imported[name], scrivo[name]);
   });
 
-  test('is sealed but for its entry points', () => {
+  test('exports only its entry points', () => {
     assert.equal(require('scrivo/package.json').name, 'scrivo');
     assert.throws(() => require('scrivo/lib/native.js'), /lib.native/);
   });
@@ -29,7 +29,7 @@ describe('the entry scrivo', () => {
     assert.ok(Object.isFrozen(scrivo.FigureType));
   });
 
-  test('lists the four template files, which are there', () => {
+  test('lists the four template files, which exist', () => {
     const { templates } = scrivo;
     const names = ['rectangle', 'triangle', 'isosceles_triangle', 'ellipse'];
     const files = names.map((name) => path.join(root, 'templates', `${name}.template`));

@@ -12,7 +12,7 @@ const { builtModule: BUILT, root } = require('../support/native.js');
 describe('finding the native module', () => {
   const made = [];
   after(() => {
-    if (process.platform === 'win32') return; // where a loaded library cannot be deleted
+    if (process.platform === 'win32') return; // a loaded library cannot be deleted there
     made.forEach((folder) => fs.rmSync(folder, { recursive: true }));
   });
 
@@ -33,13 +33,13 @@ describe('finding the native module', () => {
     return { folder, load: () => loadFrom(folder) };
   }
 
-  /** Where prebuilt files are, on a system with glibc or one without. */
+  /** The folder of prebuilt files, on a system with glibc or without. */
   function target(glibc) {
     const musl = process.platform === 'linux' && !glibc ? '-musl' : '';
     return `prebuilds/${process.platform}-${process.arch}${musl}`;
   }
 
-  /** Calls `body` while the process report says which C library there is. */
+  /** Calls `body` while the process report names glibc, or does not. */
   function withLibrary(glibc, body) {
     const { getReport } = process.report;
     process.report.getReport = () => ({ header: glibc ? { glibcVersionRuntime: '2.36' } : {} });
@@ -66,7 +66,7 @@ describe('finding the native module', () => {
     }
   });
 
-  test('says what it tried and how to build, if there is none', () => {
+  test('lists the files tried and how to build if there is none', () => {
     for (const glibc of [true, false]) {
       const { folder, load } = copyWith({ 'build/debug/hello.node': '' });
       const sources = path.join(folder, 'CMakeLists.txt');
@@ -84,7 +84,7 @@ describe('finding the native module', () => {
     }
   });
 
-  test('takes the files beside the archive of a desktop host, and those alone', () => {
+  test('takes only the files beside the archive of a desktop host', () => {
     for (const archive of ['app.asar', 'app-arm64.asar']) {
       const packed = `${archive}/node_modules/scrivo`;
       const beside = `${archive}.unpacked/node_modules/scrivo`;

@@ -20,7 +20,7 @@ const pack = (stroke) =>
     ? copyPacked('stroke', stroke, 3)
     : packObjects('stroke', copyPoints('stroke', stroke));
 
-// Longer than the memory: whoever copies it whole ends the process.
+// Longer than the memory: copying it whole would end the process.
 const HOLES = new Array(2 ** 32 - 1);
 const moved = new Float64Array(3);
 structuredClone(moved, { transfer: [moved.buffer] });

@@ -222,7 +222,7 @@ describe('the archive of the command line', () => {
     const command = path.join(commands, 'node_modules', '.bin', 'scrivo');
     const points = eval(CIRCLE).map(({ x, y }) => [400 * x, 400 * y]);
     const input = JSON.stringify({ points });
-    for (const engine of ['exact', 'beautifier']) {
+    for (const engine of ['template', 'beautifier']) {
       const args = ['idealise', '--engine', engine, '-'];
       const output = execFileSync(command, args, { encoding: 'utf8', input });
       assert.equal(JSON.parse(output).figure, 'ellipse');

@@ -46,7 +46,7 @@ describe('what is shipped', () => {
     ]);
   });
 
-  test('bears one version', () => {
+  test('has one version', () => {
     const texts = (core, entry, command = '1.2.3') => ({
       'package.json': '{ "version": "1.2.3" }',
       'CMakeLists.txt': `cmake_minimum_required(VERSION 3.25)\nproject(scrivo VERSION ${core} X)`,

@@ -1,12 +1,11 @@
 // What a load leaves behind when memory runs out, at whichever allocation.
 
+#include "FailingAllocation.h"
 #include "Ink.h"
 #include "Matchers.h"
 #include "Scrivo/TemplatesGraphicsRecognizer.h"
 
 #include <algorithm>
-#include <cstddef>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -14,46 +13,6 @@
 #include <random>
 #include <string>
 #include <utility>
-
-namespace {
-
-/// Allocations that succeed before one fails; none fails below 0.
-long allocationsLeft = -1;
-
-void* allocate(std::size_t size, std::size_t alignment) {
-    if (allocationsLeft == 0) {
-        allocationsLeft = -1;
-        throw std::bad_alloc();
-    }
-    allocationsLeft -= allocationsLeft > 0 ? 1 : 0;
-    const std::size_t whole =
-        (std::max<std::size_t>(size, 1) + alignment - 1) / alignment * alignment;
-    if (void* memory = std::aligned_alloc(alignment, whole)) {
-        return memory;
-    }
-    throw std::bad_alloc();
-}
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-    return allocate(size, alignof(std::max_align_t));
-}
-void* operator new(std::size_t size, std::align_val_t alignment) {
-    return allocate(size, static_cast<std::size_t>(alignment));
-}
-void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-void operator delete(void* memory, std::size_t /*size*/) noexcept {
-    std::free(memory);
-}
-void operator delete(void* memory, std::align_val_t /*alignment*/) noexcept {
-    std::free(memory);
-}
-void operator delete(void* memory, std::size_t /*size*/, std::align_val_t /*alignment*/) noexcept {
-    std::free(memory);
-}
 
 namespace Scrivo::test {
 
@@ -64,10 +23,10 @@ namespace {
 template <typename Action, typename Check>
 int failEveryAllocation(Action action, Check check) {
     for (int failures = 0;; ++failures) {
-        allocationsLeft = failures;
+        allocationsBeforeFailure = failures;
         try {
             action();
-            allocationsLeft = -1;
+            allocationsBeforeFailure = -1;
             return failures;
         } catch (const std::bad_alloc&) {
             check();

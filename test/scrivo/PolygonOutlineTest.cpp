@@ -8,7 +8,7 @@ namespace Scrivo::test {
 
 namespace {
 
-Stroke redrawn(const Stroke& stroke) {
+Stroke outlineOf(const Stroke& stroke) {
     Stroke out;
     reDrawPolygon(out, stroke);
     return out;
@@ -55,11 +55,11 @@ TEST(PolygonRedraw, FiveCornersAndMoreStayWhereTheyAre) {
         // The corner where the pen started comes last.
         Stroke expected(corners.begin() + 1, corners.end());
         expected.push_back(corners[0]);
-        EXPECT_TRUE(isNear(cornersOf(redrawn(closedChain(corners, 20))), expected)) << count;
+        EXPECT_TRUE(isNear(cornersOf(outlineOf(closedChain(corners, 20))), expected)) << count;
     }
     Stroke open = closedChain({{0, 0}, {150, -50}, {300, 0}, {250, 150}, {50, 150}}, 20);
     open.back() = {-8, 6, 1};
-    EXPECT_TRUE(isNear(cornersOf(redrawn(open)).back(), {-4, 3, 0})) << "midway between the ends";
+    EXPECT_TRUE(isNear(cornersOf(outlineOf(open)).back(), {-4, 3, 0})) << "midway between the ends";
 }
 
 TEST(PolygonRedraw, FirstSegmentOfAnAverageEdgeForbidsRegularising) {
@@ -74,7 +74,7 @@ TEST(PolygonRedraw, FirstSegmentOfAnAverageEdgeForbidsRegularising) {
                 chain({stroke.back(), to}, static_cast<int>(std::lround(left / unit)));
             stroke.insert(stroke.end(), edge.begin() + 1, edge.end());
         }
-        return cornersOf(redrawn(stroke));
+        return cornersOf(outlineOf(stroke));
     };
     // 125, 150 and 125 units: regularising reorders the corners. 400 / (3 + 2) = 80.
     const Point2D apex{0, 0};
@@ -98,7 +98,7 @@ TEST(PolygonRedraw, MeansWhatWasDrawn) {
             const Stroke moved = mapped(corners, [&](const Point2D& p) {
                 return at + size * p + random.jitter(0.006 * size);
             });
-            return cornersOf(redrawn(closedChain(moved, 25)));
+            return cornersOf(outlineOf(closedChain(moved, 25)));
         };
         const Stroke square = shaky({{0, 0}, {1, 0}, {1, 1}, {0, 1}});
         ASSERT_EQ(square.size(), 4U);

@@ -13,12 +13,12 @@ std::vector<const napi_module*>& registrations() {
 
 }  // namespace
 
-/// Found by the library in this program, as it would be in a host.
+/// The library finds this function in the program, as it does in a host.
 extern "C" void napi_module_register(napi_module* module) {
     registrations().push_back(module);
 }
 
-/// Hosts find the module in one of two ways. Each must lead to the same place.
+/// Hosts find the module in one of two ways; both must work.
 TEST(Registration, ByDescriptorAndBySymbol) {
     void* const library = dlopen(HELLO_FILE, RTLD_LAZY | RTLD_LOCAL);
     ASSERT_NE(library, nullptr) << dlerror();

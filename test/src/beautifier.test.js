@@ -13,17 +13,17 @@ const { HEIGHT, INK, WIDTH } = require('../support/strokes.js');
 
 test('arguments are arrays of the right type, read no further than their ends', () => {
   const { Beautifier: Native } = loadNative('beautifier');
-  const native = new Native([1], 0, 0.5, true, true, true, true);
+  const native = new Native([1], 0, 4, 0.5, true, true, true, true, []);
   const call = (points, others) =>
     native.beautify(points, 3, 1, 1, others, Uint32Array.of(others.length / 2));
-  assert.equal(call(new Float64Array(3), new Float64Array(2)).length, 7);
+  assert.equal(call(new Float64Array(3), new Float64Array(2)).length, 8);
   assert.throws(() => call(new Uint8Array(24), new Float64Array(2)), /Float64Array/);
   assert.throws(() => call(new Float64Array(3), new Float32Array(2)), /Float64Array/);
 });
 
 const FILE = JSON.stringify(path.join(__dirname, '..', '..', 'lib', 'beautifier.js'));
 
-test('survives the end of a thread within a call', () => {
+test('survives the end of a thread during a call', () => {
   const worker = `
     const { Beautifier } = require(${FILE});
     const beautifier = new Beautifier();

@@ -5,14 +5,14 @@ const { describe, test } = require('node:test');
 
 const { builtModule, runApart, skipIn } = require('../support/native.js');
 
-// What a host may do to a native module, each in a process of its own: once the
-// library is mapped, by whichever thread, later loads take another path.
+// What a host may do with a native module, each in a process of its own: loading takes
+// another path once any thread has mapped the library.
 
 const notNode = { bun: "a flag of Node's", deno: "a flag of Node's" };
 const ANSWER = { path: [{ x: 1, y: 2, force: 0.5 }], type: 0 };
 const once = (native) => native.optimizeAStroke([{ x: 1, y: 2, force: 0.5 }], 1, 1, []);
 
-/** Terminates a worker running `body`; what it left, and what calls give afterwards. */
+/** Terminates a worker that runs `body`; reports what it left and the results of later calls. */
 async function endWhileInCall({ hello, work, body, report }) {
   const native = require(hello);
   const started = new SharedArrayBuffer(4);
@@ -26,7 +26,7 @@ async function endWhileInCall({ hello, work, body, report }) {
 
 describe('the native module', () => {
   const reason = { bun: 'a module that registers itself exports its `exports` as well' };
-  test('exports two functions, bare of anything else', { skip: skipIn(reason) }, () => {
+  test('exports two functions and nothing else', { skip: skipIn(reason) }, () => {
     const found = runApart(({ hello, report }) => {
       const native = require(hello);
       report(Object.entries(native).map(([key, value]) => [key, typeof value, value.name]));
@@ -37,7 +37,7 @@ describe('the native module', () => {
     ]);
   });
 
-  test('answers before any template is loaded, and by templates afterwards', () => {
+  test('answers before templates are loaded, and uses them afterwards', () => {
     const types = runApart(async ({ hello, work, report }) => {
       const fs = require('node:fs');
       const native = require(hello);
@@ -54,7 +54,7 @@ describe('the native module', () => {
       native.initScrivo([{ toString: () => file }]);
       fs.rmSync(folder, { recursive: true });
 
-      // The templates belong to the process: threads that come later have them.
+      // The templates belong to the process: threads started later have them.
       const inWorker = await work(
         (other, { workerData }) => other.optimizeAStroke(workerData, 200, 200, []).type,
         { workerData: circle },
@@ -64,7 +64,7 @@ describe('the native module', () => {
     assert.deepEqual(types, [0, 0, 7, 7]);
   });
 
-  test('loads again after its cache entry is gone, next to the first', () => {
+  test('loads again when its cache entry is deleted, beside the first', () => {
     const answers = runApart(({ hello, report }) => {
       const load = () => {
         delete require.cache[require.resolve(hello)];
@@ -80,7 +80,7 @@ describe('the native module', () => {
   });
 });
 
-test('answers where no code may come from strings', { skip: skipIn(notNode) }, () => {
+test('answers where code from strings is disallowed', { skip: skipIn(notNode) }, () => {
   const found = runApart(
     ({ hello, report }) => {
       const native = require(hello);
@@ -98,7 +98,7 @@ test('answers where no code may come from strings', { skip: skipIn(notNode) }, (
 });
 
 describe('worker threads', () => {
-  test('load it one after the other, the main thread never', () => {
+  test('load it one after the other, the main thread does not', () => {
     const threeTimes = async ({ work, body, report }) =>
       report([await work(body), await work(body), await work(body)]);
     const answers = runApart(threeTimes, { body: once });
@@ -145,8 +145,8 @@ describe('worker threads', () => {
     assert.deepEqual(mapped, [false, true, false]);
   });
 
-  // In each the worker is stopped while it is inside the call. The process must
-  // survive, and the module go on working in the threads that are left.
+  // In each case the worker is stopped during the call. The process must survive, and
+  // the module must keep working in the other threads.
   const endings = {
     'in a getter': (native, { started }) => {
       const get = () => {
@@ -224,9 +224,9 @@ test('memory does not grow with the number of calls', () => {
       calls();
       report(calls() - before);
     },
-    // A small young generation: its growth would hide what is looked for.
+    // A small young generation: its growth would hide a leak.
     { flags: ['--expose-gc', '--max-semi-space-size=1'] },
   );
-  // One transfer buffer leaked a round would be 27 MB, one stroke 32 MB.
+  // Leaking one transfer buffer per round would take 27 MB, one stroke 32 MB.
   assert.ok(grown < 3e6, `grew by ${grown} bytes in 4500 rounds`);
 });

@@ -16,7 +16,7 @@ const A = { x: 0.25, y: 0.5 };
 const B = { x: 0.75, y: 0.125 };
 const C = { x: 0.5, y: 1 };
 
-/** A point with a getter in the place of one property. */
+/** A point with a getter for one property. */
 const pointWith = (key, get) => Object.defineProperty({ ...A }, key, { get });
 
 describe('points that come back', () => {
@@ -40,7 +40,7 @@ describe('points that come back', () => {
     assert.deepEqual(Object.keys(redraw([{ force: 1, y: 2, x: 3 }])[0]), ['x', 'y', 'force']);
   });
 
-  test('are fresh, and the arguments untouched', () => {
+  test('are new objects, and the arguments do not change', () => {
     const point = Object.freeze({ ...A, force: 0.5, time: 17 });
     const stroke = Object.freeze([point]);
     const result = optimizeAStroke(stroke, 800, 600, Object.freeze([stroke]));
@@ -51,8 +51,8 @@ describe('points that come back', () => {
     assert.deepEqual(optimizeAStroke([], 800, 600, []), { path: [], type: 0 });
   });
 
-  test('are as many as went in, across the blocks in which they travel', () => {
-    // A scribble: small enough to be compared with no template, too curly for an angle.
+  test('are as many as went in, however many blocks they take', () => {
+    // A scribble: too small to be compared with templates, too curly for an angle.
     let seed = 1;
     const random = () => (seed = (seed * 48271) % 2147483647) / 2147483647;
     const scribble = (count) =>
@@ -73,7 +73,7 @@ describe('points that come back', () => {
 });
 
 describe('reading points', () => {
-  test('takes whatever has the properties', () => {
+  test('accepts any object with the properties', () => {
     const bare = Object.assign(Object.create(null), A);
     const callable = Object.assign(() => {}, A);
     const list = Object.assign([], A);
@@ -83,7 +83,7 @@ describe('reading points', () => {
     assert.deepEqual(redraw(stroke), [A, A, A, A, A, { ...A, force: 0.5 }]);
   });
 
-  test('looks primitives up like any object', () => {
+  test('reads properties of primitives too', () => {
     Object.assign(Number.prototype, A);
     try {
       assert.deepEqual(redraw([B, 7, 8, C]), [B, A, A, C]);
@@ -92,7 +92,7 @@ describe('reading points', () => {
     }
   });
 
-  test('goes through the arguments once, in order', () => {
+  test('reads the arguments once, in order', () => {
     const log = [];
     const point = (name, force) =>
       new Proxy(
@@ -119,7 +119,7 @@ describe('reading points', () => {
     ]);
   });
 
-  test('sees every element of a long stroke once', () => {
+  test('reads every element of a long stroke once', () => {
     for (const count of [9, 256, 257, 700]) {
       const seen = [];
       const stroke = Array.from({ length: count }, (_, i) =>
@@ -130,8 +130,8 @@ describe('reading points', () => {
     }
   });
 
-  test('follows an array that changes meanwhile', () => {
-    /** What comes back if the second of three points makes this change. */
+  test('follows an array that changes while it is read', () => {
+    /** The path when reading the second of three points makes this change. */
     const changing = (change) => {
       const stroke = [A, , C]; // eslint-disable-line no-sparse-arrays
       stroke[1] = pointWith('y', () => (change(stroke), A.y));
@@ -159,7 +159,7 @@ describe('reading points', () => {
     assert.deepEqual(redraw([A, B], [C, nested(2)]), [A, B]);
   });
 
-  test('survives a getter that never comes to an end', () => {
+  test('survives a getter that recurses without end', () => {
     const endless = pointWith('y', () => redraw([endless])[0].y);
     assert.throws(() => redraw([endless]), RangeError);
     assert.deepEqual(redraw([A, B, C]), [A, B, C]);
@@ -192,7 +192,7 @@ describe('a malformed point', () => {
     assert.throws(() => optimizeAStroke([A], 1, 1, holes), Error);
   });
 
-  test('ends the reading, and the first failure counts', () => {
+  test('ends the reading; the first error is thrown', () => {
     const unread = pointWith('x', thrower(new Error('read on')));
     const expected = { name: 'TypeError', message: /number/i };
     const calls = [
@@ -203,7 +203,7 @@ describe('a malformed point', () => {
     for (const args of calls) assert.throws(() => optimizeAStroke(...args), expected);
   });
 
-  test('passes on what a getter or trap throws, be it an Error or not', () => {
+  test('passes on what a getter or trap throws, an Error or not', () => {
     for (const value of [new RangeError('mine'), 42, 'text', null, undefined, Symbol('s')]) {
       const get = thrower(value);
       const points = [
@@ -224,7 +224,7 @@ describe('a malformed point', () => {
       'redraw([{ x: 1, get y() { for (;;); } }, 5])': outOfTime,
       'redraw([A], [{ x: 1, y: 1, get force() { for (;;); } }])': outOfTime,
       'initScrivo([{ toString() { for (;;); } }, Symbol()])': outOfTime,
-      // Fails before it gets to the loop.
+      // Fails before it reaches the loop.
       'redraw(new Proxy([], {}), Object.defineProperty([0], 0, { get() { for (;;); } }))': Error,
     };
     for (const [script, error] of Object.entries(scripts)) {
@@ -244,7 +244,7 @@ describe('prototypes and callers', () => {
     assert.deepEqual(seen, [null]);
   });
 
-  test('what a prototype forbids to set is ignored, as by single calls', () => {
+  test('an assignment that a prototype forbids is ignored, as napi_set_property does', () => {
     const script = `
       const { optimizeAStroke } = require(${JSON.stringify(require.resolve('../../lib/index.js'))});
       Object.defineProperty(Object.prototype, 'x', { value: 7, writable: false });

@@ -8,7 +8,7 @@ const { initScrivo, optimizeAStroke } = require('../../lib/index.js');
 const { assertThrowsSame, thrower } = require('../support/throwing.js');
 
 describe('initScrivo', () => {
-  test('wants an array', () => {
+  test('requires an array', () => {
     assert.throws(() => initScrivo(), { name: 'TypeError', message: 'Wrong number of arguments' });
     const wrong = ['a.template', undefined, null, 5, {}, { length: 0 }, new Uint8Array(2)];
     for (const value of [...wrong, new Proxy([], {})]) {
@@ -21,7 +21,7 @@ describe('initScrivo', () => {
     assert.equal(initScrivo(elements, 'ignored', null), true);
   });
 
-  test('converts in order and reads the length anew for each element', () => {
+  test('converts in order and reads the length again for each element', () => {
     const seen = [];
     const paths = [];
     const growing = {
@@ -53,7 +53,7 @@ describe('arguments of optimizeAStroke', () => {
   /** A call with some arguments replaced. */
   const call = (changed) => optimizeAStroke(...Object.assign([[A], 800, 600, []], changed));
 
-  test('must all be there', () => {
+  test('are all required', () => {
     for (let count = 0; count < 4; ++count) {
       assert.throws(() => optimizeAStroke(...[[A], 800, 600, []].slice(0, count)), Error);
     }
@@ -69,7 +69,7 @@ describe('arguments of optimizeAStroke', () => {
     }
   });
 
-  test('must be numbers where sizes are expected, of any value', () => {
+  test('must be numbers where sizes are expected, but any numbers', () => {
     for (const value of [undefined, null, '800', true, {}, Object(800), 1n, [800]]) {
       for (const place of [1, 2]) assert.throws(() => call({ [place]: value }), TypeError);
     }

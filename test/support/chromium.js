@@ -12,7 +12,7 @@ const FLAGS = [
   ...(process.getuid?.() === 0 ? ['--no-sandbox'] : []),
 ];
 
-/** Starts the system's Chromium, without a window and without a network of its own. */
+/** Starts the system's Chromium, headless and without background network traffic. */
 const launchChromium = () => chromium.launch({ executablePath: CHROMIUM, args: FLAGS });
 
 module.exports = { launchChromium };

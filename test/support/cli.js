@@ -4,21 +4,54 @@ const { spawn } = require('node:child_process');
 const fs = require('node:fs');
 const os = require('node:os');
 const path = require('node:path');
-const { FIGURES, drawInk } = require('../../research/ink/index.js');
+const { Writable } = require('node:stream');
+const { main } = require('../../packages/cli/lib/main.js');
+const { drawEach } = require('../../research/ink/index.js');
 
 const PROGRAM = path.join(__dirname, '..', '..', 'packages', 'cli', 'bin', 'scrivo.js');
 
-/** A folder that goes when the tests of the file are done. */
+/** A folder that is removed when the tests of the file are done. */
 function makeFolder(after) {
   const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'scrivo-cli-'));
   after(() => fs.rmSync(folder, { recursive: true, force: true }));
   return folder;
 }
 
-/** Starts the program in a folder, with flags for Node and variables of the environment. */
-function start(folder, args, flags = [], variables = {}) {
-  const env = { ...process.env, ...variables };
-  const child = spawn(process.execPath, [...flags, PROGRAM, ...args], { cwd: folder, env });
+/** Collects what is written, as a stream. */
+function collect() {
+  const stream = new Writable({
+    write(chunk, encoding, done) {
+      stream.text += chunk;
+      done();
+    },
+  });
+  return Object.assign(stream, { text: '' });
+}
+
+/**
+ * Runs the program to its end in this process, which takes milliseconds. Standard input is a file
+ * here, named last; work is done in this thread unless the arguments say otherwise.
+ *
+ * @param {string} folder to run in
+ * @param {string[]} args
+ * @param {string|Buffer} [stdin]
+ * @returns {Promise<{code: number, stdout: string, stderr: string}>}
+ */
+async function run(folder, args, stdin) {
+  const [stdout, stderr] = [collect(), collect()];
+  const isOnInk = ['idealise', 'render'].includes(args[0]);
+  const jobs = isOnInk && !args.includes('--jobs') ? ['--jobs', '1'] : [];
+  const input = stdin === undefined ? [] : ['stdin'];
+  process.chdir(folder);
+  if (stdin !== undefined) fs.writeFileSync('stdin', stdin);
+  const code = await main([...args, ...jobs, ...input], { stdout, stderr });
+  if (stdin !== undefined) fs.rmSync('stdin');
+  return { code, stdout: stdout.text, stderr: stderr.text };
+}
+
+/** Starts the program as a process, with flags for Node. */
+function start(folder, args, flags = []) {
+  const child = spawn(process.execPath, [...flags, PROGRAM, ...args], { cwd: folder });
   // It may end before it has read everything.
   child.stdin.on('error', () => {});
   child.ended = new Promise((resolve) => {
@@ -33,24 +66,17 @@ function start(folder, args, flags = [], variables = {}) {
   return child;
 }
 
-/**
- * Runs the program to its end.
- *
- * @param {string} folder to run in
- * @param {string[]} args
- * @param {string|Buffer} [stdin]
- * @returns {Promise<{code: number, signal: string, stdout: string, stderr: string}>}
- */
-function run(folder, args, stdin = '') {
+/** Runs the program to its end as a process. */
+function runProcess(folder, args, stdin = '') {
   const child = start(folder, args);
   child.stdin.end(stdin);
   return child.ended;
 }
 
-/** Waits until something can be observed, but not for ever. */
+/** Waits until a condition holds, for up to 30 seconds. */
 async function until(isSo) {
   for (let i = 0; !isSo(); i += 1) {
-    if (i === 6000) throw new Error(`waited in vain: ${isSo}`);
+    if (i === 6000) throw new Error(`did not happen: ${isSo}`);
     await new Promise((resolve) => setTimeout(resolve, 5));
   }
 }
@@ -60,18 +86,34 @@ function parseLines(text) {
   return text.split('\n').filter(Boolean).map(JSON.parse);
 }
 
-/** Strokes as a person would draw them: every figure in turn, one beside the other. */
+/** Generated strokes of every figure in turn, side by side. */
 function drawStrokes(count, seed = 1) {
-  const figures = Object.keys(FIGURES);
-  return Array.from({ length: count }, (_, i) => {
-    const at = { x: 150 + 200 * (i % 8), y: 150 + 200 * Math.floor(i / 8) };
-    const figure = figures[i % figures.length];
-    return { id: `s${i}`, ...drawInk({ figure, seed: seed + i, size: 150, at }) };
+  const optionsOf = (i) => ({
+    size: 150,
+    at: { x: 150 + 200 * (i % 8), y: 150 + 200 * Math.floor(i / 8) },
   });
+  return drawEach(count, { seed, optionsOf }).map((stroke, i) => ({ id: `s${i}`, ...stroke }));
 }
 
 function toNdjson(strokes) {
   return strokes.map((stroke) => `${JSON.stringify(stroke)}\n`).join('');
 }
 
-module.exports = { PROGRAM, drawStrokes, makeFolder, parseLines, run, start, toNdjson, until };
+/** A horizontal line of 41 points with a tremor of half a unit. */
+function shakyLine(left, y) {
+  return Array.from({ length: 41 }, (_, i) => [left + 5 * i, y + 0.5 * Math.sin(i)]);
+}
+
+module.exports = {
+  PROGRAM,
+  collect,
+  drawStrokes,
+  makeFolder,
+  parseLines,
+  run,
+  runProcess,
+  shakyLine,
+  start,
+  toNdjson,
+  until,
+};

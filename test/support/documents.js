@@ -7,7 +7,7 @@ const markdownIt = require('markdown-it');
 
 const { root } = require('./native.js');
 
-// What a comment before a fenced block says about it, invisible to the reader:
+// Marks: comments before a fenced block, which readers do not see:
 //   <!-- not run: REASON -->   shown only
 //   <!-- goes on -->           continues the block before it of the same language
 //   <!-- setup                 code that goes before it
@@ -35,8 +35,8 @@ function markBefore(token) {
  * The fenced blocks of a document.
  *
  * @returns {Array<{place: string, language: string, code: string, reason?: string,
- *   program?: string}>} `code` with what comes before it; `reason` why it is not run, empty when
- *   that is left unsaid; `program` the last C++ up to here
+ *   program?: string}>} `code` with the code that goes before it; `reason` why it is not run, which may be
+ *   empty; `program` the last C++ up to here
  */
 function readBlocks(name) {
   const tokens = parse(name);
@@ -54,7 +54,7 @@ function readBlocks(name) {
 }
 
 /** The commands of these pages are run by test/cli/documents.test.js, on strokes made for them. */
-const COMMAND_PAGES = ['docs/command-line.md', 'packages/cli/README.md'];
+const COMMAND_PAGES = ['packages/cli/docs/command-line.md', 'packages/cli/README.md'];
 
 const isCommand = ({ place, language, reason }) =>
   language === 'sh' && reason === undefined && COMMAND_PAGES.includes(place.split(':')[0]);
@@ -68,13 +68,13 @@ function readExamples() {
   };
 }
 
-/** What the comments behind the printing lines say is printed. */
+/** The output that the comments after printing statements state. */
 function statedOutput(code) {
   const printing = /^.*(?:console\.log\(|std::cout\b).*?;\s*\/\/ (.*)$/gm;
   return [...code.matchAll(printing)].map(([, text]) => text);
 }
 
-/** As the pages that show Markdown name a heading. */
+/** The anchor of a heading, as hosting sites name it. */
 const slug = (heading) =>
   heading
     .toLowerCase()

@@ -11,7 +11,7 @@ const builtModule = findNative('hello');
 
 const host = ['bun', 'deno'].find((name) => name in process.versions) ?? 'node';
 
-/** For the option `skip` of a test: the reason, in a host that has one, or false. */
+/** For the option `skip` of a test: the reason for this host, or false. */
 const skipIn = (reasons) => reasons[host] ?? false;
 
 /**

@@ -20,7 +20,7 @@ describe('the drawing and its history', () => {
     assert.deepEqual([paths(drawing), drawing.canUndo], [[], false]);
   });
 
-  test('answers find their strokes in any order, and not those undone', () => {
+  test('answers reach their strokes in any order, unless undone', () => {
     const drawing = new Drawing();
     const [first, second, third] = [ink, ink, ink].map((points) => drawing.add(points).id);
     drawing.undo();

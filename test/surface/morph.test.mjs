@@ -10,7 +10,7 @@ describe('where the points of a figure come from', () => {
     origins.forEach((origin, i) => assert.ok(distance(origin, [i * 50, 8]) < 1e-9));
   });
 
-  test('a ring keeps its place though it was drawn the other way from elsewhere', () => {
+  test('a ring stays in place though it was drawn backwards from another start', () => {
     const ring = (turns) =>
       Array.from({ length: 64 }, (_, i) => {
         const angle = 2 * Math.PI * turns(i / 63);
@@ -22,7 +22,7 @@ describe('where the points of a figure come from', () => {
     origins.forEach((origin, i) => assert.ok(distance(origin, figure[i]) < 5));
   });
 
-  test('ink of one point, or of none but that, is no obstacle', () => {
+  test('ink of one point, once or twice, is enough', () => {
     const twice = (point) => [point, point];
     for (const ink of [[[4, 4]], twice([4, 4])]) {
       for (const closed of [false, true]) {

@@ -7,7 +7,7 @@ const { createRecogniser } = require('../../surface/recognise.js');
 const { createServer, listen } = require('../../surface/server.js');
 const { launchChromium } = require('../support/chromium.js');
 
-// Longer than the page takes to let ink turn into a figure.
+// Longer than the animation of ink into a figure.
 const ANIMATION_MS = 1200;
 const VIEW = { width: 1000, height: 700 };
 
@@ -109,7 +109,7 @@ describe('the drawing page', () => {
     assert.match(await page.textContent('#label'), /^Square · \d\d %$/);
   });
 
-  test('asks the template engine when that is chosen, by the keyboard too', async () => {
+  test('asks the template engine when it is selected, here by keyboard', async () => {
     await page.focus('input[value=beautifier]');
     await page.keyboard.press('ArrowRight');
     assert.equal(await page.isChecked('input[value=template]'), true);
@@ -139,7 +139,7 @@ describe('the drawing page', () => {
     assert.deepEqual(errors, []);
   });
 
-  test('brings the ink back on undo, and forgets it on the next', async () => {
+  test('brings the ink back on undo, and removes it on the next', async () => {
     await draw(LINE);
     assert.deepEqual(await kinds(), ['line']);
     await page.keyboard.press('Control+z');
@@ -161,7 +161,7 @@ describe('the drawing page', () => {
     assert.deepEqual(await kinds(), []);
   });
 
-  test('keeps the ink while the server is away, and tries again', async () => {
+  test('keeps the ink while the server is down, and retries', async () => {
     const { port } = server.address();
     const closed = once(server, 'close');
     server.close().closeAllConnections();

@@ -32,7 +32,7 @@ describe('the engines of the page', () => {
     });
   }
 
-  test('a quadrangle comes with its kind from the beautifier', () => {
+  test('the beautifier names the kind of a quadrangle', () => {
     const square = polyline('100,100 300,102 298,301 99,299 100,100');
     assert.equal(ask('beautifier', square).figure.subtype, 'square');
   });

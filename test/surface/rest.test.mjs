@@ -2,7 +2,7 @@ import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import { withRest } from '../../surface/public/js/rest.mjs';
 
-test('a pointer that rests is sampled once a frame, one that moves as it was', () => {
+test('a resting pointer gets a sample per frame, a moving one stays as it is', () => {
   const size = { width: 1000, height: 500 };
   const press = [
     { x: 0.5, y: 0.5 },

@@ -38,7 +38,7 @@ describe('the server of the drawing page', () => {
       request.on('error', reject).end();
     });
 
-  test('answers with the engine that is asked for, by default the beautifier', async () => {
+  test('passes the requested engine on, by default the beautifier', async () => {
     for (const [body, engine] of [
       [STROKE, 'beautifier'],
       [{ ...STROKE, engine: 'template' }, 'template'],
@@ -50,7 +50,7 @@ describe('the server of the drawing page', () => {
     }
   });
 
-  test('says what is wrong with a request', async () => {
+  test('reports what is wrong with a request', async () => {
     for (const [body, message] of [
       ['{"stroke":', /^The body is not JSON/],
       ['{}', /^stroke must be an array/],

@@ -6,7 +6,7 @@ const { checkStrokeRequest } = require('../../surface/stroke-request.js');
 
 const REQUEST = { stroke: [{ x: 0.1, y: 0.2, force: 0.5 }], width: 800, height: 600, others: [[]] };
 
-test('a request that is right passes', () => {
+test('accepts a correct request', () => {
   checkStrokeRequest(REQUEST);
   checkStrokeRequest({ ...REQUEST, engine: 'template' });
 });

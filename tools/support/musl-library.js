@@ -1,8 +1,8 @@
 'use strict';
 
-// Bun for musl wants the GNU C++ library, which Debian has for glibc only. What a
-// program takes from it hardly depends on the C library: those few members of the
-// static library are linked into a shared one here, for tests alone.
+// Bun for musl needs the GNU C++ library, which Debian has for glibc only. The
+// members that it uses hardly depend on the C library, so they are linked from the
+// static library into a shared one, for tests only.
 
 const { execFileSync } = require('node:child_process');
 const fs = require('node:fs');

@@ -1,7 +1,7 @@
 'use strict';
 
 // npm packages that only some tools need: compilers and hosts of a hundred
-// megabytes each, which no clone should have to install.
+// megabytes each, too large for every clone to install.
 
 const fs = require('node:fs');
 const path = require('node:path');

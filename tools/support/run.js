@@ -1,7 +1,7 @@
 'use strict';
 
-// Starts the commands that the tools are made of and takes them along when the
-// tool itself is stopped, so that no compiler or browser outlives its caller.
+// Runs the commands of the tools and stops them when the tool itself is stopped,
+// so that no compiler or browser outlives its caller.
 
 const { spawn, spawnSync } = require('node:child_process');
 const { constants } = require('node:os');
@@ -97,7 +97,7 @@ function heading(text) {
   console.log(`\n==> ${text}`);
 }
 
-/** Runs a tool's main function and turns what it throws into a plain message. */
+/** Runs a tool's main function; an expected error prints its message alone. */
 async function main(body) {
   try {
     process.exitCode = await body(process.argv.slice(2));
@@ -107,7 +107,7 @@ async function main(body) {
   }
 }
 
-/** An error whose message is all that the reader needs: no stack is printed. */
+/** An error that is printed without a stack. */
 function failure(message) {
   return Object.assign(new Error(message), { expected: true });
 }

@@ -1,7 +1,7 @@
 'use strict';
 
-// What a runner says of its tests, as { passed, failed, skipped }. Output that ends
-// before the totals counts as no tests at all.
+// The totals that test runners print, as { passed, failed, skipped }. Output that
+// ends before the totals counts as no tests.
 
 /** Totals of a JUnit file of ctest. */
 function countJunit(xml) {

@@ -3,7 +3,7 @@
 
 const { main } = require('../lib/main.js');
 
-// Nobody is left to read messages; the exit code still tells how it went.
+// When standard error is closed, messages are lost; the exit code still reports the result.
 process.stderr.on('error', () => {});
 
 main(process.argv.slice(2)).then((exitCode) => {

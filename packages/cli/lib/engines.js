@@ -1,14 +1,18 @@
 'use strict';
 
+const { ANSWERS } = require('./families.js');
 const { resolveTemplates } = require('./template-files.js');
 const { UserError } = require('./user-error.js');
 
 /**
  * @typedef {object} Answer
- * @property {string} family a figure, 'polygon' for one that has neither three nor four edges or
- *   was left as drawn, or 'none'
+ * @property {string} family a name of ANSWERS
  * @property {Array<{x: number, y: number}>} path the redrawn stroke, fractions of the area
  * @property {number} type the figure code
+ * @property {string|null} kind what the figure is within its family, such as a square; null where
+ *   the engine does not say
+ * @property {number|null} confidence probability that the answer is right, from 0 to 1; null where
+ *   the engine has none
  */
 
 /**
@@ -19,22 +23,73 @@ const { UserError } = require('./user-error.js');
  * @property {(stroke: import('./placement.js').PlacedStroke) => Answer} answer in any thread
  */
 
-const FAMILY_OF_TYPE = { 0: 'none', 1: 'dot', 2: 'line', 4: 'angle', 7: 'ellipse' };
-const POLYGON_TYPE = 6;
+/** Fits every figure to the stroke. */
+function beautifierEngine() {
+  let instance;
+  const entry = () => requireEntry('scrivo/beautifier', 'beautifier');
+  return {
+    name: 'beautifier',
+    load({ templates }) {
+      if (templates !== undefined) {
+        throw new UserError('--templates is for the template engine: add --engine template');
+      }
+      checkFamilies(entry().FIGURES);
+    },
+    answer({ points, width, height, others = [] }) {
+      instance ??= new (entry().Beautifier)();
+      const { path, type, figure, confidence } = instance.beautify(points, width, height, others);
+      return { ...nameFigure(figure), path, type, confidence };
+    },
+  };
+}
+
+/** Fails for a family that has no colour and label here, rather than drawing it wrongly. */
+function checkFamilies(families) {
+  const missing = families.filter((family) => !Object.hasOwn(ANSWERS, family));
+  if (missing.length > 0) throw new Error(`families.js lacks ${missing.join(', ')}`);
+}
+
+/** The family and kind of a figure of the beautifier, which reports circles apart. */
+function nameFigure(figure) {
+  if (figure === null) return { family: 'none', kind: null };
+  if (figure.kind === 'circle') return { family: 'ellipse', kind: 'circle' };
+  return { family: figure.kind, kind: figure.subtype ?? null };
+}
+
+/**
+ * Compares with templates. Those are shared by all threads of the process, and loading adds to
+ * them.
+ */
+function templateEngine() {
+  const entry = () => requireEntry('scrivo', 'template');
+  return {
+    name: 'template',
+    load({ templates }) {
+      entry().initScrivo(templates ? resolveTemplates(templates) : entry().templates);
+    },
+    answer({ points, width, height, others = [] }) {
+      const { path, type } = entry().optimizeAStroke(points, width, height, others);
+      return { family: familyOfAnswer({ type, path }), kind: null, path, type, confidence: null };
+    },
+  };
+}
+
 const POINTS_AN_EDGE = 21;
 
-// Fractions of the drawing area: rounding alone moves a point by far less.
+// Fractions of the drawing area: rounding moves a point by far less.
 const SAME_PLACE = 1e-9;
 
 /**
- * Names the figure of an answer. A polygon comes as 21 points an edge, however many it has, or as
- * it was drawn: when less than three corners were found in it, or its first two points lie further
- * apart than its edges are long. What was drawn may have as many points by chance, but not the
- * corners twice, as the end of an edge and the start of the next.
+ * Names the figure of an answer. A polygon has 21 points an edge, however many edges, or is left
+ * as drawn: when fewer than three corners were found, or its first two points lie further apart
+ * than its edges are long. A drawn stroke may happen to have as many points, but its corners do
+ * not come twice, as the end of an edge and the start of the next.
  */
 function familyOfAnswer({ type, path }) {
-  if (type !== POLYGON_TYPE) return FAMILY_OF_TYPE[type] ?? 'none';
-  return { 3: 'triangle', 4: 'quadrangle' }[edgesOf(path)] ?? 'polygon';
+  if (type === ANSWERS.polygon.type) {
+    return { 3: 'triangle', 4: 'quadrangle' }[edgesOf(path)] ?? 'polygon';
+  }
+  return Object.keys(ANSWERS).find((family) => ANSWERS[family].type === type) ?? 'none';
 }
 
 /** Edges of an outline that was redrawn, 0 for one that was not. */
@@ -48,63 +103,26 @@ function edgesOf(path) {
   return edges;
 }
 
-/**
- * The template-matching engine. Its templates are those of the process: loading adds to them,
- * and its threads share them.
- */
-function exactEngine() {
-  let native;
-  const binding = () => (native ??= requireEntry('scrivo', 'exact'));
-  return {
-    name: 'exact',
-    load({ templates }) {
-      binding().initScrivo(templates ? resolveTemplates(templates) : binding().templates);
-    },
-    answer({ points, width, height, others = [] }) {
-      const { path, type } = binding().optimizeAStroke(points, width, height, others);
-      return { family: familyOfAnswer({ type, path }), path, type };
-    },
-  };
-}
-
-const POLYGON_FAMILY = { triangle: 'triangle', quadrangle: 'quadrangle' };
-
-/** Fits figures directly; needs no templates, so it takes none. */
-function beautifierEngine() {
-  let instance;
-  const beautifier = () =>
-    (instance ??= new (requireEntry('scrivo/beautifier', 'beautifier').Beautifier)());
-  return {
-    name: 'beautifier',
-    load({ templates }) {
-      if (templates?.length > 0) {
-        throw new UserError('the beautifier needs no templates: leave --templates out');
-      }
-      beautifier();
-    },
-    answer({ points, width, height, others = [] }) {
-      const { path, type, figure } = beautifier().beautify(points, width, height, others);
-      const family = POLYGON_FAMILY[figure?.kind] ?? FAMILY_OF_TYPE[type];
-      return { family, path, type };
-    },
-  };
-}
-
-const ENGINES = { exact: exactEngine, beautifier: beautifierEngine };
-
 /** Loads an entry of the engines' package, and with it the native module. */
 function requireEntry(name, engine) {
   try {
     return require(name);
   } catch (error) {
-    throw new UserError(`engine ${engine} cannot be loaded: ${error.message}`);
+    throw new UserError(`the engine ${engine} cannot be loaded: ${error.message}`);
   }
 }
 
+/** By name; the first is the default. */
+const ENGINES = { beautifier: beautifierEngine, template: templateEngine };
+const ENGINE_NAMES = Object.keys(ENGINES);
+
+const ALIASES = { exact: 'template' };
+
 /** @returns {Engine} */
-function createEngine(name) {
+function createEngine(given) {
+  const name = ALIASES[given] ?? given;
   if (Object.hasOwn(ENGINES, name)) return ENGINES[name]();
-  throw new UserError(`there is no engine ${name}; known: ${Object.keys(ENGINES).join(', ')}`);
+  throw new UserError(`there is no engine ${given}: choose ${ENGINE_NAMES.join(' or ')}`);
 }
 
-module.exports = { ENGINE_NAMES: Object.keys(ENGINES), createEngine, familyOfAnswer };
+module.exports = { ENGINE_NAMES, createEngine, familyOfAnswer };

@@ -1,7 +1,26 @@
 'use strict';
 
-/** The figures a stroke can be; `none` is ink that is meant as it was drawn. */
-const FAMILIES = ['dot', 'line', 'angle', 'triangle', 'quadrangle', 'ellipse'];
+/**
+ * What an engine can answer, in the order of tables and legends: the figure code, and the colour
+ * and label that stand for it in pictures and summaries.
+ */
+const ANSWERS = {
+  dot: { type: 1, color: '#a142f4', label: 'dot' },
+  line: { type: 2, color: '#1a73e8', label: 'line' },
+  angle: { type: 4, color: '#e8710a', label: 'angle' },
+  triangle: { type: 6, color: '#188038', label: 'triangle' },
+  quadrangle: { type: 6, color: '#d93025', label: 'quadrangle' },
+  ellipse: { type: 7, color: '#007b83', label: 'ellipse' },
+  /** Of the template engine: neither three nor four edges, or left as drawn. */
+  polygon: { type: 6, color: '#d93025', label: 'polygon' },
+  /** The stroke as drawn. */
+  none: { type: 0, color: '#3c4043', label: 'as drawn' },
+};
+
+/** The families of figures. */
+const FAMILIES = Object.keys(ANSWERS).filter((name) => name !== 'polygon' && name !== 'none');
+
+/** What a stroke can be labelled with; `none` for ink that is no figure. */
 const LABELLED_FAMILIES = [...FAMILIES, 'none'];
 
-module.exports = { FAMILIES, LABELLED_FAMILIES };
+module.exports = { ANSWERS, FAMILIES, LABELLED_FAMILIES };

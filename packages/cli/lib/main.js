@@ -1,65 +1,59 @@
 'use strict';
 
 const { version } = require('../package.json');
-const { print, runCommand, suggest } = require('./command.js');
+const { runCommand } = require('./command.js');
+const { UserError } = require('./user-error.js');
 
-/** Commands by name; each loads what it needs only when it is called. */
+/** Commands by name. Each is loaded when it is run, so that `--help` needs no native module. */
 const COMMANDS = {
   idealise: {
-    what: 'turn strokes into the figures that were meant',
-    run: (argv) => require('./idealise.js').idealiseCommand(argv),
+    summary: 'replace freehand strokes by ideal figures',
+    load: () => require('./commands/idealise.js'),
   },
   render: {
-    what: 'draw strokes and their figures side by side, as SVG or PNG',
-    run: (argv) => require('./render.js').renderCommand(argv),
+    summary: 'draw strokes and their figures side by side, as SVG or PNG',
+    load: () => require('./commands/render.js'),
   },
   evaluate: {
-    what: 'score an engine on labelled strokes',
-    run: (argv) => require('./evaluate.js').evaluateCommand(argv),
+    summary: 'score an engine on labelled strokes',
+    load: () => require('./commands/evaluate.js'),
   },
 };
 
 const HELP = `usage: scrivo COMMAND [options] [FILE...]
 
 ${Object.entries(COMMANDS)
-  .map(([name, { what }]) => `  ${name.padEnd(10)} ${what}`)
+  .map(([name, { summary }]) => `  ${name.padEnd(10)} ${summary}`)
   .join('\n')}
 
   --help     this text; after a command, its options and examples
   --version  the version of scrivo
 `;
 
-/** What is asked for in place of a command. */
-const TEXTS = {
-  '--version': `${version}\n`,
-  '-V': `${version}\n`,
-  '--help': HELP,
-  '-h': HELP,
-  help: HELP,
-};
+const VERSION = `${version}\n`;
+const TEXTS = { '--version': VERSION, '-V': VERSION, '--help': HELP, '-h': HELP, help: HELP };
 
-/** Spelt otherwise elsewhere. */
 const ALIASES = { idealize: 'idealise' };
 
 /**
  * The program `scrivo`.
  *
  * @param {string[]} argv arguments after the program's name
- * @returns {Promise<number>} exit code
+ * @param {{stdout?: NodeJS.WriteStream, stderr?: NodeJS.WriteStream}} [io] the process's own by
+ *   default
+ * @returns {Promise<number>} exit code: that of the command, 2 for a wrong command line
  */
-async function main([first = '', ...rest]) {
+function main([first = '', ...rest], io) {
   const name = ALIASES[first] ?? first;
-  if (Object.hasOwn(COMMANDS, name)) return COMMANDS[name].run(rest);
-  if (Object.hasOwn(TEXTS, name)) {
-    return runCommand(name, async ({ stdout }) => {
-      await print(stdout, TEXTS[name]);
-      return 0;
-    });
-  }
-  const hint = suggest(name, Object.keys(COMMANDS)) ?? '';
-  const problem = name === '' ? 'name a command' : `there is no command ${name}${hint}`;
-  process.stderr.write(`scrivo: ${problem}\n\n${HELP}`);
-  return 2;
+  if (first === 'help' && rest.length > 0) return main([rest[0], '--help'], io);
+  if (Object.hasOwn(COMMANDS, name)) return runCommand(name, rest, COMMANDS[name].load, io);
+  return runCommand('', rest, () => ({ parse: () => ({ help: true }), help: textFor(name) }), io);
+}
+
+function textFor(name) {
+  if (Object.hasOwn(TEXTS, name)) return TEXTS[name];
+  const problem = name === '' ? 'name a command' : `there is no command ${name}`;
+  throw new UserError(`${problem}\n\n${HELP}`);
 }
 
 module.exports = { main };

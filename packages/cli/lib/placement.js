@@ -1,11 +1,11 @@
 'use strict';
 
-// Side of the drawing area, in the units every threshold of the engines is given in.
+// Side of the drawing area, in drawing units, in which the engines' thresholds are given.
 const AREA = 1000;
 
-// Share of the area that a stroke may fill before the area grows with it, so that no figure
-// is moved or cut at the border only because of the scale that was asked for.
-const FILL = 0.8;
+// A stroke may fill this fraction of the area. For larger ones the area grows, so that no figure is
+// moved at a border that was not there when it was drawn.
+const MAX_FILL = 0.8;
 
 /**
  * @typedef {object} PlacedStroke a stroke as an engine takes it
@@ -20,7 +20,7 @@ const FILL = 0.8;
 /**
  * Puts a captured stroke into the middle of a square drawing area.
  *
- * Dots keep the size they were drawn in: a dot is told by its smallness.
+ * Dots keep their size, by which they are recognised.
  *
  * @param {import('./read/labelled.js').LabelledStroke} stroke
  * @param {number|'natural'} unit length of the longer side afterwards; 'natural' keeps the size
@@ -31,7 +31,7 @@ function placeStroke({ family, points }, unit) {
   const longer = Math.max(box.width, box.height);
   const keepsSize = unit === 'natural' || family === 'dot' || longer === 0;
   const scale = keepsSize ? 1 : unit / longer;
-  const side = Math.max(AREA, (longer * scale) / FILL);
+  const side = Math.max(AREA, (longer * scale) / MAX_FILL);
   const toFraction = (value, centre) => ((value - centre) * scale) / side + 0.5;
   return {
     points: points.map(([x, y, force, time]) => ({
@@ -47,7 +47,7 @@ function placeStroke({ family, points }, unit) {
 
 /**
  * @param {Array<ArrayLike<number>>} points [x, y, ...]
- * @returns {{x: number, y: number, width: number, height: number}} smallest corner and extent
+ * @returns {{x: number, y: number, width: number, height: number}} upper left corner and size
  */
 function boundingBox(points) {
   let [left, top, right, bottom] = [Infinity, Infinity, -Infinity, -Infinity];

@@ -8,10 +8,10 @@ const SIZED = '{bar} {percentage} %  {strokes} strokes  {rate}/s  {eta_formatted
 const UNSIZED = '{strokes} strokes  {rate}/s  {duration_formatted}';
 
 /**
- * Shows how far a run is on a terminal; elsewhere there is nothing but messages.
+ * Shows the progress of a run on a terminal; elsewhere only messages.
  *
  * @param {object} options
- * @param {number} [options.totalBytes] of all inputs together; without it the time left is unknown
+ * @param {number} [options.totalBytes] of all inputs together, if known
  * @param {NodeJS.WriteStream} [options.stream]
  * @returns {{advance(bytes: number): void, count(strokes: number): void, log(text: string): void,
  *   stop(): void}}
@@ -23,7 +23,7 @@ function createProgress({ totalBytes, stream = process.stderr }) {
       format: totalBytes === undefined ? UNSIZED : SIZED,
       clearOnComplete: true,
       etaBuffer: 100,
-      // Its handlers would keep an interrupt from ending the process.
+      // The bar's own signal handlers keep the process alive.
       gracefulExit: false,
       stream,
     },
@@ -31,7 +31,7 @@ function createProgress({ totalBytes, stream = process.stderr }) {
   );
   const start = process.hrtime.bigint();
   bar.start(totalBytes ?? 1, 0, { strokes: 0, rate: 0 });
-  // It changes how the terminal breaks lines, which has to be undone when the run is interrupted.
+  // The bar turns off line wrapping; stopping it, also when interrupted, turns it on again.
   const forget = onExit(() => bar.stop());
   return {
     advance: (bytes) => totalBytes !== undefined && bar.increment(bytes),
@@ -40,7 +40,7 @@ function createProgress({ totalBytes, stream = process.stderr }) {
       bar.update({ strokes, rate: Math.round(strokes / seconds) });
     },
     log(text) {
-      // The bar draws itself again below.
+      // The bar redraws itself below.
       readline.cursorTo(stream, 0);
       readline.clearLine(stream, 0);
       stream.write(`${printable(text)}\n`);
@@ -61,7 +61,7 @@ function plainProgress(stream) {
   };
 }
 
-/** Messages quote the input, which must not steer the terminal. */
+/** Messages quote the input, whose control characters must not reach the terminal. */
 function printable(text) {
   // eslint-disable-next-line no-control-regex
   return text.replace(/[\u0000-\u001f\u007f-\u009f]/g, '\ufffd');

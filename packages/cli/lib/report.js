@@ -1,20 +1,18 @@
 'use strict';
 
-const { ANSWERS } = require('./score.js');
-const { FAMILIES, LABELLED_FAMILIES } = require('./families.js');
+const { ANSWERS, FAMILIES, LABELLED_FAMILIES } = require('./families.js');
 
 /**
- * The figures of a run as text for people.
+ * The results of a run as a table.
  *
  * @param {import('./score.js').Score} score
  * @param {object} run
  * @param {string} run.engine
  * @param {number|'natural'} run.unit
  * @param {number} run.skipped lines that held no usable stroke
- * @param {number} run.without lines that were left out as asked for
  * @returns {string}
  */
-function formatReport(score, { engine, unit, skipped, without }) {
+function formatReport(score, { engine, unit, skipped }) {
   const summary = score.summary();
   const size = unit === 'natural' ? 'at the size they were drawn in' : `scaled to ${unit} units`;
   return [
@@ -25,7 +23,7 @@ function formatReport(score, { engine, unit, skipped, without }) {
     formatRecall(summary),
     ...formatNegatives(summary.negatives),
     formatTime(summary.microseconds),
-    ...formatLeftOut({ skipped, without }),
+    ...(skipped > 0 ? [`${skipped} lines skipped`] : []),
     '',
   ].join('\n');
 }
@@ -33,11 +31,11 @@ function formatReport(score, { engine, unit, skipped, without }) {
 function confusionRows(score, { families }) {
   const rows = LABELLED_FAMILIES.filter((family) => families[family].n > 0).map((family) => [
     family,
-    ...ANSWERS.map((answer) => score.count(family, answer) || '.'),
+    ...Object.keys(ANSWERS).map((answer) => score.count(family, answer) || '.'),
     families[family].n,
     percent(families[family].right, families[family].n),
   ]);
-  return [['', ...ANSWERS, 'all', 'right'], ...rows];
+  return [['', ...Object.keys(ANSWERS), 'all', 'right'], ...rows];
 }
 
 function formatRecall({ families, recall }) {
@@ -48,7 +46,7 @@ function formatRecall({ families, recall }) {
 }
 
 function formatNegatives({ n, changed, by_label: byLabel }) {
-  if (n === 0) return ['No strokes that are no figure'];
+  if (n === 0) return ['All strokes are figures'];
   const rows = Object.entries(byLabel).map(([label, counts]) => [
     `  ${label}`,
     counts.changed,
@@ -56,22 +54,14 @@ function formatNegatives({ n, changed, by_label: byLabel }) {
     counts.n,
     percent(counts.changed, counts.n),
   ]);
-  return [`No figure, yet changed: ${changed} of ${n} (${percent(changed, n)})`, formatTable(rows)];
+  return [`No figure, but changed: ${changed} of ${n} (${percent(changed, n)})`, formatTable(rows)];
 }
 
 function formatTime({ median, p99 }) {
-  return `Time a stroke: median ${median.toFixed(1)} us, 99th percentile ${p99.toFixed(1)} us`;
+  return `Time per stroke: median ${median.toFixed(1)} us, 99th percentile ${p99.toFixed(1)} us`;
 }
 
-/** Lines that tell what was not counted, if anything. */
-function formatLeftOut({ skipped, without }) {
-  return [
-    ...(skipped > 0 ? [`${skipped} lines skipped`] : []),
-    ...(without > 0 ? [`${without} lines left out by --without`] : []),
-  ];
-}
-
-/** Columns of a width, the first aligned left, the others right. */
+/** Rows as aligned columns, the first to the left, the others to the right. */
 function formatTable(rows) {
   const widths = rows[0].map((_, column) =>
     Math.max(...rows.map((row) => String(row[column]).length)),

@@ -3,25 +3,23 @@
 const { createHistogram } = require('node:perf_hooks');
 const { FAMILIES, LABELLED_FAMILIES } = require('./families.js');
 
-const ANSWERS = [...FAMILIES, 'polygon', 'none'];
-
 /** Counts the answers of an engine on labelled strokes. */
 class Score {
   #confusion = new Map(LABELLED_FAMILIES.map((family) => [family, new Map()]));
   #negatives = new Map();
-  // A histogram holds any number of strokes in fixed memory, to three digits.
+  // Takes fixed memory for any number of strokes; precise to three digits.
   #nanoseconds = createHistogram();
   strokes = 0;
 
   /**
    * @param {import('./read/labelled.js').LabelledStroke} stroke
    * @param {import('./engines.js').Answer} answer
-   * @param {bigint} [nanoseconds] the engine took
+   * @param {bigint} nanoseconds that the engine took
    * @returns {boolean} whether the answer is right
    */
   add({ family, label }, answer, nanoseconds) {
     this.strokes += 1;
-    if (nanoseconds !== undefined) this.#nanoseconds.record(nanoseconds > 0n ? nanoseconds : 1n);
+    this.#nanoseconds.record(nanoseconds > 0n ? nanoseconds : 1n);
     increment(this.#confusion.get(family), answer.family);
     const right = isRight(family, answer);
     if (family === 'none') {
@@ -37,9 +35,9 @@ class Score {
   }
 
   /**
-   * @returns {object} the figures as plain data: `families` with n and right of each family,
-   *   `recall` over the six figures together (null without any), `negatives` with n, changed and
-   *   the same by label, `microseconds` of one stroke
+   * @returns {object} plain data: `families` with n and right of each family, `recall` over all
+   *   figures (null without any), `negatives` with n, changed and the same by label, and
+   *   `microseconds` per stroke
    */
   summary() {
     const families = Object.fromEntries(
@@ -69,7 +67,7 @@ class Score {
   }
 }
 
-/** Whether an answer is right: the figure, or no change to what is none. */
+/** Whether an answer is right: the same family, or no change to ink that is no figure. */
 function isRight(family, { family: answered, type }) {
   return family === 'none' ? type === 0 : answered === family;
 }
@@ -82,4 +80,4 @@ function sum(values) {
   return values.reduce((total, value) => total + value, 0);
 }
 
-module.exports = { ANSWERS, Score };
+module.exports = { Score };

@@ -5,17 +5,11 @@ const path = require('node:path');
 const { statusOf } = require('./file-status.js');
 const { UserError } = require('./user-error.js');
 
-/** The names of template files in a directory, in the order in which they are loaded. */
+/**
+ * The names of template files, in the order in which they are loaded. The engine looks for them
+ * anywhere in a path; the name of the isosceles file contains that of the triangle file.
+ */
 const TEMPLATE_FILES = [
-  'rectangle.template',
-  'triangle.template',
-  'isosceles_triangle.template',
-  'ellipse.template',
-];
-
-// The engine looks for these anywhere in a path, in this order: the name of the isosceles file
-// contains that of the triangle file.
-const SLOTS = [
   'rectangle.template',
   'isosceles_triangle.template',
   'triangle.template',
@@ -23,20 +17,19 @@ const SLOTS = [
 ];
 
 /**
- * Turns template arguments into the list an engine is given.
- *
- * The engine passes over a file that is missing or bears another name without a word; a user
- * who named it wants to know.
+ * The list of files that the template engine is given. The engine ignores a file that is missing
+ * or has another name; a user who named it is told.
  *
  * @param {string[]} names files, or directories that hold them
- * @returns {string[]} existing files, no two of one kind
+ * @returns {string[]} existing files, at most one of each name
  */
 function resolveTemplates(names) {
   const files = names.flatMap(expandDirectory);
   const taken = new Map();
   for (const file of files) {
-    const slot = slotOf(file);
-    if (!slot) throw new UserError(`${file}: the name contains none of ${SLOTS.join(', ')}`);
+    const slot = TEMPLATE_FILES.find((name) => file.includes(name));
+    if (!slot)
+      throw new UserError(`${file}: the name must contain one of ${TEMPLATE_FILES.join(', ')}`);
     if (taken.has(slot)) {
       throw new UserError(`${taken.get(slot)} and ${file} are both ${slot}: name one`);
     }
@@ -50,32 +43,8 @@ function expandDirectory(name) {
   if (!status) throw new UserError(`${name}: no such template file`);
   if (!status.isDirectory()) return [name];
   const files = TEMPLATE_FILES.map((file) => path.join(name, file)).filter(fs.existsSync);
-  if (files.length === 0) {
-    throw new UserError(`${name} holds none of ${TEMPLATE_FILES.join(', ')}`);
-  }
-  return files;
+  if (files.length > 0) return files;
+  throw new UserError(`${name} holds none of ${TEMPLATE_FILES.join(', ')}`);
 }
 
-/**
- * Of "--templates *.template" the option takes the first name only; the shell makes arguments of
- * the others.
- *
- * @param {string[]|undefined} templates names given to the option
- * @param {string[]} positionals
- * @returns {{files: string[], templates: string[]|undefined}}
- */
-function takeTemplates(templates, positionals) {
-  if (templates === undefined) return { files: positionals, templates };
-  const isTemplate = (name) => name.includes('.template');
-  return {
-    files: positionals.filter((name) => !isTemplate(name)),
-    templates: [...templates, ...positionals.filter(isTemplate)],
-  };
-}
-
-/** The kind of template file that the engine takes a path for, undefined for none. */
-function slotOf(file) {
-  return SLOTS.find((name) => file.includes(name));
-}
-
-module.exports = { resolveTemplates, takeTemplates };
+module.exports = { resolveTemplates };

@@ -1,6 +1,6 @@
 'use strict';
 
-// Lengths of documents become CSS pixels, the unit that the engines' sizes are meant in.
+// Lengths in documents are converted to CSS pixels, the unit of the engines' sizes.
 const PIXELS_PER_INCH = 96;
 const INCHES = {
   in: 1,
@@ -13,7 +13,7 @@ const INCHES = {
   px: 1 / PIXELS_PER_INCH,
 };
 
-/** CSS pixels a unit of length, undefined for one that has no fixed length. */
+/** CSS pixels per unit of length, undefined for a unit without fixed length. */
 function pixelsPer(unit) {
   return Object.hasOwn(INCHES, unit ?? '') ? PIXELS_PER_INCH * INCHES[unit] : undefined;
 }

@@ -1,8 +1,8 @@
 'use strict';
 
 /**
- * A failure the user can mend: its message says what was wrong, where, and what to do.
- * Command lines print the message alone, without a stack.
+ * A failure that the user can correct: its message says what was wrong, where, and what to do. It is
+ * printed without a stack.
  */
 class UserError extends Error {
   /** @param {string} message */

@@ -2,7 +2,7 @@
 
 #include "Beautifier/figures/Families.h"
 #include "Beautifier/fit/Evidence.h"
-#include "Beautifier/ink/Outline.h"
+#include "Beautifier/ink/Resampling.h"
 #include "Beautifier/judge/Score.h"
 
 #include <algorithm>
@@ -15,15 +15,23 @@ namespace Scrivo {
 
 namespace {
 
+using beautifier::Box;
 using beautifier::Evidence;
 using beautifier::Family;
+using beautifier::Fitted;
 using beautifier::Frame;
-using beautifier::Ideal;
 using beautifier::Ink;
 using beautifier::Verdict;
 
 // Below this probability a stroke resembles no figure at all.
 constexpr double RESEMBLANCE = 0.1;
+
+// Alternatives below this probability are not worth offering.
+constexpr double MIN_PROBABILITY = 0.01;
+
+bool isUsable(const Ink& ink, const Frame& frame) {
+    return frame.measurable && ink.width > 0.0 && ink.height > 0.0;
+}
 
 /// A verdict that needs no fit, where a family has one.
 std::optional<Verdict> judgeUnfitted(const Ink& ink, const Frame& frame,
@@ -36,31 +44,61 @@ std::optional<Verdict> judgeUnfitted(const Ink& ink, const Frame& frame,
     return std::nullopt;
 }
 
+Evidence examine(const Ink& ink, const Frame& frame) {
+    return beautifier::examine(beautifier::resample(ink, frame), frame.length / frame.extent);
+}
+
+/// What a stroke may be, likeliest first, and what it was judged by.
+struct Judged {
+    std::vector<Verdict> verdicts;
+    Evidence evidence;  ///< empty when the verdict needed no fit
+};
+
+Judged judge(const Ink& ink, const Frame& frame, const BeautifierOptions& options) {
+    if (const auto verdict = judgeUnfitted(ink, frame, options)) {
+        return {{*verdict}, {}};
+    }
+    const Evidence evidence = examine(ink, frame);
+    return {beautifier::rank(evidence), evidence};
+}
+
+/// Fits for a family that was not judged by any, or for ends that do not meet.
+Evidence evidenceFor(const Family& family, Judged judged, const Ink& ink, const Frame& frame) {
+    const bool isJudgedUnfitted = judged.evidence.length == 0.0;
+    if (isJudgedUnfitted && family.needsFit) {
+        judged.evidence = examine(ink, frame);
+    }
+    if (family.closed) {
+        beautifier::takeAsClosed(judged.evidence);
+    }
+    return judged.evidence;
+}
+
+/// Probabilities of `verdicts` but of `except`, scaled so that they come to
+/// `rest` at most.
+std::vector<Alternative> alternativesOf(std::span<const Verdict> verdicts,
+                                        std::optional<FigureFamily> except, double rest) {
+    std::vector<Alternative> result;
+    double sum = 0.0;
+    for (const Verdict& verdict : verdicts) {
+        if (verdict.family != except) {
+            result.push_back({verdict.family, verdict.probability()});
+            sum += verdict.probability();
+        }
+    }
+    for (Alternative& alternative : result) {
+        alternative.probability *= sum > rest ? rest / sum : 1.0;
+    }
+    std::erase_if(result, [](const auto& a) { return a.probability < MIN_PROBABILITY; });
+    return result;
+}
+
 Beautified asDrawn(std::span<const Point2D> stroke, Reason reason, double confidence) {
     Beautified answer;
     answer.path.assign(stroke.begin(), stroke.end());
     answer.reason = reason;
     answer.confidence = confidence;
     return answer;
-}
-
-/// Centroids of the samples in drawing-area units; empty strokes and those with
-/// coordinates that are no finite numbers have none.
-std::vector<Point2D> anchorsOf(std::span<const std::vector<Point2D>> strokes, double width,
-                               double height) {
-    std::vector<Point2D> anchors;
-    for (const auto& stroke : strokes) {
-        Point2D sum;
-        for (const Point2D& p : stroke) {
-            sum.x += p.x * width;
-            sum.y += p.y * height;
-        }
-        const auto n = static_cast<double>(stroke.size());
-        if (std::isfinite(sum.x / n) && std::isfinite(sum.y / n)) {
-            anchors.push_back({sum.x / n, sum.y / n, 0.0});
-        }
-    }
-    return anchors;
 }
 
 std::vector<Point2D> fractionsOf(std::vector<Point2D> outline, double width, double height) {
@@ -82,6 +120,71 @@ Reason objection(const Verdict& verdict, const BeautifierOptions& options) {
     }
     const bool wanted = options.figures.count(verdict.family) > 0;
     return wanted ? Reason::RECOGNISED : Reason::NOT_WANTED;
+}
+
+Box boxOf(std::span<const Point2D> points) {
+    const auto [left, right] = std::minmax_element(
+        points.begin(), points.end(), [](const auto& a, const auto& b) { return a.x < b.x; });
+    const auto [top, bottom] = std::minmax_element(
+        points.begin(), points.end(), [](const auto& a, const auto& b) { return a.y < b.y; });
+    return {{left->x, top->y}, {right->x, bottom->y}};
+}
+
+Box boxOf(const Ink& ink) {
+    const Box box = boxOf(ink.samples);
+    return {{box.low.x * ink.width, box.low.y * ink.height},
+            {box.high.x * ink.width, box.high.y * ink.height}};
+}
+
+/// Whether a figure lies about where its ink does: no edge of its box is further
+/// off than two fifths of the extent. NaN does not.
+bool fills(const Figure& figure, const Box& ink, double extent) {
+    constexpr double MAX_MISS = 0.4;
+    const std::vector<Point2D> outline = beautifier::outlineOf(figure);
+    if (outline.empty() || !isFinite(outline)) {
+        return false;
+    }
+    const Box box = boxOf(outline);
+    const double misses[] = {box.low.x - ink.low.x, box.low.y - ink.low.y, box.high.x - ink.high.x,
+                             box.high.y - ink.high.y};
+    return std::all_of(std::begin(misses), std::end(misses),
+                       [&](double miss) { return std::abs(miss) <= MAX_MISS * extent; });
+}
+
+/// The best fit of a wish; where it does not fill the box of the ink, as the
+/// triangle closest to a square does not, the figure that does.
+Figure wished(const Family& family, const Fitted& fitted, const Ink& ink) {
+    const Figure fit = family.idealise(fitted);
+    const Box box = boxOf(ink);
+    const bool isThere = fills(fit, box, fitted.frame.extent);
+    const Figure boxed = isThere ? Figure() : family.inBox(box, fitted.kind);
+    return isThere || boxed.index() == 0 ? fit : boxed;
+}
+
+/// The answer with a figure of `family`; as drawn when its outline has no finite
+/// fractions of the area, as in one of next to no width.
+Beautified answerWith(Figure figure, const Family& family, bool insideArea, const Ink& ink) {
+    std::vector<Point2D> outline = beautifier::outlineOf(figure);
+    if (insideArea && family.staysInside &&
+        beautifier::moveInside(figure, outline, ink.width, ink.height)) {
+        outline = beautifier::outlineOf(figure);
+    }
+    Beautified answer;
+    answer.path = fractionsOf(std::move(outline), ink.width, ink.height);
+    if (!isFinite(answer.path)) {
+        return asDrawn(ink.samples, Reason::INVALID, 1.0);
+    }
+    answer.figure = figure;
+    answer.type = family.code;
+    answer.reason = Reason::RECOGNISED;
+    return answer;
+}
+
+void check(const Wish& wish) {
+    const Family* const family = beautifier::findFamily(wish.family());
+    if (family == nullptr || (wish.kind() && *wish.kind() >= family->kinds.size())) {
+        throw std::invalid_argument("there is no such family or kind");
+    }
 }
 
 void check(const BeautifierOptions& options) {
@@ -111,6 +214,10 @@ std::set<FigureFamily> allFamilies() {
     return all;
 }
 
+std::vector<Point2D> outlineOf(const Figure& figure, double width, double height) {
+    return fractionsOf(beautifier::outlineOf(figure), width, height);
+}
+
 Beautifier::Beautifier(BeautifierOptions options) : m_options(std::move(options)) {
     check(m_options);
 }
@@ -119,37 +226,60 @@ Beautified Beautifier::beautify(std::span<const Point2D> stroke, double width, d
                                 std::span<const std::vector<Point2D>> others) const {
     const Ink ink{stroke, width, height};
     const Frame frame = beautifier::measure(ink);
-    if (!frame.measurable || !(width > 0.0) || !(height > 0.0)) {
+    if (!isUsable(ink, frame)) {
         return asDrawn(stroke, Reason::INVALID, 1.0);
     }
     if (frame.extent < m_options.minSize) {
         return asDrawn(stroke, Reason::TOO_SMALL, 1.0);
     }
-    Evidence evidence;
-    std::optional<Verdict> verdict = judgeUnfitted(ink, frame, m_options);
-    if (!verdict) {
-        evidence = beautifier::examine(beautifier::resample(ink, frame),
-                                       frame.length / frame.extent);
-        verdict = beautifier::judge(evidence);
-    }
-    const Reason reason = objection(*verdict, m_options);
+    const Judged judged = judge(ink, frame, m_options);
+    const Verdict& verdict = judged.verdicts.front();
+    const double confidence = verdict.probability();
+    const Reason reason = objection(verdict, m_options);
     if (reason != Reason::RECOGNISED) {
         const bool isJudged = reason != Reason::NOT_WANTED;
-        return asDrawn(stroke, reason, isJudged ? 1.0 - verdict->probability() : 1.0);
+        Beautified answer = asDrawn(stroke, reason, isJudged ? 1.0 - confidence : 1.0);
+        answer.alternatives = alternativesOf(judged.verdicts, std::nullopt, 1.0);
+        return answer;
     }
-    const Family& family = *beautifier::findFamily(verdict->family);
-    const bool snaps = family.snaps && m_options.nearbyStrokes;
-    const auto anchors = snaps ? anchorsOf(others, width, height) : std::vector<Point2D>();
-    Ideal ideal = family.idealise({frame, evidence, m_options, anchors});
-    if (m_options.insideArea && family.staysInside) {
-        beautifier::moveInside(ideal, width, height);
+    const Family& family = *beautifier::findFamily(verdict.family);
+    const Fitted fitted{frame, judged.evidence, m_options, {others, width, height}};
+    Beautified answer = answerWith(family.idealise(fitted), family, m_options.insideArea, ink);
+    if (answer.reason == Reason::RECOGNISED) {
+        answer.confidence = confidence;
+        answer.alternatives = alternativesOf(judged.verdicts, verdict.family, 1.0 - confidence);
     }
-    // A figure in an area of next to no width may have no finite fractions of it.
-    std::vector<Point2D> path = fractionsOf(std::move(ideal.outline), width, height);
-    if (!isFinite(path)) {
+    return answer;
+}
+
+Beautified Beautifier::beautifyAs(std::span<const Point2D> stroke, const Wish& wish, double width,
+                                  double height,
+                                  std::span<const std::vector<Point2D>> others) const {
+    check(wish);
+    const Family& family = *beautifier::findFamily(wish.family());
+    const Ink ink{stroke, width, height};
+    const Frame frame = beautifier::measure(ink);
+    if (!isUsable(ink, frame)) {
         return asDrawn(stroke, Reason::INVALID, 1.0);
     }
-    return {std::move(path), family.code, verdict->probability(), ideal.figure, Reason::RECOGNISED};
+    if (family.needsFit && !(frame.extent > 0.0)) {
+        return asDrawn(stroke, Reason::NO_FIGURE, 1.0);
+    }
+    const Judged judged = judge(ink, frame, m_options);
+    const Evidence evidence = evidenceFor(family, judged, ink, frame);
+    const Fitted fitted{frame, evidence, m_options, {others, width, height}, wish.kind()};
+    Beautified answer = answerWith(wished(family, fitted, ink), family, m_options.insideArea, ink);
+    if (answer.reason != Reason::RECOGNISED) {
+        answer.reason = Reason::NO_FIGURE;
+    } else {
+        const auto all = alternativesOf(judged.verdicts, std::nullopt, 1.0);
+        for (const Alternative& one : all) {
+            answer.confidence = one.family == wish.family() ? one.probability : answer.confidence;
+        }
+        answer.alternatives =
+            alternativesOf(judged.verdicts, wish.family(), 1.0 - answer.confidence);
+    }
+    return answer;
 }
 
 }  // namespace Scrivo

@@ -1,11 +1,12 @@
 /// @file
-/// The beautifier: options and answers.
+/// The beautifier and its answers.
 #pragma once
 
 #include "Beautifier/Figure.h"
+#include "Beautifier/Options.h"
 
 #include <cstdint>
-#include <set>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -15,37 +16,9 @@
 /// sampling rate and of how evenly the stroke was sampled.
 namespace Scrivo {
 
-/// Every member of the enumeration.
-std::set<FigureFamily> allFamilies();
-
-/// Which figures a beautifier recognises, and how readily.
-struct BeautifierOptions {
-    /// The figures wanted. A stroke that is taken for another one stays ink;
-    /// only the short dash, a dot by default, becomes a line without dots.
-    std::set<FigureFamily> figures = allFamilies();
-    /// Strokes whose longer side is below this many drawing-area units stay ink,
-    /// dots included: small strokes are handwriting. At least 0 and finite.
-    double minSize = 0.0;
-    /// Longer side, in drawing-area units, of the largest mark that a tap leaves;
-    /// what is larger is no dot. At least 0 and finite. The default suits units
-    /// of about a 96th of an inch, as CSS pixels are; dense pixels of a telephone
-    /// ask for 14.
-    double tapSize = 4.0;
-    /// From 0 (only figures beyond doubt) to 1 (readily). Raising it never turns a figure
-    /// back into ink and never makes another figure of it.
-    double sensitivity = 0.5;
-    /// Nearly horizontal and vertical lines, legs and axes of ellipses become
-    /// so, and so does the lowest edge of a triangle or quadrangle: with it a
-    /// regular figure stands upright, any other one keeps its other edges.
-    bool horizontalVertical = true;
-    /// Nearly regular triangles, quadrangles and ellipses become regular.
-    bool regularFigures = true;
-    /// The ends of lines snap to nearby strokes.
-    bool nearbyStrokes = true;
-    /// Figures, but not lines, that stick out of the drawing area are moved back
-    /// into it as a whole, where they fit.
-    bool insideArea = true;
-};
+/// Outline of `figure` as `Beautified::path` has it, in fractions of the drawing
+/// area: from the parameters alone, which the host may have changed.
+std::vector<Point2D> outlineOf(const Figure& figure, double width, double height);
 
 /// Why a stroke stays as drawn.
 enum class Reason : std::uint8_t {
@@ -56,6 +29,12 @@ enum class Reason : std::uint8_t {
     NOT_WANTED,  ///< the figure that it resembles is not among `figures`
     NOT_SURE,    ///< it resembles a figure, but not enough for this sensitivity
     NO_FIGURE,   ///< it resembles none
+};
+
+/// Another family that the stroke may have been meant as.
+struct Alternative {
+    FigureFamily family = FigureFamily::LINE;
+    double probability = 0.0;  ///< from 0 to 1; together with the answer's at most 1
 };
 
 /// The answer to one stroke.
@@ -71,6 +50,31 @@ struct Beautified {
     double confidence = 0.0;
     Figure figure;                      ///< in drawing-area units
     Reason reason = Reason::NO_FIGURE;  ///< why there is no figure
+    /// Families worth offering beside the answer, likeliest first: those with a
+    /// probability of 1 % and more. A stroke that stays ink may have them too.
+    std::vector<Alternative> alternatives;
+};
+
+/// What a stroke is to become: a family, or one of its kinds. Dots, lines and
+/// angles have no kinds.
+class Wish {
+public:
+    /// The kind is chosen as `beautify` chooses it.
+    Wish(FigureFamily family) : m_family(family) {}
+    Wish(TriangleKind kind) : Wish(FigureFamily::TRIANGLE, static_cast<std::uint8_t>(kind)) {}
+    Wish(QuadrangleKind kind) : Wish(FigureFamily::QUADRANGLE, static_cast<std::uint8_t>(kind)) {}
+    Wish(EllipseKind kind) : Wish(FigureFamily::ELLIPSE, static_cast<std::uint8_t>(kind)) {}
+    /// A kind by the number that it has in the enumeration of its family.
+    Wish(FigureFamily family, std::uint8_t kind) : m_family(family), m_kind(kind) {}
+
+    /// The family that is wished for.
+    FigureFamily family() const { return m_family; }
+    /// The kind as a number of its enumeration; none when any kind will do.
+    std::optional<std::uint8_t> kind() const { return m_kind; }
+
+private:
+    FigureFamily m_family;
+    std::optional<std::uint8_t> m_kind;
 };
 
 /// Immutable: any number of threads may share one.
@@ -89,6 +93,16 @@ public:
     /// an answer; throws std::bad_alloc only.
     Beautified beautify(std::span<const Point2D> stroke, double width, double height,
                         std::span<const std::vector<Point2D>> others = {}) const;
+
+    /// The best figure of the wished family or kind for this stroke, whatever its
+    /// score: `figures`, `minSize` and `sensitivity` do not count, the other
+    /// options do. `confidence` is the probability that the family is right. The
+    /// stroke as drawn comes back as `INVALID`, as from `beautify`, and as
+    /// `NO_FIGURE` when there is no such figure, as from samples that all coincide.
+    /// Throws std::invalid_argument for
+    /// a family or kind that is no member of its enumeration.
+    Beautified beautifyAs(std::span<const Point2D> stroke, const Wish& wish, double width,
+                          double height, std::span<const std::vector<Point2D>> others = {}) const;
 
 private:
     BeautifierOptions m_options;

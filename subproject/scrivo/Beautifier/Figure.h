@@ -51,7 +51,8 @@ enum class QuadrangleKind : std::uint8_t {
     RECTANGLE,
     RHOMBUS,
     PARALLELOGRAM,
-    TRAPEZOID
+    TRAPEZOID,
+    KITE
 };
 
 /// A closed outline of four edges.
@@ -59,6 +60,9 @@ struct QuadrangleFigure {
     std::array<Point2D, 4> corners;                    ///< in drawing order
     QuadrangleKind subtype = QuadrangleKind::GENERAL;  ///< the kind that it was made
 };
+
+/// Kinds that an ellipse can be asked for as.
+enum class EllipseKind : std::uint8_t { ELLIPSE, CIRCLE };
 
 /// An ellipse whose axes are equally long.
 struct CircleFigure {

@@ -33,9 +33,10 @@ public:
     TemplateList(TemplateList&& other) noexcept
         : m_templates(std::move(other.m_templates)),
           m_isExposed(std::exchange(other.m_isExposed, true)) {}
-    TemplateList& operator=(TemplateList other) noexcept {
+    TemplateList& operator=(const TemplateList& other) { return *this = TemplateList(other); }
+    TemplateList& operator=(TemplateList&& other) noexcept {
         m_templates.swap(other.m_templates);
-        m_isExposed = true;
+        m_isExposed = other.m_isExposed = true;
         return *this;
     }
     ~TemplateList() = default;

@@ -27,7 +27,9 @@ public:
     /// @{
     LatestSnapshot(const LatestSnapshot& other) : m_snapshot(other.get()) {}
     LatestSnapshot& operator=(const LatestSnapshot& other) {
-        set(other.get());
+        if (this != &other) {
+            set(other.get());
+        }
         return *this;
     }
     ~LatestSnapshot() = default;

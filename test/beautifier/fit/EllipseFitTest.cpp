@@ -1,6 +1,6 @@
 #include "Answers.h"
-#include "Beautifier/fit/Polyline.h"
 #include "Beautifier/fit/EllipseFit.h"
+#include "Beautifier/fit/Polyline.h"
 
 #include <gtest/gtest.h>
 #include <numbers>

@@ -9,11 +9,11 @@ namespace {
 
 using namespace curves;
 using beautifier::examine;
-using beautifier::judge;
+using beautifier::rank;
 
 TEST(Score, ClosedFamiliesDoNotCompeteForOpenStrokes) {
     const auto open =
-        judge(examine(fineOutline(polyline({{0, 0}, {200, 0}, {0, 200}, {200, 200}}))));
+        rank(examine(fineOutline(polyline({{0, 0}, {200, 0}, {0, 200}, {200, 200}})))).front();
     EXPECT_TRUE(open.family == FigureFamily::LINE || open.family == FigureFamily::ANGLE);
     EXPECT_LT(open.probability(), 0.1);
 }
@@ -22,7 +22,7 @@ TEST(Score, TheLikeliestFamilyLosesAsTheShapeLeavesIt) {
     double before = 1.0;
     for (const double bulge : {0.0, 30.0, 60.0, 90.0}) {
         const Curve bow = [=](double t) { return Point2D{400.0 * t, 4.0 * bulge * t * (1.0 - t)}; };
-        const auto verdict = judge(examine(fineOutline(bow)));
+        const auto verdict = rank(examine(fineOutline(bow))).front();
         const double line = verdict.family == FigureFamily::LINE ? verdict.probability() : 0.0;
         EXPECT_TRUE(line < before || line == 0.0) << bulge;
         before = line;

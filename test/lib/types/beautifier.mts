@@ -1,6 +1,6 @@
-// Never run, only checked: see usage.mts.
+// Type-checked, never run: see usage.mts.
 import { optimizeAStroke } from 'scrivo';
-import { Beautifier, FIGURES } from 'scrivo/beautifier';
+import { Beautifier, FIGURES, outlineOf } from 'scrivo/beautifier';
 import type { Beautified, Figure, FigureFamily, Ink, InkPoint, Reason } from 'scrivo/beautifier';
 import { same } from './same.mjs';
 
@@ -16,7 +16,7 @@ new Beautifier({
   layout: 'xy',
 });
 new Beautifier({ figures: ['dot', 'line'] as const });
-// What is not known is left out or undefined.
+// Unknown settings may be left out or undefined.
 const settings: { minSize?: number; sensitivity: number | undefined } = { sensitivity: undefined };
 new Beautifier({ ...settings, minSize: settings.minSize, layout: undefined, figures: undefined });
 same<typeof beautifier.options.minSize, number>(true);
@@ -28,7 +28,7 @@ class Named extends Beautifier {
 }
 const named: Beautifier = new Named({ minSize: 20 });
 
-// The answer comes in the form of the stroke.
+// The path has the form of the stroke.
 const asObjects = beautifier.beautify(points, 800, 600, [points, packed]);
 const asNumbers = beautifier.beautify(packed, 800, 600);
 same<typeof asObjects, Beautified<InkPoint[]>>(true);
@@ -37,7 +37,14 @@ const inEitherForm = (ink: Ink) => beautifier.beautify(ink, 800, 600);
 same<ReturnType<typeof inEitherForm>, Beautified<InkPoint[] | Float64Array>>(true);
 same<typeof asObjects.reason, Reason | null>(true);
 
-/** Narrowed by its kind, a figure has its own parameters; no kind is left over. */
+// A wish keeps the form of the stroke; its figure can be drawn anew.
+same<ReturnType<typeof wish>, Beautified<Float64Array>>(true);
+const wish = () => beautifier.beautifyAs(packed, 'square', 800, 600);
+const redrawn = (answer: Beautified<InkPoint[]>) =>
+  answer.figure && outlineOf(answer.figure, 800, 600)[0].x;
+const likeliest = (answer: Beautified<InkPoint[]>): FigureFamily => answer.alternatives[0].family;
+
+/** Narrowed by its kind, a figure has its own parameters; the cases are exhaustive. */
 function size(figure: Figure): number {
   switch (figure.kind) {
     case 'dot':
@@ -53,7 +60,7 @@ function size(figure: Figure): number {
       same<typeof figure.corners.length, 4>(true);
       return figure.subtype === 'square' ? 1 : 2;
     case 'circle':
-      // @ts-expect-error: a circle does not turn
+      // @ts-expect-error: a circle has no rotation
       return figure.rotation;
     case 'ellipse':
       return figure.radii.x * figure.rotation;
@@ -62,15 +69,15 @@ function size(figure: Figure): number {
   }
 }
 
-// @ts-expect-error: the figure may be missing
+// @ts-expect-error: the figure may be null
 size(asObjects.figure);
 // @ts-expect-error: a circle is an ellipse here
 const family: FigureFamily = 'circle';
 // @ts-expect-error: unknown option
 new Beautifier({ minsize: 20 });
-// @ts-expect-error: a force that is undefined is an error there
+// @ts-expect-error: the template engine accepts no undefined force
 optimizeAStroke([] as InkPoint[], 800, 600, []);
-// @ts-expect-error: null is no option
+// @ts-expect-error: null is not a number
 new Beautifier({ minSize: null });
 // @ts-expect-error: a Map holds no options
 new Beautifier(new Map([['minSize', 20]]));
@@ -78,17 +85,23 @@ new Beautifier(new Map([['minSize', 20]]));
 new Beautifier({ layout: 'yx' });
 // @ts-expect-error: no figure of this name
 new Beautifier({ figures: ['star'] });
-// @ts-expect-error: options are for good
+// @ts-expect-error: options cannot change
 beautifier.options.minSize = 3;
 // @ts-expect-error: width and height are missing
 beautifier.beautify(points);
-// @ts-expect-error: single precision is not what points are in
+// @ts-expect-error: points are in double precision
 beautifier.beautify(new Float32Array(6), 800, 600);
 // @ts-expect-error: one stroke instead of a list of strokes
 beautifier.beautify(points, 800, 600, points);
+// @ts-expect-error: no kind of a figure
+beautifier.beautifyAs(points, 'blob', 800, 600);
+// @ts-expect-error: a circle has a radius
+outlineOf({ kind: 'circle', centre: { x: 1, y: 2 } }, 800, 600);
+// @ts-expect-error: no such mark
+new Beautifier({ anchors: ['middle'] });
 // @ts-expect-error: no y
 const ink: Ink = [{ x: 1 }];
 // @ts-expect-error: a class is made with new
 Beautifier();
 
-export { family, ink, named, size };
+export { family, ink, likeliest, named, redrawn, size };

@@ -1,4 +1,4 @@
-// The CommonJS entry: the same declarations by way of require().
+// The CommonJS entry: the same declarations through require().
 import scrivo = require('scrivo');
 import beautifier = require('scrivo/beautifier');
 
@@ -7,7 +7,7 @@ const code: scrivo.FigureType = scrivo.FigureType.POINT;
 const loaded: boolean = scrivo.initScrivo(scrivo.templates);
 // @ts-expect-error: no such export
 scrivo.optimizeStroke(path);
-// @ts-expect-error: the declarations are there, not `any`
+// @ts-expect-error: typed, not `any`
 new beautifier.Beautifier({ minSize: '20' });
 
 export = { path, code, loaded };

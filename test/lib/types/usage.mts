@@ -1,5 +1,5 @@
-// Never run, only checked: calls that must compile, and calls that must not.
-// An expected error that does not occur is an error itself.
+// Type-checked, never run: calls that must compile and calls that must not. An
+// expected error that does not occur is an error.
 import { FigureType, initScrivo, optimizeAStroke, templates } from 'scrivo';
 import type { Point, StrokeResult } from 'scrivo';
 import { same } from './same.mjs';
@@ -48,7 +48,7 @@ initScrivo([], true);
 
 // @ts-expect-error: the other strokes are missing
 optimizeAStroke(points, 800, 600);
-// @ts-expect-error: width is no number
+// @ts-expect-error: width is not a number
 optimizeAStroke(points, '800', 600, []);
 // @ts-expect-error: one stroke instead of a list of strokes
 optimizeAStroke(points, 800, 600, points);
@@ -56,20 +56,20 @@ optimizeAStroke(points, 800, 600, points);
 optimizeAStroke([[0, 1]], 800, 600, []);
 // @ts-expect-error: no y
 optimizeAStroke([{ x: 0 }], 800, 600, []);
-// @ts-expect-error: force is no number
+// @ts-expect-error: force is not a number
 optimizeAStroke([{ x: 0, y: 1, force: null }], 800, 600, []);
-// @ts-expect-error: a force that is there must be a number
+// @ts-expect-error: an undefined force is not accepted
 optimizeAStroke([{ x: 0, y: 1, force: undefined }], 800, 600, []);
 // @ts-expect-error: no typed arrays
 optimizeAStroke(new Float64Array(4), 800, 600, []);
 // @ts-expect-error: not awaited
 optimizeAStroke(points, 800, 600, []).then();
 
-// @ts-expect-error: 3 is no figure
+// @ts-expect-error: 3 is not a code
 const unknown: FigureType = 3;
-// @ts-expect-error: constants stay what they are
+// @ts-expect-error: constants cannot change
 FigureType.LINE = 3;
-// @ts-expect-error: the list is not to be changed
+// @ts-expect-error: the list is read-only
 templates.push('mine.template');
 // @ts-expect-error: named exports only
 import scrivo from 'scrivo';

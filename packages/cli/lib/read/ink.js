@@ -1,82 +1,61 @@
 'use strict';
 
-const { displayName, openInput, readFailure } = require('../input.js');
 const { UserError } = require('../user-error.js');
+const { displayName, openInput, peek } = require('./input.js');
 const { readBlocks } = require('./ndjson.js');
 const { readXml } = require('./xml.js');
 
-// White space beyond this is no indentation of a document, and a tag no declaration.
-const MOST_SPACE = 1 << 20;
+// More than any leading white space or XML declaration takes.
+const MAX_HEAD = 1 << 20;
 
 const [LESS_THAN, GREATER_THAN] = ['<', '>'].map((character) => character.charCodeAt(0));
+const BYTE_ORDER_MARK = new Set([0xef, 0xbb, 0xbf, 0xfe, 0xff]);
 
 /**
- * Reads the ink of an input, whatever its name: NDJSON, InkML or SVG, gzip or not.
+ * Reads the ink of an input: NDJSON, InkML or SVG, compressed with gzip or not. The format is
+ * detected from the content.
  *
  * @param {string} path file name, `-` for standard input
  * @param {object} options
- * @param {number} options.step distance of samples along SVG curves, drawing units
- * @param {number} [options.scale] drawing units a unit of the input, whatever a document says
- * @param {(count: number) => void} options.onBytes told the bytes taken from the input
+ * @param {number} options.step distance between samples along SVG curves, drawing units
+ * @param {number} [options.scale] drawing units per unit of the input, whatever a document states
+ * @param {(count: number) => void} options.onBytes called with the number of bytes read
  * @yields {{bytes: Uint8Array, overlong?: true}|{records: object[], passedOver: string[]}|
- *   {damage: string}} blocks of lines, records of a document, and last what kept the rest of the
- *   input from being read
+ *   {damage: string}} blocks of lines, or records of a document; at the end, why the rest of the
+ *   input could not be read
  */
 async function* readInk(path, { step, scale, onBytes }) {
   try {
-    const chunks = (await openInput(path, onBytes))[Symbol.asyncIterator]();
-    const head = await takeHead(chunks);
-    const whole = chain(head, chunks);
+    const { head, whole } = await peek(await openInput(path, onBytes), isTelling);
     yield* isXml(head) ? readXml(head, whole, { step, scale }) : readBlocks(whole);
   } catch (error) {
-    const { message } = readFailure(path, error);
-    const name = displayName(path);
-    yield { damage: message.startsWith(`${name}:`) ? message : `${name}: ${message}` };
+    const isExpected = error instanceof UserError;
+    const reason = isExpected ? error.message : `reading failed: ${error.message}`;
+    yield { damage: `${displayName(path)}: ${reason}` };
   }
 }
 
 /**
- * As many bytes as tell what the input is, with what came along: the first that are no white space,
- * and of XML its first tag or declaration, which may name the encoding.
+ * Whether a head shows the format: its first character that is no white space, and in XML the whole
+ * first tag or declaration, which may name the encoding.
  */
-async function takeHead(chunks) {
-  let head = Buffer.alloc(0);
-  for (;;) {
-    const { value, done } = await chunks.next();
-    if (done) return head;
-    head = head.length === 0 ? value : Buffer.concat([head, value]);
-    const isTold = head.length >= 4 && head.toString('latin1').trim() !== '';
-    const isCut = beginsTag(head) && !head.includes(GREATER_THAN);
-    if ((isTold && !isCut) || head.length > MOST_SPACE) return head;
-  }
+function isTelling(head) {
+  if (head.length > MAX_HEAD) return true;
+  if (beginsTag(head)) return head.includes(GREATER_THAN);
+  return head.length >= 4 && head.toString('latin1').trim() !== '';
 }
 
 function beginsTag(head) {
-  // Byte order marks, and the zeros of two-byte characters.
-  return head.find((byte) => !MARK_BYTES.has(byte) && byte > 0x20) === LESS_THAN;
+  // In UTF-16 every other byte is zero.
+  return head.find((byte) => byte > 0x20 && !BYTE_ORDER_MARK.has(byte)) === LESS_THAN;
 }
 
 function isXml(head) {
   if (beginsTag(head)) return true;
-  const packed = PACKED.find(({ mark }) => mark.every((byte, i) => head[i] === byte));
-  if (packed) throw new UserError(`packed with ${packed.by}, but only gzip is read: unpack it`);
-  if (head.includes(0)) throw new UserError('neither NDJSON (in UTF-8), InkML nor SVG');
-  return false;
-}
-
-/** How other archives begin. */
-const PACKED = [
-  { by: 'zip', mark: [0x50, 0x4b, 3, 4] },
-  { by: 'xz', mark: [0xfd, 0x37, 0x7a, 0x58] },
-  { by: 'zstd', mark: [0x28, 0xb5, 0x2f, 0xfd] },
-  { by: 'bzip2', mark: [0x42, 0x5a, 0x68] },
-];
-
-const MARK_BYTES = new Set([0xef, 0xbb, 0xbf, 0xfe, 0xff]);
-
-async function* chain(head, rest) {
-  if (head.length > 0) yield head;
-  yield* { [Symbol.asyncIterator]: () => rest };
+  if (!head.includes(0)) return false;
+  throw new UserError(
+    'neither NDJSON (in UTF-8), InkML nor SVG; of compressed files only gzip is read',
+  );
 }
 
 module.exports = { readInk };

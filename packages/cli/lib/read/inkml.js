@@ -5,18 +5,18 @@ const { readArea } = require('./stroke-points.js');
 
 const VALUE = /([!'"]?)\s*([-+]?(?:\d+\.?\d*|\.\d+)(?:[eE][-+]?\d+)?|#[\dA-Fa-f]+|[*?TF])\s*/y;
 
-/** Milliseconds a unit of time. */
+/** Milliseconds per unit of time. */
 const MILLISECONDS = { s: 1000, ms: 1, us: 1e-3, ns: 1e-6 };
 
 /**
  * @typedef {object} TraceFormat
  * @property {Array<{name: string, min: number, max: number, unit: number}>} channels in the order
- *   of a point's values; unit: of time, in milliseconds
- * @property {number} required how many of them every point has
- * @property {number} [scale] CSS pixels a unit, where the ink says how long its unit is
+ *   of a point's values; unit: milliseconds, for channels of time
+ * @property {number} required the number of channels that every point has
+ * @property {number} [scale] CSS pixels per unit, where the ink states the length of its unit
  */
 
-/** The format of ink that declares none. */
+/** The format of ink that declares no format. */
 function plainFormat() {
   return { channels: [{ name: 'X' }, { name: 'Y' }], required: 2 };
 }
@@ -24,7 +24,7 @@ function plainFormat() {
 /**
  * Collects the traces of an InkML document from its elements.
  *
- * A trace uses the format its context refers to, else the one declared last, and has the colour
+ * A trace has the format that its context refers to, or else the one declared last, and the colour
  * and width of its brush. Traces that continue each other are one stroke. Mappings and canvas
  * transforms are not applied.
  */
@@ -36,18 +36,18 @@ class InkmlReader {
     this.brushes = new Map();
     this.brush = undefined;
     this.current = plainFormat();
-    /** What channels and their properties are declared for. */
+    /** The format that channels and their properties are added to. */
     this.format = this.current;
-    /** Open elements that a format is declared for, by their identifiers. */
+    /** Identifiers of the open elements that a format or brush is declared for. */
     this.owners = [];
-    /** Open trace groups: their annotations and the context they refer to. */
+    /** Open trace groups, with their annotations and references. */
     this.groups = [];
     this.intermittent = false;
     this.trace = undefined;
     this.annotation = undefined;
-    /** Strokes that wait for their continuation, by the identifiers of their last traces. */
+    /** Strokes to be continued, by the identifiers of their last traces. */
     this.begun = new Map();
-    /** Depth of definitions; what they define is to be referred to. */
+    /** Depth of open `definitions` elements. */
     this.definitions = 0;
     this.isDeclared = false;
   }
@@ -87,7 +87,7 @@ class InkmlReader {
     for (const id of this.owners) if (id !== undefined) this.brushes.set(id, brush);
   }
 
-  /** A format holds for what follows, but one among definitions only while there is no other. */
+  /** A format applies to what follows; one in definitions only until another is declared. */
   useFormat(format) {
     this.format = format;
     if (this.definitions === 0) this.isDeclared = true;
@@ -106,7 +106,7 @@ class InkmlReader {
     const annotations = this.groups.map((group) => group.annotations);
     const fields = Object.assign({ ...brush }, ...annotations, id !== undefined && { id });
     const { scale } = format;
-    // Annotations tell the drawing area as the fields of a JSON line do, where they are numbers.
+    // Annotations state the drawing area as the fields of a JSON line do.
     const { area } = readArea({ width: Number(fields.width), height: Number(fields.height) });
     if (area) Object.assign(fields, { width: area.width, height: area.height });
     this.takePiece(
@@ -115,14 +115,14 @@ class InkmlReader {
     );
   }
 
-  /** A trace is a stroke, or a piece of one that is passed on when its last piece is there. */
+  /** A trace is a stroke, or a piece of one, which is passed on after its last piece. */
   takePiece({ line, id, continuation, priorRef }, stroke) {
     let whole = { line, stroke };
     if (continuation === 'middle' || continuation === 'end') {
       const prior = targetOf(priorRef);
       whole = this.begun.get(prior);
       if (!whole) {
-        this.onProblem(line, `continues the trace ${prior}, which has not been begun`);
+        this.onProblem(line, `continues the trace ${prior}, which was not begun`);
         return;
       }
       this.begun.delete(prior);
@@ -133,7 +133,7 @@ class InkmlReader {
     else this.onStroke(whole.line, whole.stroke);
   }
 
-  /** Passes on the strokes whose last piece never came. */
+  /** Passes on the strokes whose last piece is missing. */
   finish() {
     for (const { line, stroke } of this.begun.values()) this.onStroke(line, stroke);
     this.begun.clear();
@@ -164,7 +164,7 @@ const OPEN = {
     if (!this.intermittent) this.format.required += 1;
     if (name === 'X' && pixelsPer(units)) this.format.scale = pixelsPer(units);
   },
-  /** The resolution says how many units make an inch or a centimetre: "1000", "1/cm". */
+  /** The resolution is the number of units in an inch or a centimetre: "1000", "1/cm". */
   channelProperty({ channel, name, value, units }) {
     if (channel !== 'X' || name !== 'resolution') return;
     const scale = pixelsPer(units?.replace(/^1\//, '')) / Number(value);
@@ -179,7 +179,7 @@ const OPEN = {
   brushProperty({ name, value, units }) {
     if (!this.brush || !value) return;
     if (name === 'color') this.brush.stroke = value;
-    // Only a width in the unit of the coordinates is of use; those of others tell nothing here.
+    // Widths in other units than that of the coordinates are not converted.
     if (name === 'width' && !units && Number(value) > 0) this.brush['stroke-width'] = value;
   },
   traceGroup({ contextRef, brushRef }) {
@@ -243,9 +243,9 @@ function identifier(attributes) {
 
 /**
  * Reads the text of a trace. A value is explicit (!), a first difference (') or a second
- * difference ("); the mark holds for its channel until another one comes.
+ * difference ("); the mark applies to its channel until the next mark.
  *
- * @param {string} text points divided by commas
+ * @param {string} text points separated by commas
  * @param {TraceFormat} format
  * @returns {{points: number[][]}|{problem: string}}
  */
@@ -274,14 +274,14 @@ function decodeValues(text, decoders) {
   return values;
 }
 
-/** Decodes the values of one channel, which may depend on those before. */
+/** Decodes the values of one channel, which may depend on earlier ones. */
 function createChannelDecoder() {
   let mode = '!';
   let [number, value, velocity] = [0, 0, 0];
   return (prefix, token) => {
     if (prefix) mode = prefix;
     if (token === '?') return undefined;
-    // A star repeats what came before, in the mode that holds.
+    // A star repeats the previous number, in the current mode.
     if (token !== '*') number = toNumber(token);
     const previous = value;
     if (mode === '!') value = number;
@@ -306,13 +306,13 @@ function toPoint(values, { channels, required }) {
   const [x, y, force, time] = [value('X'), value('Y'), value('F'), value('T')];
   if (!Number.isFinite(x) || !Number.isFinite(y)) return { problem: 'has no X or no Y' };
   if (force === undefined && time === undefined) return { point: [x, y] };
-  const share = force === undefined ? null : toShare(force, channels);
-  if (time === undefined) return { point: [x, y, share] };
-  return { point: [x, y, share, time * channels.find(({ name }) => name === 'T').unit] };
+  const fraction = force === undefined ? null : toFraction(force, channels);
+  if (time === undefined) return { point: [x, y, fraction] };
+  return { point: [x, y, fraction, time * channels.find(({ name }) => name === 'T').unit] };
 }
 
-/** Pressure as a share of the greatest, where the greatest is known. */
-function toShare(force, channels) {
+/** Pressure as a fraction of its range, where the range is known. */
+function toFraction(force, channels) {
   const { min, max } = channels.find(({ name }) => name === 'F');
   return max > min ? (force - min) / (max - min) : force;
 }

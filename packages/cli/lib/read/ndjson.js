@@ -1,26 +1,26 @@
 'use strict';
 
+const { keepIntegers } = require('./long-integers.js');
 const { describe, readArea, readPoints } = require('./stroke-points.js');
 
 const LINE_FEED = 10;
 
-// A stroke of a million points is about 30 MB of text. Beyond this a file is not
-// made of lines, and holding one would cost memory without bound.
+// A stroke of a million points is about 30 MB of text. A file with longer lines is not NDJSON, and
+// holding one could take any amount of memory.
 const MAX_LINE_LENGTH = 64 * 1024 * 1024;
 
-const ARRAY_HINT = ` (jq -c '.[]' makes lines of an array)`;
+const ARRAY_HINT = ` (jq -c '.[]' splits an array into lines)`;
 
-// Passing on a text whose characters were replaced would be passing on another text.
+// Replacing invalid bytes would change the text that is passed on.
 const UTF8 = new TextDecoder('utf-8', { fatal: true, ignoreBOM: true });
 
 /**
- * Cuts a text into blocks of whole lines, so that lines are looked at where strokes are worked
- * on. What has arrived is passed on at once: a program that waits for the answer to a line before
- * it writes the next one gets it.
+ * Cuts a text into blocks of whole lines, which the workers parse. Whole lines are passed on as
+ * soon as they arrive, so that a program may wait for each answer before it writes the next line.
  *
  * @param {AsyncIterable<Buffer>} chunks
- * @yields {{bytes: Uint8Array, overlong?: true}} a block with a buffer of its own; overlong, and
- *   empty, for a single line too long to hold
+ * @yields {{bytes: Uint8Array, overlong?: true}} a block with a buffer of its own; empty and
+ *   overlong for a single line that is too long
  */
 async function* readBlocks(chunks) {
   let pending = [];
@@ -45,7 +45,7 @@ async function* readBlocks(chunks) {
   if (overlong || pending.length > 0) yield { bytes: join(pending), ...(overlong && { overlong }) };
 }
 
-/** A copy that can be handed to another thread: chunks may share their memory. */
+/** A copy that can be transferred to another thread: chunks may share their memory. */
 function join(parts) {
   const bytes = new Uint8Array(parts.reduce((sum, part) => sum + part.length, 0));
   let offset = 0;
@@ -57,12 +57,12 @@ function join(parts) {
 }
 
 /**
- * Reads the strokes of a block. Empty lines mean nothing.
+ * Reads the strokes of a block. Empty lines are ignored.
  *
  * @param {{bytes: Uint8Array, overlong?: true}} block
  * @returns {{lines: number, records: Array<{line: number, problem?: string,
- *   stroke?: import('./stroke-points.js').Stroke}>}} how many lines the block has, and what they
- *   hold, counted from 1 at its start
+ *   stroke?: import('./stroke-points.js').Stroke}>}} the number of lines, and what they hold, by
+ *   their numbers from 1 at the start of the block
  */
 function parseBlock({ bytes, overlong }) {
   if (overlong) {
@@ -70,10 +70,10 @@ function parseBlock({ bytes, overlong }) {
     return { lines: 1, records: [{ line: 1, problem }] };
   }
   const texts = linesOf(Buffer.from(bytes.buffer, bytes.byteOffset, bytes.length));
-  // A line feed ends the last line rather than starting another.
+  // A line feed at the end starts no further line.
   if (texts.at(-1) === '') texts.pop();
   const records = texts.flatMap((untrimmed, i) => {
-    // A byte order mark, which some editors begin a file with, counts as white space.
+    // This also removes a byte order mark.
     const text = untrimmed?.trim();
     return text === '' ? [] : [{ line: i + 1, ...parseLine(text) }];
   });
@@ -103,7 +103,7 @@ function decode(bytes) {
 }
 
 function parseLine(text) {
-  if (text === undefined) return { problem: 'not UTF-8: convert the file, with iconv for example' };
+  if (text === undefined) return { problem: 'not UTF-8: convert the file, for example with iconv' };
   let value;
   try {
     value = JSON.parse(text);
@@ -112,7 +112,7 @@ function parseLine(text) {
   }
   if (value === null || typeof value !== 'object' || Array.isArray(value)) {
     const hint = Array.isArray(value) ? ARRAY_HINT : '';
-    return { problem: `an object was expected, found ${describe(value)}${hint}` };
+    return { problem: `expected an object, found ${describe(value)}${hint}` };
   }
   const { points, asObjects, problem } = readPoints(value.points);
   if (problem) return { problem };
@@ -120,7 +120,9 @@ function parseLine(text) {
   if (area.problem) return area;
   const others = readOthers(value);
   if (others.problem) return others;
-  return { stroke: { points, asObjects, fields: value, text, ...area, ...others } };
+  return {
+    stroke: { points, asObjects, fields: keepIntegers(text, value), ...area, ...others },
+  };
 }
 
 function readOthers({ others }) {

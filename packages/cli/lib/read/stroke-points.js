@@ -7,11 +7,11 @@ const REQUIRED = 2;
  * @typedef {object} Stroke ink as it was read
  * @property {number[][]} points [x, y, force, time] of each, in the units of the input; a force
  *   or time that was not recorded is null, or missing at the end
- * @property {boolean} [asObjects] points came as {x, y, force, time}
- * @property {object} fields whatever else is known of the stroke, to be passed on
- * @property {string} [text] the JSON object that the fields, points included, were read from
+ * @property {boolean} [asObjects] of a JSON line: points came as {x, y, force, time}
+ * @property {object} fields what is passed on: all fields of a JSON line, points included, see
+ *   long-integers.js; attributes or annotations of a document, as text
  * @property {{x: number, y: number, width: number, height: number}} [area] the drawing area
- * @property {number} [scale] drawing units a unit of the input
+ * @property {number} [scale] drawing units per unit of the input
  * @property {number[][][]} [others] points of other strokes on the drawing surface
  */
 
@@ -24,8 +24,9 @@ const REQUIRED = 2;
  */
 function readPoints(value, name = 'points') {
   if (value === undefined) return { problem: `"${name}" is missing` };
-  if (!Array.isArray(value))
+  if (!Array.isArray(value)) {
     return { problem: `"${name}" must be an array, found ${describe(value)}` };
+  }
   if (value.length === 0) return { problem: `"${name}" is empty` };
   const asObjects = !Array.isArray(value[0]);
   const points = value.map((point) => (Array.isArray(point) ? point : pointOfObject(point)));
@@ -50,7 +51,7 @@ function problemOfPoint(point) {
   for (let i = 0; i < FIELDS.length; i += 1) {
     const value = point[i];
     if (i >= REQUIRED && (value === undefined || value === null)) continue;
-    // JSON has no infinity, but reads 1e999 as one.
+    // JSON.parse reads 1e999 as Infinity.
     if (!Number.isFinite(value)) {
       return `${FIELDS[i]} must be a finite number, found ${describe(value)}`;
     }
@@ -58,7 +59,7 @@ function problemOfPoint(point) {
   return undefined;
 }
 
-/** The drawing area that a stroke itself gives: "width" and "height", both or none. */
+/** The drawing area that a stroke states: "width" and "height", both or none. */
 function readArea({ width, height }) {
   if (width === undefined && height === undefined) return {};
   for (const [name, value] of Object.entries({ width, height })) {
@@ -69,19 +70,16 @@ function readArea({ width, height }) {
   return { area: { x: 0, y: 0, width, height } };
 }
 
-/** A value that was found where another was expected, for messages. */
+/** An unexpected value, for messages. */
 function describe(value) {
-  const kind = kindOf(value);
-  if (kind === 'array') return 'an array';
-  if (kind === 'object') return 'an object';
-  if (kind === 'undefined') return 'nothing';
-  const text = kind === 'string' ? JSON.stringify(value) : String(value);
+  if (value === undefined) return 'nothing';
+  if (Array.isArray(value)) return 'an array';
+  if (value !== null && typeof value === 'object') return 'an object';
+  return shorten(typeof value === 'string' ? JSON.stringify(value) : String(value));
+}
+
+function shorten(text) {
   return text.length > 40 ? `${text.slice(0, 40)}...` : text;
 }
 
-function kindOf(value) {
-  if (value === null) return 'null';
-  return Array.isArray(value) ? 'array' : typeof value;
-}
-
-module.exports = { describe, readArea, readPoints };
+module.exports = { describe, readArea, readPoints, shorten };

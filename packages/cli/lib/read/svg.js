@@ -2,11 +2,12 @@
 
 const svgpath = require('svgpath');
 const { toPixels } = require('../units.js');
+const { shorten } = require('./stroke-points.js');
 
-/** Elements whose content is drawn elsewhere or not at all. */
+/** Elements whose content is not drawn where it stands. */
 const HIDING = new Set(['defs', 'symbol', 'clipPath', 'mask', 'pattern', 'marker']);
 
-/** Presentation attributes that a stroke keeps; most come from the groups around it. */
+/** Presentation attributes that a stroke keeps, its own or those of the groups around it. */
 const KEPT = [
   'stroke',
   'stroke-width',
@@ -16,11 +17,11 @@ const KEPT = [
   'stroke-dasharray',
 ];
 
-/** Shapes that are drawn, yet by no pen whose way is known. */
+/** Shapes that are drawn, but without a path of the pen. */
 const OTHER_SHAPES = new Set(['rect', 'circle', 'ellipse', 'use']);
 
-// A curve of more is far larger than any drawing area; it is sampled more coarsely.
-const MOST_SAMPLES = 10000;
+// A curve that takes more is far larger than any drawing area and is sampled more coarsely.
+const MAX_SAMPLES = 10000;
 
 const NUMBERS = String.raw`[-+.\deE,\s]*`;
 const TRANSFORMS = new RegExp(
@@ -29,7 +30,7 @@ const TRANSFORMS = new RegExp(
 
 const PATH_DATA = {
   path: ({ d = '' }) => d,
-  // The grammar of path data reads the numbers after the first two as lines.
+  // In path data the pairs after the first are lines.
   polyline: ({ points = '' }) => points.trim() && `M${points}`,
   polygon: ({ points = '' }) => points.trim() && `M${points}Z`,
   line: ({ x1, y1, x2, y2 }) => {
@@ -39,17 +40,17 @@ const PATH_DATA = {
 };
 
 /**
- * Collects the lines, polylines, polygons and paths of an SVG document, each part of a path as a
- * stroke of its own, in the units of the document's own drawing area.
+ * Collects the lines, polylines, polygons and paths of an SVG document, in the units of its
+ * drawing area. Each subpath is a stroke.
  *
- * Style sheets are not read. What is filled and has no outline is no ink and is passed over.
+ * Style sheets are not read. Shapes that are filled and have no outline are not ink.
  */
 class SvgReader {
   constructor({ step, scale, onStroke, onProblem, onPassedOver }) {
     Object.assign(this, { step, onStroke, onProblem, onPassedOver });
     this.levels = [];
     this.area = undefined;
-    /** Undefined while nobody said how large a unit is. */
+    /** Undefined while the size of a unit is not known. */
     this.scale = scale;
   }
 
@@ -99,11 +100,11 @@ class SvgReader {
     };
   }
 
-  /** Those of an element itself, as it stands in its parent. */
+  /** The transforms from an element to its parent, in the order in which they are applied. */
   transformsOf(name, { transform, ...own }) {
     const viewport = name === 'svg' && this.levels.length > 0 ? viewportOf(own, this.area) : [];
     if (!transform || transform === 'none') return viewport;
-    // Style sheets write units where attributes have none.
+    // CSS writes units where attributes have none.
     return [...viewport, transform.replace(/(?<=\d)(?:deg|px)\b/g, '')];
   }
 
@@ -124,7 +125,7 @@ class SvgReader {
     const fields = fieldsOf(style, id, transforms);
     for (const points of drawnParts(path, this.step / (this.scale ?? 1))) {
       if (!points.every((point) => point.every(Number.isFinite))) {
-        this.onProblem(line, `coordinates that are no finite numbers in "${shorten(data)}"`);
+        this.onProblem(line, `coordinates that are not finite in "${shorten(data)}"`);
         continue;
       }
       const { area, scale } = this;
@@ -133,7 +134,7 @@ class SvgReader {
   }
 }
 
-/** What a stroke keeps of its element. */
+/** The fields of a stroke, from its element. */
 function fieldsOf(style, id, transforms) {
   const fields = { ...(id !== undefined && { id }) };
   for (const key of KEPT) if (style[key] !== undefined) fields[key] = style[key];
@@ -142,11 +143,11 @@ function fieldsOf(style, id, transforms) {
   return fields;
 }
 
-/** The width of a pen after transforms: it grows as the root of an area does. */
+/** The width of a pen after transforms: it is scaled by the square root of the area factor. */
 function widthAfter(transforms, width) {
   const corner = svgpath('M1 0L0 0L0 1');
   for (const transform of transforms) corner.transform(transform);
-  // Transforms wait until the segments are asked for.
+  // svgpath applies transforms when it evaluates the segments.
   const [[, ax, ay], [, ox, oy], [, bx, by]] = corner.unarc().segments;
   const factor = Math.sqrt(Math.abs((ax - ox) * (by - oy) - (ay - oy) * (bx - ox)));
   const pixels = toPixels(width);
@@ -166,7 +167,7 @@ function parseViewBox(text = '') {
 
 const ALIGNMENT = { Min: 0, Mid: 0.5, Max: 1 };
 
-/** What an inner drawing area does to what is in it. */
+/** The transforms that an inner drawing area applies to its content. */
 function viewportOf({ x, y, width, height, viewBox, preserveAspectRatio = '' }, outer) {
   const place = `translate(${toLength(x) ?? 0} ${toLength(y) ?? 0})`;
   const box = parseViewBox(viewBox);
@@ -184,14 +185,14 @@ function viewportOf({ x, y, width, height, viewBox, preserveAspectRatio = '' }, 
   return [inner, place];
 }
 
-/** A length in user units, which may be below 0. */
+/** A length in user units, which may be negative. */
 function toLength(text = '') {
   const isNegative = text.trim().startsWith('-');
   const size = toPixels(text.replace('-', ''));
   return size && (isNegative ? -size : size);
 }
 
-/** A shape with a fill and no word of an outline is not drawn by a pen; one with neither may be. */
+/** Whether a shape is taken for ink: it has an outline, or names neither outline nor fill. */
 function isOutlined({ stroke, fill }) {
   if (stroke !== undefined) return stroke !== 'none' && stroke !== 'transparent';
   return fill === undefined || fill === 'none' || fill === 'transparent';
@@ -206,7 +207,7 @@ function parseStyle(text = '') {
   );
 }
 
-/** Beside other parts a lone point is where a pen was moved to, and nothing is drawn. */
+/** Subpaths without lone points, which beside others draw nothing. */
 function drawnParts(path, step) {
   const parts = [...samplePath(path, step)];
   const drawn = parts.filter((points) => points.length > 1);
@@ -214,10 +215,10 @@ function drawnParts(path, step) {
 }
 
 /**
- * The points of each part of a path: the ends of straight pieces as they are, curves sampled.
+ * The points of each subpath: the ends of straight segments, and samples of curves.
  *
  * @param {object} path of svgpath
- * @param {number} step greatest distance of samples along a curve
+ * @param {number} step maximum distance between samples along a curve
  * @yields {number[][]}
  */
 function* samplePath(path, step) {
@@ -244,7 +245,7 @@ function* samplePath(path, step) {
   if (points.length > 0) yield points;
 }
 
-/** Points of a Bezier curve after its start, its end included, at even steps of its parameter. */
+/** Points of a Bezier curve at even steps of its parameter, the start excluded. */
 function sampleCurve(start, values, step) {
   const controls = [start];
   for (let i = 0; i < values.length; i += 2) controls.push([values[i], values[i + 1]]);
@@ -252,7 +253,7 @@ function sampleCurve(start, values, step) {
   for (let i = 1; i < controls.length; i += 1) {
     length += Math.hypot(controls[i][0] - controls[i - 1][0], controls[i][1] - controls[i - 1][1]);
   }
-  const n = Math.min(MOST_SAMPLES, Math.max(1, Math.ceil(length / step)) || 1);
+  const n = Math.min(MAX_SAMPLES, Math.max(1, Math.ceil(length / step)) || 1);
   return Array.from({ length: n }, (_, i) => pointOnCurve(controls, (i + 1) / n));
 }
 
@@ -266,10 +267,6 @@ function pointOnCurve(controls, t) {
       controls[i][1] + t * (y - controls[i][1]),
     ]);
   return pointOnCurve(between, t);
-}
-
-function shorten(text) {
-  return text.length > 40 ? `${text.slice(0, 40)}...` : text;
 }
 
 module.exports = { SvgReader };

@@ -14,12 +14,12 @@ const MARKS = [
 ];
 
 /**
- * Reads the strokes of an InkML or SVG document as it streams by.
+ * Reads the strokes of an InkML or SVG document as it arrives.
  *
  * @param {Buffer} head the first bytes, as far as they have arrived
  * @param {AsyncIterable<Buffer>} chunks the document, head included
- * @param {{step: number, scale?: number}} options step: distance of samples along SVG curves,
- *   drawing units; scale: drawing units a unit of the document, whatever the document says
+ * @param {{step: number, scale?: number}} options step: distance between samples along SVG curves,
+ *   drawing units; scale: drawing units per unit of the document, whatever it states
  * @yields {{records: Array<{line: number, stroke?: import('./stroke-points.js').Stroke,
  *   problem?: string}>, passedOver: string[]}} what each chunk of the document held
  */
@@ -36,7 +36,7 @@ async function* readXml(head, chunks, options) {
   if (document.failure) throw document.failure;
 }
 
-/** @returns {(chunk?: Buffer, options?: object) => string} fails rather than replace characters */
+/** @returns {(chunk?: Buffer, options?: object) => string} throws for invalid bytes */
 function createDecoder(head) {
   const marked = MARKS.find(({ mark }) => mark.every((byte, i) => head[i] === byte));
   const declared = /^<\?xml[^>]*?encoding\s*=\s*["']([\w.-]+)["']/.exec(head.toString('latin1'));
@@ -52,13 +52,13 @@ function createDecoder(head) {
       return decoder.decode(...args);
     } catch {
       throw new UserError(
-        `not in its encoding ${encoding}: declare another one in its first line, or convert it`,
+        `not valid ${encoding}: declare its encoding in the first line, or convert it`,
       );
     }
   };
 }
 
-/** A document being parsed: keeps what its reader found until it is taken. */
+/** A document being parsed. Keeps what its reader found until it is taken. */
 class Document {
   constructor(options) {
     this.options = options;
@@ -76,7 +76,7 @@ class Document {
     this.parser.on('cdata', (text) => this.reader?.text(text));
   }
 
-  /** @param {() => string} decode gives the text that comes next */
+  /** @param {() => string} decode returns the text that comes next */
   write(decode) {
     this.attempt(() => this.parser.write(decode()));
   }
@@ -103,7 +103,7 @@ class Document {
     yield { records, passedOver };
   }
 
-  /** Drawing programs name their namespaces by entities. Their text is never expanded again. */
+  /** Some drawing programs declare their namespaces as entities. Entities in them are not expanded. */
   declareEntities(doctype) {
     for (const [, name, value] of doctype.matchAll(/<!ENTITY\s+([\w.-]+)\s+["']([^"'&]*)["']/g)) {
       this.parser.ENTITIES[name] = value;

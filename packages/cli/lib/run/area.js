@@ -2,22 +2,21 @@
 
 const { boundingBox } = require('../placement.js');
 
-// Room around a stroke that has no drawing area, in drawing units besides its own size: no figure
-// reaches further, so none is moved.
+// Room around a stroke without a drawing area, in drawing units, in addition to its own size. No
+// figure reaches further.
 const ROOM = 64;
 
 /**
- * Puts a stroke into its drawing area, as an engine takes it.
- *
- * Without an area the stroke gets one that no figure can leave.
+ * Puts a stroke into its drawing area, as an engine takes it. A stroke without one gets an area that
+ * no figure leaves.
  *
  * @param {import('../read/stroke-points.js').Stroke} stroke
  * @param {object} options
  * @param {{x: number, y: number, width: number, height: number}} [options.area] in units of the
  *   input, instead of the stroke's own
- * @param {number} [options.scale] drawing units a unit of the input, instead of the stroke's own
- * @returns {{placed: import('../placement.js').PlacedStroke, toInput: Function}} toInput takes a
- *   point of the answer and returns it in the units of the input, as [x, y] or [x, y, force]
+ * @param {number} [options.scale] drawing units per unit of the input, instead of the stroke's own
+ * @returns {{placed: import('../placement.js').PlacedStroke, toInput: Function}} toInput converts
+ *   a point of the answer to units of the input, as [x, y] or [x, y, force]
  */
 function placeInArea(stroke, { area = stroke.area, scale = stroke.scale ?? 1 } = {}) {
   const { x: left, y: top, width, height } = area ?? areaAround(stroke.points, scale);
@@ -41,7 +40,7 @@ function placeInArea(stroke, { area = stroke.area, scale = stroke.scale ?? 1 } =
   };
 }
 
-/** A square of a power of two drawing units, on a grid: so coordinates are rounded the least. */
+/** A square whose side is a power of two drawing units, on a grid, to keep rounding errors small. */
 function areaAround(points, scale) {
   const box = boundingBox(points);
   const room = Math.max(box.width, box.height) + ROOM / scale;
@@ -51,14 +50,14 @@ function areaAround(points, scale) {
   return { x: before(box.x), y: before(box.y), width: side, height: side };
 }
 
-/** The area that two have in common: both when they are the same, null when they are not. */
+/** The common area of two: null when they differ, the other when one is undefined. */
 function commonArea(a, b) {
   if (a === undefined) return b;
   if (a === null || b === null || b === undefined) return b === undefined ? a : null;
   return Object.keys(a).every((key) => a[key] === b[key]) ? a : null;
 }
 
-/** The scale that two have in common, likewise. */
+/** The common scale of two, likewise. */
 function commonScale(a, b) {
   if (a === undefined || a === b) return b;
   return b === undefined ? a : null;

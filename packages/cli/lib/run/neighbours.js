@@ -2,24 +2,24 @@
 
 const { boundingBox } = require('../placement.js');
 
-// The strokes of a document are kept in mind no longer than this, so that its length costs no
-// memory.
-const KEPT = 1000;
+// The number of strokes that are remembered, so that memory does not grow with the document.
+const MAX_KEPT = 1000;
 
-// A line snaps to what lies within 10 units of it; its fitted ends may reach beyond its ink.
+// Drawing units. A line snaps to what is within 10 of it; its fitted ends may go beyond its ink.
 const REACH = 32;
 
-/** The centres of the strokes drawn before, as the others that a line may snap to. */
+/** The centres of earlier strokes, to which a line may snap. */
 class Neighbours {
   constructor() {
     this.centres = [];
   }
 
   /**
-   * Adds to a stroke the centres near it, each as a stroke of one point, and remembers its own.
+   * Gives a stroke the centres near it as its others, each a stroke of one point, and remembers its
+   * own.
    *
    * @param {import('../read/stroke-points.js').Stroke} stroke
-   * @param {number} scale drawing units a unit of the stroke
+   * @param {number} scale drawing units per unit of the stroke
    */
   meet(stroke, scale) {
     const { x: left, y: top, width, height } = boundingBox(stroke.points);
@@ -34,7 +34,7 @@ class Neighbours {
       )
       .map((centre) => [centre]);
     this.centres.push(centreOf(stroke.points));
-    if (this.centres.length > KEPT) this.centres.shift();
+    if (this.centres.length > MAX_KEPT) this.centres.shift();
   }
 }
 

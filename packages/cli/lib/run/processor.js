@@ -8,12 +8,12 @@ const { commonArea, commonScale, placeInArea, uniteBoxes } = require('./area.js'
 
 /**
  * @typedef {object} ProcessorOptions plain data, the same for every job of a run
- * @property {string} engine name of it
+ * @property {string} engine its name
  * @property {string[]} [templates]
- * @property {boolean} [loads] this process has not loaded the engine's templates yet
+ * @property {boolean} [loads] the engine has yet to be loaded in this process
  * @property {boolean} snap lines may snap to other strokes
  * @property {string} format of the output
- * @property {number} [decimals] the coordinates are rounded to
+ * @property {number} [decimals] of the coordinates
  * @property {{x: number, y: number, width: number, height: number}} [area]
  * @property {number} [scale]
  */
@@ -24,13 +24,13 @@ const { commonArea, commonScale, placeInArea, uniteBoxes } = require('./area.js'
  * @property {number} lines of the block, 0 for a document
  * @property {Record<string, number>} figures strokes by figure
  * @property {Array<[number, string]>} problems line and message of each stroke left out
- * @property {number[]} box left, top, right, bottom of all that is drawn, units of the output, as
- *   far as the format needs to know
+ * @property {number[]} box left, top, right, bottom of all that is drawn, in output units; empty
+ *   where the format does not need it
  * @property {{x: number, y: number, width: number, height: number}|null} [area] the drawing area
- *   of all strokes, units of the output; null when they have none in common, undefined without
+ *   of all strokes, in output units; null when they have none in common, undefined without
  *   strokes
- * @property {number|null} [scale] drawing units a unit of the output, likewise
- * @property {Record<string, string>} definitions what the texts refer to, by its identifier
+ * @property {number|null} [scale] drawing units per output unit, likewise
+ * @property {Record<string, string>} definitions what the texts refer to, by identifier
  */
 
 /**
@@ -52,7 +52,7 @@ function createProcessor(options) {
   };
 }
 
-/** What a job comes to, stroke by stroke. */
+/** The result of a job, collected stroke by stroke. */
 class Tally {
   constructor(writer) {
     this.writer = writer;
@@ -98,19 +98,20 @@ class Tally {
 }
 
 /**
- * @returns {{points: number[][], type: number, figure: string}} in the units of the input; the
- *   stroke's own points where no figure was seen
+ * @returns {{points: number[][], type: number, figure: string, kind: string|null,
+ *   confidence: number|null}} in units of the input; the stroke's own points where no figure was
+ *   recognised
  */
 function answerStroke(engine, stroke, { area, scale, snap }) {
   const { placed, toInput } = placeInArea(snap ? stroke : { ...stroke, others: undefined }, {
     area,
     scale,
   });
-  const { family, path, type } = engine.answer(placed);
+  const { family: figure, path, type, kind, confidence } = engine.answer(placed);
   const points = type === 0 ? stroke.points : path.map(toInput);
   const isDrawable = points.every(([x, y]) => Number.isFinite(x) && Number.isFinite(y));
-  if (!isDrawable) return { points: stroke.points, type: 0, figure: 'none' };
-  return { points, type, figure: family };
+  if (isDrawable) return { points, type, figure, kind, confidence };
+  return { points: stroke.points, type: 0, figure: 'none', kind: null, confidence: null };
 }
 
 module.exports = { createProcessor };

@@ -1,18 +1,16 @@
 'use strict';
 
 const path = require('node:path');
+const workerpool = require('workerpool');
 const { createEngine } = require('../engines.js');
-const { createPool } = require('./pool.js');
+const { UserError } = require('../user-error.js');
 const { createProcessor } = require('./processor.js');
 
 const WORKER = path.join(__dirname, 'worker.js');
 
 /**
- * Prepares the engine and whatever runs its jobs: this thread for one job at a time, else a pool
- * of worker threads.
- *
- * The core may write a line to standard output when a line snaps. Where the strokes go there too,
- * snapping runs in processes whose own standard output is thrown away.
+ * Loads the engine and prepares what runs its jobs: this thread for one job at a time, otherwise a
+ * pool of worker threads.
  *
  * @param {import('./processor.js').ProcessorOptions} options
  * @param {object} how
@@ -22,22 +20,50 @@ const WORKER = path.join(__dirname, 'worker.js');
  *   close: () => Promise<void>}}
  */
 function createRunner(options, { jobs, writesToStdout }) {
-  if (options.snap && writesToStdout) {
-    const pool = createPool(
-      WORKER,
-      { ...options, loads: true },
-      { type: 'process', workers: jobs },
-    );
-    return { ...pool, run: (job) => pool.run(job) };
+  const engine = createEngine(options.engine);
+  // The template engine prints a line when a line snaps. Where that would get among the strokes, it
+  // runs in processes, whose standard output is discarded.
+  if (options.snap && writesToStdout && engine.name === 'template') {
+    return createPool('process', jobs, { ...options, loads: true });
   }
   if (jobs === 1) {
     const processJob = createProcessor({ ...options, loads: true });
     return { run: async (job) => processJob(job), close: async () => {} };
   }
-  // Threads share the engine's templates: loaded before the first of them starts.
-  createEngine(options.engine).load(options);
-  const pool = createPool(WORKER, options, { workers: jobs });
-  return { ...pool, run: (job) => pool.run(job, job.bytes ? [job.bytes.buffer] : []) };
+  // The threads share the templates, which must be loaded before the first thread starts.
+  engine.load(options);
+  return createPool('thread', jobs, options);
+}
+
+function createPool(workerType, maxWorkers, options) {
+  const isProcess = workerType === 'process';
+  const pool = workerpool.pool(WORKER, {
+    workerType,
+    maxWorkers,
+    // Turns output into events, which have no listener.
+    emitStdStreams: isProcess,
+    forkOpts: { serialization: 'advanced' },
+  });
+  return {
+    async run(job) {
+      const transfer = job.bytes && !isProcess ? [job.bytes.buffer] : [];
+      const result = await pool.exec('work', [options, job], { transfer }).catch(explain);
+      if (result.failure) throw new UserError(result.failure);
+      return result;
+    },
+    async close() {
+      await pool.terminate(true);
+    },
+  };
+}
+
+/** Tells a worker that was ended from outside from a fault of the program. */
+function explain(error) {
+  const isEnded = /Worker terminated Unexpectedly/i.test(error.message);
+  if (!isEnded && error.code !== 'ERR_WORKER_OUT_OF_MEMORY') throw error;
+  const [, signal] = /signalCode: `(SIG\w+)`/.exec(error.message) ?? [];
+  const cause = signal ? ` by ${signal}` : '';
+  throw new UserError(`a worker was ended${cause}; if memory ran out, try --jobs 1`);
 }
 
 module.exports = { createRunner };

@@ -1,19 +1,20 @@
 'use strict';
 
-const { STDIN, checkInputs, displayName } = require('../input.js');
+const { Readable } = require('node:stream');
+const { createEngine } = require('../engines.js');
 const { createProgress } = require('../progress.js');
 const { readInk } = require('../read/ink.js');
+const { STDIN, checkInputs, displayName } = require('../read/input.js');
 const { createDocument } = require('../write/document.js');
 const { inspectOutput } = require('../write/output-file.js');
 const { commonArea, commonScale, uniteBoxes } = require('./area.js');
-const { mapOrdered } = require('./map-ordered.js');
 const { Neighbours } = require('./neighbours.js');
 const { createRunner } = require('./runner.js');
 
-// Jobs read ahead for each that runs: enough that no core waits for the disk.
+// Jobs under way or finished for each worker, enough to keep it from waiting for the disk.
 const AHEAD = 3;
 
-/** Room around the ink where no drawing area is given, drawing units. */
+/** Room around the ink where there is no drawing area, in drawing units. */
 const MARGIN = 10;
 
 /**
@@ -26,9 +27,9 @@ const MARGIN = 10;
  * @property {string} engine
  * @property {string[]} [templates]
  * @property {{x: number, y: number, width: number, height: number}} [area]
- * @property {number} [scale] drawing units a unit of the input
+ * @property {number} [scale] drawing units per unit of the input
  * @property {boolean} snap lines may snap to other strokes
- * @property {number} step distance of samples along SVG curves, drawing units
+ * @property {number} step distance between samples along SVG curves, drawing units
  * @property {number} [decimals]
  * @property {number} jobs
  */
@@ -37,26 +38,29 @@ const MARGIN = 10;
  * Idealises the strokes of all inputs into one output, in their order.
  *
  * @param {RunOptions} options
- * @param {{stderr: NodeJS.WriteStream}} io
+ * @param {{stdout: NodeJS.WriteStream, stderr: NodeJS.WriteStream}} io
  * @returns {Promise<object>} the summary of the run, as `--json` prints it
  */
-async function runStrokes(options, { stderr }) {
+async function runStrokes(options, { stdout, stderr }) {
   const totalBytes = checkInputs(options.inputs);
   const target = inspectOutput(options.output, options);
-  const { engine, templates, area, scale, snap, format, decimals, jobs } = options;
+  const { templates, area, scale, snap, format, decimals, jobs } = options;
+  const engine = createEngine(options.engine).name;
   const runner = createRunner(
     { engine, templates, area, scale, snap, format, decimals },
     { jobs, writesToStdout: target.kind !== 'file' },
   );
   const progress = createProgress({ totalBytes, stream: stderr });
-  const report = new Report(options, progress);
-  const document = createDocument(target, format, options.convert);
+  const report = new Report({ ...options, engine }, progress);
+  const document = createDocument(target, format, stdout, options.convert);
   try {
     await document.start();
-    const results = mapOrdered(
-      readJobs(options, (bytes) => progress.advance(bytes)),
+    const jobsRead = readJobs(options, (bytes) => progress.advance(bytes));
+    const limit = AHEAD * jobs;
+    // Results come in the order of the jobs, each as soon as it can.
+    const results = Readable.from(jobsRead, { highWaterMark: 1 }).map(
       (job) => runJob(runner, job),
-      AHEAD * jobs,
+      { concurrency: limit, highWaterMark: limit },
     );
     for await (const result of results) {
       if (result.parts) await document.add(result);
@@ -70,12 +74,12 @@ async function runStrokes(options, { stderr }) {
   } finally {
     progress.stop();
     await runner.close();
-    // Nothing of it is wanted any more, and an open one would keep the process alive.
+    // An open standard input would keep the process alive.
     if (options.inputs.includes(STDIN)) process.stdin.destroy();
   }
 }
 
-/** The work of all inputs, each piece with its input: an object, since a name may come twice. */
+/** The jobs of all inputs, each with its input: an object, since a name may come twice. */
 async function* readJobs({ inputs, step, scale, snap }, onBytes) {
   for (const path of inputs) {
     const input = { name: displayName(path) };
@@ -95,7 +99,7 @@ async function runJob(runner, job) {
   return { input, passedOver, ...(await runner.run(work)) };
 }
 
-/** What a run has come to, and its messages. */
+/** The totals of a run, and its messages. */
 class Report {
   constructor({ engine, output, area }, progress) {
     Object.assign(this, { engine, output, givenArea: area, progress });
@@ -108,7 +112,7 @@ class Report {
     this.area = undefined;
     this.scale = undefined;
     this.start = process.hrtime.bigint();
-    /** Lines before the block that comes next, and of which input. */
+    /** The current input, and the number of its lines before the next block. */
     this.position = { input: undefined, lines: 0 };
   }
 
@@ -158,11 +162,12 @@ class Report {
   }
 
   /**
-   * What the head of a drawing needs to know.
+   * What the head of a drawing depends on.
    *
    * @returns {{view: {x: number, y: number, width: number, height: number},
-   *   scale: number|undefined, figures: Record<string, number>}} view: the drawing area, or the ink
-   *   where there is none; scale: drawing units a unit of it, where all strokes say the same
+   *   scale: number|undefined, figures: Record<string, number>}} view: the drawing area, or where
+   *   there is none the ink and a margin; scale: drawing units per unit of it, where all strokes
+   *   have the same
    */
   picture() {
     const scale = this.scale ?? undefined;

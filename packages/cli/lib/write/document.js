@@ -4,24 +4,25 @@ const { FORMATS } = require('./formats.js');
 const { Output, Spool } = require('./output-file.js');
 
 /**
- * A document that is written stroke by stroke, whatever its format.
+ * A document that is written stroke by stroke.
  *
  * @param {ReturnType<import('./output-file.js').inspectOutput>} target
- * @param {string} format name of it
- * @param {(text: string) => string|Uint8Array} [convert] turns the finished text into what is
- *   written; the document must then fit into memory
+ * @param {string} format its name
+ * @param {NodeJS.WritableStream} stdout
+ * @param {(text: string) => string|Uint8Array} [convert] converts the finished text, which
+ *   must then fit into memory
  */
-function createDocument(target, format, convert) {
+function createDocument(target, format, stdout, convert) {
   const { compose } = FORMATS[format];
   return compose
-    ? new ComposedDocument(target, FORMATS[format], convert)
-    : new StreamedDocument(target, FORMATS[format]);
+    ? new ComposedDocument(target, FORMATS[format], stdout, convert)
+    : new StreamedDocument(target, FORMATS[format], stdout);
 }
 
 /** Written as the strokes come. */
 class StreamedDocument {
-  constructor(target, { head, tail }) {
-    this.output = new Output(target);
+  constructor(target, { head, tail }, stdout) {
+    this.output = new Output(target, stdout);
     this.head = head;
     this.tail = tail;
     this.defined = new Set();
@@ -49,11 +50,11 @@ class StreamedDocument {
   }
 }
 
-/** Its head depends on all strokes: they are put aside until then. */
+/** The head depends on all strokes, which are stored until then. */
 class ComposedDocument {
-  constructor(target, { parts, compose }, convert) {
+  constructor(target, { parts, compose }, stdout, convert) {
     this.spools = Array.from({ length: parts }, () => new Spool(target));
-    this.output = new Output(target);
+    this.output = new Output(target, stdout);
     this.compose = compose;
     this.convert = convert;
   }

@@ -1,25 +1,29 @@
 'use strict';
 
-const { membersOf } = require('../json-members.js');
+const { toText } = require('../read/long-integers.js');
 
-/** What of a line is written as ink, not as a field. */
+/** Fields that are written as ink. */
 const INK = new Set(['points', 'others']);
 
 /**
- * The fields of a stroke as texts, for formats that have nothing else: of a JSON line those that
- * are no text as they stand there, so that numbers keep their digits and objects what is in them.
+ * The fields of a stroke as texts, without those that are null: numbers, objects and arrays as
+ * their JSON.
  *
  * @param {import('../read/stroke-points.js').Stroke} stroke
- * @returns {Map<string, string>} by name, without those that are null
+ * @returns {Map<string, string>} by name
  */
-function textFields({ fields, text }) {
-  if (!text) return new Map(Object.entries(fields));
-  const texts = new Map();
-  for (const { name, start, end } of membersOf(text)) {
-    if (INK.has(name) || fields[name] === null) continue;
-    texts.set(name, typeof fields[name] === 'string' ? fields[name] : text.slice(start, end));
-  }
-  return texts;
+function textFields({ fields, asObjects }) {
+  const isFromDocument = asObjects === undefined;
+  return new Map(
+    Object.entries(fields)
+      .filter(([name, value]) => value !== null && (isFromDocument || !INK.has(name)))
+      .map(([name, value]) => [name, toText(value)]),
+  );
 }
 
-module.exports = { textFields };
+/** The fields that tell an answer, in every format that has fields. */
+function answerFields({ type, figure, kind, confidence }) {
+  return { type, figure, kind, confidence };
+}
+
+module.exports = { answerFields, textFields };

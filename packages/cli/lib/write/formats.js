@@ -1,5 +1,6 @@
 'use strict';
 
+const { createRounding } = require('../svg.js');
 const { formatInkml, INKML_HEAD, INKML_TAIL } = require('./inkml.js');
 const { formatLine } = require('./ndjson.js');
 const { composePicture, formatPictureParts } = require('./picture.js');
@@ -7,34 +8,33 @@ const { composeSvg, formatPolyline } = require('./svg.js');
 
 /**
  * @typedef {object} Format
- * @property {number} parts texts that a stroke is written as
+ * @property {number} parts the number of texts that a stroke is written as
  * @property {(stroke, answer, round, scale) => {texts: string[], definitions?:
- *   Record<string, string>}} format scale: drawing units a unit of the stroke, undefined when
- *   nobody said; definitions: what the texts refer to, by its identifier, to be written once
+ *   Record<string, string>}} format scale: drawing units per unit of the stroke, undefined where
+ *   not known; definitions: what the texts refer to, by identifier, to be written once
  * @property {string} [head] of a format that is written as the strokes come
  * @property {string} [tail]
- * @property {(summary: object) => Array<string|number>} [compose] of a format whose head needs to
- *   know all strokes: texts, and numbers of the parts that go between them
- * @property {number} [decimals] the coordinates are rounded to unless others are asked for, at a
- *   scale of 1
+ * @property {(summary: object) => Array<string|number>} [compose] of a format whose head depends on
+ *   all strokes: texts, and the numbers of the parts between them
+ * @property {number} [decimals] of coordinates by default, at a scale of 1
  * @property {boolean} [inDrawingUnits] coordinates are drawing units rather than the input's
  */
 
 /** @type {Record<string, Format>} */
 const FORMATS = {
   ndjson: { parts: 1, format: formatLine, head: '', tail: '' },
-  inkml: {
-    parts: 1,
-    format: formatInkml,
-    head: INKML_HEAD,
-    tail: INKML_TAIL,
-    decimals: 3,
-  },
+  inkml: { parts: 1, format: formatInkml, head: INKML_HEAD, tail: INKML_TAIL, decimals: 3 },
   svg: { parts: 1, format: formatPolyline, compose: composeSvg, decimals: 3 },
-  picture: { parts: 2, format: formatPictureParts, compose: composePicture, inDrawingUnits: true },
+  picture: {
+    parts: 2,
+    format: formatPictureParts,
+    compose: composePicture,
+    decimals: 2,
+    inDrawingUnits: true,
+  },
 };
 
-/** Formats that strokes are exchanged in, by the extensions of their files. */
+/** Formats for the exchange of strokes, by the extensions of their files. */
 const EXTENSIONS = {
   '.ndjson': 'ndjson',
   '.jsonl': 'ndjson',
@@ -47,20 +47,21 @@ const EXTENSIONS = {
 
 /**
  * @param {object} options
- * @param {string} options.format name of it
+ * @param {string} options.format its name
  * @param {number} [options.decimals] instead of the format's own
  * @param {{x: number, y: number, width: number, height: number}} [options.area] instead of the
  *   stroke's own
- * @param {number} [options.scale] drawing units a unit of the input, instead of the stroke's own
+ * @param {number} [options.scale] drawing units per unit of the input, instead of the stroke's own
  * @returns {{parts: number, needsView: boolean, write: Function, placeOf: Function}} needsView:
- *   what all strokes lie in has to be known; write gives what Format.format does; placeOf the
- *   units of the output that a unit of the stroke becomes, and in these its area and scale, as far
- *   as they are known
+ *   the extent of all strokes has to be known; write returns what Format.format does; placeOf
+ *   returns output units per unit of the stroke, and the area and scale in output units, as far as
+ *   they are known
  */
 function createWriter({ format: name, decimals, area, scale }) {
   const format = FORMATS[name];
   const scaleOf = (stroke) => scale ?? stroke.scale;
-  const placesAt = (size = 1) => format.decimals && format.decimals + finerPlaces(size);
+  const decimalsAt = (size = 1) =>
+    format.decimals && format.decimals + (format.inDrawingUnits ? 0 : extraDecimals(size));
   return {
     parts: format.parts,
     needsView: format.compose !== undefined,
@@ -73,7 +74,7 @@ function createWriter({ format: name, decimals, area, scale }) {
     },
     write(stroke, answer) {
       const size = scaleOf(stroke);
-      const round = createRounding(decimals ?? placesAt(size));
+      const round = createRounding(decimals ?? decimalsAt(size));
       return format.format(stroke, answer, round, size);
     },
   };
@@ -83,19 +84,9 @@ function scaledArea({ x, y, width, height }, unit) {
   return { x: x * unit, y: y * unit, width: width * unit, height: height * unit };
 }
 
-/** Decimals that a coordinate needs beyond the usual ones where its unit is a large one. */
-function finerPlaces(scale) {
+/** Decimals that coordinates need beyond the usual ones where their unit is large. */
+function extraDecimals(scale) {
   return Math.max(0, Math.ceil(Math.log10(scale)));
-}
-
-function createRounding(places) {
-  if (places === undefined) return (value) => value;
-  const factor = 10 ** places;
-  return (value) => {
-    const rounded = Math.round(value * factor);
-    // Beyond these a number has no such decimals, and might not bear the factor.
-    return Number.isSafeInteger(rounded) ? rounded / factor : value;
-  };
 }
 
 module.exports = { EXTENSIONS, FORMATS, createWriter };

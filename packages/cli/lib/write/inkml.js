@@ -2,7 +2,7 @@
 
 const { PIXELS_PER_INCH } = require('../units.js');
 const { escapeText } = require('../svg.js');
-const { textFields } = require('./fields.js');
+const { answerFields, textFields } = require('./fields.js');
 
 const TRACE_FORMAT = `<traceFormat>
 <channel name="X" type="decimal"/>
@@ -20,25 +20,28 @@ const INKML_HEAD = `<?xml version="1.0" encoding="UTF-8"?>
 
 const INKML_TAIL = '</ink>\n';
 
-/** Fields that a brush stands for, by its properties. */
+/** The fields that become properties of a brush. */
 const BRUSH = { color: 'stroke', width: 'stroke-width' };
 
 /**
- * A stroke as a trace, in a group that bears its figure and other fields as annotations, and refers
- * to its unit and its brush.
+ * A stroke as a trace, in a group with the answer and other fields as annotations and references
+ * to its unit and brush.
  */
-function formatInkml(stroke, { points, type, figure }, round, scale) {
+function formatInkml(stroke, answer, round, scale) {
   const fields = textFields(stroke);
   const brush = takeBrush(fields);
   const references = { contextRef: unitOf(scale), brushRef: brush };
-  fields.set('type', type).set('figure', figure);
+  for (const [name, value] of Object.entries(answerFields(answer))) {
+    if (value === null) fields.delete(name);
+    else fields.set(name, value);
+  }
   const annotations = Array.from(
     fields,
-    ([name, value]) => `<annotation type="${xmlText(name)}">${xmlText(value)}</annotation>`,
+    ([name, value]) => `<annotation type="${escapeText(name)}">${escapeText(value)}</annotation>`,
   );
   const used = Object.entries(references).filter(([, definition]) => definition);
   const attributes = used.map(([name, { id }]) => ` ${name}="#${id}"`);
-  const trace = points.map((point) => formatPoint(point, round)).join(', ');
+  const trace = answer.points.map((point) => formatPoint(point, round)).join(', ');
   const text =
     `<traceGroup${attributes.join('')}>${annotations.join('')}` +
     `<trace>${trace}</trace></traceGroup>\n`;
@@ -55,7 +58,7 @@ function formatPoint([x, y, force, time], round) {
   return isTimed ? `${place} ? ${time}` : place;
 }
 
-/** The definition of a context that says how long a unit of the coordinates is. */
+/** The definition of a context that states the length of a unit of the coordinates. */
 function unitOf(scale) {
   if (scale === undefined) return undefined;
   const id = `unit-${scale}`;
@@ -73,35 +76,26 @@ ${resolution.join('')}</channelProperties>
   return { id, text };
 }
 
-/** The definition of a brush for the fields that one stands for, which are taken away. */
+/** The definition of a brush for the fields that it replaces, which are removed. */
 function takeBrush(fields) {
   const properties = [];
   let id = 'brush';
   for (const [property, name] of Object.entries(BRUSH)) {
     const value = fields.get(name);
-    // Without a word of its unit a width would be taken for one in the unit of the coordinates.
+    // A width is written without a unit, so only plain numbers can be.
     if (!value || (property === 'width' && !(Number(value) > 0))) continue;
     fields.delete(name);
     id += `_${property}-${toName(value)}`;
-    properties.push(`<brushProperty name="${property}" value="${xmlText(value)}"/>`);
+    properties.push(`<brushProperty name="${property}" value="${escapeText(value)}"/>`);
   }
   if (properties.length === 0) return undefined;
   const text = `<definitions><brush xml:id="${id}">${properties.join('')}</brush></definitions>\n`;
   return { id, text };
 }
 
-/** Any text in the letters that an XML name may have, another one for each. */
+/** Maps a text to an XML name, different for different texts. */
 function toName(text) {
   return text.replace(/[^A-Za-z0-9.]/g, (character) => `-${character.charCodeAt(0).toString(16)}-`);
 }
 
-// XML knows no way to write these.
-// eslint-disable-next-line no-control-regex
-const NOT_IN_XML = /[\u0000-\u0008\u000b\u000c\u000e-\u001f\ufffe\uffff]/g;
-
-/** Text for XML, without the characters that XML has no place for. */
-function xmlText(value) {
-  return escapeText(value).replace(NOT_IN_XML, '');
-}
-
-module.exports = { INKML_HEAD, INKML_TAIL, formatInkml, xmlText };
+module.exports = { INKML_HEAD, INKML_TAIL, formatInkml };

@@ -1,34 +1,21 @@
 'use strict';
 
-const { replaceMembers } = require('../json-members.js');
+const { stringify } = require('../read/long-integers.js');
+const { answerFields } = require('./fields.js');
 
-/** Fields of a line that mean something to whoever reads it, and are numbers or arrays. */
-const NO_TEXTS = new Set(['width', 'height', 'others']);
+/** Fields that are numbers or arrays in a line; a document may have texts of these names. */
+const NOT_TEXT = ['points', 'others', 'width', 'height'];
 
 /**
- * A stroke as a line of JSON: the fields it came with, its points replaced by those of the figure,
- * and the figure. Points are written in the form they were read in. Of a line that was read all
- * else stays to the letter, and so do the points of a stroke that is no figure.
+ * A stroke as a line of JSON: its fields, with the points of the figure in the form in which the
+ * points were read, and the answer.
  */
-function formatLine(stroke, answer, round) {
-  return { texts: [`${lineOf(stroke, answer, round)}\n`] };
-}
-
-function lineOf({ fields, points: drawn, asObjects, text }, { points, type, figure }, round) {
-  const isAsDrawn = points === drawn;
-  const ideal = isAsDrawn ? drawn : formatPoints(points, asObjects, round);
-  if (!text) return JSON.stringify({ ...lineFields(fields), points: ideal, type, figure });
-  if (!isAsDrawn) return replaceMembers(text, { points: ideal, type, figure });
-  if (Object.hasOwn(fields, 'type') || Object.hasOwn(fields, 'figure')) {
-    return replaceMembers(text, { type, figure });
-  }
-  return `${text.slice(0, -1)},"type":${type},"figure":"${figure}"}`;
-}
-
-/** The fields of a document's stroke, without the texts that a line would be wrong with. */
-function lineFields(fields) {
-  const isWrong = ([name, value]) => NO_TEXTS.has(name) && typeof value === 'string';
-  return Object.fromEntries(Object.entries(fields).filter((field) => !isWrong(field)));
+function formatLine({ fields, points: drawn, asObjects }, answer, round) {
+  const kept = { ...fields };
+  for (const name of NOT_TEXT) if (typeof kept[name] === 'string') delete kept[name];
+  const isAsDrawn = answer.points === drawn;
+  const points = isAsDrawn ? (kept.points ?? drawn) : formatPoints(answer.points, asObjects, round);
+  return { texts: [`${stringify({ ...kept, points, ...answerFields(answer) })}\n`] };
 }
 
 function formatPoints(points, asObjects, round) {

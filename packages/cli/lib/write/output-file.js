@@ -14,64 +14,54 @@ const { UserError } = require('../user-error.js');
 const STDOUT = '-';
 
 /**
- * Checks an output before any work is done for it, and finds out what kind it is.
+ * Checks an output before any work is done for it, and determines its kind.
  *
  * @param {string} name file, `-` for standard output
- * @param {{force: boolean}} options force allows overwriting
+ * @param {{force: boolean}} options force: overwrite an existing file
  * @returns {{name: string, force: boolean, kind: 'stdout'|'device'|'file'}} a device, or a named
- *   pipe, is written to as it stands
+ *   pipe, is written to directly
  */
 function inspectOutput(name, { force }) {
-  if (name === STDOUT) return { name, force, kind: 'stdout' };
+  if (name === STDOUT) return { name: 'standard output', force, kind: 'stdout' };
   if (name === '') throw new UserError('the name of an output is empty: name a file');
   const status = statusOf(name);
   if (isDevice(status)) return { name, force, kind: 'device' };
   checkParent(name);
   if (status?.isDirectory()) throw new UserError(`${name} is a directory: name a file`);
   if (status && !force) throw new UserError(`${name} exists; --force overwrites it`);
-  // A link stays one: what it leads to is replaced.
+  // A link is kept and its target replaced.
   return { name: status ? fs.realpathSync(name) : name, force, kind: 'file' };
 }
 
-/** Refuses a name in a folder that is not there. */
 function checkParent(name) {
   const directory = path.dirname(name);
   const status = statusOf(directory);
   if (!status) throw new UserError(`${name}: there is no directory ${directory}`);
-  if (!status.isDirectory()) throw new UserError(`${name}: ${directory} is no directory`);
+  if (!status.isDirectory()) throw new UserError(`${name}: ${directory} is not a directory`);
 }
 
-/**
- * An output that is written bit by bit.
- *
- * A file is written under a temporary name in its own folder and renamed when it is complete: an
- * interrupted run leaves nothing under the final name.
- */
-class Output {
-  /** @param {ReturnType<typeof inspectOutput>} target */
-  constructor(target) {
+/** A stream that is written piece by piece and reports its failures to the writer. */
+class Sink {
+  /**
+   * @param {string} name in messages
+   * @param {NodeJS.WritableStream} target
+   * @param {{gzip?: boolean}} [options] gzip: compress what is written
+   */
+  constructor(name, target, { gzip = false } = {}) {
+    this.name = name;
     this.target = target;
-    if (target.kind === 'stdout') this.sink = process.stdout;
-    else if (target.kind === 'device') this.sink = fs.createWriteStream(target.name);
-    else {
-      this.temporary = new TemporaryFile(path.dirname(target.name), path.basename(target.name));
-      this.sink = this.temporary.stream;
-    }
-    this.stream = target.name.endsWith('.gz') ? this.zip() : this.sink;
-    // Failures reach the one who writes; without a listener they would end the process.
-    this.sink.on('error', (error) => {
+    // Without a listener an error would end the process.
+    target.on('error', (error) => {
       this.failure ??= error;
     });
+    this.stream = gzip ? zlib.createGzip() : target;
+    if (gzip) {
+      this.compressed = pipeline(this.stream, target);
+      this.compressed.catch(() => {});
+    }
   }
 
-  zip() {
-    const gzip = zlib.createGzip();
-    this.zipped = pipeline(gzip, this.sink);
-    this.zipped.catch(() => {});
-    return gzip;
-  }
-
-  /** Resolves when the output can take more. */
+  /** Resolves when the content has been taken. */
   async write(content) {
     if (content.length === 0) return;
     await this.guard(
@@ -81,40 +71,67 @@ class Output {
     );
   }
 
-  /** Completes the output and gives it its name. */
-  async finish() {
-    if (this.stream === process.stdout) return;
+  async end() {
     this.stream.end();
-    await this.guard(this.zipped ?? finished(this.sink));
-    if (this.temporary) this.temporary.moveTo(this.target.name, this.target.force);
-  }
-
-  /** Gives up the output; nothing is left of a file. */
-  abandon() {
-    if (this.sink !== process.stdout) this.sink.destroy();
-    this.temporary?.remove();
+    await this.guard(this.compressed ?? finished(this.target));
   }
 
   async guard(writing) {
     try {
       await writing;
     } catch (error) {
-      const cause = this.failure ?? error;
-      throw writeFailure(
-        this.target.kind === 'stdout' ? 'standard output' : this.target.name,
-        cause,
-      );
+      throw writeFailure(this.name, this.failure ?? error);
     }
   }
 }
 
-/** A file that goes when the process does, unless it was moved. */
+/**
+ * An output that is written piece by piece.
+ *
+ * A file is written under a temporary name in its own directory and renamed when it is complete, so
+ * that an interrupted run leaves nothing under the final name.
+ */
+class Output {
+  /**
+   * @param {ReturnType<typeof inspectOutput>} target
+   * @param {NodeJS.WritableStream} [stdout]
+   */
+  constructor(target, stdout) {
+    this.target = target;
+    if (target.kind === 'file') {
+      this.temporary = new TemporaryFile(path.dirname(target.name), path.basename(target.name));
+    }
+    const openStream = () => this.temporary?.stream ?? fs.createWriteStream(target.name);
+    this.sink = new Sink(target.name, target.kind === 'stdout' ? stdout : openStream(), {
+      gzip: target.name.endsWith('.gz'),
+    });
+  }
+
+  write(content) {
+    return this.sink.write(content);
+  }
+
+  /** Completes the output and gives it its name. */
+  async finish() {
+    if (this.target.kind === 'stdout') return;
+    await this.sink.end();
+    this.temporary?.moveTo(this.target.name, this.target.force);
+  }
+
+  /** Gives up the output and removes its file. */
+  abandon() {
+    if (this.target.kind !== 'stdout') this.sink.target.destroy();
+    this.temporary?.remove();
+  }
+}
+
+/** A file that is removed when the process ends, unless it has been moved. */
 class TemporaryFile {
   constructor(directory, name) {
     const unique = crypto.randomBytes(4).toString('hex');
     this.path = path.join(directory, `.${name}.${process.pid}.${unique}.tmp`);
     this.stream = fs.createWriteStream(this.path, { flags: 'wx', flush: true });
-    // One that took itself off the list would keep the next on it from being called.
+    // Must not call `forget`: removing a listener here skips the next one.
     this.forget = onExit(() => this.delete());
   }
 
@@ -145,53 +162,34 @@ function replaceFile(temporary, name) {
   fs.renameSync(temporary, name);
 }
 
-/** Renames, and fails if the name was taken while we worked. */
+/** Renames, and fails if the name was taken in the meantime. */
 function claimName(temporary, name) {
   try {
     fs.linkSync(temporary, name);
   } catch (error) {
     if (error.code === 'EEXIST' || fs.existsSync(name)) {
-      throw new Error('a file of that name has been made meanwhile; --force overwrites it', {
-        cause: error,
-      });
+      throw new Error('a file of that name has appeared; --force overwrites it', { cause: error });
     }
-    // Not every file system has links.
+    // Not every file system has hard links.
     fs.renameSync(temporary, name);
   }
 }
 
-/** Text put aside until what comes before it is known. */
+/** Text that is stored in a temporary file until what precedes it is known. */
 class Spool {
-  /** @param {ReturnType<typeof inspectOutput>} target whose folder is used if it is a file */
+  /** @param {ReturnType<typeof inspectOutput>} target whose directory is used if it is a file */
   constructor(target) {
     const directory = target.kind === 'file' ? path.dirname(target.name) : os.tmpdir();
-    this.name = target.kind === 'file' ? target.name : directory;
     this.file = new TemporaryFile(directory, 'scrivo-part');
-    this.file.stream.on('error', (error) => {
-      this.failure ??= error;
-    });
+    this.sink = new Sink(target.kind === 'file' ? target.name : directory, this.file.stream);
   }
 
-  async write(content) {
-    if (content.length === 0) return;
-    await this.guard(
-      new Promise((resolve, reject) => {
-        this.file.stream.write(content, (error) => (error ? reject(error) : resolve()));
-      }),
-    );
+  write(content) {
+    return this.sink.write(content);
   }
 
-  async close() {
-    this.file.stream.end();
-    await this.guard(finished(this.file.stream));
-  }
-
-  async guard(writing) {
-    try {
-      await writing;
-    } catch (error) {
-      throw new UserError(`${this.name} cannot be written: ${(this.failure ?? error).message}`);
-    }
+  close() {
+    return this.sink.end();
   }
 
   read() {

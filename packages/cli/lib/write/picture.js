@@ -1,55 +1,45 @@
 'use strict';
 
-const { pathData } = require('../svg.js');
+const { ANSWERS } = require('../families.js');
+const { polylinePoints } = require('../svg.js');
 const { openSvg } = require('./svg.js');
 
-// The picture is drawn to this width, whatever unit the ink is in.
+// Pixels of the picture, whatever the unit of the ink.
 const PANEL = 800;
 const GAP = 24;
 const CAPTION = 44;
-// Room for the captions over a narrow drawing.
-const LEAST_WIDTH = 900;
+// Room for the captions above a narrow drawing.
+const MIN_WIDTH = 900;
 
-const COLORS = {
-  dot: '#a142f4',
-  line: '#1a73e8',
-  angle: '#e8710a',
-  triangle: '#188038',
-  quadrangle: '#d93025',
-  polygon: '#d93025',
-  ellipse: '#007b83',
-};
-const INK = '#3c4043';
+const INK = ANSWERS.none.color;
 const FAINT = '#c4c7c5';
 
 /**
- * A stroke as two paths, in drawing units: the ink, which both sides of the picture show, and its
- * figure.
+ * A stroke as two polylines, in drawing units: the ink, which both sides of the picture show, and
+ * its figure.
  */
 function formatPictureParts({ points: drawn }, { points, figure }, round, scale = 1) {
-  const ink = toPathData(drawn, scale);
-  const isAsDrawn = points === drawn;
-  const color = isAsDrawn ? INK : COLORS[figure];
-  const ideal = isAsDrawn ? ink : toPathData(points, scale);
-  return { texts: [`<path d="${ink}"/>\n`, `<path stroke="${color}" d="${ideal}"/>\n`] };
-}
-
-function toPathData(points, scale) {
-  return pathData(points.map(([x, y]) => ({ x: x * scale, y: y * scale })));
+  const roundScaled = (value) => round(value * scale);
+  const ink = polylinePoints(drawn, roundScaled);
+  const ideal = points === drawn ? ink : polylinePoints(points, roundScaled);
+  const { color } = ANSWERS[figure];
+  return {
+    texts: [`<polyline points="${ink}"/>\n`, `<polyline stroke="${color}" points="${ideal}"/>\n`],
+  };
 }
 
 /**
- * The picture: left the ink as drawn, right the figures over a shadow of it.
+ * The picture: the ink on the left, the figures over pale ink on the right.
  *
  * @param {object} summary
- * @param {{x: number, y: number, width: number, height: number}} summary.view what is shown
- * @param {Record<string, number>} summary.figures strokes by figure
+ * @param {{x: number, y: number, width: number, height: number}} summary.view the visible part
+ * @param {Record<string, number>} summary.figures number of strokes by figure
  * @returns {Array<string|number>} texts, and the numbers of the parts between them
  */
 function composePicture({ view, figures }) {
   const zoom = Math.min(PANEL / view.width, PANEL / view.height);
   const panel = { width: view.width * zoom, height: view.height * zoom };
-  const width = Math.max(2 * panel.width + 3 * GAP, LEAST_WIDTH);
+  const width = Math.max(2 * panel.width + 3 * GAP, MIN_WIDTH);
   const height = panel.height + CAPTION + GAP;
   const right = width / 2 + GAP / 2;
   const place = (left) =>
@@ -74,10 +64,11 @@ function composePicture({ view, figures }) {
 }
 
 function describeFigures(figures) {
-  const counts = Object.keys(COLORS)
-    .filter((figure) => figures[figure])
-    .map((figure) => `<tspan fill="${COLORS[figure]}">${figure} ${figures[figure]}</tspan>`);
-  if (figures.none) counts.push(`<tspan>left as drawn ${figures.none}</tspan>`);
+  const counts = Object.entries(ANSWERS)
+    .filter(([family]) => figures[family])
+    .map(
+      ([family, { color, label }]) => `<tspan fill="${color}">${label} ${figures[family]}</tspan>`,
+    );
   return counts.join(', ') || 'no stroke';
 }
 

@@ -1,14 +1,14 @@
 'use strict';
 
+const { escapeText, polylinePoints } = require('../svg.js');
 const { textFields } = require('./fields.js');
-const { xmlText } = require('./inkml.js');
 
-// Of ink without a width of its own, drawing units.
+// Drawing units, for ink without a width of its own.
 const PEN_WIDTH = 2;
 
 const STYLE = { stroke: 'black', 'stroke-linecap': 'round', 'stroke-linejoin': 'round' };
 
-/** Fields that SVG has attributes for. */
+/** Fields that are attributes in SVG. */
 const ATTRIBUTES = [
   'id',
   ...Object.keys(STYLE),
@@ -17,17 +17,14 @@ const ATTRIBUTES = [
   'stroke-dasharray',
 ];
 
-/** A stroke as a polyline; what it was taken for stands in an attribute of its own. */
+/** A stroke as a polyline, its figure in an attribute. */
 function formatPolyline(stroke, { points, figure }, round) {
   const fields = textFields(stroke);
   const attributes = ATTRIBUTES.filter((name) => isPlain(stroke.fields[name])).map(
-    (name) => ` ${name}="${xmlText(fields.get(name))}"`,
+    (name) => ` ${name}="${escapeText(fields.get(name))}"`,
   );
-  const pairs = points.map(([x, y]) => `${round(x)},${round(y)}`);
-  // A polyline of one point is not drawn; one of no length is, as a dot.
-  if (pairs.length === 1) pairs.push(pairs[0]);
-  const text = `<polyline${attributes.join('')} data-figure="${figure}" points="${pairs.join(' ')}"/>\n`;
-  return { texts: [text] };
+  const polyline = `<polyline${attributes.join('')} data-figure="${figure}" points="${polylinePoints(points, round)}"/>\n`;
+  return { texts: [polyline] };
 }
 
 function isPlain(value) {
@@ -36,9 +33,9 @@ function isPlain(value) {
 
 /**
  * @param {object} drawing
- * @param {{x: number, y: number, width: number, height: number}} drawing.view what is shown
- * @param {number} [drawing.scale] pixels a unit of it; where it is not known, the drawing fills
- *   the room it gets
+ * @param {{x: number, y: number, width: number, height: number}} drawing.view the visible part
+ * @param {number} [drawing.scale] pixels per unit; where it is not known, the drawing has no size
+ *   of its own
  */
 function composeSvg({ view, scale }) {
   const size = scale && { width: view.width * scale, height: view.height * scale };
@@ -49,7 +46,7 @@ function composeSvg({ view, scale }) {
 
 /**
  * @param {{x: number, y: number, width: number, height: number}} view
- * @param {{width: number, height: number}} [size] pixels it is shown in
+ * @param {{width: number, height: number}} [size] in pixels
  */
 function openSvg({ x, y, width, height }, size) {
   const box = [x, y, width, height].map(brief).join(' ');
@@ -57,7 +54,7 @@ function openSvg({ x, y, width, height }, size) {
   return `<svg xmlns="http://www.w3.org/2000/svg"${shown} viewBox="${box}">`;
 }
 
-/** Without the digits that rounding leaves. */
+/** Without the digits of rounding errors. */
 function brief(value) {
   return Number(value.toPrecision(12));
 }

@@ -1,11 +1,11 @@
 #include "Beautifier/figures/Angle.h"
 
-#include "Beautifier/figures/Regularity.h"
 #include "Beautifier/fit/Corners.h"
 #include "Beautifier/fit/Explained.h"
+#include "Beautifier/fit/Levelling.h"
 #include "Beautifier/fit/Share.h"
-#include "Scrivo/Polygon.h"
-#include "Scrivo/detail/Levelling.h"
+#include "Beautifier/fit/StraightFit.h"
+#include "Scrivo/detail/Sampling.h"
 
 #include <algorithm>
 #include <cmath>
@@ -14,6 +14,9 @@
 namespace Scrivo::beautifier {
 
 namespace {
+
+// Radians that a leg which was meant level leans at most.
+constexpr double MAX_LEAN = 0.087;
 
 // Steps of the fine outline about the vertex in which a pen turns.
 constexpr int VERTEX_REACH = 6;
@@ -48,20 +51,22 @@ std::array<double, AngleFamily::FEATURES.size()> AngleFamily::measure(const Evid
             farShare(e, std::array{e.points.front(), fit.at[0], e.points.back()})};
 }
 
-Ideal AngleFamily::idealise(const Fitted& fitted) {
-    const Evidence& e = fitted.evidence;
-    const auto units = [&](Vec p) { return fitted.frame.toUnits(p); };
-    AngleFigure angle{units(e.points.front()), units(fitTo(e).at[0]), units(e.points.back()), 0.0};
+Figure AngleFamily::idealise(const Fitted& fitted) {
+    const LegsFit fit = fitLegs(fitted.evidence);
+    std::array<Vec, 3> at{fit.from, fit.vertex, fit.to};
     if (fitted.options.horizontalVertical) {
-        detail::levelLegs(angle.from, angle.vertex, angle.to);
+        levelLegs(at, MAX_LEAN);
     }
-    angle.opening =
-        std::abs(turn(difference(angle.vertex, angle.from), difference(angle.vertex, angle.to)));
-    Ideal ideal;
-    drawLine(ideal.outline, angle.from, angle.vertex);
-    drawLine(ideal.outline, angle.vertex, angle.to);
-    ideal.figure = angle;
-    return ideal;
+    const double opening = std::abs(turn(at[0] - at[1], at[2] - at[1]));
+    const Frame& frame = fitted.frame;
+    return AngleFigure{frame.toUnits(at[0]), frame.toUnits(at[1]), frame.toUnits(at[2]), opening};
+}
+
+std::vector<Point2D> outlineOf(const AngleFigure& angle) {
+    std::vector<Point2D> out;
+    detail::appendEdge(out, angle.from, angle.vertex);
+    detail::appendEdge(out, angle.vertex, angle.to);
+    return out;
 }
 
 }  // namespace Scrivo::beautifier

@@ -21,8 +21,11 @@ struct AngleFamily : FamilyDefaults {
         "LEG_FAR",       // share of the ink away from the legs
     };
     static std::array<double, FEATURES.size()> measure(const Evidence& evidence);
-    static Ideal idealise(const Fitted& fitted);
+    static Figure idealise(const Fitted& fitted);
 };
+
+/// 21 points a leg, drawing-area units.
+std::vector<Point2D> outlineOf(const AngleFigure& angle);
 
 template <>
 struct FigureTraits<AngleFigure> {

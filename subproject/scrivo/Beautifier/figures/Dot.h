@@ -9,6 +9,7 @@ struct DotFamily : FamilyDefaults {
     static constexpr FigureFamily FAMILY = FigureFamily::DOT;
     static constexpr std::string_view NAME = "dot";
     static constexpr std::int32_t CODE = FIGURE_POINT;
+    static constexpr bool NEEDS_FIT = false;
 
     /// A tap, a press that is held or a scribble too small to hold a letter, of
     /// up to `tapSize` units.
@@ -16,8 +17,11 @@ struct DotFamily : FamilyDefaults {
                                                 const BeautifierOptions& options);
     /// Nothing is left to judge by a fit.
     static bool competes(std::span<const double> /*own*/) { return false; }
-    static Ideal idealise(const Fitted& fitted);
+    static Figure idealise(const Fitted& fitted);
 };
+
+/// 64 points, drawing-area units: three rings and the centre.
+std::vector<Point2D> outlineOf(const DotFigure& dot);
 
 template <>
 struct FigureTraits<DotFigure> {

@@ -1,10 +1,11 @@
 #include "Beautifier/figures/Ellipse.h"
 
 #include "Beautifier/figures/PolygonFit.h"
+#include "Beautifier/fit/CircleFit.h"
 #include "Beautifier/fit/EllipseFit.h"
 #include "Beautifier/fit/Explained.h"
+#include "Beautifier/fit/Levelling.h"
 #include "Beautifier/fit/Share.h"
-#include "Scrivo/detail/EllipseShape.h"
 
 #include <algorithm>
 #include <cmath>
@@ -14,15 +15,24 @@ namespace Scrivo::beautifier {
 
 namespace {
 
+constexpr int OUTLINE_POINTS = 85;
+
 // Fits to what was meant as an ellipse, gaps and flat ends included, are no more
 // than a twentieth longer than their ink.
 constexpr double OVERSHOOT = 1.1;
 
+// What people draw for a circle strays from it by as much more than from the best
+// ellipse: root mean square, share of the diameter. See docs/beautifier.md.
+constexpr double ROUND = 0.044;
+
+// Radians that the axes of what was meant level lean at most.
+constexpr double MAX_LEAN = 0.175;
+
 /// The ellipse, pulled back where it shoots beyond the ink: a slim fit is hardly
 /// sensitive to its length.
-EllipseFit withinInk(EllipseFit fit, const Coarse& loop) {
+EllipseFit withinInk(EllipseFit fit, std::span<const Vec> points) {
     const Vec along{std::cos(fit.angle), std::sin(fit.angle)};
-    const Reach reach = reachOf(loop, fit.centre, along);
+    const Reach reach = reachOf(points, fit.centre, along);
     const double half = 0.5 * (reach.high - reach.low);
     if (fit.a > OVERSHOOT * half) {
         fit.centre = fit.centre + 0.5 * (reach.low + reach.high) * along;
@@ -31,16 +41,18 @@ EllipseFit withinInk(EllipseFit fit, const Coarse& loop) {
     return fit;
 }
 
+bool isRound(const EllipseFit& ellipse, const CircleFit& circle) {
+    const double excess = circle.rms * circle.rms - ellipse.rms * ellipse.rms;
+    return excess <= 4.0 * ROUND * ROUND * ellipse.a * ellipse.b;
+}
+
 /// In drawing-area units, the first axis within 45 degrees of the horizontal.
-detail::EllipseShape shapeOf(const EllipseFit& fit, const Frame& frame) {
-    constexpr double QUARTER = std::numbers::pi / 2.0;
-    const double quarters = std::round(fit.angle / QUARTER);
-    const bool swapped = std::fmod(std::abs(quarters), 2.0) == 1.0;
-    const double a = (swapped ? fit.b : fit.a) * frame.extent;
-    const double b = (swapped ? fit.a : fit.b) * frame.extent;
-    // To float and back, as the template engine does before it levels.
-    const auto angle = static_cast<float>(fit.angle - quarters * QUARTER);
-    return {frame.toUnits(fit.centre), {a, b, 0.0}, angle};
+EllipseFigure inUnits(const EllipseFit& fit, const Frame& frame) {
+    const double rotation = lean(fit.angle);
+    const bool swapped = std::abs(std::cos(fit.angle - rotation)) < 0.5;
+    const double a = frame.extent * (swapped ? fit.b : fit.a);
+    const double b = frame.extent * (swapped ? fit.a : fit.b);
+    return {frame.toUnits(fit.centre), {a, b, 0.0}, rotation};
 }
 
 // Of the mean angle between ink and ellipse, its sine.
@@ -94,23 +106,52 @@ std::array<double, EllipseFamily::FEATURES.size()> EllipseFamily::measure(const 
             overSix};
 }
 
-Ideal EllipseFamily::idealise(const Fitted& fitted) {
-    const Coarse& loop = fitted.evidence.closed->loop;
-    detail::EllipseShape shape = shapeOf(withinInk(fitEllipseTo(loop), loop), fitted.frame);
-    if (fitted.options.regularFigures) {
-        shape = detail::rounded(shape);
+Figure EllipseFamily::idealise(const Fitted& fitted) {
+    const Evidence& e = fitted.evidence;
+    const Closure& closure = e.closed->closure;
+    const bool isOneLap = closure.end == closure.last;
+    const EllipseFit first = fitEllipseTo(e.closed->loop);
+    const std::span<const Vec> points =
+        isOneLap ? std::span<const Vec>(e.closed->loop).first(LOOP) : lapsOf(e.fine, closure);
+    const EllipseFit fit = withinInk(isOneLap ? first : refined(first, points), points);
+    const CircleFit circle = fitCircleTo(points, fit.centre);
+    const bool isCircle = fitted.kind ? *fitted.kind == static_cast<int>(EllipseKind::CIRCLE)
+                                      : fitted.options.regularFigures && isRound(fit, circle);
+    if (isCircle) {
+        return CircleFigure{fitted.frame.toUnits(circle.centre),
+                            fitted.frame.extent * circle.radius};
     }
-    if (fitted.options.horizontalVertical) {
-        shape = detail::levelled(shape);
+    EllipseFigure ellipse = inUnits(fit, fitted.frame);
+    if (fitted.options.horizontalVertical && std::abs(ellipse.rotation) <= MAX_LEAN) {
+        ellipse.rotation = 0.0;
     }
-    Ideal ideal;
-    detail::appendEllipse(ideal.outline, shape);
-    if (shape.radii.x == shape.radii.y) {
-        ideal.figure = CircleFigure{shape.centre, shape.radii.x};
-    } else {
-        ideal.figure = EllipseFigure{shape.centre, shape.radii, shape.angle};
+    return ellipse;
+}
+
+Figure EllipseFamily::inBox(const Box& box, std::optional<std::uint8_t> kind) {
+    const Vec half = 0.5 * (box.high - box.low);
+    if (kind && *kind == static_cast<int>(EllipseKind::CIRCLE)) {
+        return CircleFigure{box.at(0.5, 0.5), 0.5 * (half.x + half.y)};
     }
-    return ideal;
+    return EllipseFigure{box.at(0.5, 0.5), {half.x, half.y, 0.0}, 0.0};
+}
+
+std::vector<Point2D> outlineOf(const CircleFigure& circle) {
+    return outlineOf(EllipseFigure{circle.centre, {circle.radius, circle.radius}, 0.0});
+}
+
+std::vector<Point2D> outlineOf(const EllipseFigure& ellipse) {
+    std::vector<Point2D> out;
+    const Vec axis{std::cos(ellipse.rotation), std::sin(ellipse.rotation)};
+    for (int i = 0; i < OUTLINE_POINTS; ++i) {
+        constexpr int LAP = OUTLINE_POINTS - 1;
+        const double phi = (i % LAP) * 2.0 * std::numbers::pi / LAP;
+        const double u = ellipse.radii.x * std::cos(phi);
+        const double v = ellipse.radii.y * std::sin(phi);
+        out.push_back({ellipse.centre.x + axis.x * u - axis.y * v,
+                       ellipse.centre.y + axis.y * u + axis.x * v, 0.0});
+    }
+    return out;
 }
 
 }  // namespace Scrivo::beautifier

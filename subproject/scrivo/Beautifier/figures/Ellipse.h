@@ -9,21 +9,27 @@ struct EllipseFamily : FamilyDefaults {
     static constexpr FigureFamily FAMILY = FigureFamily::ELLIPSE;
     static constexpr std::string_view NAME = "ellipse";
     static constexpr std::int32_t CODE = FIGURE_ELLIPSE;
+    static constexpr std::array<std::string_view, 2> KINDS{"ellipse", "circle"};
     static constexpr bool CLOSED = true;
 
     static constexpr std::array<std::string_view, 8> FEATURES{
-        "ELLIPSE_RMS",    // residual of the ellipse
-        "ELLIPSE_WORST",  // largest distance from it
-        "ELLIPSE_GAP",    // gap over its shorter diameter
-        "ELLIPSE_LENGTH",    // log of the path over its circumference
-        "ELLIPSE_FAR",       // share of the ink away from it
-        "ELLIPSE_ALONG",     // root mean square sine of the angle of the ink with it
-        "ELLIPSE_OVER_FOUR", // log of its residual over that of four, six corners
+        "ELLIPSE_RMS",        // residual of the ellipse
+        "ELLIPSE_WORST",      // largest distance from it
+        "ELLIPSE_GAP",        // gap over its shorter diameter
+        "ELLIPSE_LENGTH",     // log of the path over its circumference
+        "ELLIPSE_FAR",        // share of the ink away from it
+        "ELLIPSE_ALONG",      // root mean square sine of the ink's angle with it
+        "ELLIPSE_OVER_FOUR",  // log of its residual over that of four, six corners
         "ELLIPSE_OVER_SIX",
     };
     static std::array<double, FEATURES.size()> measure(const Evidence& evidence);
-    static Ideal idealise(const Fitted& fitted);
+    static Figure idealise(const Fitted& fitted);
+    static Figure inBox(const Box& box, std::optional<std::uint8_t> kind);
 };
+
+/// 85 points, drawing-area units; the last one is the first one.
+std::vector<Point2D> outlineOf(const CircleFigure& circle);
+std::vector<Point2D> outlineOf(const EllipseFigure& ellipse);
 
 template <>
 struct FigureTraits<CircleFigure> {

@@ -14,8 +14,9 @@ void measureInto(const Evidence& evidence, std::span<double> own) {
 
 template <typename... F>
 constexpr std::array<Family, sizeof...(F)> entriesOf(FamilyList<F...> /*list*/) {
-    return {Family{F::FAMILY, F::NAME, F::CODE, F::CLOSED, F::STAYS_INSIDE, F::SNAPS, F::FEATURES,
-                   measureInto<F>, F::competes, F::judgeUnfitted, F::idealise}...};
+    return {Family{F::FAMILY, F::NAME, F::CODE, F::NEEDS_FIT, F::KINDS, F::CLOSED, F::STAYS_INSIDE,
+                   F::FEATURES, measureInto<F>, F::competes, F::judgeUnfitted, F::idealise,
+                   F::inBox}...};
 }
 
 constexpr auto ENTRIES = entriesOf(Families());
@@ -59,27 +60,39 @@ const Family* findFamily(FigureFamily family) {
     return entry != ENTRIES.end() ? entry : nullptr;
 }
 
-void moveInside(Ideal& ideal, double width, double height) {
+std::vector<Point2D> outlineOf(const Figure& figure) {
+    return std::visit(
+        []<typename F>(const F& shape) {
+            if constexpr (std::is_same_v<F, std::monostate>) {
+                return std::vector<Point2D>();
+            } else {
+                return outlineOf(shape);
+            }
+        },
+        figure);
+}
+
+bool moveInside(Figure& figure, std::span<const Point2D> outline, double width, double height) {
     const auto [left, right] =
-        std::minmax_element(ideal.outline.begin(), ideal.outline.end(),
+        std::minmax_element(outline.begin(), outline.end(),
                             [](const Point2D& a, const Point2D& b) { return a.x < b.x; });
     const auto [top, bottom] =
-        std::minmax_element(ideal.outline.begin(), ideal.outline.end(),
+        std::minmax_element(outline.begin(), outline.end(),
                             [](const Point2D& a, const Point2D& b) { return a.y < b.y; });
     const bool fits =
         (left->x >= 0.0 || right->x <= width) && (top->y >= 0.0 || bottom->y <= height);
-    if (!fits) {
-        return;
-    }
     const Shift shift{shiftInto(left->x, right->x, width), shiftInto(top->y, bottom->y, height)};
-    shift.places("outline", ideal.outline);
+    if (!fits || (shift.dx == 0.0 && shift.dy == 0.0)) {
+        return false;
+    }
     std::visit(
-        [&]<typename F>(F& figure) {
+        [&]<typename F>(F& shape) {
             if constexpr (!std::is_same_v<F, std::monostate>) {
-                FigureTraits<F>::fields(figure, shift);
+                FigureTraits<F>::fields(shape, shift);
             }
         },
-        ideal.figure);
+        figure);
+    return true;
 }
 
 }  // namespace Scrivo::beautifier

@@ -41,15 +41,17 @@ struct Family {
     FigureFamily family;
     std::string_view name;
     std::int32_t code;
+    bool needsFit;
+    std::span<const std::string_view> kinds;
     bool closed;
     bool staysInside;
-    bool snaps;
     std::span<const std::string_view> features;
     void (*measure)(const Evidence& evidence, std::span<double> own);
     bool (*competes)(std::span<const double> own);
     std::optional<Verdict> (*judgeUnfitted)(const Ink& ink, const Frame& frame,
                                             const BeautifierOptions& options);
-    Ideal (*idealise)(const Fitted& fitted);
+    Figure (*idealise)(const Fitted& fitted);
+    Figure (*inBox)(const Box& box, std::optional<std::uint8_t> kind);
 };
 
 /// All families, in the order of `FigureFamily`.
@@ -58,8 +60,13 @@ std::span<const Family> families();
 /// The entry of a family; null for a value that is no `FigureFamily`.
 const Family* findFamily(FigureFamily family);
 
-/// Moves a figure that sticks out of the drawing area back into it. A figure
-/// that sticks out on opposite sides cannot fit and stays where it is.
-void moveInside(Ideal& ideal, double width, double height);
+/// Outline from the parameters of the figure alone, in drawing-area units; no
+/// points where there is no figure.
+std::vector<Point2D> outlineOf(const Figure& figure);
+
+/// Moves a figure that sticks out of the drawing area with its `outline` back into
+/// it. A figure that sticks out on opposite sides cannot fit and stays where it
+/// is. Whether it was moved.
+bool moveInside(Figure& figure, std::span<const Point2D> outline, double width, double height);
 
 }  // namespace Scrivo::beautifier

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "Beautifier/Beautifier.h"
+#include "Beautifier/Figure.h"
+#include "Beautifier/Options.h"
 #include "Beautifier/fit/Evidence.h"
 #include "Beautifier/ink/Frame.h"
 
@@ -24,10 +25,11 @@ struct Verdict {
     [[nodiscard]] double probability() const;
 };
 
-/// A figure and its outline, both in drawing-area units.
-struct Ideal {
-    Figure figure;
-    std::vector<Point2D> outline;
+/// The other strokes on the drawing area, in fractions of it.
+struct Surroundings {
+    std::span<const std::vector<Point2D>> strokes;
+    double width = 0.0;
+    double height = 0.0;
 };
 
 /// What the figure of a family is made of.
@@ -35,20 +37,37 @@ struct Fitted {
     const Frame& frame;
     const Evidence& evidence;  ///< empty when the family was judged unfitted
     const BeautifierOptions& options;
-    std::span<const Point2D> anchors;  ///< drawing-area units; empty unless the family snaps
+    Surroundings around;
+    /// Number of the kind that is wished for; none: the one that was meant.
+    std::optional<std::uint8_t> kind = std::nullopt;
+};
+
+/// A box with level edges, drawing-area units.
+struct Box {
+    Vec low;
+    Vec high;
+
+    [[nodiscard]] Point2D at(double x, double y) const {
+        return {low.x + x * (high.x - low.x), low.y + y * (high.y - low.y), 0.0};
+    }
 };
 
 /// Defaults of the members that a family may leave out.
 struct FamilyDefaults {
+    /// The ideal figure comes from fits, which a stroke without an extent has not.
+    static constexpr bool NEEDS_FIT = true;
+    /// Names of the kinds that can be wished for, in the order of their enumeration.
+    static constexpr std::array<std::string_view, 0> KINDS{};
     /// Only strokes whose ends meet can be of the family.
     static constexpr bool CLOSED = false;
     /// Figures that stick out of the drawing area are moved back into it.
     static constexpr bool STAYS_INSIDE = true;
-    /// The ideal figure depends on the strokes nearby.
-    static constexpr bool SNAPS = false;
     /// Features of the family's fit; `measure` gives their values.
     static constexpr std::array<std::string_view, 0> FEATURES{};
     static std::array<double, 0> measure(const Evidence& /*evidence*/) { return {}; }
+    /// The figure that fills a box, for a wish that the fits give no sensible figure
+    /// for; none when the family has no such figure.
+    static Figure inBox(const Box& /*box*/, std::optional<std::uint8_t> /*kind*/) { return {}; }
     /// Whether a stroke with these features can be of the family at all.
     static bool competes(std::span<const double> /*own*/) { return true; }
     /// A verdict that needs no fit, where there is one.

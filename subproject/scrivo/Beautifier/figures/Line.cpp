@@ -1,9 +1,10 @@
 #include "Beautifier/figures/Line.h"
 
-#include "Beautifier/figures/Regularity.h"
+#include "Beautifier/figures/Anchors.h"
+#include "Beautifier/figures/LineSnap.h"
 #include "Beautifier/fit/Share.h"
-#include "Scrivo/Polygon.h"
-#include "Scrivo/detail/LineSnapping.h"
+#include "Beautifier/fit/StraightFit.h"
+#include "Scrivo/detail/Sampling.h"
 
 #include <algorithm>
 #include <cmath>
@@ -14,45 +15,6 @@ namespace {
 
 FittedLine fitTo(const Evidence& evidence) {
     return evidence.scatter.line(0, COARSE - 1);
-}
-
-/// The line as it leans, between the feet of its outermost points.
-std::vector<Point2D> leaningLine(const Evidence& e, const Frame& frame) {
-    const FittedLine line = fitTo(e);
-    const Reach reach = reachOf(e.points, line.centre, line.along);
-    const auto foot = [&](double at) { return frame.toUnits(line.centre + at * line.along); };
-    std::vector<Point2D> outline;
-    drawLine(outline, foot(reach.low), foot(reach.high));
-    return outline;
-}
-
-/// Whether one of the anchors is near enough for an end to snap to it, or for
-/// the line to be laid through it. Strokes out of reach must not be asked: an
-/// upright line would step aside by a unit for them.
-bool isInReach(const std::vector<Point2D>& line, std::span<const Point2D> anchors) {
-    const Vec from{line.front().x, line.front().y};
-    const Vec along = difference(line.front(), line.back());
-    const double length = norm(along);
-    return std::any_of(anchors.begin(), anchors.end(), [&](const Point2D& anchor) {
-        const Vec d = Vec{anchor.x, anchor.y} - from;
-        const double beyond = std::abs(dot(along, d) / length - 0.5 * length) - 0.5 * length;
-        return std::abs(cross(along, d)) < NEAR * length && beyond < NEAR;
-    });
-}
-
-/// The line with its ends at anchors, straightened where there are none. What is
-/// redrawn is the leaning line: the chord of a stroke that runs there and back
-/// says nothing.
-std::vector<Point2D> snappedLine(const std::vector<Point2D>& leaning,
-                                 const BeautifierOptions& options,
-                                 std::span<const Point2D> anchors) {
-    const bool snaps = options.nearbyStrokes && isInReach(leaning, anchors);
-    if (!snaps && !options.horizontalVertical) {
-        return leaning;
-    }
-    std::vector<Point2D> outline;
-    detail::reDrawLine(outline, leaning, snaps ? anchors : std::span<const Point2D>());
-    return outline;
 }
 
 }  // namespace
@@ -72,17 +34,23 @@ std::array<double, LineFamily::FEATURES.size()> LineFamily::measure(const Eviden
             share(e.length - (high - low), high - low)};
 }
 
-Ideal LineFamily::idealise(const Fitted& fitted) {
-    const Evidence& e = fitted.evidence;
-    Ideal ideal;
-    ideal.outline = snappedLine(leaningLine(e, fitted.frame), fitted.options, fitted.anchors);
-    // What is redrawn runs to the right or downwards, the pen may run either way.
-    const Vec drawn = e.points.back() - e.points.front();
-    if (dot(difference(ideal.outline.front(), ideal.outline.back()), drawn) < 0.0) {
-        std::reverse(ideal.outline.begin(), ideal.outline.end());
+Figure LineFamily::idealise(const Fitted& fitted) {
+    const Segment fit = fitSegment(fitted.evidence);
+    const Frame& frame = fitted.frame;
+    const Segment drawn{frame.centre + frame.extent * fit.from,
+                        frame.centre + frame.extent * fit.to};
+    std::vector<Vec> anchors;
+    if (fitted.options.nearbyStrokes) {
+        anchors = anchorsNear(drawn, fitted.around, fitted.options.anchors);
     }
-    ideal.figure = LineFigure{ideal.outline.front(), ideal.outline.back()};
-    return ideal;
+    const Segment line = snapped(drawn, anchors, fitted.options.horizontalVertical);
+    return LineFigure{{line.from.x, line.from.y, 0.0}, {line.to.x, line.to.y, 0.0}};
+}
+
+std::vector<Point2D> outlineOf(const LineFigure& line) {
+    std::vector<Point2D> out;
+    detail::appendEdge(out, line.from, line.to);
+    return out;
 }
 
 }  // namespace Scrivo::beautifier

@@ -10,7 +10,6 @@ struct LineFamily : FamilyDefaults {
     static constexpr std::int32_t CODE = FIGURE_LINE;
     /// Moving a line would tear it off the strokes that it was snapped to.
     static constexpr bool STAYS_INSIDE = false;
-    static constexpr bool SNAPS = true;
 
     static constexpr std::array<std::string_view, 3> FEATURES{
         "LINE_RMS",    // residual of the straight line
@@ -18,8 +17,11 @@ struct LineFamily : FamilyDefaults {
         "DETOUR",      // path length beyond the extent along it
     };
     static std::array<double, FEATURES.size()> measure(const Evidence& evidence);
-    static Ideal idealise(const Fitted& fitted);
+    static Figure idealise(const Fitted& fitted);
 };
+
+/// 21 points, drawing-area units.
+std::vector<Point2D> outlineOf(const LineFigure& line);
 
 template <>
 struct FigureTraits<LineFigure> {

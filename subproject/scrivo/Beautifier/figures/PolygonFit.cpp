@@ -1,8 +1,9 @@
 #include "Beautifier/figures/PolygonFit.h"
 
 #include "Beautifier/fit/Explained.h"
+#include "Beautifier/fit/Levelling.h"
 #include "Beautifier/fit/Share.h"
-#include "Scrivo/Polygon.h"
+#include "Scrivo/detail/Sampling.h"
 
 #include <algorithm>
 #include <cmath>
@@ -57,19 +58,28 @@ PolygonFeatures measurePolygon(const Evidence& e, int count) {
     return f;
 }
 
-std::vector<Point2D> cornersInUnits(const Fitted& fitted, int count) {
-    const Corners fit = fitPolygon(fitted.evidence, count);
-    std::vector<Point2D> corners;
-    for (int i = 0; i < fit.count; ++i) {
-        corners.push_back(fitted.frame.toUnits(fit.at[static_cast<std::size_t>(i)]));
-    }
-    return corners;
+PolygonInk inkOf(const Evidence& e, int count) {
+    const Corners fit = fitPolygon(e, count);
+    return inkAlong(lapsOf(e.fine, e.closed->closure),
+                    std::span(fit.at).first(static_cast<std::size_t>(count)));
 }
 
-void appendPolygon(std::vector<Point2D>& out, std::span<const Point2D> corners) {
-    for (std::size_t i = 0; i < corners.size(); ++i) {
-        drawLine(out, corners[i], corners[(i + 1) % corners.size()]);
+void placeCorners(std::span<Point2D> corners, const KindChoice& choice, const Fitted& fitted,
+                  double maxLean) {
+    std::array<Vec, MAX_EDGES> at = choice.fit.corners;
+    if (fitted.options.horizontalVertical) {
+        level(std::span(at).first(corners.size()), choice.fit.axis, maxLean);
     }
+    std::transform(at.begin(), at.begin() + corners.size(), corners.begin(),
+                   [&](Vec p) { return fitted.frame.toUnits(p); });
+}
+
+std::vector<Point2D> polygonOutline(std::span<const Point2D> corners) {
+    std::vector<Point2D> out;
+    for (std::size_t i = 0; i < corners.size(); ++i) {
+        detail::appendEdge(out, corners[i], corners[(i + 1) % corners.size()]);
+    }
+    return out;
 }
 
 }  // namespace Scrivo::beautifier

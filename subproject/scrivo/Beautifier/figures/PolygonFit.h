@@ -2,6 +2,7 @@
 
 #include "Beautifier/figures/Family.h"
 #include "Beautifier/fit/Corners.h"
+#include "Beautifier/fit/KindChoice.h"
 
 /// What triangles and quadrangles share.
 namespace Scrivo::beautifier {
@@ -28,10 +29,33 @@ struct PolygonFeatures {
 
 PolygonFeatures measurePolygon(const Evidence& evidence, int count);
 
-/// The fitted corners in drawing-area units.
-std::vector<Point2D> cornersInUnits(const Fitted& fitted, int count);
+/// The ink of all laps, without the tails, along the edges of the polygon of
+/// `count` corners.
+PolygonInk inkOf(const Evidence& evidence, int count);
 
-/// Appends the outline of a closed polygon, 21 points an edge.
-void appendPolygon(std::vector<Point2D>& out, std::span<const Point2D> corners);
+/// The corners of the choice in drawing-area units, made level where the options
+/// permit and the figure leans by `maxLean` radians at most.
+void placeCorners(std::span<Point2D> corners, const KindChoice& choice, const Fitted& fitted,
+                  double maxLean);
+
+/// Outline of a closed polygon, 21 points an edge.
+std::vector<Point2D> polygonOutline(std::span<const Point2D> corners);
+
+/// The polygons that may be chosen: those whose kind is wished for, only the one of
+/// free edges where figures are not to become regular, otherwise all. `free` is the
+/// last name.
+template <typename Kind, typename Name>
+KindSet allowedKinds(const Fitted& fitted, Kind (*kindOf)(Name), Name free) {
+    if (!fitted.kind && fitted.options.regularFigures) {
+        return ALL_KINDS;
+    }
+    const int wished = fitted.kind.value_or(static_cast<std::uint8_t>(Kind::GENERAL));
+    KindSet allowed = 0;
+    for (int name = 0; name <= free; ++name) {
+        const bool isWished = static_cast<int>(kindOf(static_cast<Name>(name))) == wished;
+        allowed |= KindSet{isWished} << static_cast<unsigned>(name);
+    }
+    return allowed;
+}
 
 }  // namespace Scrivo::beautifier

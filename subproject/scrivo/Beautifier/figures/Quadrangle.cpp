@@ -1,33 +1,37 @@
 #include "Beautifier/figures/Quadrangle.h"
 
 #include "Beautifier/figures/PolygonFit.h"
-#include "Beautifier/figures/Regularity.h"
-#include "Scrivo/detail/Levelling.h"
-#include "Scrivo/detail/Quadrangle.h"
-
-#include <algorithm>
+#include "Beautifier/figures/QuadrangleKinds.h"
 
 namespace Scrivo::beautifier {
 
 namespace {
 
+// Radians that a quadrangle which was meant level leans at most.
+constexpr double MAX_LEAN = 0.15;
+
 // Corners that miss one full turn by more belong to sides that cross.
 constexpr double CROSSED = 3.0;
 
-QuadrangleKind kindOf(const std::array<Point2D, 4>& c) {
-    const Vec a = difference(c[0], c[1]);
-    const Vec b = difference(c[1], c[2]);
-    const bool twoPairs =
-        parallel(a, difference(c[2], c[3])) && parallel(b, difference(c[3], c[0]));
-    if (twoPairs) {
-        const bool right = perpendicular(a, b);
-        if (equal(norm(a), norm(b))) {
-            return right ? QuadrangleKind::SQUARE : QuadrangleKind::RHOMBUS;
-        }
-        return right ? QuadrangleKind::RECTANGLE : QuadrangleKind::PARALLELOGRAM;
+QuadrangleKind kindOf(FourEdges kind) {
+    switch (kind) {
+        case SQUARE:
+        case STANDING_SQUARE:
+            return QuadrangleKind::SQUARE;
+        case RECTANGLE:
+            return QuadrangleKind::RECTANGLE;
+        case RHOMBUS:
+            return QuadrangleKind::RHOMBUS;
+        case PARALLELOGRAM:
+            return QuadrangleKind::PARALLELOGRAM;
+        case KITE:
+            return QuadrangleKind::KITE;
+        case ISOSCELES_TRAPEZOID:
+        case TRAPEZOID:
+            return QuadrangleKind::TRAPEZOID;
+        default:
+            return QuadrangleKind::GENERAL;
     }
-    const bool onePair = parallel(a, difference(c[2], c[3])) || parallel(b, difference(c[3], c[0]));
-    return onePair ? QuadrangleKind::TRAPEZOID : QuadrangleKind::GENERAL;
 }
 
 }  // namespace
@@ -41,20 +45,47 @@ bool QuadrangleFamily::competes(std::span<const double> own) {
     return own.back() <= CROSSED;
 }
 
-Ideal QuadrangleFamily::idealise(const Fitted& fitted) {
-    std::vector<Point2D> corners = cornersInUnits(fitted, 4);
-    if (fitted.options.regularFigures) {
-        detail::regulariseQuadrangle(corners);
-    }
-    if (fitted.options.horizontalVertical) {
-        detail::levelLowestEdge(corners);
-    }
+Figure QuadrangleFamily::idealise(const Fitted& fitted) {
+    const PolygonInk ink = inkOf(fitted.evidence, 4);
+    const KindChoice choice = chooseQuadrangle(ink, allowedKinds(fitted, kindOf, ANY_QUADRANGLE));
     QuadrangleFigure quadrangle;
-    std::copy(corners.begin(), corners.end(), quadrangle.corners.begin());
-    quadrangle.subtype = kindOf(quadrangle.corners);
-    Ideal ideal{quadrangle, {}};
-    appendPolygon(ideal.outline, corners);
-    return ideal;
+    quadrangle.subtype = kindOf(static_cast<FourEdges>(choice.kind));
+    placeCorners(quadrangle.corners, choice, fitted, MAX_LEAN);
+    return quadrangle;
+}
+
+Figure QuadrangleFamily::inBox(const Box& box, std::optional<std::uint8_t> kind) {
+    const auto subtype = static_cast<QuadrangleKind>(kind.value_or(0));
+    switch (subtype) {
+        case QuadrangleKind::SQUARE: {
+            const Vec middle = 0.5 * (box.low + box.high);
+            const Vec size = box.high - box.low;
+            const double half = 0.25 * (size.x + size.y);
+            const Vec corner{half, half};
+            const Box square{middle - corner, middle + corner};
+            return QuadrangleFigure{
+                {square.at(0, 0), square.at(1, 0), square.at(1, 1), square.at(0, 1)}, subtype};
+        }
+        case QuadrangleKind::RHOMBUS:
+        case QuadrangleKind::KITE: {
+            const double across = subtype == QuadrangleKind::KITE ? 0.3 : 0.5;
+            return QuadrangleFigure{
+                {box.at(0.5, 0), box.at(1, across), box.at(0.5, 1), box.at(0, across)}, subtype};
+        }
+        case QuadrangleKind::PARALLELOGRAM:
+            return QuadrangleFigure{{box.at(0.25, 0), box.at(1, 0), box.at(0.75, 1), box.at(0, 1)},
+                                    subtype};
+        case QuadrangleKind::TRAPEZOID:
+            return QuadrangleFigure{{box.at(0.25, 0), box.at(0.75, 0), box.at(1, 1), box.at(0, 1)},
+                                    subtype};
+        default:
+            return QuadrangleFigure{{box.at(0, 0), box.at(1, 0), box.at(1, 1), box.at(0, 1)},
+                                    QuadrangleKind::RECTANGLE};
+    }
+}
+
+std::vector<Point2D> outlineOf(const QuadrangleFigure& quadrangle) {
+    return polygonOutline(quadrangle.corners);
 }
 
 }  // namespace Scrivo::beautifier

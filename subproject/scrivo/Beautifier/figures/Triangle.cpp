@@ -1,32 +1,29 @@
 #include "Beautifier/figures/Triangle.h"
 
 #include "Beautifier/figures/PolygonFit.h"
-#include "Beautifier/figures/Regularity.h"
-#include "Scrivo/detail/Levelling.h"
-#include "Scrivo/detail/Triangle.h"
+#include "Beautifier/figures/TriangleKinds.h"
 
-#include <algorithm>
+#include <numbers>
 
 namespace Scrivo::beautifier {
 
 namespace {
 
-TriangleKind kindOf(const std::array<Point2D, 3>& c) {
-    const std::array sides{difference(c[0], c[1]), difference(c[1], c[2]), difference(c[2], c[0])};
-    int equals = 0;
-    bool right = false;
-    for (std::size_t i = 0; i < 3; ++i) {
-        const Vec next = sides[(i + 1) % 3];
-        equals += equal(norm(sides[i]), norm(next)) ? 1 : 0;
-        right = right || perpendicular(sides[i], next);
+// Radians that a triangle which was meant level leans at most.
+constexpr double MAX_LEAN = 0.07;
+
+TriangleKind kindOf(ThreeEdges kind) {
+    switch (kind) {
+        case EQUILATERAL:
+            return TriangleKind::EQUILATERAL;
+        case ISOSCELES:
+            return TriangleKind::ISOSCELES;
+        case RIGHT_ISOSCELES:
+        case RIGHT:
+            return TriangleKind::RIGHT;
+        default:
+            return TriangleKind::GENERAL;
     }
-    if (equals == 3) {
-        return TriangleKind::EQUILATERAL;
-    }
-    if (right) {
-        return TriangleKind::RIGHT;
-    }
-    return equals > 0 ? TriangleKind::ISOSCELES : TriangleKind::GENERAL;
 }
 
 }  // namespace
@@ -36,20 +33,28 @@ std::array<double, TriangleFamily::FEATURES.size()> TriangleFamily::measure(cons
     return {f.worst, f.side, f.angle, f.gap, f.corner, f.bend, f.length, f.far};
 }
 
-Ideal TriangleFamily::idealise(const Fitted& fitted) {
-    std::vector<Point2D> corners = cornersInUnits(fitted, 3);
-    if (fitted.options.regularFigures) {
-        detail::regulariseTriangle(corners);
-    }
-    if (fitted.options.horizontalVertical) {
-        detail::levelLowestEdge(corners);
-    }
+Figure TriangleFamily::idealise(const Fitted& fitted) {
+    const PolygonInk ink = inkOf(fitted.evidence, 3);
+    const KindChoice choice = chooseTriangle(ink, allowedKinds(fitted, kindOf, ANY_TRIANGLE));
     TriangleFigure triangle;
-    std::copy(corners.begin(), corners.end(), triangle.corners.begin());
-    triangle.subtype = kindOf(triangle.corners);
-    Ideal ideal{triangle, {}};
-    appendPolygon(ideal.outline, corners);
-    return ideal;
+    triangle.subtype = kindOf(static_cast<ThreeEdges>(choice.kind));
+    placeCorners(triangle.corners, choice, fitted, MAX_LEAN);
+    return triangle;
+}
+
+Figure TriangleFamily::inBox(const Box& box, std::optional<std::uint8_t> kind) {
+    const auto subtype = kind ? static_cast<TriangleKind>(*kind) : TriangleKind::ISOSCELES;
+    const double apex = subtype == TriangleKind::RIGHT ? 0.0 : 0.5;
+    TriangleFigure triangle{{box.at(0.0, 1.0), box.at(apex, 0.0), box.at(1.0, 1.0)}, subtype};
+    if (subtype == TriangleKind::EQUILATERAL) {
+        constexpr double HEIGHT = std::numbers::sqrt3 / 2.0;
+        triangle.corners[1].y = triangle.corners[0].y - HEIGHT * (box.high.x - box.low.x);
+    }
+    return triangle;
+}
+
+std::vector<Point2D> outlineOf(const TriangleFigure& triangle) {
+    return polygonOutline(triangle.corners);
 }
 
 }  // namespace Scrivo::beautifier

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Beautifier/fit/Loop.h"
-#include "Beautifier/ink/Outline.h"
+#include "Beautifier/ink/Resampling.h"
 
 #include <numbers>
 

@@ -97,13 +97,13 @@ bool solve(Normal& m, Row& x) {
 }
 
 /// One Gauss-Newton step with a slight damping: the angle of a circle is free.
-bool improve(EllipseFit& fit, const Coarse& loop) {
+bool improve(EllipseFit& fit, std::span<const Vec> points) {
     Normal m{};
     const double c = std::cos(fit.angle);
     const double s = std::sin(fit.angle);
-    for (std::size_t i = 0; i + 1 < loop.size(); ++i) {
+    for (const Vec& p : points) {
         Row j;
-        const double r = residual(fit, loop[i], c, s, &j);
+        const double r = residual(fit, p, c, s, &j);
         for (std::size_t a = 0; a < UNKNOWNS; ++a) {
             for (std::size_t b = a; b < UNKNOWNS; ++b) {
                 m[a][b] += j[a] * j[b];
@@ -128,17 +128,17 @@ bool improve(EllipseFit& fit, const Coarse& loop) {
     return true;
 }
 
-void judge(EllipseFit& fit, const Coarse& loop) {
+void judge(EllipseFit& fit, std::span<const Vec> points) {
     const double c = std::cos(fit.angle);
     const double s = std::sin(fit.angle);
     double squares = 0.0;
     fit.worst = 0.0;
-    for (std::size_t i = 0; i + 1 < loop.size(); ++i) {
-        const double r = residual(fit, loop[i], c, s, nullptr);
+    for (const Vec& p : points) {
+        const double r = residual(fit, p, c, s, nullptr);
         squares += r * r;
         fit.worst = std::max(fit.worst, std::abs(r));
     }
-    fit.rms = std::sqrt(squares / (COARSE - 1));
+    fit.rms = std::sqrt(squares / static_cast<double>(points.size()));
 }
 
 }  // namespace
@@ -161,14 +161,16 @@ double circumference(const EllipseFit& fit) {
 }
 
 EllipseFit fitEllipseTo(const Coarse& loop) {
-    EllipseFit best = fromMoments(loop);
-    if (!best.found) {
-        return best;
-    }
-    judge(best, loop);
-    EllipseFit fit = best;
-    for (int i = 0; i < STEPS && improve(fit, loop); ++i) {
-        judge(fit, loop);
+    const EllipseFit start = fromMoments(loop);
+    // The last point is the first one.
+    return start.found ? refined(start, std::span(loop).first(COARSE - 1)) : start;
+}
+
+EllipseFit refined(EllipseFit fit, std::span<const Vec> points) {
+    judge(fit, points);
+    EllipseFit best = fit;
+    for (int i = 0; i < STEPS && improve(fit, points); ++i) {
+        judge(fit, points);
         best = fit.rms < best.rms ? fit : best;
     }
     if (best.a < best.b) {

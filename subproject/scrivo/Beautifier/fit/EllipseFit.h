@@ -1,6 +1,8 @@
 #pragma once
 
-#include "Beautifier/ink/Outline.h"
+#include "Beautifier/ink/Resampling.h"
+
+#include <span>
 
 namespace Scrivo::beautifier {
 
@@ -40,5 +42,8 @@ double circumference(const EllipseFit& fit);
 /// on the distances to first order (Sampson: Fitting conic sections to very
 /// scattered data, 1982). Not found when the curve encloses no area.
 EllipseFit fitEllipseTo(const Coarse& loop);
+
+/// The ellipse next to `fit` by Gauss-Newton steps on other points.
+EllipseFit refined(EllipseFit fit, std::span<const Vec> points);
 
 }  // namespace Scrivo::beautifier

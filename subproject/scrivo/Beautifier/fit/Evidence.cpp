@@ -58,4 +58,12 @@ Evidence examine(const Fine& outline, double inkLength) {
     return e;
 }
 
+void takeAsClosed(Evidence& evidence) {
+    if (!evidence.closed) {
+        Closure whole;
+        whole.gap = norm(evidence.fine.back() - evidence.fine.front());
+        evidence.closed = examineClosed(evidence.fine, whole);
+    }
+}
+
 }  // namespace Scrivo::beautifier

@@ -3,7 +3,7 @@
 #include "Beautifier/fit/Bends.h"
 #include "Beautifier/fit/Loop.h"
 #include "Beautifier/fit/Polyline.h"
-#include "Beautifier/ink/Outline.h"
+#include "Beautifier/ink/Resampling.h"
 
 #include <optional>
 
@@ -27,15 +27,18 @@ struct Evidence {
     double size = 0.0;    ///< four root mean square distances from the centroid
     double length = 0.0;  ///< of the outline
     PolylineFits polylines;
-    Fine outline;            ///< with strays
-    double roughness = 1.0;  ///< length of the ink over that of its outline
-    double retraced = 0.0;   ///< share of the outline that went back over the rest
-    double overlap = 0.0;    ///< share that ran on over the start
-    double hook = 0.0;       ///< longest flick cut at an end
+    Fine outline;                          ///< with strays
+    double roughness = 1.0;                ///< length of the ink over that of its outline
+    double retraced = 0.0;                 ///< share of the outline that went back over the rest
+    double overlap = 0.0;                  ///< share that ran on over the start
+    double hook = 0.0;                     ///< longest flick cut at an end
     std::optional<ClosedEvidence> closed;  ///< absent when the ends stay far apart
 };
 
 /// Examines an outline that stands for ink of `inkLength`; 0 means its own length.
 Evidence examine(const Fine& outline, double inkLength = 0.0);
+
+/// The same stroke taken for a closed one, however far its ends are apart.
+void takeAsClosed(Evidence& evidence);
 
 }  // namespace Scrivo::beautifier

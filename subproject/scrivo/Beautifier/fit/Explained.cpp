@@ -32,8 +32,8 @@ CornerInk inkAt(const Fine& fine, Vec corner, int first, int last, int reach) {
     const int before = nearest - reach;
     const int after = nearest + reach;
     if (before >= first && after <= last) {
-        ink.bend = std::abs(
-            turn(at(before + reach / 2) - at(before), at(after) - at(after - reach / 2)));
+        ink.bend =
+            std::abs(turn(at(before + reach / 2) - at(before), at(after) - at(after - reach / 2)));
     }
     return ink;
 }

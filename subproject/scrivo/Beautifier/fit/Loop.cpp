@@ -143,13 +143,20 @@ Closure close(const Fine& fine) {
             const double gap = norm(at(fine, i) - at(fine, FINE - 1 - k));
             if (gap + charge < bestCost) {
                 bestCost = gap + charge;
-                best = {i, FINE - 1 - k, gap, static_cast<double>(i + k) / (FINE - 1)};
+                best = {i, FINE - 1 - k, FINE - 1 - k, gap,
+                        static_cast<double>(i + k) / (FINE - 1)};
             }
         }
     }
     best.gap = exactGap(fine, best.first, best.last);
     keepFirstLap(fine, best);
     return best;
+}
+
+std::span<const Vec> lapsOf(const Fine& fine, const Closure& closure) {
+    const auto first = static_cast<std::size_t>(closure.first);
+    const auto end = static_cast<std::size_t>(closure.end);
+    return std::span<const Vec>(fine).subspan(first, end - first + 1);
 }
 
 Coarse loop(const Fine& fine, const Closure& closure) {

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "Beautifier/fit/Polyline.h"
-#include "Beautifier/ink/Outline.h"
+#include "Beautifier/ink/Resampling.h"
+
+#include <span>
 
 /// The closed curve that a stroke whose ends meet was meant to be.
 namespace Scrivo::beautifier {
@@ -10,6 +12,7 @@ namespace Scrivo::beautifier {
 struct Closure {
     int first = 0;  ///< indices into the fine outline
     int last = FINE - 1;
+    int end = FINE - 1;    ///< last index of the last lap, where there are several
     double gap = 0.0;      ///< distance of the ends that remain
     double trimmed = 0.0;  ///< length that was cut, as a share of the whole length
 };
@@ -20,6 +23,9 @@ Closure close(const Fine& fine);
 
 /// Length along the fine outline from `first` to `last`.
 double lengthBetween(const Fine& fine, int first, int last);
+
+/// The outline between the tails, all laps of it.
+std::span<const Vec> lapsOf(const Fine& fine, const Closure& closure);
 
 /// Loop of `COARSE` points, the last one equal to the first, that starts at the
 /// point farthest from the centre: in a convex polygon that is a corner.

@@ -90,7 +90,7 @@ PolylineFits fitFrom(const Costs& costs, int start, int maxPieces) {
 
 }  // namespace
 
-Reach reachOf(const Coarse& points, Vec origin, Vec along) {
+Reach reachOf(std::span<const Vec> points, Vec origin, Vec along) {
     const auto isBehind = [&](Vec a, Vec b) { return dot(a, along) < dot(b, along); };
     const auto [first, last] = std::minmax_element(points.begin(), points.end(), isBehind);
     return {dot(*first - origin, along), dot(*last - origin, along)};

@@ -1,8 +1,9 @@
 #pragma once
 
-#include "Beautifier/ink/Outline.h"
+#include "Beautifier/ink/Resampling.h"
 
 #include <array>
+#include <span>
 
 /// Best open polylines and closed polygons through an even outline.
 namespace Scrivo::beautifier {
@@ -22,7 +23,7 @@ struct Reach {
     double high = 0.0;
 };
 
-Reach reachOf(const Coarse& points, Vec origin, Vec along);
+Reach reachOf(std::span<const Vec> points, Vec origin, Vec along);
 
 /// Sums of coordinates and their products up to every point: the scatter of any
 /// run of points in constant time. Indices of a run may go once around.

@@ -45,8 +45,8 @@ double besideAt(const Fine& fine, int turn, int k, int step) {
     const int last = std::clamp(other + SLACK, 1, FINE - 1);
     double least = BESIDE;
     for (int i = first; i < last; ++i) {
-        least = std::min(
-            least, distanceToPiece(at(fine, turn + step * k), at(fine, i), at(fine, i + 1)));
+        least = std::min(least,
+                         distanceToPiece(at(fine, turn + step * k), at(fine, i), at(fine, i + 1)));
     }
     return least;
 }

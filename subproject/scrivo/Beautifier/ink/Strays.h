@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Beautifier/ink/Outline.h"
+#include "Beautifier/ink/Resampling.h"
 
 /// Ink at the ends of a stroke that is no part of what was meant: the way back
 /// over a line that was just drawn, and the flick of a pen that lands or lifts.

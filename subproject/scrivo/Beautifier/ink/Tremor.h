@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Beautifier/ink/Cursor.h"
-#include "Beautifier/ink/Outline.h"
+#include "Beautifier/ink/Resampling.h"
 
 #include <optional>
 

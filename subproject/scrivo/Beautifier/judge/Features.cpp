@@ -21,8 +21,8 @@ double knotAt(const Evidence& e, Vec end) {
     constexpr double RADIUS = 0.08;
     constexpr double MAX_KNOT = 10.0;
     const double radius = RADIUS * e.size;
-    const auto inside =
-        std::count_if(e.outline.begin(), e.outline.end(), [&](Vec p) { return norm(p - end) < radius; });
+    const auto inside = std::count_if(e.outline.begin(), e.outline.end(),
+                                      [&](Vec p) { return norm(p - end) < radius; });
     const double length = lengthBetween(e.outline, 0, FINE - 1);
     const double path = static_cast<double>(inside) * length / (FINE - 1);
     return std::log(std::clamp(path / radius, 1.0, MAX_KNOT));

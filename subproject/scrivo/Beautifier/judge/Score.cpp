@@ -3,9 +3,9 @@
 #include "Beautifier/figures/Families.h"
 #include "Beautifier/judge/Features.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
-#include <limits>
 #include <span>
 
 namespace Scrivo::beautifier {
@@ -43,8 +43,6 @@ struct FamilyModel {
     std::span<const Term> terms;
     std::span<const Tree> trees;
 };
-
-constexpr double INF = std::numeric_limits<double>::infinity();
 
 #include "Beautifier/judge/Model.inc"
 
@@ -89,20 +87,17 @@ double scoreOf(const FamilyModel& model, const Features& features) {
 
 }  // namespace
 
-Verdict judge(const Evidence& evidence) {
+std::vector<Verdict> rank(const Evidence& evidence) {
     const Features features = featuresOf(evidence);
-    Verdict best;
-    best.logit = -INF;
+    std::vector<Verdict> verdicts;
     for (const FamilyModel& model : FAMILY_MODELS) {
-        if (!competes(model.family, evidence, features)) {
-            continue;
-        }
-        const double score = scoreOf(model, features);
-        if (score > best.logit) {
-            best = {model.family, score, model.threshold};
+        if (competes(model.family, evidence, features)) {
+            verdicts.push_back({model.family, scoreOf(model, features), model.threshold});
         }
     }
-    return best;
+    const auto isLikelier = [](const Verdict& a, const Verdict& b) { return a.logit > b.logit; };
+    std::stable_sort(verdicts.begin(), verdicts.end(), isLikelier);
+    return verdicts;
 }
 
 double thresholdShift(double sensitivity) {

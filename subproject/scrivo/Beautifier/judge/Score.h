@@ -3,11 +3,13 @@
 #include "Beautifier/figures/Family.h"
 #include "Beautifier/fit/Evidence.h"
 
+#include <vector>
+
 /// From features to a verdict. All learnt numbers stand in Model.inc.
 namespace Scrivo::beautifier {
 
-/// The likeliest family.
-Verdict judge(const Evidence& evidence);
+/// All families that compete for the stroke, likeliest first.
+std::vector<Verdict> rank(const Evidence& evidence);
 
 /// How far `sensitivity` (0 to 1) lowers all thresholds.
 double thresholdShift(double sensitivity);

@@ -1,0 +1,69 @@
+#include "Beautifier/figures/QuadrangleKinds.h"
+
+namespace Scrivo::beautifier {
+
+namespace {
+
+#include "Beautifier/figures/QuadrangleKinds.inc"
+
+// Kites have an inscribed circle, as rhombuses do: one distance for all edges.
+// In a trapezoid the centre lies half way between the parallel edges and as far
+// from one leg as from the other. The first angle is that of the edge or the
+// diagonal by which the figure stands.
+constexpr std::array<Kind, 8> KINDS{{
+    {SQUARE,
+     RECTANGLE,
+     1,
+     {4, 1, 1, {{{{1}, 0.0, 0}, {{1}, 0.5, 0}, {{1}, 1.0, 0}, {{1}, 1.5, 0}}}},
+     0.0},
+    {STANDING_SQUARE,
+     RECTANGLE,
+     1,
+     {4, 1, 1, {{{{1}, -0.25, 0}, {{1}, 0.25, 0}, {{1}, 0.75, 0}, {{1}, 1.25, 0}}}},
+     STANDING_SQUARE_FREEDOM},
+    {RHOMBUS,
+     PARALLELOGRAM,
+     1,
+     {4, 2, 1, {{{{1, -1}, 0.0, 0}, {{1, 1}, 0.0, 0}, {{1, -1}, 1.0, 0}, {{1, 1}, 1.0, 0}}}},
+     RHOMBUS_FREEDOM},
+    {RECTANGLE,
+     RECTANGLE,
+     1,
+     {4, 1, 2, {{{{1}, 0.0, 0}, {{1}, 0.5, 1}, {{1}, 1.0, 0}, {{1}, 1.5, 1}}}},
+     RECTANGLE_FREEDOM},
+    {PARALLELOGRAM,
+     PARALLELOGRAM,
+     2,
+     {4, 2, 2, {{{{1}, 0.0, 0}, {{1, 1}, 0.0, 1}, {{1}, 1.0, 0}, {{1, 1}, 1.0, 1}}}},
+     PARALLELOGRAM_FREEDOM},
+    {ISOSCELES_TRAPEZOID,
+     ISOSCELES_TRAPEZOID,
+     2,
+     {4, 2, 2, {{{{1}, 0.0, 0}, {{1, 1}, 0.0, 1}, {{1}, 1.0, 0}, {{1, -1}, 2.0, 1}}}},
+     ISOSCELES_TRAPEZOID_FREEDOM},
+    {TRAPEZOID,
+     TRAPEZOID,
+     2,
+     {4, 3, 2, {{{{1}, 0.0, 0}, {{1, 1}, 0.0, 1}, {{1}, 1.0, 0}, {{1, 0, -1}, 2.0, 1}}}},
+     TRAPEZOID_FREEDOM},
+    {KITE,
+     ANY_QUADRANGLE,
+     2,
+     {4, 3, 1, {{{{1, -1}, 0.0, 0}, {{1, 1}, 0.0, 0}, {{1, 0, 1}, 0.0, 0}, {{1, 0, -1}, 2.0, 0}}}},
+     KITE_FREEDOM},
+}};
+
+constexpr KindCosts COSTS{EDGES,     DIRECTIONS,     LEAN,
+                          HALF_LEAN, ANY_QUADRANGLE, ANY_QUADRANGLE_FREEDOM};
+
+}  // namespace
+
+std::span<const Kind> quadrangleKinds() {
+    return KINDS;
+}
+
+KindChoice chooseQuadrangle(const PolygonInk& ink, KindSet allowed) {
+    return chooseKind(ink, KINDS, COSTS, allowed);
+}
+
+}  // namespace Scrivo::beautifier

@@ -1,0 +1,382 @@
+#include "Beautifier/fit/ConstrainedFit.h"
+
+#include "Beautifier/fit/Levelling.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numbers>
+#include <utility>
+
+namespace Scrivo::beautifier {
+
+namespace {
+
+constexpr double PI = std::numbers::pi;
+constexpr double INF = std::numeric_limits<double>::infinity();
+
+// Share of an edge at either end whose points count for no edge.
+constexpr double MARGIN = 0.12;
+
+// Instead of them either corner of the free fit counts as this share of the
+// edge's points.
+constexpr double CORNER = 0.25;
+
+// The edge as first fitted counts as that many points, so that an edge without
+// ink stays where it is.
+constexpr double PRIOR = 0.5;
+
+// Sines of angles between edges below which these meet anywhere.
+constexpr double PARALLEL = 0.1;
+
+constexpr int STEPS = 2;
+
+constexpr std::size_t MAX_UNKNOWNS = 7;
+
+std::size_t index(int i) {
+    return static_cast<std::size_t>(i);
+}
+
+Vec unit(double angle) {
+    return {std::cos(angle), std::sin(angle)};
+}
+
+/// Normal equations; only the lower triangle is kept.
+template <std::size_t N>
+struct Normal {
+    using Row = std::array<double, N>;
+
+    std::array<Row, N> m{};
+    Row right{};
+
+    void add(const Row& row, double weight, double value) {
+        for (std::size_t a = 0; a < N; ++a) {
+            const double w = weight * row[a];
+            for (std::size_t b = 0; b <= a; ++b) {
+                m[a][b] += w * row[b];
+            }
+            right[a] += w * value;
+        }
+    }
+
+    /// By Cholesky decomposition. The least pivot lets unknowns rest that the
+    /// ink says nothing of.
+    Row solve() {
+        constexpr double LEAST = 1e-9;
+        Row x = right;
+        for (std::size_t a = 0; a < N; ++a) {
+            for (std::size_t b = 0; b < a; ++b) {
+                for (std::size_t k = 0; k < b; ++k) {
+                    m[a][b] -= m[a][k] * m[b][k];
+                }
+                m[a][b] *= m[b][b];
+                m[a][a] -= m[a][b] * m[a][b];
+                x[a] -= m[a][b] * x[b];
+            }
+            m[a][a] = 1.0 / std::sqrt(std::max(m[a][a], LEAST));
+            x[a] *= m[a][a];
+        }
+        for (std::size_t a = N; a-- > 0;) {
+            for (std::size_t k = a + 1; k < N; ++k) {
+                x[a] -= m[k][a] * x[k];
+            }
+            x[a] *= m[a][a];
+        }
+        return x;
+    }
+};
+
+/// A kind's polygon, to be improved. `N` unknowns: the centre, the angles, the
+/// distances.
+template <std::size_t N>
+class Candidate {
+public:
+    Candidate(const PolygonInk& ink, const KindRule& rule, int first)
+        : m_ink(ink), m_rule(rule), m_first(first), m_angles(index(rule.angles)) {
+        start();
+        turn();
+    }
+
+    /// One Gauss-Newton step on the distances of all points from their edges.
+    void improve() {
+        Normal<N> normal;
+        for (int k = 0; k < m_rule.edges; ++k) {
+            const EdgeInk& e = inkOf(k);
+            const Vec n = m_normals[index(k)];
+            const Vec t{-n.y, n.x};
+            const Vec d = e.mean - m_centre;
+            const double along = dot(t, d);
+            // Every point lies at the mean plus its scatter, whose sum is zero.
+            typename Normal<N>::Row mean{n.x, n.y};
+            typename Normal<N>::Row scatter{};
+            for (std::size_t a = 0; a < m_angles; ++a) {
+                const double turns = m_rule.edge[index(k)].turns[a];
+                mean[2 + a] = -turns * along;
+                scatter[2 + a] = -turns;
+            }
+            mean[distance(k)] = 1.0;
+            normal.add(mean, e.count, dot(n, d) - m_values[distance(k)]);
+            const double tt = e.xx * t.x * t.x + 2.0 * e.xy * t.x * t.y + e.yy * t.y * t.y;
+            const double nt = e.xx * n.x * t.x + e.xy * (n.x * t.y + n.y * t.x) + e.yy * n.y * t.y;
+            normal.add(scatter, tt, nt / std::max(tt, 1e-12));
+        }
+        const auto step = normal.solve();
+        m_centre = m_centre + Vec{step[0], step[1]};
+        for (std::size_t i = 2; i < N; ++i) {
+            m_values[i] += step[i];
+        }
+        turn();
+    }
+
+    PolygonFit fit() const {
+        PolygonFit fit;
+        fit.edges = m_rule.edges;
+        fit.axis = m_values[2];
+        for (int k = 0; k < m_rule.edges; ++k) {
+            fit.squares += squares(k);
+            const int before = k == 0 ? m_rule.edges - 1 : k - 1;
+            const Vec a = m_normals[index(before)];
+            const Vec b = m_normals[index(k)];
+            const double sine = cross(a, b);
+            const double c = m_values[distance(before)] / sine;
+            const double d = m_values[distance(k)] / sine;
+            fit.corners[index((m_first + k) % m_rule.edges)] =
+                m_centre + Vec{c * b.y - d * a.y, d * a.x - c * b.x};
+            if (!(sine > PARALLEL)) {
+                fit.squares = INF;
+            }
+        }
+        return fit;
+    }
+
+private:
+    const EdgeInk& inkOf(int k) const { return m_ink.edge[index((m_first + k) % m_rule.edges)]; }
+    std::size_t distance(int k) const {
+        return 2 + m_angles + index(m_rule.edge[index(k)].distance);
+    }
+
+    double squares(int k) const {
+        const EdgeInk& e = inkOf(k);
+        const Vec n = m_normals[index(k)];
+        const double off = dot(n, e.mean - m_centre) - m_values[distance(k)];
+        return e.xx * n.x * n.x + 2.0 * e.xy * n.x * n.y + e.yy * n.y * n.y + e.count * off * off;
+    }
+
+    /// The angles next to those of the free edges, the centre among the corners.
+    void start() {
+        Normal<3> normal;
+        for (int k = 0; k < m_rule.edges; ++k) {
+            const EdgeInk& e = inkOf(k);
+            const EdgeRule& rule = m_rule.edge[index(k)];
+            const int edge = (m_first + k) % m_rule.edges;
+            const double laps = m_first + k >= m_rule.edges ? 2.0 : 0.0;
+            Normal<3>::Row row{};
+            std::copy(rule.turns.begin(), rule.turns.end(), row.begin());
+            normal.add(row, e.xx + e.yy, m_ink.normals[index(edge)] + (laps - rule.fixed) * PI);
+            m_centre = m_centre + (1.0 / m_rule.edges) * m_ink.corners[index(k)];
+        }
+        const auto angles = normal.solve();
+        std::copy(angles.begin(), angles.begin() + m_rule.angles, m_values.begin() + 2);
+    }
+
+    void turn() {
+        for (int k = 0; k < m_rule.edges; ++k) {
+            const EdgeRule& rule = m_rule.edge[index(k)];
+            double direction = rule.fixed * PI;
+            for (std::size_t a = 0; a < m_angles; ++a) {
+                direction += rule.turns[a] * m_values[2 + a];
+            }
+            m_normals[index(k)] = unit(direction);
+        }
+    }
+
+    const PolygonInk& m_ink;
+    const KindRule& m_rule;
+    int m_first;
+    std::size_t m_angles;
+    Vec m_centre;
+    std::array<double, MAX_UNKNOWNS> m_values{};  ///< places 0 and 1 stay empty
+    std::array<Vec, MAX_EDGES> m_normals;
+};
+
+PolygonFit inDrawingOrder(PolygonFit fit, bool reversed) {
+    if (reversed) {
+        std::reverse(fit.corners.begin() + 1, fit.corners.begin() + fit.edges);
+    }
+    return fit;
+}
+
+template <std::size_t N>
+PolygonFit fitWith(const PolygonInk& ink, const KindRule& rule, int first) {
+    Candidate<N> candidate(ink, rule, first);
+    for (int i = 0; i < STEPS; ++i) {
+        candidate.improve();
+    }
+    return inDrawingOrder(candidate.fit(), ink.reversed);
+}
+
+/// Weighted sums of coordinates and their products about some origin.
+struct Sums {
+    double n = 0.0, x = 0.0, y = 0.0, xx = 0.0, xy = 0.0, yy = 0.0;
+
+    void add(Vec p, double weight) {
+        n += weight;
+        x += weight * p.x;
+        y += weight * p.y;
+        xx += weight * p.x * p.x;
+        xy += weight * p.x * p.y;
+        yy += weight * p.y * p.y;
+    }
+    EdgeInk about(Vec origin) const {
+        const Vec mean{x / n, y / n};
+        return {n, origin + mean, xx - x * mean.x, xy - x * mean.y, yy - y * mean.y};
+    }
+};
+
+void orient(PolygonInk& ink, std::span<const Vec> corners) {
+    const std::size_t n = corners.size();
+    double area = 0.0;
+    for (std::size_t i = 0; i < n; ++i) {
+        area += cross(corners[i], corners[(i + 1) % n]);
+    }
+    ink.edges = static_cast<int>(n);
+    ink.reversed = area < 0.0;
+    for (std::size_t i = 0; i < n; ++i) {
+        ink.corners[i] = corners[ink.reversed ? (n - i) % n : i];
+    }
+}
+
+/// An edge while points are given to the edges.
+struct Piece {
+    Vec from;
+    Vec along;
+    double perSquare = 0.0;  ///< 1 / squared length
+    Sums sums;
+};
+
+void give(Vec p, std::span<Piece> pieces) {
+    double nearest = INF;
+    double place = 0.0;
+    Piece* best = nullptr;
+    for (Piece& piece : pieces) {
+        const Vec d = p - piece.from;
+        const double at = dot(d, piece.along) * piece.perSquare;
+        const Vec off = d - std::clamp(at, 0.0, 1.0) * piece.along;
+        const double square = dot(off, off);
+        if (square < nearest) {
+            nearest = square;
+            place = at;
+            best = &piece;
+        }
+    }
+    if (best != nullptr && place >= MARGIN && place <= 1.0 - MARGIN) {
+        best->sums.add(p - best->from, 1.0);
+    }
+}
+
+/// Where the free edges meet. Edges that hardly bend meet anywhere: there the
+/// first fit knows better.
+std::array<Vec, MAX_EDGES> freeCorners(const PolygonInk& ink) {
+    std::array<Vec, MAX_EDGES> along;
+    for (int k = 0; k < ink.edges; ++k) {
+        const EdgeInk& e = ink.edge[index(k)];
+        along[index(k)] = unit(0.5 * std::atan2(2.0 * e.xy, e.xx - e.yy));
+    }
+    std::array<Vec, MAX_EDGES> corners = ink.corners;
+    for (int k = 0; k < ink.edges; ++k) {
+        const int before = k == 0 ? ink.edges - 1 : k - 1;
+        const Vec a = along[index(before)];
+        const Vec b = along[index(k)];
+        const Vec origin = ink.edge[index(before)].mean;
+        const Vec to = ink.edge[index(k)].mean - origin;
+        const double sine = cross(a, b);
+        if (std::abs(sine) > PARALLEL) {
+            corners[index(k)] = origin + (cross(to, b) / sine) * a;
+        }
+    }
+    return corners;
+}
+
+/// Lets the edges reach to the corners of the free fit, which leaves that fit as
+/// it is.
+void addCorners(PolygonInk& ink) {
+    ink.corners = freeCorners(ink);
+    for (int k = 0; k < ink.edges; ++k) {
+        EdgeInk& e = ink.edge[index(k)];
+        Sums sums{e.count, 0.0, 0.0, e.xx, e.xy, e.yy};
+        for (const int end : {k, (k + 1) % ink.edges}) {
+            sums.add(ink.corners[index(end)] - e.mean, CORNER * e.count);
+        }
+        e = sums.about(e.mean);
+        ink.count += e.count;
+    }
+}
+
+/// Size of the free fit and directions of its normals.
+void describe(PolygonInk& ink) {
+    Vec mean;
+    double squares = 0.0;
+    double before = -INF;
+    for (int k = 0; k < ink.edges; ++k) {
+        const Vec p = ink.corners[index(k)];
+        const Vec d = ink.corners[index((k + 1) % ink.edges)] - p;
+        const double angle = std::atan2(-d.x, d.y);
+        before = angle < before ? angle + 2.0 * PI : angle;
+        ink.normals[index(k)] = before;
+        mean = mean + (1.0 / ink.edges) * p;
+        squares += dot(p, p) / ink.edges;
+    }
+    ink.size = 2.0 * std::sqrt(std::max(squares - dot(mean, mean), 0.0));
+}
+
+}  // namespace
+
+PolygonInk inkAlong(std::span<const Vec> points, std::span<const Vec> corners) {
+    PolygonInk ink;
+    orient(ink, corners);
+    std::array<Piece, MAX_EDGES> pieces;
+    for (int k = 0; k < ink.edges; ++k) {
+        const Vec from = ink.corners[index(k)];
+        const Vec along = ink.corners[index((k + 1) % ink.edges)] - from;
+        pieces[index(k)] = {from, along, 1.0 / std::max(dot(along, along), 1e-12), {}};
+        pieces[index(k)].sums.add(MARGIN * along, 0.5 * PRIOR);
+        pieces[index(k)].sums.add((1.0 - MARGIN) * along, 0.5 * PRIOR);
+    }
+    for (const Vec& p : points) {
+        give(p, {pieces.data(), index(ink.edges)});
+    }
+    for (int k = 0; k < ink.edges; ++k) {
+        ink.edge[index(k)] = pieces[index(k)].sums.about(pieces[index(k)].from);
+    }
+    addCorners(ink);
+    describe(ink);
+    return ink;
+}
+
+PolygonFit fitPolygon(const PolygonInk& ink, const KindRule& rule, int first) {
+    switch (2 + rule.angles + rule.distances) {
+        case 4:
+            return fitWith<4>(ink, rule, first);
+        case 5:
+            return fitWith<5>(ink, rule, first);
+        case 6:
+            return fitWith<6>(ink, rule, first);
+        default:
+            return fitWith<MAX_UNKNOWNS>(ink, rule, first);
+    }
+}
+
+PolygonFit fitFreePolygon(const PolygonInk& ink) {
+    PolygonFit fit;
+    fit.edges = ink.edges;
+    fit.corners = ink.corners;
+    for (int k = 0; k < ink.edges; ++k) {
+        const EdgeInk& e = ink.edge[index(k)];
+        const double half = 0.5 * (e.xx - e.yy);
+        fit.squares += std::max(0.5 * (e.xx + e.yy) - std::sqrt(half * half + e.xy * e.xy), 0.0);
+    }
+    fit.axis = leastLean(std::span(ink.corners).first(index(ink.edges)));
+    return inDrawingOrder(fit, ink.reversed);
+}
+
+}  // namespace Scrivo::beautifier

@@ -1,0 +1,73 @@
+#include "Beautifier/fit/Retrace.h"
+
+#include <algorithm>
+
+namespace Scrivo::beautifier {
+
+namespace {
+
+// Less is a hook.
+constexpr int LEAST_STEPS = FINE / 4;
+
+// How far the way back strays, share of the longer side: on average.
+constexpr double STRAY = 0.05;
+
+// The way back may be as many steps ahead or behind.
+constexpr int SLACK = 5;
+
+/// An outline, maybe read from its end.
+class Reading {
+public:
+    Reading(const Fine& fine, bool backwards) : m_fine(fine), m_backwards(backwards) {}
+    Vec at(int i) const { return m_fine[static_cast<std::size_t>(m_backwards ? FINE - 1 - i : i)]; }
+
+private:
+    const Fine& m_fine;
+    bool m_backwards;
+};
+
+double nearest(const Reading& outline, Vec p, int about) {
+    double best = norm(p - outline.at(about));
+    for (int i = std::max(about - SLACK, 0); i <= std::min(about + SLACK, FINE - 1); ++i) {
+        best = std::min(best, norm(p - outline.at(i)));
+    }
+    return best;
+}
+
+/// Whether what follows point `fold` runs back along what precedes it.
+bool runsBack(const Reading& outline, int fold) {
+    const int steps = FINE - 1 - fold;
+    double sum = 0.0;
+    for (int k = 1; k <= steps; ++k) {
+        sum += nearest(outline, outline.at(fold + k), std::max(fold - k, 0));
+        if (sum > STRAY * steps) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Index of the point where the outline turns back, `FINE` - 1 for none.
+int foldOf(const Reading& outline) {
+    // Before the middle no way back fits.
+    for (int fold = FINE / 2 - SLACK; fold <= FINE - 1 - LEAST_STEPS; ++fold) {
+        const Vec before = outline.at(fold) - outline.at(fold - 3);
+        const Vec after = outline.at(fold + 3) - outline.at(fold);
+        if (dot(before, after) < 0.0 && runsBack(outline, fold)) {
+            return fold;
+        }
+    }
+    return FINE - 1;
+}
+
+}  // namespace
+
+Part withoutRetrace(const Fine& fine) {
+    const int end = foldOf(Reading(fine, false));
+    if (end < FINE - 1) {
+        return {0, end};
+    }
+    return {FINE - 1 - foldOf(Reading(fine, true)), FINE - 1};
+}
+
+}  // namespace Scrivo::beautifier

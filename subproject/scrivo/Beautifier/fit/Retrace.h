@@ -1,0 +1,18 @@
+#pragma once
+
+#include "Beautifier/ink/Resampling.h"
+
+/// Strokes that run there and back on the same way.
+namespace Scrivo::beautifier {
+
+/// Part of the even outline, from one index to another.
+struct Part {
+    int first = 0;
+    int last = FINE - 1;
+};
+
+/// The outline without a way back along itself, at its end or at its start; all
+/// of it when less than a quarter is traced again.
+Part withoutRetrace(const Fine& fine);
+
+}  // namespace Scrivo::beautifier

@@ -1,0 +1,86 @@
+'use strict';
+
+const assert = require('node:assert/strict');
+const { describe, test } = require('node:test');
+const { parseBlock, readBlocks } = require('../../../packages/cli/lib/read/ndjson.js');
+const { assertJson, assertMessages, assertPoints, read } = require('../../support/read-ink.js');
+
+describe('NDJSON', () => {
+  test('points in both forms, forces and times, fields and area', async () => {
+    const lines = [
+      '\uFEFF{"points":[[1,2,0.5,10],[3,4]],"id":7}\r',
+      '{"points":[{"x":1,"y":2,"time":5},{"x":3,"y":4,"force":1}],"width":800,"height":600}',
+      '',
+      '{"points":[[1e3,-2]],"others":[[[1,2],[3,4]],[{"x":5,"y":6}]]}',
+    ];
+    const found = await read(lines.join('\n'));
+    const { strokes, problems } = found;
+    assert.deepEqual(problems, []);
+    assertPoints(found, '[[[1,2,0.5,10],[3,4]],[[1,2,null,5],[3,4,1]],[[1000,-2]]]');
+    assert.deepEqual(
+      strokes.map(({ asObjects }) => asObjects),
+      [false, true, false],
+    );
+    assert.equal(strokes[0].fields.id, 7);
+    assert.deepEqual(strokes[1].area, { x: 0, y: 0, width: 800, height: 600 });
+    assertJson(strokes[2].others, '[[[1,2],[3,4]],[[5,6]]]');
+  });
+
+  test('each wrong line is reported with its number and what is wrong', async () => {
+    const cases = [
+      ['{"points":[[1,2]', /not JSON/],
+      ['{"a":"\xe9","points":[[1,2]]}', /not UTF-8: convert/],
+      ['[[1,2]]', /expected an object, found an array .jq/],
+      ['{"stroke":[]}', /"points" is missing/],
+      ['{"points":[]}', /"points" is empty/],
+      ['{"points":[[1,2],[1]]}', /points\[1\] y must be a finite number, found nothing/],
+      ['{"points":[[1,1e999]]}', /points\[0\] y must be a finite number, found Infinity/],
+      ['{"points":[[1,2,"hard"]]}', /points\[0\] force must be a finite number, found "hard"/],
+      ['{"points":[{"x":1}]}', /points\[0\] y must be/],
+      ['{"points":[null]}', /points\[0\] must be \[x, y, force, time\]/],
+      ['{"points":[[1,2]],"width":10}', /"height" must be a positive number, found nothing/],
+      ['{"points":[[1,2]],"width":0,"height":1}', /"width" must be a positive number, found 0/],
+      ['{"points":[[1,2]],"others":[[]]}', /"others\[0\]" is empty/],
+    ];
+    const text = cases.map(([line]) => `${line}\n{"points":[[1,2]]}\n`).join('');
+    const { strokes, problems } = await read(Buffer.from(text, 'latin1'));
+    assert.equal(strokes.length, cases.length);
+    assertMessages(
+      problems,
+      cases.map(([, { source }], i) => new RegExp(`^${2 * i + 1}: .*${source}`)),
+    );
+  });
+
+  test('lines are whole wherever the chunks are cut, also inside a character', async () => {
+    const text = '{"a":"ä\u2028"}\n\n{"b":1}\n{"c":"𝄞"}';
+    const bytes = Buffer.from(text);
+    for (let size = 1; size <= bytes.length; size += 1) {
+      const chunks = [];
+      for (let i = 0; i < bytes.length; i += size) chunks.push(bytes.subarray(i, i + size));
+      let joined = '';
+      for await (const block of readBlocks(chunks)) {
+        const part = Buffer.from(block.bytes).toString();
+        assert.ok(part.endsWith('\n') || joined.length + part.length === text.length);
+        joined += part;
+      }
+      assert.equal(joined, text, `chunks of ${size} bytes`);
+    }
+  });
+
+  test('a line that is too long costs only itself', async () => {
+    const megabyte = Buffer.alloc(1 << 20, 'x');
+    const chunks = [Buffer.from('{"points":[[1,2]]}\n'), ...Array(70).fill(megabyte)];
+    chunks.push(Buffer.from('\n{"points":[[3,4]]}\n'));
+    const records = [];
+    let lines = 0;
+    for await (const block of readBlocks(chunks)) {
+      const parsed = parseBlock(block);
+      records.push(...parsed.records.map((record) => ({ ...record, line: lines + record.line })));
+      lines += parsed.lines;
+    }
+    assertJson(
+      records.map(({ line, stroke, problem }) => [line, stroke?.points ?? problem.slice(0, 11)]),
+      '[[1,[[1,2]]],[2,"longer than"],[3,[[3,4]]]]',
+    );
+  });
+});

@@ -1,0 +1,85 @@
+'use strict';
+
+const assert = require('node:assert/strict');
+const { once } = require('node:events');
+const fs = require('node:fs');
+const path = require('node:path');
+const { after, describe, test } = require('node:test');
+const {
+  drawStrokes,
+  makeFolder,
+  parseLines,
+  run,
+  start,
+  toNdjson,
+  until,
+} = require('../../support/cli.js');
+
+const STROKES = 600;
+
+const folder = makeFolder(after);
+const inFolder = (name) => path.join(folder, name);
+const write = (name, content) => fs.writeFileSync(inFolder(name), content);
+
+describe('many strokes', () => {
+  const ink = toNdjson(drawStrokes(STROKES));
+  write('ink.ndjson', ink);
+
+  test('give the same bytes with any number of threads', async () => {
+    const [alone, ...others] = await Promise.all(
+      ['1', '2', '5'].map((jobs) => run(folder, ['idealise', 'ink.ndjson', '--jobs', jobs])),
+    );
+    const ids = parseLines(alone.stdout).map(({ id }) => id);
+    assert.equal(ids.join(), Array.from({ length: STROKES }, (_, i) => `s${i}`).join());
+    for (const { code, stdout, stderr } of others) {
+      assert.deepEqual([code, stderr], [0, '']);
+      assert.ok(stdout === alone.stdout, 'other answers than one thread gives');
+    }
+  });
+
+  test('a worker that is killed ends the run with a message and no output file', async () => {
+    const child = start(folder, ['idealise', '--snap', '--engine', 'template', '-j', '2']);
+    child.stdin.write(ink);
+    const list = `/proc/${child.pid}/task/${child.pid}/children`;
+    const workers = () => fs.readFileSync(list, 'utf8').split(' ').filter(Boolean);
+    await until(() => workers().length > 0);
+    for (const worker of workers()) process.kill(Number(worker), 'SIGKILL');
+    child.stdin.end();
+    const { code, stdout, stderr } = await child.ended;
+    assert.deepEqual([code, stdout], [2, '']);
+    assert.match(stderr, /^scrivo idealise: a worker was ended by SIGKILL; if memory/);
+  });
+
+  test('need no more memory than a few', async () => {
+    // More than a heap of 16 MB can hold.
+    write('large.ndjson', ink.repeat(10));
+    const runs = ['1', '2'].map((jobs) => {
+      const args = ['idealise', 'large.ndjson', '-o', `large${jobs}.svg`, '--jobs', jobs];
+      return start(folder, args, ['--max-old-space-size=16']).ended;
+    });
+    for (const { code, stderr } of await Promise.all(runs))
+      assert.deepEqual([code, stderr], [0, '']);
+  });
+
+  test('a reader that closes the pipe ends the run, also while input is pending', async () => {
+    const child = start(folder, ['idealise']);
+    child.stdout.once('data', () => child.stdout.destroy());
+    const feeding = setInterval(() => child.stdin.write(ink), 20);
+    const { code, stderr } = await child.ended;
+    clearInterval(feeding);
+    assert.deepEqual([code, stderr], [0, '']);
+  });
+
+  test('an answer does not wait for the next line', async () => {
+    for (const jobs of ['1', '2']) {
+      const child = start(folder, ['idealise', '--jobs', jobs]);
+      for (let i = 0; i < 3; i += 1) {
+        child.stdin.write(`{"id":${i},"points":[[1,2]]}\n`);
+        const [text] = await once(child.stdout, 'data');
+        assert.equal(JSON.parse(text).id, i);
+      }
+      child.stdin.end();
+      assert.equal((await child.ended).code, 0);
+    }
+  });
+});
