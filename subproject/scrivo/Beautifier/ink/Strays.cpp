@@ -11,6 +11,8 @@ constexpr int CHORD = 4;  // steps on either side of a bend
 // A pen turns back sharply, and what is retraced lies beside what it retraces.
 constexpr double TURN_BACK = -0.5;   // cosine of the bend, at most
 constexpr double BESIDE = 0.06;       // at most, of the longer side
+constexpr double BESIDE_LOOP = 0.09;  // of a closed figure, which no letter retraces
+constexpr double LOOP_GAP = 0.25;     // between the ends of one
 constexpr double MEAN_BESIDE = 0.03;  // on average
 constexpr int LEAST_RETRACED = 12;    // steps; less is a hook
 constexpr int MOST_RETRACED = 3;      // times; more is a scribble
@@ -37,13 +39,13 @@ double bendAt(const Fine& fine, int i, int before, int after) {
 }
 
 /// Distance of the point `k` steps behind `turn` from the outline about `k`
-/// steps before it; the other way round when `step` is -1.
-double besideAt(const Fine& fine, int turn, int k, int step) {
+/// steps before it, `most` at most; the other way round when `step` is -1.
+double besideAt(const Fine& fine, int turn, int k, int step, double most) {
     constexpr int SLACK = 4;
     const int other = turn - step * k;
     const int first = std::clamp(other - SLACK, 0, FINE - 2);
     const int last = std::clamp(other + SLACK, 1, FINE - 1);
-    double least = BESIDE;
+    double least = most;
     for (int i = first; i < last; ++i) {
         least = std::min(least,
                          distanceToPiece(at(fine, turn + step * k), at(fine, i), at(fine, i + 1)));
@@ -55,11 +57,14 @@ double besideAt(const Fine& fine, int turn, int k, int step) {
 /// beside the other, longer part.
 bool isRetraced(const Fine& fine, int turn, int step) {
     const int steps = step > 0 ? FINE - 1 - turn : turn;
+    const Vec other = step > 0 ? fine.front() : fine.back();
+    const bool isLoop = norm(at(fine, turn) - other) < LOOP_GAP;
+    const double most = isLoop ? BESIDE_LOOP : BESIDE;
     double sum = 0.0;
     for (int k = 1; k <= steps; ++k) {
-        const double beside = besideAt(fine, turn, k, step);
+        const double beside = besideAt(fine, turn, k, step, most);
         sum += beside;
-        if (beside >= BESIDE) {
+        if (beside >= most) {
             return false;
         }
     }
