@@ -13,27 +13,37 @@ const { sigmoid } = require('./learn.js');
 
 const SOFTNESS = 0.5; // log odds over which an answer fades in
 const STIFFNESS = 6; // strokes that a shift of one costs, half of it squared
+const RARENESS = 0.25; // exponent by which families with few strokes count more
 const HANDWRITING = 1.5; // changing it costs that much more than changing a drawing
-const PRICE = 1; // of changing a drawing, in figures missed
+const PRICE = 1.1; // of changing a drawing, in figures missed
 const MAX_SHIFT = 1;
 const STEP = 0.01;
 
 const accepted = (score, threshold) => sigmoid((score - threshold) / SOFTNESS);
 
-/** What an answer is worth. */
-function worthOf({ row, family }) {
-  if (row.family === family) return 1;
+/** What an answer is worth when finding a figure of its family is worth `found`. */
+function worthOf({ row, family }, found) {
+  if (row.family === family) return found;
   if (row.family !== 'none') return -1;
   return row.stroke.label === 'handwriting' ? -HANDWRITING * PRICE : -PRICE;
 }
 
+/** What finding a figure is worth in each family: somewhat more where there are few. */
+function worthOfFigures(judgements) {
+  const counts = NAMES.map(
+    (name) => judgements.filter(({ row }) => row.family === name).length || 1,
+  );
+  const mean = counts.reduce((sum, count) => sum + count, 0) / counts.length;
+  return counts.map((count) => (mean / count) ** RARENESS);
+}
+
 /** The shift from the common threshold that is worth most to one family. */
-function shiftOf(judgements, splits) {
-  const values = judgements.map(worthOf);
+function shiftOf(judgements, splits, found) {
+  const values = judgements.map((judgement) => worthOf(judgement, found));
   let best = { shift: 0, worth: -Infinity };
   for (let k = -Math.round(MAX_SHIFT / STEP); k * STEP <= MAX_SHIFT; k++) {
     const shift = k * STEP;
-    const threshold = Math.log(PRICE) + shift;
+    const threshold = Math.log(PRICE / found) + shift;
     const sum = judgements.reduce(
       (total, { score }, i) => total + values[i] * accepted(score, threshold),
       0,
@@ -46,10 +56,11 @@ function shiftOf(judgements, splits) {
 
 /** Thresholds { family: log odds }, from calibrated judgements of strokes in `splits` splits. */
 function chooseThresholds(judgements, splits) {
+  const found = worthOfFigures(judgements);
   return Object.fromEntries(
-    NAMES.map((name) => {
+    NAMES.map((name, i) => {
       const won = judgements.filter(({ family }) => family === name);
-      return [name, Math.log(PRICE) + shiftOf(won, splits)];
+      return [name, Math.log(PRICE / found[i]) + shiftOf(won, splits, found[i])];
     }),
   );
 }

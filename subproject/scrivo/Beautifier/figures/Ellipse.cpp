@@ -55,28 +55,30 @@ EllipseFigure inUnits(const EllipseFit& fit, const Frame& frame) {
     return {frame.toUnits(fit.centre), {a, b, 0.0}, rotation};
 }
 
-// Of the mean angle between ink and ellipse, radians.
-constexpr double MAX_SLOPE = std::numbers::pi / 4.0;
+// Of the mean angle between ink and ellipse, its sine.
+constexpr double MAX_SLOPE = 0.7;
 
 /// How the ink runs along an ellipse.
 struct Course {
     double far = 0.0;    ///< share of the points that lie `FAR` from it
-    double slope = 0.0;  ///< root mean square angle with it, radians
+    double slope = 0.0;  ///< root mean square sine of the angle with it
 };
 
 Course courseOf(const Evidence& e, const EllipseFit& fit) {
     constexpr int STEP = 2;
     const auto at = [&](int i) { return e.fine[static_cast<std::size_t>(i)]; };
+    const EllipseView view(fit);
     int far = 0;
     int count = 0;
     double squares = 0.0;
     for (int i = STEP; i + STEP < FINE; i += STEP) {
-        const EllipsePoint p = pointOn(fit, at(i));
+        const EllipsePoint p = view.at(at(i));
         far += std::abs(p.distance) > FAR * e.size ? 1 : 0;
         if (i - STEP >= e.closed->closure.first && i + STEP <= e.closed->closure.last) {
-            const double across = std::abs(turn(p.outwards, at(i + STEP) - at(i - STEP)));
-            const double slope = across - std::numbers::pi / 2.0;
-            squares += slope * slope;
+            const Vec chord = at(i + STEP) - at(i - STEP);
+            const double outwards = dot(p.outwards, chord);
+            const double lengths = dot(p.outwards, p.outwards) * dot(chord, chord);
+            squares += outwards * outwards / std::max(lengths, 1e-12);
             ++count;
         }
     }

@@ -18,7 +18,7 @@ struct EllipseFamily : FamilyDefaults {
         "ELLIPSE_GAP",        // gap over its shorter diameter
         "ELLIPSE_LENGTH",     // log of the path over its circumference
         "ELLIPSE_FAR",        // share of the ink away from it
-        "ELLIPSE_ALONG",      // root mean square angle of the ink with it, radians
+        "ELLIPSE_ALONG",      // root mean square sine of the ink's angle with it
         "ELLIPSE_OVER_FOUR",  // log of its residual over that of four, six corners
         "ELLIPSE_OVER_SIX",
     };

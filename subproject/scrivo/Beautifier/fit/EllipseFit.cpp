@@ -143,12 +143,15 @@ void judge(EllipseFit& fit, std::span<const Vec> points) {
 
 }  // namespace
 
-EllipsePoint pointOn(const EllipseFit& fit, Vec p) {
-    const double c = std::cos(fit.angle);
-    const double s = std::sin(fit.angle);
-    const Vec d = p - fit.centre;
-    const Vec g{(c * d.x + s * d.y) / (fit.a * fit.a), (c * d.y - s * d.x) / (fit.b * fit.b)};
-    return {residual(fit, p, c, s, nullptr), {c * g.x - s * g.y, s * g.x + c * g.y}};
+EllipseView::EllipseView(const EllipseFit& fit)
+    : m_fit(fit), m_cos(std::cos(fit.angle)), m_sin(std::sin(fit.angle)) {}
+
+EllipsePoint EllipseView::at(Vec p) const {
+    const Vec d = p - m_fit.centre;
+    const Vec g{(m_cos * d.x + m_sin * d.y) / (m_fit.a * m_fit.a),
+                (m_cos * d.y - m_sin * d.x) / (m_fit.b * m_fit.b)};
+    return {residual(m_fit, p, m_cos, m_sin, nullptr),
+            {m_cos * g.x - m_sin * g.y, m_sin * g.x + m_cos * g.y}};
 }
 
 double circumference(const EllipseFit& fit) {

@@ -22,7 +22,17 @@ struct EllipsePoint {
     Vec outwards;           ///< across the ellipse, of any length
 };
 
-EllipsePoint pointOn(const EllipseFit& fit, Vec p);
+/// Looks at points from an ellipse.
+class EllipseView {
+public:
+    explicit EllipseView(const EllipseFit& fit);
+    [[nodiscard]] EllipsePoint at(Vec p) const;
+
+private:
+    const EllipseFit& m_fit;
+    double m_cos;
+    double m_sin;
+};
 
 /// Circumference (Ramanujan: Modular equations and approximations to pi, 1914).
 double circumference(const EllipseFit& fit);

@@ -20,10 +20,15 @@ double farShare(const Evidence& e, std::span<const Vec> corners) {
 CornerInk inkAt(const Fine& fine, Vec corner, int first, int last, int reach) {
     const auto at = [&](int i) { return fine[static_cast<std::size_t>(i)]; };
     int nearest = first;
-    for (int i = first; i <= last; ++i) {
-        nearest = norm(at(i) - corner) < norm(at(nearest) - corner) ? i : nearest;
+    double least = dot(at(first) - corner, at(first) - corner);
+    for (int i = first + 1; i <= last; ++i) {
+        const double squared = dot(at(i) - corner, at(i) - corner);
+        if (squared < least) {
+            least = squared;
+            nearest = i;
+        }
     }
-    CornerInk ink{norm(at(nearest) - corner), std::numbers::pi};
+    CornerInk ink{std::sqrt(least), std::numbers::pi};
     const int before = nearest - reach;
     const int after = nearest + reach;
     if (before >= first && after <= last) {

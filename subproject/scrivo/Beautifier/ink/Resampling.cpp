@@ -20,9 +20,9 @@ constexpr BendLimits AMONG_STRAIGHT{0.79, 1.13};
 
 // Where every sample bends, as the seven of a slim ellipse do. The corners of a
 // triangle bend more, and so do those of a square on average.
-constexpr BendLimits AMONG_BENT{1.7, 1.95};
-constexpr double CORNER = 2.0;
-constexpr double SQUARE_CORNERS = 1.5;
+constexpr BendLimits AMONG_BENT{1.95, 2.2};
+constexpr double CORNER = 2.2;
+constexpr double SQUARE_CORNERS = 1.53;
 
 // Strokes of more bends are joined by straight pieces: they show their curves.
 constexpr int FEW_SAMPLES = 24;

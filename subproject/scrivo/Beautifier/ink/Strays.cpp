@@ -1,19 +1,18 @@
 #include "Beautifier/ink/Strays.h"
 
 #include <algorithm>
-#include <numbers>
 
 namespace Scrivo::beautifier {
 
 namespace {
 
-constexpr double PI = std::numbers::pi;
-
 constexpr int CHORD = 4;  // steps on either side of a bend
 
 // A pen turns back sharply, and what is retraced lies beside what it retraces.
-constexpr double TURN_BACK = 2.0 * PI / 3.0;
+constexpr double TURN_BACK = -0.5;   // cosine of the bend, at most
 constexpr double BESIDE = 0.06;       // at most, of the longer side
+constexpr double BESIDE_LOOP = 0.09;  // of a closed figure, which no letter retraces
+constexpr double LOOP_GAP = 0.25;     // between the ends of one
 constexpr double MEAN_BESIDE = 0.03;  // on average
 constexpr int LEAST_RETRACED = 12;    // steps; less is a hook
 constexpr int MOST_RETRACED = 3;      // times; more is a scribble
@@ -23,25 +22,30 @@ constexpr int LEAST_OVERLAP = 6;  // steps; less is trimmed where the ends meet
 // A hook is short and leaves at an angle.
 constexpr double LONGEST_HOOK = 0.11;  // of the longer side
 constexpr int HOOK_STEPS = 12;
-constexpr double HOOK_BEND = PI / 3.0;
+constexpr double HOOK_BEND = 0.5;      // cosine, at most
 constexpr double STRAIGHT = 1.25;  // path over reach; arrow heads go back and forth
 
 Vec at(const Fine& fine, int i) {
     return fine[static_cast<std::size_t>(i)];
 }
 
+/// Cosine of the bend at point `i` between chords of so many steps; 1 where a
+/// chord has no length.
 double bendAt(const Fine& fine, int i, int before, int after) {
-    return std::abs(turn(at(fine, i) - at(fine, i - before), at(fine, i + after) - at(fine, i)));
+    const Vec a = at(fine, i) - at(fine, i - before);
+    const Vec b = at(fine, i + after) - at(fine, i);
+    const double lengths = dot(a, a) * dot(b, b);
+    return lengths > 0.0 ? dot(a, b) / std::sqrt(lengths) : 1.0;
 }
 
 /// Distance of the point `k` steps behind `turn` from the outline about `k`
-/// steps before it; the other way round when `step` is -1.
-double besideAt(const Fine& fine, int turn, int k, int step) {
+/// steps before it, `most` at most; the other way round when `step` is -1.
+double besideAt(const Fine& fine, int turn, int k, int step, double most) {
     constexpr int SLACK = 4;
     const int other = turn - step * k;
     const int first = std::clamp(other - SLACK, 0, FINE - 2);
     const int last = std::clamp(other + SLACK, 1, FINE - 1);
-    double least = BESIDE;
+    double least = most;
     for (int i = first; i < last; ++i) {
         least = std::min(least,
                          distanceToPiece(at(fine, turn + step * k), at(fine, i), at(fine, i + 1)));
@@ -53,11 +57,14 @@ double besideAt(const Fine& fine, int turn, int k, int step) {
 /// beside the other, longer part.
 bool isRetraced(const Fine& fine, int turn, int step) {
     const int steps = step > 0 ? FINE - 1 - turn : turn;
+    const Vec other = step > 0 ? fine.front() : fine.back();
+    const bool isLoop = norm(at(fine, turn) - other) < LOOP_GAP;
+    const double most = isLoop ? BESIDE_LOOP : BESIDE;
     double sum = 0.0;
     for (int k = 1; k <= steps; ++k) {
-        const double beside = besideAt(fine, turn, k, step);
+        const double beside = besideAt(fine, turn, k, step, most);
         sum += beside;
-        if (beside >= BESIDE) {
+        if (beside >= most) {
             return false;
         }
     }
@@ -87,7 +94,7 @@ Range beforeRetracing(const Fine& fine) {
     for (int i = FINE / 2; i >= LEAST_RETRACED; --i) {
         for (const bool atEnd : {true, false}) {
             const int turn = atEnd ? FINE - 1 - i : i;
-            if (bendAt(fine, turn, CHORD, CHORD) >= TURN_BACK &&
+            if (bendAt(fine, turn, CHORD, CHORD) <= TURN_BACK &&
                 isRetraced(fine, turn, atEnd ? 1 : -1)) {
                 return atEnd ? Range{0, turn} : Range{turn, FINE - 1};
             }
@@ -127,13 +134,13 @@ int beforeSpur(const Fine& fine) {
     constexpr double LONGEST = 0.25;
     constexpr int LEAST_STEPS = 2;
     int best = FINE - 1;
-    double sharpest = PI / 2.0;
+    double sharpest = 0.0;
     for (int i = FINE - 1 - LEAST_STEPS; i > FINE / 2; --i) {
         if (norm(at(fine, i) - fine.back()) > LONGEST) {
             break;
         }
         const double bend = bendAt(fine, i, CHORD, std::min(CHORD, FINE - 1 - i));
-        if (bend > sharpest) {
+        if (bend < sharpest) {
             sharpest = bend;
             best = i;
         }
@@ -153,7 +160,7 @@ int hookAt(const Fine& fine) {
         path += norm(at(fine, i) - at(fine, i - 1));
         const double bend = bendAt(fine, i, std::min(i, CHORD), CHORD);
         const bool isFlick = reach <= LONGEST_HOOK && path <= STRAIGHT * reach;
-        if (isFlick && bend > sharpest && gap > 0.5 * reach) {
+        if (isFlick && bend < sharpest && gap > 0.5 * reach) {
             sharpest = bend;
             best = i;
         }
