@@ -9,7 +9,7 @@ namespace {
 constexpr int CHORD = 4;  // steps on either side of a bend
 
 // A pen turns back sharply, and what is retraced lies beside what it retraces.
-constexpr double TURN_BACK = -0.5;   // cosine of the bend, at most
+constexpr double TURN_BACK = -0.5;    // cosine of the bend, at most
 constexpr double BESIDE = 0.06;       // at most, of the longer side
 constexpr double BESIDE_LOOP = 0.09;  // of a closed figure, which no letter retraces
 constexpr double LOOP_GAP = 0.25;     // between the ends of one
@@ -22,7 +22,7 @@ constexpr int LEAST_OVERLAP = 6;  // steps; less is trimmed where the ends meet
 // A hook is short and leaves at an angle.
 constexpr double LONGEST_HOOK = 0.11;  // of the longer side
 constexpr int HOOK_STEPS = 12;
-constexpr double HOOK_BEND = 0.5;      // cosine, at most
+constexpr double HOOK_BEND = 0.5;  // cosine, at most
 constexpr double STRAIGHT = 1.25;  // path over reach; arrow heads go back and forth
 
 Vec at(const Fine& fine, int i) {
