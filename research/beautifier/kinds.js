@@ -1,12 +1,12 @@
 'use strict';
 
-// Learns what the kinds of quadrangles cost, and prints
+// Learns the costs of the forms of quadrangles and prints
 // subproject/scrivo/Beautifier/figures/QuadrangleKinds.inc.
 //
 //   node research/beautifier/kinds.js STROKES [--table]
 //
-// With --table it prints, instead, what comes out on strokes of writers that took
-// no part: five folds, no writer in two of them where writers are known.
+// With --table it prints how often the chosen kind is right instead, by five-fold
+// cross-validation; strokes of one writer, where known, are in the same fold.
 
 const { readArguments } = require('./arguments.js');
 const { minimise } = require('./minimise.js');
@@ -15,20 +15,7 @@ const { probe } = require('./probe.js');
 const { percent } = require('./report.js');
 const { hash, readStrokes, scaled } = require('./strokes.js');
 
-// In the order of the enumeration FourEdges.
-const KINDS = [
-  'SQUARE',
-  'STANDING_SQUARE',
-  'RECTANGLE',
-  'RHOMBUS',
-  'PARALLELOGRAM',
-  'KITE',
-  'ISOSCELES_TRAPEZOID',
-  'TRAPEZOID',
-  'ANY_QUADRANGLE',
-];
-
-/** What each label is to become. */
+/** The forms that each label is trained towards. */
 const MEANT = {
   square: ['SQUARE'],
   rectangle: ['RECTANGLE'],
@@ -37,11 +24,11 @@ const MEANT = {
   parallelogram: ['PARALLELOGRAM'],
 };
 
-// A rhombus whose ink strays little from a square, percent of the size, is one:
-// no label says so, but a square that stands on a corner is no rhombus.
+// A rhombus whose ink lies this close to a square, percent of the size, becomes
+// one. The labels do not distinguish rhombuses from squares on a corner.
 const NEARLY_SQUARE = 1.5;
 
-/** And what counts as right when the answers are counted. */
+/** The forms that count as right in the table. */
 const RIGHT = {
   square: ['SQUARE', 'STANDING_SQUARE'],
   rectangle: ['RECTANGLE'],
@@ -50,15 +37,15 @@ const RIGHT = {
   parallelogram: ['PARALLELOGRAM'],
 };
 
-// Kinds are rare among strokes as the collections have it, not as people draw:
-// labels weigh as the roots of their numbers, times this.
+// How frequent a label is depends on the collections, not on what people draw: its
+// strokes together weigh the square root of their number, times this.
 const WEIGHT = { square: 1.8, diamond: 0.7, quad: 0 };
 
-// What a corner that moves by a percent of the longer side costs, up to 20.
+// Loss for every percent of the longer side by which a corner moves, up to 20.
 const MOVE = 0.035;
 
-// Strokes are upright or nearly so; turned copies keep the charge for a lean
-// from outweighing the shape.
+// Nearly all strokes are upright. Turned copies prevent the charge for leaning from
+// outweighing the shape.
 const TURNS = [15, 30, 45]; // degrees
 const TURNED_WEIGHT = 0.3;
 
@@ -67,7 +54,7 @@ const label = (stroke) => {
   return { trapezoid: 'trapezoid', data: 'parallelogram' }[stroke.orig] ?? 'quad';
 };
 
-/** Strokes with a loop, with their candidates: kind, errors, lean, move. */
+/** Strokes that are answered with a quadrangle, each with its candidates. */
 function read(file) {
   const strokes = readStrokes(file).filter((stroke) => stroke.family === 'quadrangle');
   const drawn = strokes.map(({ points }) => scaled(points, 200));
@@ -78,7 +65,7 @@ function read(file) {
         .filter((name) => name.startsWith('edges'))
         .map((name) => name.slice('edges'.length))
         .map((name) => ({
-          kind: Number(name.split(':')[1]),
+          form: name.split(':')[1],
           edges: row[`edges${name}`],
           directions: row[`directions${name}`],
           lean: row[`lean${name}`],
@@ -89,55 +76,59 @@ function read(file) {
     .filter(
       ({ candidates, answer }) => candidates[0].edges >= 0 && familyOf(answer) === 'quadrangle',
     )
-    .map((row) => {
-      const meant = (MEANT[row.label] ?? []).map((name) => KINDS.indexOf(name));
-      return { ...row, meant, weight: 1 };
-    });
+    .map((row) => ({ ...row, meant: MEANT[row.label] ?? [], weight: 1 }));
 }
 
-/** A copy turned by `degrees`: leans change, shapes and moves do not. */
+/** A copy turned by `degrees`: only its leans change. */
 function turned(row, degrees) {
   const lean = (value) => Math.abs(value + degrees - 90 * Math.round((value + degrees) / 90));
   const candidates = row.candidates.map((c) => ({ ...c, lean: lean(c.lean) }));
-  const meant = row.label === 'square' ? [0, 1] : row.meant;
+  const meant = row.label === 'square' ? RIGHT.square : row.meant;
   return { ...row, candidates, meant, weight: TURNED_WEIGHT };
 }
 
-/** Turned by half a right angle, squares and diamonds are each other. */
+/** Turned by 45 degrees, squares become diamonds and the other way round. */
 const mayTurn = (row, degrees) =>
   row.meant.length > 0 && (degrees < 45 || !['square', 'diamond'].includes(row.label));
 
-// The most that a lean costs: of twenty figures, e to the 3, one is meant to lean.
-// The strokes do not tell, hardly one of them does.
+// The largest charge for leaning: one figure in twenty, e to the 3, is meant to
+// lean. It cannot be learnt: hardly a stroke leans.
 const LEAN = 3;
 
-// Parameters: logarithms of both tolerances (percent) and of the lean that costs
-// half of the most (degrees), then the freedoms from RECTANGLE on.
-const START = [2, 0, 2, 2, 3, 4, 6, 6, 6, 9];
-const FREEDOMS = 3;
+// Parameters: logarithms of both tolerances (percent) and of the lean that is
+// charged half of the largest charge (degrees), then these freedoms.
+const FREEDOMS = [
+  'RECTANGLE',
+  'RHOMBUS',
+  'PARALLELOGRAM',
+  'ISOSCELES_TRAPEZOID',
+  'TRAPEZOID',
+  'ANY_QUADRANGLE',
+];
+const START = [2, 0, 2, 2, 3, 4, 6, 6, 9];
 
-function freedom(p, kind) {
-  const of = (name) => p[FREEDOMS + KINDS.indexOf(name) - KINDS.indexOf('RECTANGLE')];
-  switch (KINDS[kind]) {
+function freedom(p, form) {
+  const of = (name) => p[START.length - FREEDOMS.length + FREEDOMS.indexOf(name)];
+  switch (form) {
     case 'SQUARE':
       return 0;
     case 'STANDING_SQUARE':
       return of('RHOMBUS') - (NEARLY_SQUARE / Math.exp(p[1])) ** 2;
-    case 'KITE': // no stroke is labelled so
+    case 'KITE': // which no label names
       return of('TRAPEZOID');
     default:
-      return of(KINDS[kind]);
+      return of(form);
   }
 }
 
-function cost(p, { kind, edges, directions, lean }) {
+function cost(p, { form, edges, directions, lean }) {
   const half = Math.exp(p[2]);
   const charge = (LEAN * lean ** 2) / (lean ** 2 + half ** 2);
   const errors = (edges / Math.exp(p[0])) ** 2 + (directions / Math.exp(p[1])) ** 2;
-  return freedom(p, kind) + Math.min(errors, 80) + charge;
+  return freedom(p, form) + Math.min(errors, 80) + charge;
 }
 
-/** Loss of one stroke: that its kind is missed, and how far corners move. */
+/** The two losses of a stroke: for a wrong form and for corners that move. */
 function lossOf(p, row) {
   const costs = row.candidates.map((candidate) => cost(p, candidate));
   const least = Math.min(...costs);
@@ -147,7 +138,7 @@ function lossOf(p, row) {
   row.candidates.forEach((candidate, i) => {
     const share = Math.exp(least - costs[i]);
     all += share;
-    meant += row.meant.includes(candidate.kind) ? share : 0;
+    meant += row.meant.includes(candidate.form) ? share : 0;
     move += share * candidate.move;
   });
   const miss = row.meant.length > 0 ? -Math.log(meant / all + 1e-12) : 0;
@@ -184,31 +175,31 @@ function table(rows) {
     const p = learn(rows.filter((row) => foldOf(row) !== fold));
     for (const row of rows.filter((each) => foldOf(each) === fold)) {
       const chosen = choose(p, row);
-      if (!counts.has(row.label)) counts.set(row.label, { all: 0, far: 0, kinds: {} });
+      if (!counts.has(row.label)) counts.set(row.label, { all: 0, far: 0, forms: {} });
       const count = counts.get(row.label);
       count.all++;
       count.far += chosen.move > 8 ? 1 : 0;
-      count.kinds[KINDS[chosen.kind]] = (count.kinds[KINDS[chosen.kind]] ?? 0) + 1;
+      count.forms[chosen.form] = (count.forms[chosen.form] ?? 0) + 1;
     }
   }
-  for (const [name, { all, far, kinds }] of [...counts].sort()) {
-    const right = (RIGHT[name] ?? []).reduce((sum, kind) => sum + (kinds[kind] ?? 0), 0);
+  for (const [name, { all, far, forms }] of [...counts].sort()) {
+    const right = (RIGHT[name] ?? []).reduce((sum, form) => sum + (forms[form] ?? 0), 0);
     const share = RIGHT[name] ? `${percent(right, all)} right` : '';
     console.log(
       `${name.padEnd(14)}${String(all).padStart(4)}  ${share.padEnd(13)} ` +
         `a corner moved by more than 8 %: ${percent(far, all)}  ` +
-        JSON.stringify(kinds),
+        JSON.stringify(forms),
     );
   }
 }
 
 function print(p) {
   const share = (value) => (Math.exp(value) / 100).toFixed(4);
-  const freedoms = KINDS.map((name, kind) => [name, freedom(p, kind)])
-    .slice(1)
+  const freedoms = ['STANDING_SQUARE', 'KITE', ...FREEDOMS]
+    .map((form) => [form, freedom(p, form)])
     .sort(([, a], [, b]) => a - b);
   console.log('// Made by `node research/beautifier/kinds.js STROKES`: do not edit.\n');
-  console.log('// Hands err more in the lengths of edges than in their directions.');
+  console.log('// Edges are drawn less accurately in length than in direction.');
   console.log(`constexpr double EDGES = ${share(p[0])};`);
   console.log(`constexpr double DIRECTIONS = ${share(p[1])};`);
   const half = (Math.exp(p[2]) * Math.PI) / 180;

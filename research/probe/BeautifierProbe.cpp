@@ -1,16 +1,16 @@
-// What the beautifier sees in strokes and what it answers, for the tools that
-// train and measure it.
+// Features that the beautifier measures and answers that it gives, for the scripts
+// that train and evaluate it.
 //
 //   probe features|answers|paths|plain|kinds < strokes > table
 //
 // Input: one stroke a line, "count x y x y ...", in drawing-area units. Output:
 // a line of column names, then one line a stroke; for paths the x and y of all
 // points in turn, without names. `plain` gives the paths of figures that are
-// made neither regular nor level. `kinds` gives of every kind of quadrangle, by
-// each of its possible first edges, what hands would have to err in edges and
-// directions (percent), how far it leans (degrees) and how far its worst corner
-// lies from that of the free fit once it is level (percent of the longer side);
-// a stroke without a loop has -1 everywhere.
+// made neither regular nor level. `kinds` gives, for every form of quadrangle and
+// each of its possible first edges, the drawing errors that it implies in edges and
+// directions (percent), its lean (degrees) and the largest distance of a corner
+// from that of the free fit after levelling (percent of the longer side); a stroke
+// without a loop has -1 everywhere. Columns are named `edges0:SQUARE` and so on.
 
 #include "Beautifier/Beautifier.h"
 #include "Beautifier/figures/PolygonFit.h"
@@ -109,20 +109,20 @@ void printPlainPath(const Scrivo::Beautifier& /*beautifier*/, const Stroke& stro
 
 using Quadrangle = std::array<Scrivo::beautifier::Vec, 4>;
 
-/// Calls `visit(kind, fit, errors)` for every kind and first edge, the free one
+/// Calls `visit(form, fit, errors)` for every form and first edge, the free one
 /// last.
 template <typename Visit>
-void forEachKind(const Scrivo::beautifier::PolygonInk& ink, Visit visit) {
+void forEachForm(const Scrivo::beautifier::PolygonInk& ink, Visit visit) {
     using namespace Scrivo::beautifier;
     const PolygonFit free = fitFreePolygon(ink);
-    for (const Kind& kind : quadrangleKinds()) {
-        for (int first = 0; first < kind.firsts; ++first) {
-            const PolygonFit fit = fitPolygon(ink, kind.rule, first);
-            const PolygonFit wider = widerFit(ink, quadrangleKinds(), kind, fit);
-            visit(kind.name, fit, errorsOf(ink, fit, wider, free));
+    for (const Candidate& candidate : quadrangleForms()) {
+        for (int first = 0; first < candidate.firsts; ++first) {
+            const PolygonFit fit = fitPolygon(ink, candidate.form, first);
+            const PolygonFit wider = widerFit(ink, quadrangleForms(), candidate, fit);
+            visit(candidate.id, fit, errorsOf(ink, fit, wider, free));
         }
     }
-    visit(ANY_QUADRANGLE, free, KindErrors{});
+    visit(ANY_QUADRANGLE, free, FormErrors{});
 }
 
 /// Four edges without ink.
@@ -132,13 +132,40 @@ Scrivo::beautifier::PolygonInk noInk() {
     return ink;
 }
 
-std::string kindNames() {
+const char* nameOf(Scrivo::beautifier::QuadrangleForm form) {
+    using namespace Scrivo::beautifier;
+    switch (form) {
+        case SQUARE:
+            return "SQUARE";
+        case STANDING_SQUARE:
+            return "STANDING_SQUARE";
+        case RECTANGLE:
+            return "RECTANGLE";
+        case RHOMBUS:
+            return "RHOMBUS";
+        case PARALLELOGRAM:
+            return "PARALLELOGRAM";
+        case KITE:
+            return "KITE";
+        case ISOSCELES_TRAPEZOID:
+            return "ISOSCELES_TRAPEZOID";
+        case TRAPEZOID:
+            return "TRAPEZOID";
+        case ANY_QUADRANGLE:
+            return "ANY_QUADRANGLE";
+    }
+    return "";
+}
+
+std::string kindColumns() {
     std::string names;
     int i = 0;
-    forEachKind(noInk(), [&](int kind, const auto&, const auto&) {
-        const std::string number = std::to_string(i++) + ":" + std::to_string(kind);
-        for (const char* name : {"edges", "directions", "lean", "moved"}) {
-            names += name + number + " ";
+    forEachForm(noInk(), [&](int form, const auto&, const auto&) {
+        const std::string candidate =
+            std::to_string(i++) + ":" +
+            nameOf(static_cast<Scrivo::beautifier::QuadrangleForm>(form)) + " ";
+        for (const char* column : {"edges", "directions", "lean", "moved"}) {
+            names += column + candidate;
         }
     });
     return names + "\n";
@@ -167,7 +194,7 @@ void printKinds(const Scrivo::Beautifier& /*beautifier*/, const Stroke& stroke) 
     }
     const PolygonInk any = edges.value_or(noInk());
     const PolygonFit free = fitFreePolygon(any);
-    forEachKind(any, [&](int, const PolygonFit& fit, const KindErrors& errors) {
+    forEachForm(any, [&](int, const PolygonFit& fit, const FormErrors& errors) {
         const auto percent = [&](double value) { return std::min(100.0 * value, WORST); };
         if (!edges) {
             std::printf("-1 -1 -1 -1 ");
@@ -191,7 +218,7 @@ std::pair<std::string, Print> modeOf(const std::string& name) {
         return {"type figure confidence reason subtype\n", printAnswer};
     }
     if (name == "kinds") {
-        return {kindNames(), printKinds};
+        return {kindColumns(), printKinds};
     }
     if (name == "plain") {
         return {"", printPlainPath};

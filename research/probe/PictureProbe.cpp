@@ -1,5 +1,4 @@
-// What the template engine sees in strokes on the way to its answer, for the
-// pictures in docs/.
+// Intermediate results of the template engine, for the pictures in docs/.
 //
 //   probe pictures TEMPLATE_FILE... < tasks > findings
 //

@@ -7,14 +7,14 @@
 /// output and returns an exit code.
 namespace probe {
 
-/// What the beautifier sees in strokes and what it answers; `mode` is features,
-/// answers or paths.
+/// Features and answers of the beautifier; `mode` is features, answers, paths, plain
+/// or kinds.
 int beautifier(const std::string& mode);
 
-/// What the template engine sees in strokes on the way to its answer.
+/// Intermediate results of the template engine.
 int pictures(const std::vector<std::string>& templateFiles);
 
-/// Which outlines, as templates, would lie within reach of strokes.
+/// Which outlines, used as templates, would match the strokes.
 int reach();
 
 }  // namespace probe

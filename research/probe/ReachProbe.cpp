@@ -1,4 +1,4 @@
-// Which outlines, as templates, would lie within reach of a stroke.
+// Which outlines, used as templates, would match a stroke.
 //
 // Input: {"outlines": [{"id": 1, "points": [[x, y], ...]}, ...], "strokes":
 // [[[x, y], ...], ...]}; ids are those of templates, strokes are in drawing-area

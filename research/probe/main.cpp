@@ -1,4 +1,4 @@
-// Shows the scripts in research/ what happens inside the engines.
+// Gives the scripts in research/ access to the internals of the engines.
 //
 //   probe features|answers|paths|plain|kinds < strokes > table
 //   probe pictures TEMPLATE_FILE... < tasks > findings

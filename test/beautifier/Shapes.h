@@ -6,11 +6,11 @@
 #include <cmath>
 #include <vector>
 
-/// Exact polygons of every kind in the frame's own units.
+/// Exact polygons of every form, in units of the frame.
 namespace Scrivo::test {
 
 struct Shape {
-    int name;
+    int form;
     std::vector<beautifier::Vec> corners;
 };
 

@@ -9,20 +9,20 @@ namespace {
 
 using namespace beautifier;
 
-using Choose = KindChoice (*)(const PolygonInk&, KindSet);
+using Choose = KindChoice (*)(const PolygonInk&, FormSet);
 
 void expectRecovered(Choose choose, const Shape& shape) {
     const PolygonInk ink = inkOf(shape.corners);
-    const PolygonFit best = choose(ink, KindSet{1} << static_cast<unsigned>(shape.name)).fit;
-    EXPECT_LT(best.squares, 1e-9) << "kind " << shape.name;
+    const PolygonFit best = choose(ink, formBit(shape.form)).fit;
+    EXPECT_LT(best.squares, 1e-9) << "form " << shape.form;
     const PolygonFit free = fitFreePolygon(ink);
     for (std::size_t i = 0; i < shape.corners.size(); ++i) {
-        EXPECT_LT(norm(best.corners.at(i) - shape.corners[i]), 1e-6) << "kind " << shape.name;
-        EXPECT_LT(norm(free.corners.at(i) - shape.corners[i]), 1e-6) << "free, " << shape.name;
+        EXPECT_LT(norm(best.corners.at(i) - shape.corners[i]), 1e-6) << "form " << shape.form;
+        EXPECT_LT(norm(free.corners.at(i) - shape.corners[i]), 1e-6) << "free, " << shape.form;
     }
 }
 
-/// From every corner, in both directions, turned.
+/// Turned, from every corner and in both directions.
 void expectRecoveredAnyhow(Choose choose, Shape shape) {
     for (Vec& p : shape.corners) {
         p = {std::cos(0.4) * p.x - std::sin(0.4) * p.y, std::sin(0.4) * p.x + std::cos(0.4) * p.y};
@@ -36,7 +36,7 @@ void expectRecoveredAnyhow(Choose choose, Shape shape) {
     }
 }
 
-TEST(ConstrainedFit, RecoversExactPolygonsOfEveryKind) {
+TEST(ConstrainedFit, RecoversExactPolygonsOfEveryForm) {
     for (const Shape& shape : exactQuadrangles()) {
         expectRecoveredAnyhow(chooseQuadrangle, shape);
     }
@@ -46,17 +46,17 @@ TEST(ConstrainedFit, RecoversExactPolygonsOfEveryKind) {
 }
 
 TEST(ConstrainedFit, HasInfiniteSquaresWhereThereIsNoSuchPolygon) {
-    const KindRule rule{3, 2, 1, {{{{1}, 0.0, 0}, {{1, 1}, 0.0, 0}, {{1, -1}, 2.0, 0}}}};
+    const PolygonForm form{3, 2, 1, {{{{1}, 0.0, 0}, {{1, 1}, 0.0, 0}, {{1, -1}, 2.0, 0}}}};
     const auto isosceles = [&](double baseAngle) {
         const PolygonInk ink = inkOf({{-0.5, 0}, {0.5, 0}, {0, 0.5 * std::tan(baseAngle)}});
-        return fitPolygon(ink, rule, 0).squares;
+        return fitPolygon(ink, form, 0).squares;
     };
     // Edges at less than a tenth of a radian are parallel.
     EXPECT_EQ(isosceles(0.08), INFINITY);
     EXPECT_LT(isosceles(0.14), 1e-9);
     const PolygonInk dart = inkOf({{1, 0}, {0, 0.4}, {0.35, 0}, {0, -0.4}});
-    for (const Kind& kind : quadrangleKinds()) {
-        EXPECT_GT(fitPolygon(dart, kind.rule, 0).squares, 0.01) << kind.name;
+    for (const Candidate& candidate : quadrangleForms()) {
+        EXPECT_GT(fitPolygon(dart, candidate.form, 0).squares, 0.01) << candidate.id;
     }
 }
 

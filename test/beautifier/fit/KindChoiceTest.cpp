@@ -8,30 +8,28 @@ namespace {
 
 using namespace beautifier;
 
-TEST(KindChoice, PrefersTheSimplestKindThatFits) {
+TEST(KindChoice, PrefersTheSimplestFormThatFits) {
     for (const Shape& shape : exactQuadrangles()) {
-        EXPECT_EQ(chooseQuadrangle(inkOf(shape.corners)).kind, shape.name);
+        EXPECT_EQ(chooseQuadrangle(inkOf(shape.corners)).id, shape.form);
     }
     for (const Shape& shape : exactTriangles()) {
-        EXPECT_EQ(chooseTriangle(inkOf(shape.corners)).kind, shape.name);
+        EXPECT_EQ(chooseTriangle(inkOf(shape.corners)).id, shape.form);
     }
-    EXPECT_EQ(chooseQuadrangle(inkOf({{0, 0}, {1, 0}, {0.7, 0.8}, {0.2, 0.4}})).kind,
-              ANY_QUADRANGLE);
-    EXPECT_EQ(chooseTriangle(inkOf({{0, 0}, {1, 0}, {0.3, 0.4}})).kind, ANY_TRIANGLE);
+    EXPECT_EQ(chooseQuadrangle(inkOf({{0, 0}, {1, 0}, {0.7, 0.8}, {0.2, 0.4}})).id, ANY_QUADRANGLE);
+    EXPECT_EQ(chooseTriangle(inkOf({{0, 0}, {1, 0}, {0.3, 0.4}})).id, ANY_TRIANGLE);
 }
 
-TEST(KindChoice, StaysWithinTheAllowedKinds) {
+TEST(KindChoice, StaysWithinTheAllowedForms) {
     const PolygonInk square = inkOf(exactQuadrangles()[0].corners);
-    for (int name = SQUARE; name <= ANY_QUADRANGLE; ++name) {
-        const KindChoice choice =
-            chooseQuadrangle(square, KindSet{1} << static_cast<unsigned>(name));
-        EXPECT_EQ(choice.kind, name);
-        EXPECT_TRUE(std::isfinite(choice.fit.squares)) << name;
+    for (int form = SQUARE; form <= ANY_QUADRANGLE; ++form) {
+        const KindChoice choice = chooseQuadrangle(square, formBit(form));
+        EXPECT_EQ(choice.id, form);
+        EXPECT_TRUE(std::isfinite(choice.fit.squares)) << form;
     }
     EXPECT_TRUE(std::isnan(chooseQuadrangle(square, 0).fit.corners[0].x));
 }
 
-TEST(KindChoice, MeasuresErrorsAgainstTheWiderKind) {
+TEST(KindChoice, MeasuresErrorsAgainstTheWiderForm) {
     const PolygonInk ink = inkOf(exactQuadrangles()[0].corners);
     const PolygonFit free = fitFreePolygon(ink);
     PolygonFit doubled = free;
@@ -40,7 +38,7 @@ TEST(KindChoice, MeasuresErrorsAgainstTheWiderKind) {
     }
     PolygonFit off = free;
     off.squares = free.squares + ink.count * ink.size * ink.size * 0.09;
-    const KindErrors errors = errorsOf(ink, doubled, off, free);
+    const FormErrors errors = errorsOf(ink, doubled, off, free);
     EXPECT_NEAR(errors.edges, std::log(2.0), 1e-9);
     EXPECT_NEAR(errors.directions, 0.3, 1e-9);
     doubled.squares = INFINITY;

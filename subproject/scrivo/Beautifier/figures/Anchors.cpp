@@ -91,8 +91,7 @@ public:
         const Vec along = at(i - NEAR_STEPS) - a;
         const Vec b = at(i + FAR_STEPS);
         const Vec other = at(i + NEAR_STEPS) - b;
-        const double sine = cross(along, other);
-        const Vec p = a + (cross(b - a, other) / sine) * along;
+        const Vec p = intersection(a, along, b, other);
         const double most = norm(at(i + NEAR_STEPS) - at(i - NEAR_STEPS));
         return norm(p - at(i)) <= most ? p : at(i);
     }

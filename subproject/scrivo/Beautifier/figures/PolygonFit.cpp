@@ -13,7 +13,7 @@ namespace Scrivo::beautifier {
 
 namespace {
 
-// Steps of the fine outline about a corner in which a pen turns.
+// Steps of the fine outline on either side of a corner within which the pen turns.
 constexpr int CORNER_REACH = 4;
 
 }  // namespace

@@ -11,20 +11,21 @@ namespace Scrivo::beautifier {
 /// the stroke must meet.
 Corners fitPolygon(const Evidence& evidence, int count);
 
-/// A gap over the shortest side is cut off here: a gap that wide is a missing
+/// The gap over the shortest side is clamped to this: a gap that wide is a missing
 /// side.
 inline constexpr double MAX_GAP = 1.5;
 
 struct PolygonFeatures {
-    double worst = 0.0;    ///< log of the largest distance of the ink
-    double side = 0.0;     ///< log of the shortest over the longest side
-    double angle = 0.0;    ///< largest interior angle, radians
-    double gap = 0.0;      ///< over the shortest side
-    double corner = 0.0;   ///< log of the largest distance of a corner from the ink
-    double bend = 1.5;     ///< least share of a corner's bend that the ink makes near it
-    double length = 0.0;   ///< log of the path over the perimeter
-    double far = 0.0;      ///< share of the ink away from the polygon
-    double winding = 0.0;  ///< how far the bends at the corners miss one full turn
+    double worst = 0.0;   ///< log of the largest distance of the ink from the polygon
+    double side = 0.0;    ///< log of the shortest over the longest side
+    double angle = 0.0;   ///< largest interior angle, radians
+    double gap = 0.0;     ///< over the shortest side
+    double corner = 0.0;  ///< log of the largest distance of a corner from the ink
+    double bend = 1.5;    ///< least share of a corner's bend that the ink bends near it
+    double length = 0.0;  ///< log of the path over the perimeter
+    double far = 0.0;     ///< share of the ink away from the polygon
+    double winding =
+        0.0;  ///< difference of the sum of the corners' bends from a full turn, radians
 };
 
 PolygonFeatures measurePolygon(const Evidence& evidence, int count);
@@ -41,19 +42,18 @@ void placeCorners(std::span<Point2D> corners, const KindChoice& choice, const Fi
 /// Outline of a closed polygon, 21 points an edge.
 std::vector<Point2D> polygonOutline(std::span<const Point2D> corners);
 
-/// The polygons that may be chosen: those whose kind is wished for, only the one of
-/// free edges where figures are not to become regular, otherwise all. `free` is the
-/// last name.
-template <typename Kind, typename Name>
-KindSet allowedKinds(const Fitted& fitted, Kind (*kindOf)(Name), Name free) {
+/// The forms that may be chosen: those of the kind that is wished for, only the
+/// free one where figures are not to become regular, otherwise all. `free` is the
+/// last form.
+template <typename Kind, typename Form>
+FormSet allowedForms(const Fitted& fitted, Kind (*kindOf)(Form), Form free) {
     if (!fitted.kind && fitted.options.regularFigures) {
-        return ALL_KINDS;
+        return ALL_FORMS;
     }
-    const int wished = fitted.kind.value_or(static_cast<std::uint8_t>(Kind::GENERAL));
-    KindSet allowed = 0;
-    for (int name = 0; name <= free; ++name) {
-        const bool isWished = static_cast<int>(kindOf(static_cast<Name>(name))) == wished;
-        allowed |= KindSet{isWished} << static_cast<unsigned>(name);
+    const Kind wished = fitted.kind ? static_cast<Kind>(*fitted.kind) : Kind::GENERAL;
+    FormSet allowed = 0;
+    for (int id = 0; id <= free; ++id) {
+        allowed |= kindOf(static_cast<Form>(id)) == wished ? formBit(id) : 0;
     }
     return allowed;
 }

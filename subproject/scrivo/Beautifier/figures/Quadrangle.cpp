@@ -7,14 +7,14 @@ namespace Scrivo::beautifier {
 
 namespace {
 
-// Radians that a quadrangle which was meant level leans at most.
+// Largest lean, radians, of a quadrangle that was meant level.
 constexpr double MAX_LEAN = 0.15;
 
-// Corners that miss one full turn by more belong to sides that cross.
+// Sides cross where the bends at the corners differ from a full turn by more, radians.
 constexpr double CROSSED = 3.0;
 
-QuadrangleKind kindOf(FourEdges kind) {
-    switch (kind) {
+QuadrangleKind kindOf(QuadrangleForm form) {
+    switch (form) {
         case SQUARE:
         case STANDING_SQUARE:
             return QuadrangleKind::SQUARE;
@@ -47,9 +47,9 @@ bool QuadrangleFamily::competes(std::span<const double> own) {
 
 Figure QuadrangleFamily::idealise(const Fitted& fitted) {
     const PolygonInk ink = inkOf(fitted.evidence, 4);
-    const KindChoice choice = chooseQuadrangle(ink, allowedKinds(fitted, kindOf, ANY_QUADRANGLE));
+    const KindChoice choice = chooseQuadrangle(ink, allowedForms(fitted, kindOf, ANY_QUADRANGLE));
     QuadrangleFigure quadrangle;
-    quadrangle.subtype = kindOf(static_cast<FourEdges>(choice.kind));
+    quadrangle.subtype = kindOf(static_cast<QuadrangleForm>(choice.id));
     placeCorners(quadrangle.corners, choice, fitted, MAX_LEAN);
     return quadrangle;
 }

@@ -7,10 +7,10 @@ namespace {
 #include "Beautifier/figures/QuadrangleKinds.inc"
 
 // Kites have an inscribed circle, as rhombuses do: one distance for all edges.
-// In a trapezoid the centre lies half way between the parallel edges and as far
-// from one leg as from the other. The first angle is that of the edge or the
-// diagonal by which the figure stands.
-constexpr std::array<Kind, 8> KINDS{{
+// The centre of a trapezoid lies half way between the parallel edges and at equal
+// distances from the legs. The first angle is that of the edge or the diagonal that
+// levelling makes level or upright.
+constexpr std::array<Candidate, 8> FORMS{{
     {SQUARE,
      RECTANGLE,
      1,
@@ -53,17 +53,17 @@ constexpr std::array<Kind, 8> KINDS{{
      KITE_FREEDOM},
 }};
 
-constexpr KindCosts COSTS{EDGES,     DIRECTIONS,     LEAN,
+constexpr FormCosts COSTS{EDGES,     DIRECTIONS,     LEAN,
                           HALF_LEAN, ANY_QUADRANGLE, ANY_QUADRANGLE_FREEDOM};
 
 }  // namespace
 
-std::span<const Kind> quadrangleKinds() {
-    return KINDS;
+std::span<const Candidate> quadrangleForms() {
+    return FORMS;
 }
 
-KindChoice chooseQuadrangle(const PolygonInk& ink, KindSet allowed) {
-    return chooseKind(ink, KINDS, COSTS, allowed);
+KindChoice chooseQuadrangle(const PolygonInk& ink, FormSet allowed) {
+    return chooseKind(ink, FORMS, COSTS, allowed);
 }
 
 }  // namespace Scrivo::beautifier

@@ -4,10 +4,12 @@
 
 #include <span>
 
-/// Squares, rectangles, rhombuses and the like.
+/// Chooses the kind of a quadrangle.
 namespace Scrivo::beautifier {
 
-enum FourEdges : int {
+/// Forms that are fitted. A kind may have several: squares lie level or stand on a
+/// corner.
+enum QuadrangleForm : int {
     SQUARE,
     STANDING_SQUARE,  ///< on a corner
     RECTANGLE,
@@ -19,9 +21,9 @@ enum FourEdges : int {
     ANY_QUADRANGLE
 };
 
-/// All kinds but the free one, of ascending freedom.
-std::span<const Kind> quadrangleKinds();
+/// All forms but the free one, in ascending order of freedom.
+std::span<const Candidate> quadrangleForms();
 
-KindChoice chooseQuadrangle(const PolygonInk& ink, KindSet allowed = ALL_KINDS);
+KindChoice chooseQuadrangle(const PolygonInk& ink, FormSet allowed = ALL_FORMS);
 
 }  // namespace Scrivo::beautifier

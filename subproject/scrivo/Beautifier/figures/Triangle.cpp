@@ -9,11 +9,11 @@ namespace Scrivo::beautifier {
 
 namespace {
 
-// Radians that a triangle which was meant level leans at most.
+// Largest lean, radians, of a triangle that was meant level.
 constexpr double MAX_LEAN = 0.07;
 
-TriangleKind kindOf(ThreeEdges kind) {
-    switch (kind) {
+TriangleKind kindOf(TriangleForm form) {
+    switch (form) {
         case EQUILATERAL:
             return TriangleKind::EQUILATERAL;
         case ISOSCELES:
@@ -35,9 +35,9 @@ std::array<double, TriangleFamily::FEATURES.size()> TriangleFamily::measure(cons
 
 Figure TriangleFamily::idealise(const Fitted& fitted) {
     const PolygonInk ink = inkOf(fitted.evidence, 3);
-    const KindChoice choice = chooseTriangle(ink, allowedKinds(fitted, kindOf, ANY_TRIANGLE));
+    const KindChoice choice = chooseTriangle(ink, allowedForms(fitted, kindOf, ANY_TRIANGLE));
     TriangleFigure triangle;
-    triangle.subtype = kindOf(static_cast<ThreeEdges>(choice.kind));
+    triangle.subtype = kindOf(static_cast<TriangleForm>(choice.id));
     placeCorners(triangle.corners, choice, fitted, MAX_LEAN);
     return triangle;
 }

@@ -5,9 +5,9 @@ namespace Scrivo::beautifier {
 namespace {
 
 // Every triangle has an inscribed circle: one distance for all edges. The first
-// edge is the base or a leg of the right angle, the one by which the triangle
-// stands.
-constexpr std::array<Kind, 5> KINDS{{
+// edge is the base or a leg of the right angle, the one that levelling makes level
+// or upright.
+constexpr std::array<Candidate, 5> FORMS{{
     {EQUILATERAL,
      ANY_TRIANGLE,
      3,
@@ -23,19 +23,20 @@ constexpr std::array<Kind, 5> KINDS{{
     {RIGHT, RIGHT, 3, {3, 2, 1, {{{{1}, 0.0, 0}, {{1}, 0.5, 0}, {{1, 1}, 0.0, 0}}}}, 0.8},
 }};
 
-// No stroke is labelled by the kind of its triangle. Hands are those of the
-// quadrangles, but triangles of no kind are common: the tolerances are smaller.
-constexpr KindCosts COSTS{.edges = 0.022,
+// The strokes have no labels for the kinds of triangles. People draw them as
+// accurately as quadrangles, but general triangles are common, so the tolerances
+// are smaller.
+constexpr FormCosts COSTS{.edges = 0.022,
                           .directions = 0.008,
                           .lean = 3.0,
                           .halfLean = 0.2,
-                          .freeName = ANY_TRIANGLE,
+                          .freeId = ANY_TRIANGLE,
                           .freeFreedom = 2.2};
 
 }  // namespace
 
-KindChoice chooseTriangle(const PolygonInk& ink, KindSet allowed) {
-    return chooseKind(ink, KINDS, COSTS, allowed);
+KindChoice chooseTriangle(const PolygonInk& ink, FormSet allowed) {
+    return chooseKind(ink, FORMS, COSTS, allowed);
 }
 
 }  // namespace Scrivo::beautifier

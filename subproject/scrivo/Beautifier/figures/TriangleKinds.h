@@ -2,11 +2,12 @@
 
 #include "Beautifier/fit/KindChoice.h"
 
-/// Equilateral, isosceles and right triangles.
+/// Chooses the kind of a triangle.
 namespace Scrivo::beautifier {
 
-enum ThreeEdges : int { EQUILATERAL, RIGHT_ISOSCELES, ISOSCELES, RIGHT, ANY_TRIANGLE };
+/// Forms that are fitted.
+enum TriangleForm : int { EQUILATERAL, RIGHT_ISOSCELES, ISOSCELES, RIGHT, ANY_TRIANGLE };
 
-KindChoice chooseTriangle(const PolygonInk& ink, KindSet allowed = ALL_KINDS);
+KindChoice chooseTriangle(const PolygonInk& ink, FormSet allowed = ALL_FORMS);
 
 }  // namespace Scrivo::beautifier

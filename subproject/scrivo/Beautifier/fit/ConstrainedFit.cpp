@@ -15,18 +15,18 @@ namespace {
 constexpr double PI = std::numbers::pi;
 constexpr double INF = std::numeric_limits<double>::infinity();
 
-// Share of an edge at either end whose points count for no edge.
+// Points within this share of an edge from either end are assigned to no edge.
 constexpr double MARGIN = 0.12;
 
-// Instead of them either corner of the free fit counts as this share of the
+// In their place each corner of the free fit has this share of the weight of the
 // edge's points.
 constexpr double CORNER = 0.25;
 
-// The edge as first fitted counts as that many points, so that an edge without
-// ink stays where it is.
+// The edge as first fitted has the weight of this many points, so that an edge
+// without ink stays where it is.
 constexpr double PRIOR = 0.5;
 
-// Sines of angles between edges below which these meet anywhere.
+// Below this sine of the angle between them, edges count as parallel.
 constexpr double PARALLEL = 0.1;
 
 constexpr int STEPS = 2;
@@ -59,10 +59,10 @@ struct Normal {
         }
     }
 
-    /// By Cholesky decomposition. The least pivot lets unknowns rest that the
-    /// ink says nothing of.
+    /// By Cholesky decomposition. The lower bound of the pivots leaves unknowns
+    /// alone that the ink does not determine.
     Row solve() {
-        constexpr double LEAST = 1e-9;
+        constexpr double MIN_PIVOT = 1e-9;
         Row x = right;
         for (std::size_t a = 0; a < N; ++a) {
             for (std::size_t b = 0; b < a; ++b) {
@@ -73,7 +73,7 @@ struct Normal {
                 m[a][a] -= m[a][b] * m[a][b];
                 x[a] -= m[a][b] * x[b];
             }
-            m[a][a] = 1.0 / std::sqrt(std::max(m[a][a], LEAST));
+            m[a][a] = 1.0 / std::sqrt(std::max(m[a][a], MIN_PIVOT));
             x[a] *= m[a][a];
         }
         for (std::size_t a = N; a-- > 0;) {
@@ -86,21 +86,21 @@ struct Normal {
     }
 };
 
-/// A kind's polygon, to be improved. `N` unknowns: the centre, the angles, the
-/// distances.
+/// Iterates towards the best polygon of a form. `N` unknowns: the centre, the
+/// angles, the distances.
 template <std::size_t N>
-class Candidate {
+class Iteration {
 public:
-    Candidate(const PolygonInk& ink, const KindRule& rule, int first)
-        : m_ink(ink), m_rule(rule), m_first(first), m_angles(index(rule.angles)) {
+    Iteration(const PolygonInk& ink, const PolygonForm& form, int first)
+        : m_ink(ink), m_form(form), m_first(first), m_angles(index(form.angles)) {
         start();
-        turn();
+        updateNormals();
     }
 
     /// One Gauss-Newton step on the distances of all points from their edges.
     void improve() {
         Normal<N> normal;
-        for (int k = 0; k < m_rule.edges; ++k) {
+        for (int k = 0; k < m_form.edges; ++k) {
             const EdgeInk& e = inkOf(k);
             const Vec n = m_normals[index(k)];
             const Vec t{-n.y, n.x};
@@ -110,7 +110,7 @@ public:
             typename Normal<N>::Row mean{n.x, n.y};
             typename Normal<N>::Row scatter{};
             for (std::size_t a = 0; a < m_angles; ++a) {
-                const double turns = m_rule.edge[index(k)].turns[a];
+                const double turns = m_form.edge[index(k)].turns[a];
                 mean[2 + a] = -turns * along;
                 scatter[2 + a] = -turns;
             }
@@ -125,22 +125,24 @@ public:
         for (std::size_t i = 2; i < N; ++i) {
             m_values[i] += step[i];
         }
-        turn();
+        updateNormals();
     }
 
     PolygonFit fit() const {
         PolygonFit fit;
-        fit.edges = m_rule.edges;
+        fit.edges = m_form.edges;
         fit.axis = m_values[2];
-        for (int k = 0; k < m_rule.edges; ++k) {
+        for (int k = 0; k < m_form.edges; ++k) {
             fit.squares += squares(k);
-            const int before = k == 0 ? m_rule.edges - 1 : k - 1;
+            const int before = k == 0 ? m_form.edges - 1 : k - 1;
             const Vec a = m_normals[index(before)];
             const Vec b = m_normals[index(k)];
             const double sine = cross(a, b);
+            // From distances to the centre, which the iteration keeps, not by points
+            // on the edges as in `intersection`.
             const double c = m_values[distance(before)] / sine;
             const double d = m_values[distance(k)] / sine;
-            fit.corners[index((m_first + k) % m_rule.edges)] =
+            fit.corners[index((m_first + k) % m_form.edges)] =
                 m_centre + Vec{c * b.y - d * a.y, d * a.x - c * b.x};
             if (!(sine > PARALLEL)) {
                 fit.squares = INF;
@@ -150,9 +152,9 @@ public:
     }
 
 private:
-    const EdgeInk& inkOf(int k) const { return m_ink.edge[index((m_first + k) % m_rule.edges)]; }
+    const EdgeInk& inkOf(int k) const { return m_ink.edge[index((m_first + k) % m_form.edges)]; }
     std::size_t distance(int k) const {
-        return 2 + m_angles + index(m_rule.edge[index(k)].distance);
+        return 2 + m_angles + index(m_form.edge[index(k)].distance);
     }
 
     double squares(int k) const {
@@ -162,26 +164,27 @@ private:
         return e.xx * n.x * n.x + 2.0 * e.xy * n.x * n.y + e.yy * n.y * n.y + e.count * off * off;
     }
 
-    /// The angles next to those of the free edges, the centre among the corners.
+    /// Starts from the mean of the corners and the angles that match the normals of
+    /// the free edges best.
     void start() {
         Normal<3> normal;
-        for (int k = 0; k < m_rule.edges; ++k) {
+        for (int k = 0; k < m_form.edges; ++k) {
             const EdgeInk& e = inkOf(k);
-            const EdgeRule& rule = m_rule.edge[index(k)];
-            const int edge = (m_first + k) % m_rule.edges;
-            const double laps = m_first + k >= m_rule.edges ? 2.0 : 0.0;
+            const EdgeRule& rule = m_form.edge[index(k)];
+            const int edge = (m_first + k) % m_form.edges;
+            const double wrap = m_first + k >= m_form.edges ? 2.0 : 0.0;
             Normal<3>::Row row{};
             std::copy(rule.turns.begin(), rule.turns.end(), row.begin());
-            normal.add(row, e.xx + e.yy, m_ink.normals[index(edge)] + (laps - rule.fixed) * PI);
-            m_centre = m_centre + (1.0 / m_rule.edges) * m_ink.corners[index(k)];
+            normal.add(row, e.xx + e.yy, m_ink.normals[index(edge)] + (wrap - rule.fixed) * PI);
+            m_centre = m_centre + (1.0 / m_form.edges) * m_ink.corners[index(k)];
         }
         const auto angles = normal.solve();
-        std::copy(angles.begin(), angles.begin() + m_rule.angles, m_values.begin() + 2);
+        std::copy(angles.begin(), angles.begin() + m_form.angles, m_values.begin() + 2);
     }
 
-    void turn() {
-        for (int k = 0; k < m_rule.edges; ++k) {
-            const EdgeRule& rule = m_rule.edge[index(k)];
+    void updateNormals() {
+        for (int k = 0; k < m_form.edges; ++k) {
+            const EdgeRule& rule = m_form.edge[index(k)];
             double direction = rule.fixed * PI;
             for (std::size_t a = 0; a < m_angles; ++a) {
                 direction += rule.turns[a] * m_values[2 + a];
@@ -191,11 +194,11 @@ private:
     }
 
     const PolygonInk& m_ink;
-    const KindRule& m_rule;
+    const PolygonForm& m_form;
     int m_first;
     std::size_t m_angles;
     Vec m_centre;
-    std::array<double, MAX_UNKNOWNS> m_values{};  ///< places 0 and 1 stay empty
+    std::array<double, MAX_UNKNOWNS> m_values{};  ///< elements 0 and 1 are unused
     std::array<Vec, MAX_EDGES> m_normals;
 };
 
@@ -207,12 +210,12 @@ PolygonFit inDrawingOrder(PolygonFit fit, bool reversed) {
 }
 
 template <std::size_t N>
-PolygonFit fitWith(const PolygonInk& ink, const KindRule& rule, int first) {
-    Candidate<N> candidate(ink, rule, first);
+PolygonFit fitWith(const PolygonInk& ink, const PolygonForm& form, int first) {
+    Iteration<N> iteration(ink, form, first);
     for (int i = 0; i < STEPS; ++i) {
-        candidate.improve();
+        iteration.improve();
     }
-    return inDrawingOrder(candidate.fit(), ink.reversed);
+    return inDrawingOrder(iteration.fit(), ink.reversed);
 }
 
 /// Weighted sums of coordinates and their products about some origin.
@@ -246,7 +249,7 @@ void orient(PolygonInk& ink, std::span<const Vec> corners) {
     }
 }
 
-/// An edge while points are given to the edges.
+/// An edge while points are being assigned.
 struct Piece {
     Vec from;
     Vec along;
@@ -254,7 +257,7 @@ struct Piece {
     Sums sums;
 };
 
-void give(Vec p, std::span<Piece> pieces) {
+void assign(Vec p, std::span<Piece> pieces) {
     double nearest = INF;
     double place = 0.0;
     Piece* best = nullptr;
@@ -274,8 +277,8 @@ void give(Vec p, std::span<Piece> pieces) {
     }
 }
 
-/// Where the free edges meet. Edges that hardly bend meet anywhere: there the
-/// first fit knows better.
+/// Where the free edges meet. Where two of them are nearly parallel, their
+/// intersection is ill-conditioned and the corner of the first fit stays.
 std::array<Vec, MAX_EDGES> freeCorners(const PolygonInk& ink) {
     std::array<Vec, MAX_EDGES> along;
     for (int k = 0; k < ink.edges; ++k) {
@@ -287,18 +290,16 @@ std::array<Vec, MAX_EDGES> freeCorners(const PolygonInk& ink) {
         const int before = k == 0 ? ink.edges - 1 : k - 1;
         const Vec a = along[index(before)];
         const Vec b = along[index(k)];
-        const Vec origin = ink.edge[index(before)].mean;
-        const Vec to = ink.edge[index(k)].mean - origin;
-        const double sine = cross(a, b);
-        if (std::abs(sine) > PARALLEL) {
-            corners[index(k)] = origin + (cross(to, b) / sine) * a;
+        if (std::abs(cross(a, b)) > PARALLEL) {
+            corners[index(k)] =
+                intersection(ink.edge[index(before)].mean, a, ink.edge[index(k)].mean, b);
         }
     }
     return corners;
 }
 
-/// Lets the edges reach to the corners of the free fit, which leaves that fit as
-/// it is.
+/// Adds the corners of the free fit to the points of the edges. They lie on the
+/// free edges, so the free fit does not change.
 void addCorners(PolygonInk& ink) {
     ink.corners = freeCorners(ink);
     for (int k = 0; k < ink.edges; ++k) {
@@ -343,7 +344,7 @@ PolygonInk inkAlong(std::span<const Vec> points, std::span<const Vec> corners) {
         pieces[index(k)].sums.add((1.0 - MARGIN) * along, 0.5 * PRIOR);
     }
     for (const Vec& p : points) {
-        give(p, {pieces.data(), index(ink.edges)});
+        assign(p, {pieces.data(), index(ink.edges)});
     }
     for (int k = 0; k < ink.edges; ++k) {
         ink.edge[index(k)] = pieces[index(k)].sums.about(pieces[index(k)].from);
@@ -353,16 +354,16 @@ PolygonInk inkAlong(std::span<const Vec> points, std::span<const Vec> corners) {
     return ink;
 }
 
-PolygonFit fitPolygon(const PolygonInk& ink, const KindRule& rule, int first) {
-    switch (2 + rule.angles + rule.distances) {
+PolygonFit fitPolygon(const PolygonInk& ink, const PolygonForm& form, int first) {
+    switch (2 + form.angles + form.distances) {
         case 4:
-            return fitWith<4>(ink, rule, first);
+            return fitWith<4>(ink, form, first);
         case 5:
-            return fitWith<5>(ink, rule, first);
+            return fitWith<5>(ink, form, first);
         case 6:
-            return fitWith<6>(ink, rule, first);
+            return fitWith<6>(ink, form, first);
         default:
-            return fitWith<MAX_UNKNOWNS>(ink, rule, first);
+            return fitWith<MAX_UNKNOWNS>(ink, form, first);
     }
 }
 

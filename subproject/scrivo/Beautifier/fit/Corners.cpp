@@ -6,7 +6,7 @@ namespace Scrivo::beautifier {
 
 namespace {
 
-/// Point `i`; the indices of a loop go on behind its end.
+/// Point `i`; the indices of a loop continue past its end.
 Vec at(const Coarse& points, int i) {
     return points[static_cast<std::size_t>(i < COARSE ? i : i - LOOP)];
 }
@@ -20,16 +20,6 @@ FittedLine lineOf(const Scatter& scatter, const PolylineFit& fit, int piece) {
     return scatter.line(first + margin, last - margin);
 }
 
-/// Where two lines meet; `ink` when they are nearly parallel or meet far away.
-Vec meet(const FittedLine& a, const FittedLine& b, Vec ink, double size) {
-    const double sine = cross(a.along, b.along);
-    if (std::abs(sine) < 0.1) {
-        return ink;
-    }
-    const Vec p = a.centre + (cross(b.centre - a.centre, b.along) / sine) * a.along;
-    return norm(p - ink) > 0.25 * size ? ink : p;
-}
-
 double worstDistance(const Coarse& points, const FittedLine& line, int first, int last) {
     double worst = 0.0;
     for (int i = first; i <= last; ++i) {
@@ -40,6 +30,14 @@ double worstDistance(const Coarse& points, const FittedLine& line, int first, in
 
 }  // namespace
 
+Vec cornerOf(const FittedLine& a, const FittedLine& b, Vec ink, double size) {
+    if (std::abs(cross(a.along, b.along)) < 0.1) {
+        return ink;
+    }
+    const Vec p = intersection(a.centre, a.along, b.centre, b.along);
+    return norm(p - ink) > 0.25 * size ? ink : p;
+}
+
 Corners cornersOf(const Coarse& points, const Scatter& scatter, const PolylineFit& fit, bool closed,
                   double size) {
     Corners corners;
@@ -49,9 +47,8 @@ Corners cornersOf(const Coarse& points, const Scatter& scatter, const PolylineFi
         const int last = fit.knots[static_cast<std::size_t>(k) + 1];
         const FittedLine line = lineOf(scatter, fit, k);
         if (closed || k > 0) {
-            const Vec ink = at(points, first);
-            const Vec corner = meet(before, line, ink, size);
-            corners.at[static_cast<std::size_t>(corners.count++)] = corner;
+            corners.at[static_cast<std::size_t>(corners.count++)] =
+                cornerOf(before, line, at(points, first), size);
         }
         corners.worst = std::max(corners.worst, worstDistance(points, line, first + 1, last - 1));
         before = line;

@@ -15,9 +15,11 @@ struct Corners {
     double worst = 0.0;  ///< largest distance of a point from its piece's line
 };
 
+/// Where two lines meet; `ink` when they are nearly parallel or meet far away.
+Vec cornerOf(const FittedLine& a, const FittedLine& b, Vec ink, double size);
+
 /// Corners between successive pieces of `fit`, for a closed fit also at the
-/// start. `scatter` describes `points`; `size` is the stroke's. Where two lines
-/// are nearly parallel or meet far away, the corner is the point of the ink.
+/// start. `scatter` describes `points`; `size` is the stroke's.
 Corners cornersOf(const Coarse& points, const Scatter& scatter, const PolylineFit& fit, bool closed,
                   double size);
 

@@ -16,15 +16,16 @@ double edgeOf(const PolygonFit& fit, int k) {
                 fit.corners[static_cast<std::size_t>(k)]);
 }
 
-/// Share by which the ink strays further from `fit`.
-double strayOf(const PolygonInk& ink, const PolygonFit& fit, const PolygonFit& free) {
+/// By how much the ink lies further from `fit` than from the free one, share of
+/// the size.
+double excessOf(const PolygonInk& ink, const PolygonFit& fit, const PolygonFit& free) {
     return std::sqrt(std::max(fit.squares - free.squares, 0.0) / ink.count) / ink.size;
 }
 
-PolygonFit bestOf(const PolygonInk& ink, const Kind& kind) {
-    PolygonFit best = fitPolygon(ink, kind.rule, 0);
-    for (int first = 1; first < kind.firsts; ++first) {
-        const PolygonFit fit = fitPolygon(ink, kind.rule, first);
+PolygonFit bestOf(const PolygonInk& ink, const Candidate& candidate) {
+    PolygonFit best = fitPolygon(ink, candidate.form, 0);
+    for (int first = 1; first < candidate.firsts; ++first) {
+        const PolygonFit fit = fitPolygon(ink, candidate.form, first);
         best = fit.squares < best.squares ? fit : best;
     }
     return best;
@@ -40,90 +41,90 @@ PolygonFit noPolygon() {
     return fit;
 }
 
-bool isAllowed(KindSet allowed, int name) {
-    return ((allowed >> static_cast<unsigned>(name)) & 1U) != 0;
+bool isAllowed(FormSet allowed, int id) {
+    return (allowed & formBit(id)) != 0;
 }
 
 double square(double value) {
     return value * value;
 }
 
-/// Costs of fits to one ink.
-class Prices {
+/// Costs of the fits to one stroke.
+class Pricing {
 public:
-    Prices(const PolygonInk& ink, std::span<const Kind> kinds, const KindCosts& costs)
-        : m_ink(ink), m_kinds(kinds), m_costs(costs), m_free(fitFreePolygon(ink)) {}
+    Pricing(const PolygonInk& ink, std::span<const Candidate> candidates, const FormCosts& costs)
+        : m_ink(ink), m_candidates(candidates), m_costs(costs), m_free(fitFreePolygon(ink)) {}
 
     [[nodiscard]] const PolygonFit& freeFit() const { return m_free; }
-    [[nodiscard]] double ofFree() const { return m_costs.freeFreedom + ofLean(m_free); }
+    [[nodiscard]] double freeCost() const { return m_costs.freeFreedom + leanCost(m_free); }
 
-    double of(const Kind& kind, const PolygonFit& fit) {
-        if (kind.wider != kind.name && kind.wider != m_widerName) {
-            m_wider = widerFit(m_ink, m_kinds, kind, fit);
-            m_widerName = kind.wider;
+    double costOf(const Candidate& candidate, const PolygonFit& fit) {
+        if (candidate.widerId != candidate.id && candidate.widerId != m_widerId) {
+            m_wider = widerFit(m_ink, m_candidates, candidate, fit);
+            m_widerId = candidate.widerId;
         }
-        const PolygonFit& wider = kind.wider == kind.name ? fit : m_wider;
-        const KindErrors errors = errorsOf(m_ink, fit, wider, m_free);
-        return kind.freedom + square(errors.edges / m_costs.edges) +
-               square(errors.directions / m_costs.directions) + ofLean(fit);
+        const PolygonFit& wider = candidate.widerId == candidate.id ? fit : m_wider;
+        const FormErrors errors = errorsOf(m_ink, fit, wider, m_free);
+        return candidate.freedom + square(errors.edges / m_costs.edges) +
+               square(errors.directions / m_costs.directions) + leanCost(fit);
     }
 
 private:
-    [[nodiscard]] double ofLean(const PolygonFit& fit) const {
+    [[nodiscard]] double leanCost(const PolygonFit& fit) const {
         const double angle = square(lean(fit.axis));
         return m_costs.lean * angle / (angle + square(m_costs.halfLean));
     }
 
     const PolygonInk& m_ink;
-    std::span<const Kind> m_kinds;
-    const KindCosts& m_costs;
+    std::span<const Candidate> m_candidates;
+    const FormCosts& m_costs;
     PolygonFit m_free;
-    int m_widerName = -1;
-    PolygonFit m_wider;
+    int m_widerId = -1;
+    PolygonFit m_wider;  ///< of the form `m_widerId`, which several candidates share
 };
 
 }  // namespace
 
-KindErrors errorsOf(const PolygonInk& ink, const PolygonFit& fit, const PolygonFit& wider,
+FormErrors errorsOf(const PolygonInk& ink, const PolygonFit& fit, const PolygonFit& wider,
                     const PolygonFit& free) {
     double sum = 0.0;
     for (int k = 0; k < fit.edges; ++k) {
         sum += square(std::log(edgeOf(fit, k) / edgeOf(wider, k)));
     }
-    // No such polygon: what is not finite must not win.
+    // A polygon that does not exist must not win.
     const bool exists = std::isfinite(fit.squares) && std::isfinite(sum);
-    return {exists ? std::sqrt(sum / fit.edges) : INF, strayOf(ink, wider, free)};
+    return {exists ? std::sqrt(sum / fit.edges) : INF, excessOf(ink, wider, free)};
 }
 
-PolygonFit widerFit(const PolygonInk& ink, std::span<const Kind> kinds, const Kind& kind,
-                    const PolygonFit& fit) {
-    if (kind.wider == kind.name) {
+PolygonFit widerFit(const PolygonInk& ink, std::span<const Candidate> candidates,
+                    const Candidate& candidate, const PolygonFit& fit) {
+    if (candidate.widerId == candidate.id) {
         return fit;
     }
-    const auto wider = std::find_if(kinds.begin(), kinds.end(),
-                                    [&](const Kind& k) { return k.name == kind.wider; });
-    return wider == kinds.end() ? fitFreePolygon(ink) : bestOf(ink, *wider);
+    const auto wider = std::find_if(candidates.begin(), candidates.end(),
+                                    [&](const Candidate& c) { return c.id == candidate.widerId; });
+    return wider == candidates.end() ? fitFreePolygon(ink) : bestOf(ink, *wider);
 }
 
-KindChoice chooseKind(const PolygonInk& ink, std::span<const Kind> kinds, const KindCosts& costs,
-                      KindSet allowed) {
-    Prices prices(ink, kinds, costs);
-    KindChoice best{costs.freeName, noPolygon()};
+KindChoice chooseKind(const PolygonInk& ink, std::span<const Candidate> candidates,
+                      const FormCosts& costs, FormSet allowed) {
+    Pricing pricing(ink, candidates, costs);
+    KindChoice best{costs.freeId, noPolygon()};
     double least = INF;
-    if (isAllowed(allowed, costs.freeName)) {
-        best.fit = prices.freeFit();
-        least = prices.ofFree();
+    if (isAllowed(allowed, costs.freeId)) {
+        best.fit = pricing.freeFit();
+        least = pricing.freeCost();
     }
-    for (const Kind& kind : kinds) {
-        if (!isAllowed(allowed, kind.name)) {
+    for (const Candidate& candidate : candidates) {
+        if (!isAllowed(allowed, candidate.id)) {
             continue;
         }
-        for (int first = 0; first < kind.firsts && kind.freedom < least; ++first) {
-            const PolygonFit fit = fitPolygon(ink, kind.rule, first);
-            const double cost = prices.of(kind, fit);
+        for (int first = 0; first < candidate.firsts && candidate.freedom < least; ++first) {
+            const PolygonFit fit = fitPolygon(ink, candidate.form, first);
+            const double cost = pricing.costOf(candidate, fit);
             if (cost < least) {
                 least = cost;
-                best = {kind.name, fit};
+                best = {candidate.id, fit};
             }
         }
     }

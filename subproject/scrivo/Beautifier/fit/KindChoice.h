@@ -5,60 +5,67 @@
 #include <cstdint>
 #include <span>
 
-/// Which kind of polygon was meant: the simplest that hands explain.
+/// Chooses the form of polygon that a stroke was most likely meant as.
+///
+/// The cost of a form is the drawing error that it implies, plus a cost of its
+/// degrees of freedom, plus a charge when it is neither level nor upright. People
+/// draw the lengths of edges less accurately than their directions, so the two
+/// errors have tolerances of their own: a form with equal edges is compared with
+/// a wider form without that constraint. The cheapest form wins.
 namespace Scrivo::beautifier {
 
-/// A kind of polygon and what it costs: what hands would have to err to draw the
-/// ink and mean the kind, plus what the freedom of the kind costs, plus a charge
-/// for a first angle that is neither level nor upright. Hands err more in the
-/// lengths of edges than in their directions, so these count apart: kinds with
-/// equal edges have a wider kind without. The cheapest kind is chosen.
-struct Kind {
-    int name;    ///< number of the kind in its own enumeration
-    int wider;   ///< name of the wider kind, its own where there is none; one that is not in the
-                 ///< list for free edges
-    int firsts;  ///< how many of the edges can be the first one
-    KindRule rule;
-    double freedom;
+/// A form to choose from.
+struct Candidate {
+    int id;       ///< its value in the enumeration of forms
+    int widerId;  ///< of the wider form; its own where there is none, one that is not in the
+                  ///< list for free edges
+    int firsts;   ///< how many of the edges can be the first one
+    PolygonForm form;
+    double freedom;  ///< cost of its degrees of freedom
 };
 
-/// What the kinds of a family have in common. The numbers were learnt from
+/// What the forms of a family have in common. The values were learnt from
 /// people's strokes, see docs/beautifier.md.
-struct KindCosts {
-    double edges;       ///< what hands err, as `KindErrors` has it
-    double directions;  ///< the same for directions
-    double lean;        ///< most that a lean costs
-    double halfLean;    ///< lean that costs half of it, radians
-    int freeName;       ///< name of the polygon of free edges
-    double freeFreedom;
+struct FormCosts {
+    double edges;        ///< tolerance of `FormErrors::edges`
+    double directions;   ///< tolerance of `FormErrors::directions`
+    double lean;         ///< largest charge for leaning
+    double halfLean;     ///< lean that is charged half of it, radians
+    int freeId;          ///< of the polygon of free edges
+    double freeFreedom;  ///< cost of its degrees of freedom
 };
 
 struct KindChoice {
-    int kind = 0;
+    int id = 0;  ///< of the form
     PolygonFit fit;
 };
 
-/// Names of kinds as bits.
-using KindSet = std::uint32_t;
-inline constexpr KindSet ALL_KINDS = ~KindSet{0};
+/// A bit for the id of each form.
+using FormSet = std::uint32_t;
+inline constexpr FormSet ALL_FORMS = ~FormSet{0};
 
-/// The cheapest of `kinds` and of the free polygon that is `allowed`; quickest when
-/// their freedoms ascend. Corners are NaN when there is no such polygon.
-KindChoice chooseKind(const PolygonInk& ink, std::span<const Kind> kinds, const KindCosts& costs,
-                      KindSet allowed = ALL_KINDS);
+constexpr FormSet formBit(int id) {
+    return FormSet{1} << static_cast<unsigned>(id);
+}
 
-/// How far a fit is from the free one.
-struct KindErrors {
-    double edges = 0.0;       ///< root mean square logarithm of edges over those of the wider kind
-    double directions = 0.0;  ///< root mean square distance of the ink from the wider kind, beyond
+/// The cheapest of the `candidates` and the free polygon whose bit is in `allowed`;
+/// fastest when the candidates are in ascending order of freedom. Corners are NaN
+/// when there is no such polygon.
+KindChoice chooseKind(const PolygonInk& ink, std::span<const Candidate> candidates,
+                      const FormCosts& costs, FormSet allowed = ALL_FORMS);
+
+/// Drawing errors that a fit implies.
+struct FormErrors {
+    double edges = 0.0;       ///< root mean square logarithm of edges over those of the wider form
+    double directions = 0.0;  ///< root mean square distance of the ink from the wider form, beyond
                               ///< that from the free fit, share of the size
 };
 
-KindErrors errorsOf(const PolygonInk& ink, const PolygonFit& fit, const PolygonFit& wider,
+FormErrors errorsOf(const PolygonInk& ink, const PolygonFit& fit, const PolygonFit& wider,
                     const PolygonFit& free);
 
-/// The best fit of the kind that is wider than `kind`; `fit` where there is none.
-PolygonFit widerFit(const PolygonInk& ink, std::span<const Kind> kinds, const Kind& kind,
-                    const PolygonFit& fit);
+/// The best fit of the form that is wider than `candidate`; `fit` where there is none.
+PolygonFit widerFit(const PolygonInk& ink, std::span<const Candidate> candidates,
+                    const Candidate& candidate, const PolygonFit& fit);
 
 }  // namespace Scrivo::beautifier

@@ -10,7 +10,7 @@ namespace Scrivo::beautifier {
 namespace {
 
 /// Makes coordinates equal that differ by rounding only.
-void settle(std::span<Vec> corners, double Vec::*coordinate, double size) {
+void unify(std::span<Vec> corners, double Vec::*coordinate, double size) {
     constexpr double ROUNDING = 1e-12;
     for (std::size_t i = 0; i < corners.size(); ++i) {
         for (std::size_t k = 0; k < i; ++k) {
@@ -34,8 +34,8 @@ double leanOf(Vec along) {
     return lean(std::atan2(along.y, along.x));
 }
 
-/// Makes the end of a leg exactly level or upright of the vertex.
-void settleLeg(Vec& end, Vec vertex) {
+/// Makes the end of a leg exactly level with the vertex or exactly above or below it.
+void straightenLeg(Vec& end, Vec vertex) {
     const Vec along = end - vertex;
     double Vec::*const across = std::abs(along.x) > std::abs(along.y) ? &Vec::y : &Vec::x;
     end.*across = vertex.*across;
@@ -79,8 +79,8 @@ void level(std::span<Vec> corners, double axis, double maxLean) {
         p = turned(p, centre, -turn);
         size = std::max(size, norm(p - centre));
     }
-    settle(corners, &Vec::x, size);
-    settle(corners, &Vec::y, size);
+    unify(corners, &Vec::x, size);
+    unify(corners, &Vec::y, size);
 }
 
 void levelLegs(std::span<Vec, 3> points, double maxLean) {
@@ -94,12 +94,12 @@ void levelLegs(std::span<Vec, 3> points, double maxLean) {
     for (Vec& p : points) {
         p = turned(p, centre, -turn);
     }
-    settleLeg(points[isFirst ? 0 : 2], points[1]);
+    straightenLeg(points[isFirst ? 0 : 2], points[1]);
     Vec& other = points[isFirst ? 2 : 0];
     const double rest = leanOf(other - points[1]);
     if (std::abs(rest) <= maxLean) {
         other = turned(other, points[1], -rest);
-        settleLeg(other, points[1]);
+        straightenLeg(other, points[1]);
     }
 }
 

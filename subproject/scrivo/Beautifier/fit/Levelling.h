@@ -4,26 +4,26 @@
 
 #include <span>
 
-/// Turns what is nearly level or upright until it is exactly so. Everything is
-/// turned as a whole: what is equal, parallel or perpendicular stays so.
+/// Turns figures that are nearly level or upright until they are exactly so. A
+/// figure is turned as a whole: equal, parallel and perpendicular edges stay so.
 namespace Scrivo::beautifier {
 
-/// How far `direction` is from level or upright, radians, at most pi / 4 either
-/// way.
+/// Signed angle of `direction` from the nearest of level and upright, radians, at
+/// most pi / 4 either way.
 double lean(double direction);
 
-/// The least lean of the polygon's edges.
+/// The lean of the edge that leans least.
 double leastLean(std::span<const Vec> corners);
 
 /// Turns a polygon about the mean of its corners: by the lean of `axis`, one of
-/// its symmetries or main edges, or else by that of an edge, if that is at most
-/// `maxLean` radians. Corners that come
-/// to lie level or upright of each other share that coordinate exactly.
+/// its symmetry axes or main edges, or else by the least lean of an edge, if that is
+/// at most `maxLean` radians. Corners that come to lie level with or above each other
+/// share that coordinate exactly.
 void level(std::span<Vec> corners, double axis, double maxLean);
 
-/// Turns an angle (leg end, vertex, leg end) about its middle until the leg that
-/// leans less is level or upright, then the other leg about the vertex if that
-/// one leans little as well.
+/// Turns an angle (leg end, vertex, leg end) about its centroid until the leg that
+/// leans less is level or upright, then the other leg about the vertex, each if it
+/// leans by `maxLean` radians at most.
 void levelLegs(std::span<Vec, 3> points, double maxLean);
 
 /// `p` turned about `centre` by `angle` radians.

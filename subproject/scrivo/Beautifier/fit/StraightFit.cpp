@@ -1,6 +1,6 @@
 #include "Beautifier/fit/StraightFit.h"
 
-#include "Beautifier/fit/Polyline.h"
+#include "Beautifier/fit/Corners.h"
 #include "Beautifier/fit/Retrace.h"
 
 #include <algorithm>
@@ -65,13 +65,6 @@ Vec outermost(std::span<const Vec> points, const FittedLine& line, Vec direction
     return foot(line, far);
 }
 
-/// Legs that hardly bend meet anywhere: the ink of the bend knows better.
-Vec meet(const FittedLine& a, const FittedLine& b, Vec ink, double size) {
-    const double sine = cross(a.along, b.along);
-    const Vec p = a.centre + (cross(b.centre - a.centre, b.along) / sine) * a.along;
-    return std::abs(sine) > 0.1 && norm(p - ink) < 0.25 * size ? p : ink;
-}
-
 }  // namespace
 
 Segment fitSegment(const Evidence& evidence) {
@@ -97,7 +90,7 @@ LegsFit fitLegs(const Evidence& evidence) {
     const auto second = all.subspan(static_cast<std::size_t>(knot + margin));
     const FittedLine a = robustLine(first, evidence.size);
     const FittedLine b = robustLine(second, evidence.size);
-    const Vec vertex = meet(a, b, points[static_cast<std::size_t>(knot)], evidence.size);
+    const Vec vertex = cornerOf(a, b, points[static_cast<std::size_t>(knot)], evidence.size);
     const Vec back = points.front() - vertex;
     const Vec on = points.back() - vertex;
     return {outermost(first, a, back), vertex, outermost(second, b, on)};

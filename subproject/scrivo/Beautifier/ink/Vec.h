@@ -35,6 +35,12 @@ inline double turn(Vec a, Vec b) {
     return std::atan2(cross(a, b), dot(a, b));
 }
 
+/// Where the line through `a` along `u` meets the line through `b` along `v`; not
+/// finite when they are parallel.
+inline Vec intersection(Vec a, Vec u, Vec b, Vec v) {
+    return a + (cross(b - a, v) / cross(u, v)) * u;
+}
+
 /// Distance of `p` from the straight piece between `a` and `b`.
 inline double distanceToPiece(Vec p, Vec a, Vec b) {
     const Vec along = b - a;
