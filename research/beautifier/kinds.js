@@ -9,6 +9,7 @@
 // cross-validation; strokes of one writer, where known, are in the same fold.
 
 const { readArguments } = require('./arguments.js');
+const { sigmoid } = require('./learn.js');
 const { minimise } = require('./minimise.js');
 const { familyOf } = require('./names.js');
 const { probe } = require('./probe.js');
@@ -39,14 +40,23 @@ const RIGHT = {
 
 // How frequent a label is depends on the collections, not on what people draw: its
 // strokes together weigh the square root of their number, times this.
-const WEIGHT = { square: 1.8, diamond: 0.7, quad: 0 };
+const WEIGHT = { square: 4.3, diamond: 1.7, quad: 0 };
 
-// Loss for every percent of the longer side by which a corner moves, up to 20.
-const MOVE = 0.035;
+// Loss for a corner that moves further than FAR percent of the longer side, and how
+// gradually it sets in.
+const MOVED = 1.3;
+const FAR = 7.5;
+const SOFTNESS = 0.7;
 
-// Nearly all strokes are upright. Turned copies prevent the charge for leaning from
-// outweighing the shape.
-const TURNS = [15, 30, 45]; // degrees
+// Loss for a box that is not placed level though it was drawn so: it leaned less than
+// this, degrees. Larger leans are not placed level at all.
+const TILTED = 0.4;
+const MAX_LEAN = 10;
+const BOXES = ['square', 'rectangle'];
+const MEANT_LEVEL = ['SQUARE', 'RECTANGLE'];
+
+// Nearly all strokes are upright. Copies that cannot be placed level prevent the
+// charge for leaning from outweighing the shape.
 const TURNED_WEIGHT = 0.3;
 
 const label = (stroke) => {
@@ -64,13 +74,14 @@ function read(file) {
       const candidates = Object.keys(row)
         .filter((name) => name.startsWith('edges'))
         .map((name) => name.slice('edges'.length))
-        .map((name) => ({
-          form: name.split(':')[1],
-          edges: row[`edges${name}`],
-          directions: row[`directions${name}`],
-          lean: row[`lean${name}`],
-          move: Math.min(row[`moved${name}`], 20),
-        }));
+        .flatMap((name) => {
+          const form = name.split(':')[1];
+          const [edges, directions] = [row[`edges${name}`], row[`directions${name}`]];
+          const [move, lean] = [row[`move${name}`], row[`lean${name}`]];
+          const asDrawn = { form, edges, directions, move, lean: null };
+          const level = { ...asDrawn, move: row[`levelMove${name}`], lean };
+          return lean < 0 ? [asDrawn] : [asDrawn, level];
+        });
       return { stroke: strokes[i], label: label(strokes[i]), candidates, answer: answers[i] };
     })
     .filter(
@@ -79,24 +90,21 @@ function read(file) {
     .map((row) => ({ ...row, meant: MEANT[row.label] ?? [], weight: 1 }));
 }
 
-/** A copy turned by `degrees`: only its leans change. */
-function turned(row, degrees) {
-  const lean = (value) => Math.abs(value + degrees - 90 * Math.round((value + degrees) / 90));
-  const candidates = row.candidates.map((c) => ({ ...c, lean: lean(c.lean) }));
-  const meant = row.label === 'square' ? RIGHT.square : row.meant;
-  return { ...row, candidates, meant, weight: TURNED_WEIGHT };
-}
+/** A copy that is turned too far to be placed level. */
+const turned = (row) => ({
+  ...row,
+  candidates: row.candidates.filter(({ lean }) => lean === null),
+  meant: row.label === 'square' ? RIGHT.square : row.meant,
+  weight: TURNED_WEIGHT,
+  isTurned: true,
+});
 
-/** Turned by 45 degrees, squares become diamonds and the other way round. */
-const mayTurn = (row, degrees) =>
-  row.meant.length > 0 && (degrees < 45 || !['square', 'diamond'].includes(row.label));
+// Charge for a figure that is not placed level: one in fifty, e to the 4, is meant
+// to lean. It cannot be learnt: hardly a stroke leans.
+const LEANING = 4;
 
-// The largest charge for leaning: one figure in twenty, e to the 3, is meant to
-// lean. It cannot be learnt: hardly a stroke leans.
-const LEAN = 3;
-
-// Parameters: logarithms of both tolerances (percent) and of the lean that is
-// charged half of the largest charge (degrees), then these freedoms.
+// Parameters: logarithms of the tolerances of edges, directions, moves (percent) and
+// leans (degrees), then these freedoms.
 const FREEDOMS = [
   'RECTANGLE',
   'RHOMBUS',
@@ -105,7 +113,7 @@ const FREEDOMS = [
   'TRAPEZOID',
   'ANY_QUADRANGLE',
 ];
-const START = [2, 0, 2, 2, 3, 4, 6, 6, 9];
+const START = [2, 0, 2, 2, 2, 3, 4, 6, 6, 9];
 
 function freedom(p, form) {
   const of = (name) => p[START.length - FREEDOMS.length + FREEDOMS.indexOf(name)];
@@ -121,44 +129,48 @@ function freedom(p, form) {
   }
 }
 
-function cost(p, { form, edges, directions, lean }) {
-  const half = Math.exp(p[2]);
-  const charge = (LEAN * lean ** 2) / (lean ** 2 + half ** 2);
-  const errors = (edges / Math.exp(p[0])) ** 2 + (directions / Math.exp(p[1])) ** 2;
-  return freedom(p, form) + Math.min(errors, 80) + charge;
+function cost(p, { form, edges, directions, move, lean }) {
+  const share = (value, i) => (value / Math.exp(p[i])) ** 2;
+  const errors = share(edges, 0) + share(directions, 1);
+  const placing = share(move, 2) + (lean === null ? LEANING : share(lean, 3));
+  return freedom(p, form) + Math.min(errors + placing, 80);
 }
 
-/** The two losses of a stroke: for a wrong form and for corners that move. */
+/** Whether edges of a box lean when it becomes this candidate. */
+const isTilted = ({ form, lean }) => lean === null || !MEANT_LEVEL.includes(form);
+
+const isLevelBox = ({ label, isTurned, candidates }) =>
+  BOXES.includes(label) && !isTurned && candidates.some(({ lean }) => lean !== null);
+
+/** The losses of a stroke: for a wrong form and for how it is placed. */
 function lossOf(p, row) {
   const costs = row.candidates.map((candidate) => cost(p, candidate));
   const least = Math.min(...costs);
-  let all = 0;
-  let meant = 0;
-  let move = 0;
+  let [all, meant, moved, level] = [0, 0, 0, 0];
   row.candidates.forEach((candidate, i) => {
     const share = Math.exp(least - costs[i]);
     all += share;
     meant += row.meant.includes(candidate.form) ? share : 0;
-    move += share * candidate.move;
+    moved += share * sigmoid((candidate.move - FAR) / SOFTNESS);
+    level += isTilted(candidate) ? 0 : share;
   });
-  const miss = row.meant.length > 0 ? -Math.log(meant / all + 1e-12) : 0;
-  return [miss, move / all];
+  const loss = (share) => -Math.log(share / all + 1e-9);
+  const miss = row.meant.length > 0 ? loss(meant) : 0;
+  const tilted = isLevelBox(row) ? TILTED * loss(level) : 0;
+  return [miss, (MOVED * moved) / all + tilted];
 }
 
 function learn(rows) {
   const counts = new Map();
   for (const row of rows) counts.set(row.label, (counts.get(row.label) ?? 0) + 1);
-  const copies = rows.flatMap((row) => [
-    row,
-    ...TURNS.filter((degrees) => mayTurn(row, degrees)).map((degrees) => turned(row, degrees)),
-  ]);
-  const perMove = (MOVE * 10) / Math.sqrt(rows.length);
+  const copies = rows.flatMap((row) => (row.meant.length > 0 ? [row, turned(row)] : [row]));
+  const perPlacing = 10 / Math.sqrt(rows.length);
   const loss = (p) => {
     let sum = 0;
     for (const row of copies) {
-      const [miss, move] = lossOf(p, row);
+      const [miss, placing] = lossOf(p, row);
       const weight = (WEIGHT[row.label] ?? 1) / Math.sqrt(counts.get(row.label));
-      sum += row.weight * (weight * miss + perMove * move);
+      sum += row.weight * (weight * miss + perPlacing * placing);
     }
     return sum + 0.02 * p.reduce((all, value, i) => all + (value - START[i]) ** 2, 0);
   };
@@ -175,19 +187,20 @@ function table(rows) {
     const p = learn(rows.filter((row) => foldOf(row) !== fold));
     for (const row of rows.filter((each) => foldOf(each) === fold)) {
       const chosen = choose(p, row);
-      if (!counts.has(row.label)) counts.set(row.label, { all: 0, far: 0, forms: {} });
+      if (!counts.has(row.label)) counts.set(row.label, { all: 0, far: 0, tilted: 0, forms: {} });
       const count = counts.get(row.label);
       count.all++;
       count.far += chosen.move > 8 ? 1 : 0;
+      count.tilted += isLevelBox(row) && isTilted(chosen) ? 1 : 0;
       count.forms[chosen.form] = (count.forms[chosen.form] ?? 0) + 1;
     }
   }
-  for (const [name, { all, far, forms }] of [...counts].sort()) {
+  for (const [name, { all, far, tilted, forms }] of [...counts].sort()) {
     const right = (RIGHT[name] ?? []).reduce((sum, form) => sum + (forms[form] ?? 0), 0);
     const share = RIGHT[name] ? `${percent(right, all)} right` : '';
     console.log(
       `${name.padEnd(14)}${String(all).padStart(4)}  ${share.padEnd(13)} ` +
-        `a corner moved by more than 8 %: ${percent(far, all)}  ` +
+        `a corner moved by more than 8 %: ${percent(far, all)}, left tilted: ${percent(tilted, all)}  ` +
         JSON.stringify(forms),
     );
   }
@@ -202,9 +215,11 @@ function print(p) {
   console.log('// Edges are drawn less accurately in length than in direction.');
   console.log(`constexpr double EDGES = ${share(p[0])};`);
   console.log(`constexpr double DIRECTIONS = ${share(p[1])};`);
-  const half = (Math.exp(p[2]) * Math.PI) / 180;
-  console.log(`constexpr double LEAN = ${LEAN.toFixed(1)};`);
-  console.log(`constexpr double HALF_LEAN = ${half.toFixed(3)};`);
+  console.log(`constexpr double MOVE = ${share(p[2])};`);
+  const radians = (degrees) => ((degrees * Math.PI) / 180).toFixed(4);
+  console.log(`constexpr double LEAN = ${radians(Math.exp(p[3]))};`);
+  console.log(`constexpr double LEANING = ${LEANING.toFixed(1)};`);
+  console.log(`constexpr double MAX_LEAN = ${radians(MAX_LEAN)};`);
   for (const [name, value] of freedoms) {
     console.log(`constexpr double ${name}_FREEDOM = ${value.toFixed(2)};`);
   }

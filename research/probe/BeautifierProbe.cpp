@@ -8,14 +8,14 @@
 // points in turn, without names. `plain` gives the paths of figures that are
 // made neither regular nor level. `kinds` gives, for every form of quadrangle and
 // each of its possible first edges, the drawing errors that it implies in edges and
-// directions (percent), its lean (degrees) and the largest distance of a corner
-// from that of the free fit after levelling (percent of the longer side); a stroke
-// without a loop has -1 everywhere. Columns are named `edges0:SQUARE` and so on.
+// directions (percent) and the largest distance of a corner from that of the free
+// fit (percent of the longer side), then the lean (degrees) and that distance when
+// it is placed level, both -1 when it leans too far; a stroke without a loop has -1
+// everywhere. Columns are named `edges0:SQUARE` and so on.
 
 #include "Beautifier/Beautifier.h"
 #include "Beautifier/figures/PolygonFit.h"
 #include "Beautifier/figures/QuadrangleKinds.h"
-#include "Beautifier/fit/Levelling.h"
 #include "Beautifier/judge/Features.h"
 #include "Probe.h"
 
@@ -107,22 +107,22 @@ void printPlainPath(const Scrivo::Beautifier& /*beautifier*/, const Stroke& stro
     printPath(plain, stroke);
 }
 
-using Quadrangle = std::array<Scrivo::beautifier::Vec, 4>;
-
-/// Calls `visit(form, fit, errors)` for every form and first edge, the free one
-/// last.
+/// Calls `visit(form, errors, placements)` for every form and first edge, the
+/// free one last.
 template <typename Visit>
 void forEachForm(const Scrivo::beautifier::PolygonInk& ink, Visit visit) {
     using namespace Scrivo::beautifier;
+    const double maxLean = quadrangleCosts().maxLean;
     const PolygonFit free = fitFreePolygon(ink);
     for (const Candidate& candidate : quadrangleForms()) {
         for (int first = 0; first < candidate.firsts; ++first) {
             const PolygonFit fit = fitPolygon(ink, candidate.form, first);
             const PolygonFit wider = widerFit(ink, quadrangleForms(), candidate, fit);
-            visit(candidate.id, fit, errorsOf(ink, fit, wider, free));
+            visit(candidate.id, errorsOf(ink, fit, wider, free),
+                  placementsOf(ink, &candidate, first, fit, maxLean));
         }
     }
-    visit(ANY_QUADRANGLE, free, FormErrors{});
+    visit(ANY_QUADRANGLE, FormErrors{}, placementsOf(ink, nullptr, 0, free, maxLean));
 }
 
 /// Four edges without ink.
@@ -164,22 +164,11 @@ std::string kindColumns() {
         const std::string candidate =
             std::to_string(i++) + ":" +
             nameOf(static_cast<Scrivo::beautifier::QuadrangleForm>(form)) + " ";
-        for (const char* column : {"edges", "directions", "lean", "moved"}) {
+        for (const char* column : {"edges", "directions", "move", "lean", "levelMove"}) {
             names += column + candidate;
         }
     });
     return names + "\n";
-}
-
-double worstMove(const Quadrangle& from, Scrivo::beautifier::PolygonFit to) {
-    using namespace Scrivo::beautifier;
-    constexpr double ANY_LEAN = 0.15;
-    double worst = 0.0;
-    level(to.corners, to.axis, ANY_LEAN);
-    for (std::size_t i = 0; i < from.size(); ++i) {
-        worst = std::max(worst, norm(to.corners[i] - from[i]));
-    }
-    return worst;
 }
 
 void printKinds(const Scrivo::Beautifier& /*beautifier*/, const Stroke& stroke) {
@@ -193,16 +182,20 @@ void printKinds(const Scrivo::Beautifier& /*beautifier*/, const Stroke& stroke) 
         edges = evidence.closed ? std::optional(inkOf(evidence, 4)) : std::nullopt;
     }
     const PolygonInk any = edges.value_or(noInk());
-    const PolygonFit free = fitFreePolygon(any);
-    forEachForm(any, [&](int, const PolygonFit& fit, const FormErrors& errors) {
-        const auto percent = [&](double value) { return std::min(100.0 * value, WORST); };
+    forEachForm(any, [&](int, const FormErrors& errors, const Placements& placements) {
         if (!edges) {
-            std::printf("-1 -1 -1 -1 ");
+            std::printf("-1 -1 -1 -1 -1 ");
             return;
         }
-        std::printf("%.6g %.6g %.6g %.6g ", percent(errors.edges), percent(errors.directions),
-                    std::abs(lean(fit.axis)) * 180.0 / std::numbers::pi,
-                    percent(worstMove(free.corners, fit)));
+        const auto percent = [&](double value) { return std::min(100.0 * value, WORST); };
+        std::printf("%.6g %.6g %.6g ", percent(errors.edges), percent(errors.directions),
+                    percent(placements.asDrawn.move));
+        if (placements.level) {
+            std::printf("%.6g %.6g ", std::abs(placements.level->lean) * 180.0 / std::numbers::pi,
+                        percent(placements.level->move));
+        } else {
+            std::printf("-1 -1 ");
+        }
     });
     std::printf("\n");
 }

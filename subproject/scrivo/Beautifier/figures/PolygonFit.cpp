@@ -1,7 +1,6 @@
 #include "Beautifier/figures/PolygonFit.h"
 
 #include "Beautifier/fit/Explained.h"
-#include "Beautifier/fit/Levelling.h"
 #include "Beautifier/fit/Share.h"
 #include "Scrivo/detail/Sampling.h"
 
@@ -64,14 +63,9 @@ PolygonInk inkOf(const Evidence& e, int count) {
                     std::span(fit.at).first(static_cast<std::size_t>(count)));
 }
 
-void placeCorners(std::span<Point2D> corners, const KindChoice& choice, const Fitted& fitted,
-                  double maxLean) {
-    std::array<Vec, MAX_EDGES> at = choice.fit.corners;
-    if (fitted.options.horizontalVertical) {
-        level(std::span(at).first(corners.size()), choice.fit.axis, maxLean);
-    }
-    std::transform(at.begin(), at.begin() + corners.size(), corners.begin(),
-                   [&](Vec p) { return fitted.frame.toUnits(p); });
+void placeCorners(std::span<Point2D> corners, const KindChoice& choice, const Frame& frame) {
+    std::transform(choice.fit.corners.begin(), choice.fit.corners.begin() + corners.size(),
+                   corners.begin(), [&](Vec p) { return frame.toUnits(p); });
 }
 
 std::vector<Point2D> polygonOutline(std::span<const Point2D> corners) {

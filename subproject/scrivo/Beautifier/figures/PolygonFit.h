@@ -34,10 +34,8 @@ PolygonFeatures measurePolygon(const Evidence& evidence, int count);
 /// `count` corners.
 PolygonInk inkOf(const Evidence& evidence, int count);
 
-/// The corners of the choice in drawing-area units, made level where the options
-/// permit and the figure leans by `maxLean` radians at most.
-void placeCorners(std::span<Point2D> corners, const KindChoice& choice, const Fitted& fitted,
-                  double maxLean);
+/// The corners of the choice in drawing-area units.
+void placeCorners(std::span<Point2D> corners, const KindChoice& choice, const Frame& frame);
 
 /// Outline of a closed polygon, 21 points an edge.
 std::vector<Point2D> polygonOutline(std::span<const Point2D> corners);

@@ -7,9 +7,6 @@ namespace Scrivo::beautifier {
 
 namespace {
 
-// Largest lean, radians, of a quadrangle that was meant level.
-constexpr double MAX_LEAN = 0.15;
-
 // Sides cross where the bends at the corners differ from a full turn by more, radians.
 constexpr double CROSSED = 3.0;
 
@@ -47,10 +44,10 @@ bool QuadrangleFamily::competes(std::span<const double> own) {
 
 Figure QuadrangleFamily::idealise(const Fitted& fitted) {
     const PolygonInk ink = inkOf(fitted.evidence, 4);
-    const KindChoice choice = chooseQuadrangle(ink, allowedForms(fitted, kindOf, ANY_QUADRANGLE));
+    const KindChoice choice = chooseQuadrangle(ink, allowedForms(fitted, kindOf, ANY_QUADRANGLE), fitted.options.horizontalVertical);
     QuadrangleFigure quadrangle;
     quadrangle.subtype = kindOf(static_cast<QuadrangleForm>(choice.id));
-    placeCorners(quadrangle.corners, choice, fitted, MAX_LEAN);
+    placeCorners(quadrangle.corners, choice, fitted.frame);
     return quadrangle;
 }
 

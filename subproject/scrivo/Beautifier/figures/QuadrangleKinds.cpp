@@ -53,17 +53,27 @@ constexpr std::array<Candidate, 8> FORMS{{
      KITE_FREEDOM},
 }};
 
-constexpr FormCosts COSTS{EDGES,     DIRECTIONS,     LEAN,
-                          HALF_LEAN, ANY_QUADRANGLE, ANY_QUADRANGLE_FREEDOM};
+constexpr FormCosts COSTS{.edges = EDGES,
+                          .directions = DIRECTIONS,
+                          .move = MOVE,
+                          .lean = LEAN,
+                          .leaning = LEANING,
+                          .maxLean = MAX_LEAN,
+                          .freeId = ANY_QUADRANGLE,
+                          .freeFreedom = ANY_QUADRANGLE_FREEDOM};
 
 }  // namespace
+
+const FormCosts& quadrangleCosts() {
+    return COSTS;
+}
 
 std::span<const Candidate> quadrangleForms() {
     return FORMS;
 }
 
-KindChoice chooseQuadrangle(const PolygonInk& ink, FormSet allowed) {
-    return chooseKind(ink, FORMS, COSTS, allowed);
+KindChoice chooseQuadrangle(const PolygonInk& ink, FormSet allowed, bool isLevelled) {
+    return chooseKind(ink, FORMS, COSTS, allowed, isLevelled);
 }
 
 }  // namespace Scrivo::beautifier

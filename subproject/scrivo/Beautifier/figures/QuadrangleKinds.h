@@ -24,6 +24,9 @@ enum QuadrangleForm : int {
 /// All forms but the free one, in ascending order of freedom.
 std::span<const Candidate> quadrangleForms();
 
-KindChoice chooseQuadrangle(const PolygonInk& ink, FormSet allowed = ALL_FORMS);
+const FormCosts& quadrangleCosts();
+
+KindChoice chooseQuadrangle(const PolygonInk& ink, FormSet allowed = ALL_FORMS,
+                            bool isLevelled = true);
 
 }  // namespace Scrivo::beautifier

@@ -9,9 +9,6 @@ namespace Scrivo::beautifier {
 
 namespace {
 
-// Largest lean, radians, of a triangle that was meant level.
-constexpr double MAX_LEAN = 0.07;
-
 TriangleKind kindOf(TriangleForm form) {
     switch (form) {
         case EQUILATERAL:
@@ -35,10 +32,10 @@ std::array<double, TriangleFamily::FEATURES.size()> TriangleFamily::measure(cons
 
 Figure TriangleFamily::idealise(const Fitted& fitted) {
     const PolygonInk ink = inkOf(fitted.evidence, 3);
-    const KindChoice choice = chooseTriangle(ink, allowedForms(fitted, kindOf, ANY_TRIANGLE));
+    const KindChoice choice = chooseTriangle(ink, allowedForms(fitted, kindOf, ANY_TRIANGLE), fitted.options.horizontalVertical);
     TriangleFigure triangle;
     triangle.subtype = kindOf(static_cast<TriangleForm>(choice.id));
-    placeCorners(triangle.corners, choice, fitted, MAX_LEAN);
+    placeCorners(triangle.corners, choice, fitted.frame);
     return triangle;
 }
 

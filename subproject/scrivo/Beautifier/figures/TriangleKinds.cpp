@@ -28,15 +28,17 @@ constexpr std::array<Candidate, 5> FORMS{{
 // are smaller.
 constexpr FormCosts COSTS{.edges = 0.022,
                           .directions = 0.008,
-                          .lean = 3.0,
-                          .halfLean = 0.2,
+                          .move = 0.12,
+                          .lean = 0.1,
+                          .leaning = 0.5,
+                          .maxLean = 0.07,
                           .freeId = ANY_TRIANGLE,
                           .freeFreedom = 2.2};
 
 }  // namespace
 
-KindChoice chooseTriangle(const PolygonInk& ink, FormSet allowed) {
-    return chooseKind(ink, FORMS, COSTS, allowed);
+KindChoice chooseTriangle(const PolygonInk& ink, FormSet allowed, bool isLevelled) {
+    return chooseKind(ink, FORMS, COSTS, allowed, isLevelled);
 }
 
 }  // namespace Scrivo::beautifier

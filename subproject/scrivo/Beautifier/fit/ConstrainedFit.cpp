@@ -6,6 +6,7 @@
 #include <cmath>
 #include <limits>
 #include <numbers>
+#include <type_traits>
 #include <utility>
 
 namespace Scrivo::beautifier {
@@ -30,6 +31,14 @@ constexpr double PRIOR = 0.5;
 constexpr double PARALLEL = 0.1;
 
 constexpr int STEPS = 2;
+
+// A corner that lies further than this from that of the free fit, share of the
+// ink's longer side, is drawn back: in the mean square its excess counts so many
+// times. The form keeps, of the polygons that fit about equally well, one that
+// moves no corner far.
+constexpr double MAX_MOVE = 0.065;
+constexpr double EXCESS = 3.0;
+constexpr int MOVE_STEPS = 4;
 
 constexpr std::size_t MAX_UNKNOWNS = 7;
 
@@ -101,50 +110,48 @@ public:
     void improve() {
         Normal<N> normal;
         for (int k = 0; k < m_form.edges; ++k) {
-            const EdgeInk& e = inkOf(k);
-            const Vec n = m_normals[index(k)];
-            const Vec t{-n.y, n.x};
-            const Vec d = e.mean - m_centre;
-            const double along = dot(t, d);
-            // Every point lies at the mean plus its scatter, whose sum is zero.
-            typename Normal<N>::Row mean{n.x, n.y};
-            typename Normal<N>::Row scatter{};
-            for (std::size_t a = 0; a < m_angles; ++a) {
-                const double turns = m_form.edge[index(k)].turns[a];
-                mean[2 + a] = -turns * along;
-                scatter[2 + a] = -turns;
+            addInk(normal, k);
+            if (m_isLimited) {
+                addExcess(normal, k);
             }
-            mean[distance(k)] = 1.0;
-            normal.add(mean, e.count, dot(n, d) - m_values[distance(k)]);
-            const double tt = e.xx * t.x * t.x + 2.0 * e.xy * t.x * t.y + e.yy * t.y * t.y;
-            const double nt = e.xx * n.x * t.x + e.xy * (n.x * t.y + n.y * t.x) + e.yy * n.y * t.y;
-            normal.add(scatter, tt, nt / std::max(tt, 1e-12));
         }
         const auto step = normal.solve();
-        m_centre = m_centre + Vec{step[0], step[1]};
+        m_state.centre = m_state.centre + Vec{step[0], step[1]};
         for (std::size_t i = 2; i < N; ++i) {
-            m_values[i] += step[i];
+            m_state.values[i] += step[i];
         }
         updateNormals();
+    }
+
+    /// Holds the first angle at the nearest level or upright direction from now on.
+    void hold() {
+        m_isHeld = true;
+        m_state.values[2] -= lean(m_state.values[2]);
+        updateNormals();
+    }
+
+    /// Limits how far corners move.
+    void limit() {
+        m_isLimited = true;
+        for (int i = 0; i < MOVE_STEPS && excess() > 0.0; ++i) {
+            const State before = m_state;
+            const double error = squares() + weighedExcess();
+            improve();
+            if (!(squares() + weighedExcess() < error)) {
+                m_state = before;
+                return;
+            }
+        }
     }
 
     PolygonFit fit() const {
         PolygonFit fit;
         fit.edges = m_form.edges;
-        fit.axis = m_values[2];
+        fit.axis = m_state.values[2];
+        fit.squares = squares();
         for (int k = 0; k < m_form.edges; ++k) {
-            fit.squares += squares(k);
-            const int before = k == 0 ? m_form.edges - 1 : k - 1;
-            const Vec a = m_normals[index(before)];
-            const Vec b = m_normals[index(k)];
-            const double sine = cross(a, b);
-            // From distances to the centre, which the iteration keeps, not by points
-            // on the edges as in `intersection`.
-            const double c = m_values[distance(before)] / sine;
-            const double d = m_values[distance(k)] / sine;
-            fit.corners[index((m_first + k) % m_form.edges)] =
-                m_centre + Vec{c * b.y - d * a.y, d * a.x - c * b.x};
-            if (!(sine > PARALLEL)) {
+            fit.corners[inkIndex(k)] = corner(k);
+            if (!(cross(m_state.normals[before(k)], m_state.normals[index(k)]) > PARALLEL)) {
                 fit.squares = INF;
             }
         }
@@ -152,16 +159,111 @@ public:
     }
 
 private:
-    const EdgeInk& inkOf(int k) const { return m_ink.edge[index((m_first + k) % m_form.edges)]; }
-    std::size_t distance(int k) const {
-        return 2 + m_angles + index(m_form.edge[index(k)].distance);
+    using Row = typename Normal<N>::Row;
+
+    struct State {
+        Vec centre;
+        std::array<double, MAX_UNKNOWNS> values{};  ///< elements 0 and 1 are unused
+        std::array<Vec, MAX_EDGES> normals;
+    };
+
+    /// Of edge or corner `k` of the form, in the ink.
+    std::size_t inkIndex(int k) const { return index((m_first + k) % m_form.edges); }
+    std::size_t before(int k) const { return index(k == 0 ? m_form.edges - 1 : k - 1); }
+    std::size_t distance(std::size_t k) const {
+        return 2 + m_angles + index(m_form.edge[k].distance);
     }
 
-    double squares(int k) const {
-        const EdgeInk& e = inkOf(k);
-        const Vec n = m_normals[index(k)];
-        const double off = dot(n, e.mean - m_centre) - m_values[distance(k)];
-        return e.xx * n.x * n.x + 2.0 * e.xy * n.x * n.y + e.yy * n.y * n.y + e.count * off * off;
+    /// The change of angle `a` turns the normal of edge `k` so many times.
+    double turns(std::size_t k, std::size_t a) const {
+        return m_isHeld && a == 0 ? 0.0 : m_form.edge[k].turns[a];
+    }
+
+    /// Where edge `k` meets the one before it, from the distances to the centre.
+    Vec corner(int k) const {
+        const Vec a = m_state.normals[before(k)];
+        const Vec b = m_state.normals[index(k)];
+        const double sine = cross(a, b);
+        const double c = m_state.values[distance(before(k))] / sine;
+        const double d = m_state.values[distance(index(k))] / sine;
+        return m_state.centre + Vec{c * b.y - d * a.y, d * a.x - c * b.x};
+    }
+
+    Vec moveOf(int k) const { return corner(k) - m_ink.corners[inkIndex(k)]; }
+
+    /// Sum of the squares by which corners move too far.
+    double excess() const {
+        double sum = 0.0;
+        for (int k = 0; k < m_form.edges; ++k) {
+            const double over = std::max(norm(moveOf(k)) - MAX_MOVE, 0.0);
+            sum += over * over;
+        }
+        return sum;
+    }
+    double weighedExcess() const { return EXCESS * m_ink.count * excess(); }
+
+    double squares() const {
+        double sum = 0.0;
+        for (int k = 0; k < m_form.edges; ++k) {
+            const EdgeInk& e = m_ink.edge[inkIndex(k)];
+            const Vec n = m_state.normals[index(k)];
+            const double off =
+                dot(n, e.mean - m_state.centre) - m_state.values[distance(index(k))];
+            sum += e.xx * n.x * n.x + 2.0 * e.xy * n.x * n.y + e.yy * n.y * n.y +
+                   e.count * off * off;
+        }
+        return sum;
+    }
+
+    /// How the distance of the place `p` from edge `k` depends on the unknowns.
+    Row rowOf(std::size_t k, Vec p) const {
+        const Vec n = m_state.normals[k];
+        Row row{n.x, n.y};
+        const double along = cross(n, p - m_state.centre);
+        for (std::size_t a = 0; a < m_angles; ++a) {
+            row[2 + a] = -turns(k, a) * along;
+        }
+        row[distance(k)] = 1.0;
+        return row;
+    }
+
+    void addInk(Normal<N>& normal, int k) const {
+        const EdgeInk& e = m_ink.edge[inkIndex(k)];
+        const Vec n = m_state.normals[index(k)];
+        const Vec t{-n.y, n.x};
+        const double off = dot(n, e.mean - m_state.centre) - m_state.values[distance(index(k))];
+        normal.add(rowOf(index(k), e.mean), e.count, off);
+        // Every point lies at the mean plus its scatter, whose sum is zero.
+        Row scatter{};
+        for (std::size_t a = 0; a < m_angles; ++a) {
+            scatter[2 + a] = -turns(index(k), a);
+        }
+        const double tt = e.xx * t.x * t.x + 2.0 * e.xy * t.x * t.y + e.yy * t.y * t.y;
+        const double nt = e.xx * n.x * t.x + e.xy * (n.x * t.y + n.y * t.x) + e.yy * n.y * t.y;
+        normal.add(scatter, tt, nt / std::max(tt, 1e-12));
+    }
+
+    /// Draws corner `k` back to the limit, in the direction in which it has moved.
+    void addExcess(Normal<N>& normal, int k) const {
+        const Vec move = moveOf(k);
+        const double length = norm(move);
+        if (!(length > MAX_MOVE)) {
+            return;
+        }
+        const Vec u = (1.0 / length) * move;
+        const Vec a = m_state.normals[before(k)];
+        const Vec b = m_state.normals[index(k)];
+        // The corner shifts with its distances along both normals.
+        const double sine = cross(a, b);
+        const double ofA = cross(u, b) / sine;
+        const double ofB = cross(a, u) / sine;
+        const Row rowA = rowOf(before(k), corner(k));
+        const Row rowB = rowOf(index(k), corner(k));
+        Row row;
+        for (std::size_t i = 0; i < N; ++i) {
+            row[i] = ofA * rowA[i] + ofB * rowB[i];
+        }
+        normal.add(row, EXCESS * m_ink.count, MAX_MOVE - length);
     }
 
     /// Starts from the mean of the corners and the angles that match the normals of
@@ -169,17 +271,16 @@ private:
     void start() {
         Normal<3> normal;
         for (int k = 0; k < m_form.edges; ++k) {
-            const EdgeInk& e = inkOf(k);
+            const EdgeInk& e = m_ink.edge[inkIndex(k)];
             const EdgeRule& rule = m_form.edge[index(k)];
-            const int edge = (m_first + k) % m_form.edges;
             const double wrap = m_first + k >= m_form.edges ? 2.0 : 0.0;
             Normal<3>::Row row{};
             std::copy(rule.turns.begin(), rule.turns.end(), row.begin());
-            normal.add(row, e.xx + e.yy, m_ink.normals[index(edge)] + (wrap - rule.fixed) * PI);
-            m_centre = m_centre + (1.0 / m_form.edges) * m_ink.corners[index(k)];
+            normal.add(row, e.xx + e.yy, m_ink.normals[inkIndex(k)] + (wrap - rule.fixed) * PI);
+            m_state.centre = m_state.centre + (1.0 / m_form.edges) * m_ink.corners[index(k)];
         }
         const auto angles = normal.solve();
-        std::copy(angles.begin(), angles.begin() + m_form.angles, m_values.begin() + 2);
+        std::copy(angles.begin(), angles.begin() + m_form.angles, m_state.values.begin() + 2);
     }
 
     void updateNormals() {
@@ -187,9 +288,9 @@ private:
             const EdgeRule& rule = m_form.edge[index(k)];
             double direction = rule.fixed * PI;
             for (std::size_t a = 0; a < m_angles; ++a) {
-                direction += rule.turns[a] * m_values[2 + a];
+                direction += rule.turns[a] * m_state.values[2 + a];
             }
-            m_normals[index(k)] = unit(direction);
+            m_state.normals[index(k)] = unit(direction);
         }
     }
 
@@ -197,9 +298,9 @@ private:
     const PolygonForm& m_form;
     int m_first;
     std::size_t m_angles;
-    Vec m_centre;
-    std::array<double, MAX_UNKNOWNS> m_values{};  ///< elements 0 and 1 are unused
-    std::array<Vec, MAX_EDGES> m_normals;
+    bool m_isHeld = false;
+    bool m_isLimited = false;
+    State m_state;
 };
 
 PolygonFit inDrawingOrder(PolygonFit fit, bool reversed) {
@@ -210,12 +311,39 @@ PolygonFit inDrawingOrder(PolygonFit fit, bool reversed) {
 }
 
 template <std::size_t N>
-PolygonFit fitWith(const PolygonInk& ink, const PolygonForm& form, int first) {
+Iteration<N> improved(const PolygonInk& ink, const PolygonForm& form, int first) {
     Iteration<N> iteration(ink, form, first);
     for (int i = 0; i < STEPS; ++i) {
         iteration.improve();
     }
-    return inDrawingOrder(iteration.fit(), ink.reversed);
+    return iteration;
+}
+
+template <std::size_t N>
+PolygonFit placed(Iteration<N> iteration, bool isLevel) {
+    if (isLevel) {
+        iteration.hold();
+        for (int i = 0; i < STEPS; ++i) {
+            iteration.improve();
+        }
+    }
+    iteration.limit();
+    return iteration.fit();
+}
+
+/// Calls `fit` with the number of unknowns of the form.
+template <typename Fit>
+PolygonFit withUnknowns(const PolygonForm& form, Fit fit) {
+    switch (2 + form.angles + form.distances) {
+        case 4:
+            return fit(std::integral_constant<std::size_t, 4>());
+        case 5:
+            return fit(std::integral_constant<std::size_t, 5>());
+        case 6:
+            return fit(std::integral_constant<std::size_t, 6>());
+        default:
+            return fit(std::integral_constant<std::size_t, MAX_UNKNOWNS>());
+    }
 }
 
 /// Weighted sums of coordinates and their products about some origin.
@@ -355,16 +483,16 @@ PolygonInk inkAlong(std::span<const Vec> points, std::span<const Vec> corners) {
 }
 
 PolygonFit fitPolygon(const PolygonInk& ink, const PolygonForm& form, int first) {
-    switch (2 + form.angles + form.distances) {
-        case 4:
-            return fitWith<4>(ink, form, first);
-        case 5:
-            return fitWith<5>(ink, form, first);
-        case 6:
-            return fitWith<6>(ink, form, first);
-        default:
-            return fitWith<MAX_UNKNOWNS>(ink, form, first);
-    }
+    return inDrawingOrder(
+        withUnknowns(form, [&](auto n) { return improved<n()>(ink, form, first).fit(); }),
+        ink.reversed);
+}
+
+PolygonFit placePolygon(const PolygonInk& ink, const PolygonForm& form, int first, bool isLevel) {
+    return inDrawingOrder(
+        withUnknowns(form,
+                     [&](auto n) { return placed(improved<n()>(ink, form, first), isLevel); }),
+        ink.reversed);
 }
 
 PolygonFit fitFreePolygon(const PolygonInk& ink) {

@@ -70,6 +70,11 @@ struct PolygonFit {
 /// The best polygon of a form whose first edge is edge `first` of the ink.
 PolygonFit fitPolygon(const PolygonInk& ink, const PolygonForm& form, int first);
 
+/// The same, but placed so that no corner lies far from that of the free fit, as
+/// long as the form permits. `isLevel` holds the first angle at the nearest level or
+/// upright direction.
+PolygonFit placePolygon(const PolygonInk& ink, const PolygonForm& form, int first, bool isLevel);
+
 /// The best polygon of free edges.
 PolygonFit fitFreePolygon(const PolygonInk& ink);
 

@@ -49,6 +49,20 @@ double square(double value) {
     return value * value;
 }
 
+/// Largest distance between corners of the same number.
+double moveOf(const PolygonFit& fit, const PolygonFit& free) {
+    double largest = 0.0;
+    for (int k = 0; k < fit.edges; ++k) {
+        const auto i = static_cast<std::size_t>(k);
+        largest = std::max(largest, norm(fit.corners[i] - free.corners[i]));
+    }
+    return largest;
+}
+
+std::span<Vec> cornersOf(PolygonFit& fit) {
+    return std::span(fit.corners).first(static_cast<std::size_t>(fit.edges));
+}
+
 /// Costs of the fits to one stroke.
 class Pricing {
 public:
@@ -56,8 +70,8 @@ public:
         : m_ink(ink), m_candidates(candidates), m_costs(costs), m_free(fitFreePolygon(ink)) {}
 
     [[nodiscard]] const PolygonFit& freeFit() const { return m_free; }
-    [[nodiscard]] double freeCost() const { return m_costs.freeFreedom + leanCost(m_free); }
 
+    /// Without the placement.
     double costOf(const Candidate& candidate, const PolygonFit& fit) {
         if (candidate.widerId != candidate.id && candidate.widerId != m_widerId) {
             m_wider = widerFit(m_ink, m_candidates, candidate, fit);
@@ -66,15 +80,10 @@ public:
         const PolygonFit& wider = candidate.widerId == candidate.id ? fit : m_wider;
         const FormErrors errors = errorsOf(m_ink, fit, wider, m_free);
         return candidate.freedom + square(errors.edges / m_costs.edges) +
-               square(errors.directions / m_costs.directions) + leanCost(fit);
+               square(errors.directions / m_costs.directions);
     }
 
 private:
-    [[nodiscard]] double leanCost(const PolygonFit& fit) const {
-        const double angle = square(lean(fit.axis));
-        return m_costs.lean * angle / (angle + square(m_costs.halfLean));
-    }
-
     const PolygonInk& m_ink;
     std::span<const Candidate> m_candidates;
     const FormCosts& m_costs;
@@ -82,6 +91,45 @@ private:
     int m_widerId = -1;
     PolygonFit m_wider;  ///< of the form `m_widerId`, which several candidates share
 };
+
+/// The cheapest so far.
+class Cheapest {
+public:
+    Cheapest(const FormCosts& costs, bool isLevelled)
+        : m_costs(costs), m_choice{costs.freeId, noPolygon()}, m_isLevelled(isLevelled) {}
+
+    [[nodiscard]] bool mayBeat(double cost) const { return cost < m_least; }
+    [[nodiscard]] const KindChoice& choice() const { return m_choice; }
+
+    void offer(int id, double cost, const Placements& placements) {
+        const double asDrawn = m_costs.leaning + moveCost(placements.asDrawn);
+        const double level = placements.level ? square(placements.level->lean / m_costs.lean) +
+                                                    moveCost(*placements.level)
+                                              : INF;
+        if (cost + std::min(asDrawn, level) < m_least) {
+            const bool isLevel = m_isLevelled && level < asDrawn;
+            m_least = cost + std::min(asDrawn, level);
+            m_choice = {id, isLevel ? placements.level->fit : placements.asDrawn.fit};
+        }
+    }
+
+private:
+    [[nodiscard]] double moveCost(const Placement& placement) const {
+        return square(placement.move / m_costs.move);
+    }
+
+    const FormCosts& m_costs;
+    KindChoice m_choice;
+    bool m_isLevelled;
+    double m_least = INF;
+};
+
+/// Turned as a whole by the edge that leans least.
+Placement turnedBy(PolygonFit fit, double lean, const PolygonFit& free) {
+    level(cornersOf(fit), lean);
+    fit.axis -= lean;
+    return {fit, moveOf(fit, free), lean};
+}
 
 }  // namespace
 
@@ -106,29 +154,49 @@ PolygonFit widerFit(const PolygonInk& ink, std::span<const Candidate> candidates
     return wider == candidates.end() ? fitFreePolygon(ink) : bestOf(ink, *wider);
 }
 
+Placements placementsOf(const PolygonInk& ink, const Candidate* candidate, int first,
+                        const PolygonFit& fit, double maxLean) {
+    const PolygonFit free = fitFreePolygon(ink);
+    const bool isFree = candidate == nullptr;
+    const double drawn = lean(fit.axis);
+    Placements out;
+    out.asDrawn.fit = isFree ? fit : placePolygon(ink, candidate->form, first, false);
+    out.asDrawn.move = moveOf(out.asDrawn.fit, free);
+    out.asDrawn.lean = drawn;
+    const double byEdge = leastLean(cornersOf(out.asDrawn.fit));
+    if (!isFree && std::abs(drawn) <= maxLean) {
+        PolygonFit level = placePolygon(ink, candidate->form, first, true);
+        settle(cornersOf(level));
+        out.level = {level, moveOf(level, free), drawn};
+    } else if (std::abs(byEdge) <= maxLean) {
+        out.level = turnedBy(out.asDrawn.fit, byEdge, free);
+    }
+    return out;
+}
+
 KindChoice chooseKind(const PolygonInk& ink, std::span<const Candidate> candidates,
-                      const FormCosts& costs, FormSet allowed) {
+                      const FormCosts& costs, FormSet allowed, bool isLevelled) {
     Pricing pricing(ink, candidates, costs);
-    KindChoice best{costs.freeId, noPolygon()};
-    double least = INF;
+    Cheapest cheapest(costs, isLevelled);
     if (isAllowed(allowed, costs.freeId)) {
-        best.fit = pricing.freeFit();
-        least = pricing.freeCost();
+        cheapest.offer(costs.freeId, costs.freeFreedom,
+                       placementsOf(ink, nullptr, 0, pricing.freeFit(), costs.maxLean));
     }
     for (const Candidate& candidate : candidates) {
         if (!isAllowed(allowed, candidate.id)) {
             continue;
         }
-        for (int first = 0; first < candidate.firsts && candidate.freedom < least; ++first) {
+        for (int first = 0; first < candidate.firsts && cheapest.mayBeat(candidate.freedom);
+             ++first) {
             const PolygonFit fit = fitPolygon(ink, candidate.form, first);
             const double cost = pricing.costOf(candidate, fit);
-            if (cost < least) {
-                least = cost;
-                best = {candidate.id, fit};
+            if (cheapest.mayBeat(cost)) {
+                cheapest.offer(candidate.id, cost,
+                               placementsOf(ink, &candidate, first, fit, costs.maxLean));
             }
         }
     }
-    return best;
+    return cheapest.choice();
 }
 
 }  // namespace Scrivo::beautifier

@@ -3,15 +3,18 @@
 #include "Beautifier/fit/ConstrainedFit.h"
 
 #include <cstdint>
+#include <optional>
 #include <span>
 
 /// Chooses the form of polygon that a stroke was most likely meant as.
 ///
 /// The cost of a form is the drawing error that it implies, plus a cost of its
-/// degrees of freedom, plus a charge when it is neither level nor upright. People
-/// draw the lengths of edges less accurately than their directions, so the two
-/// errors have tolerances of their own: a form with equal edges is compared with
-/// a wider form without that constraint. The cheapest form wins.
+/// degrees of freedom, plus the cost of placing it. People draw the lengths of edges
+/// less accurately than their directions, so the two errors have tolerances of their
+/// own: a form with equal edges is compared with a wider form without that
+/// constraint. A form is placed level, at the cost of the lean that was drawn, or as
+/// it was drawn, at a fixed charge; either costs by how far it moves a corner. The
+/// cheapest form, placed at the least cost, wins.
 namespace Scrivo::beautifier {
 
 /// A form to choose from.
@@ -29,8 +32,10 @@ struct Candidate {
 struct FormCosts {
     double edges;        ///< tolerance of `FormErrors::edges`
     double directions;   ///< tolerance of `FormErrors::directions`
-    double lean;         ///< largest charge for leaning
-    double halfLean;     ///< lean that is charged half of it, radians
+    double move;         ///< tolerance of corners moving, share of the ink's longer side
+    double lean;         ///< tolerance of the lean of what is placed level, radians
+    double leaning;      ///< charge for not being placed level
+    double maxLean;      ///< largest lean of what is placed level, radians
     int freeId;          ///< of the polygon of free edges
     double freeFreedom;  ///< cost of its degrees of freedom
 };
@@ -49,10 +54,29 @@ constexpr FormSet formBit(int id) {
 }
 
 /// The cheapest of the `candidates` and the free polygon whose bit is in `allowed`;
-/// fastest when the candidates are in ascending order of freedom. Corners are NaN
-/// when there is no such polygon.
+/// fastest when the candidates are in ascending order of freedom. Without
+/// `isLevelled` it is placed as drawn, which does not change the choice of the form.
+/// Corners that lie level with or above each other share that coordinate exactly.
+/// Corners are NaN when there is no such polygon.
 KindChoice chooseKind(const PolygonInk& ink, std::span<const Candidate> candidates,
-                      const FormCosts& costs, FormSet allowed = ALL_FORMS);
+                      const FormCosts& costs, FormSet allowed, bool isLevelled);
+
+/// How a form may be placed.
+struct Placement {
+    PolygonFit fit;
+    double move = 0.0;  ///< largest distance of a corner from that of the free fit
+    double lean = 0.0;  ///< that was drawn, radians
+};
+
+struct Placements {
+    Placement asDrawn;
+    std::optional<Placement> level;  ///< unless the lean is larger than `maxLean`
+};
+
+/// `fit` is that of the candidate from its first edge `first`; that of free edges
+/// without a candidate.
+Placements placementsOf(const PolygonInk& ink, const Candidate* candidate, int first,
+                        const PolygonFit& fit, double maxLean);
 
 /// Drawing errors that a fit implies.
 struct FormErrors {

@@ -65,18 +65,19 @@ Vec turned(Vec p, Vec centre, double angle) {
     return centre + Vec{c * d.x - s * d.y, s * d.x + c * d.y};
 }
 
-void level(std::span<Vec> corners, double axis, double maxLean) {
-    double turn = lean(axis);
-    if (std::abs(turn) > maxLean) {
-        turn = leastLean(corners);
-    }
-    if (std::abs(turn) > maxLean) {
-        return;
-    }
+void level(std::span<Vec> corners, double axis) {
     const Vec centre = meanOf(corners);
-    double size = 0.0;
+    const double turn = lean(axis);
     for (Vec& p : corners) {
         p = turned(p, centre, -turn);
+    }
+    settle(corners);
+}
+
+void settle(std::span<Vec> corners) {
+    const Vec centre = meanOf(corners);
+    double size = 0.0;
+    for (const Vec& p : corners) {
         size = std::max(size, norm(p - centre));
     }
     unify(corners, &Vec::x, size);

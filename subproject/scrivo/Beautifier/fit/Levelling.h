@@ -15,11 +15,12 @@ double lean(double direction);
 /// The lean of the edge that leans least.
 double leastLean(std::span<const Vec> corners);
 
-/// Turns a polygon about the mean of its corners: by the lean of `axis`, one of
-/// its symmetry axes or main edges, or else by the least lean of an edge, if that is
-/// at most `maxLean` radians. Corners that come to lie level with or above each other
-/// share that coordinate exactly.
-void level(std::span<Vec> corners, double axis, double maxLean);
+/// Turns a polygon about the mean of its corners by the lean of `axis`, the
+/// direction of a symmetry axis or an edge.
+void level(std::span<Vec> corners, double axis);
+
+/// Makes coordinates of corners equal that differ by rounding only.
+void settle(std::span<Vec> corners);
 
 /// Turns an angle (leg end, vertex, leg end) about its centroid until the leg that
 /// leans less is level or upright, then the other leg about the vertex, each if it
