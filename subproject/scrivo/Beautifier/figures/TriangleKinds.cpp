@@ -28,12 +28,12 @@ constexpr std::array<Candidate, 5> FORMS{{
 // are smaller.
 constexpr FormCosts COSTS{.edges = 0.022,
                           .directions = 0.008,
-                          .move = 0.12,
-                          .lean = 0.1,
-                          .leaning = 0.5,
+                          .move = .5,
+                          .lean = .04,
+                          .leaning = 3,
                           .maxLean = 0.07,
                           .freeId = ANY_TRIANGLE,
-                          .freeFreedom = 2.2};
+                          .freeFreedom = 1.4};
 
 }  // namespace
 
