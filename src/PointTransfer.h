@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Attempt.h"
 #include "Scrivo/Types.h"
 
 #include <cstdint>
@@ -16,22 +17,6 @@
 namespace binding {
 
 using Stroke = std::vector<Scrivo::Point2D>;
-
-/// Makes one Node-API call; returns whether it succeeded. If not, raises its
-/// error as node-addon-api does, but leaves an exception that is already pending
-/// as it is. node-addon-api would clear and rethrow it, which ends the process
-/// when it is the time-out of a `vm` script.
-template <typename... Parameters, typename... Arguments>
-bool attempt(Napi::Env env, napi_status (*function)(napi_env, Parameters...),
-             Arguments... arguments) {
-    napi_status status = function(env, arguments...);
-    if (status != napi_ok && !env.IsExceptionPending()) {
-        // Asking for the pending exception has cleared the error: fail again.
-        status = function(env, arguments...);
-        if (status != napi_ok) Napi::Error::New(env).ThrowAsJavaScriptException();
-    }
-    return status == napi_ok;
-}
 
 /// The number, or 0.0 with an exception pending.
 double toDouble(Napi::Env env, napi_value value);

@@ -1,7 +1,7 @@
 #include "Beautifier/Beautifier.h"
 
+#include "Attempt.h"
 #include "Beautifier/figures/Families.h"
-#include "PointTransfer.h"
 
 #include <algorithm>
 #include <array>
@@ -161,8 +161,8 @@ Napi::Value describeFigure(Napi::Env env) {
         const F figure{};
         Traits::fields(figure, Fields{fields});
         Napi::Object result = Napi::Object::New(env);
-        result.Set("kind", Napi::String::New(env, std::string(Traits::KIND)));
-        result.Set("subtypes", toArray(env, Traits::SUBTYPES));
+        result.Set("kind", Napi::String::New(env, std::string(Traits::NAME)));
+        result.Set("subtypes", toArray(env, Traits::KINDS));
         result.Set("fields", fields);
         return result;
     }

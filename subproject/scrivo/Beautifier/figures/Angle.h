@@ -29,8 +29,8 @@ std::vector<Point2D> outlineOf(const AngleFigure& angle);
 
 template <>
 struct FigureTraits<AngleFigure> {
-    static constexpr std::string_view KIND = "angle";
-    static constexpr std::array<std::string_view, 0> SUBTYPES{};
+    static constexpr std::string_view NAME = "angle";
+    static constexpr std::array<std::string_view, 0> KINDS{};
     static void fields(auto& figure, auto&& visit) {
         visit.place("from", figure.from);
         visit.place("vertex", figure.vertex);

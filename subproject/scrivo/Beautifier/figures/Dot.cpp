@@ -1,8 +1,8 @@
 #include "Beautifier/figures/Dot.h"
 
-#include <cmath>
+#include "Scrivo/detail/Sampling.h"
+
 #include <limits>
-#include <numbers>
 
 namespace Scrivo::beautifier {
 
@@ -21,10 +21,6 @@ struct DotModel {
 constexpr double TAP = 4.0;
 
 #include "Beautifier/figures/DotModel.inc"
-
-// Rings of the outline, drawing-area units.
-constexpr double RING_RADII[] = {2.5, 1.5, 0.5};
-constexpr int RING_POINTS = 21;
 
 // Dots need only about even odds: the drawing keeps its mark either way.
 constexpr double DOT_THRESHOLD = -0.5;
@@ -57,15 +53,7 @@ Figure DotFamily::idealise(const Fitted& fitted) {
 
 std::vector<Point2D> outlineOf(const DotFigure& dot) {
     std::vector<Point2D> out;
-    for (const double radius : RING_RADII) {
-        for (int i = 0; i < RING_POINTS; ++i) {
-            constexpr int LAP = RING_POINTS - 1;
-            const double phi = (i % LAP) * 2.0 * std::numbers::pi / LAP;
-            out.push_back({dot.centre.x + radius * std::cos(phi),
-                           dot.centre.y + radius * std::sin(phi), 0.0});
-        }
-    }
-    out.push_back(dot.centre);
+    detail::appendDot(out, dot.centre);
     return out;
 }
 

@@ -25,8 +25,8 @@ std::vector<Point2D> outlineOf(const DotFigure& dot);
 
 template <>
 struct FigureTraits<DotFigure> {
-    static constexpr std::string_view KIND = "dot";
-    static constexpr std::array<std::string_view, 0> SUBTYPES{};
+    static constexpr std::string_view NAME = "dot";
+    static constexpr std::array<std::string_view, 0> KINDS{};
     static void fields(auto& figure, auto&& visit) { visit.place("centre", figure.centre); }
 };
 

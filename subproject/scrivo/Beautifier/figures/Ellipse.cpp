@@ -6,6 +6,7 @@
 #include "Beautifier/fit/Explained.h"
 #include "Beautifier/fit/Levelling.h"
 #include "Beautifier/fit/Share.h"
+#include "Scrivo/detail/Sampling.h"
 
 #include <algorithm>
 #include <cmath>
@@ -14,8 +15,6 @@
 namespace Scrivo::beautifier {
 
 namespace {
-
-constexpr int OUTLINE_POINTS = 85;
 
 // Fits to what was meant as an ellipse, gaps and flat ends included, are no more
 // than a twentieth longer than their ink.
@@ -143,8 +142,8 @@ std::vector<Point2D> outlineOf(const CircleFigure& circle) {
 std::vector<Point2D> outlineOf(const EllipseFigure& ellipse) {
     std::vector<Point2D> out;
     const Vec axis{std::cos(ellipse.rotation), std::sin(ellipse.rotation)};
-    for (int i = 0; i < OUTLINE_POINTS; ++i) {
-        constexpr int LAP = OUTLINE_POINTS - 1;
+    for (int i = 0; i <= detail::ELLIPSE_SEGMENTS; ++i) {
+        constexpr int LAP = detail::ELLIPSE_SEGMENTS;
         const double phi = (i % LAP) * 2.0 * std::numbers::pi / LAP;
         const double u = ellipse.radii.x * std::cos(phi);
         const double v = ellipse.radii.y * std::sin(phi);

@@ -36,24 +36,6 @@ using Families = FamilyList<DotFamily,         //
                             QuadrangleFamily,  //
                             EllipseFamily>;
 
-/// A family as data.
-struct Family {
-    FigureFamily family;
-    std::string_view name;
-    std::int32_t code;
-    bool needsFit;
-    std::span<const std::string_view> kinds;
-    bool closed;
-    bool staysInside;
-    std::span<const std::string_view> features;
-    void (*measure)(const Evidence& evidence, std::span<double> own);
-    bool (*competes)(std::span<const double> own);
-    std::optional<Verdict> (*judgeUnfitted)(const Ink& ink, const Frame& frame,
-                                            const BeautifierOptions& options);
-    Figure (*idealise)(const Fitted& fitted);
-    Figure (*inBox)(const Box& box, std::optional<std::uint8_t> kind);
-};
-
 /// All families, in the order of `FigureFamily`.
 std::span<const Family> families();
 

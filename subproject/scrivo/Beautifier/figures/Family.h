@@ -2,6 +2,8 @@
 
 #include "Beautifier/Figure.h"
 #include "Beautifier/Options.h"
+#include "Beautifier/figures/Box.h"
+#include "Beautifier/figures/Verdict.h"
 #include "Beautifier/fit/Evidence.h"
 #include "Beautifier/ink/Frame.h"
 
@@ -15,15 +17,6 @@
 /// What a family of figures has to provide. Each family is a struct of static
 /// members in a file pair of its own; Families.h lists them.
 namespace Scrivo::beautifier {
-
-/// The likeliest family of a stroke.
-struct Verdict {
-    FigureFamily family = FigureFamily::LINE;
-    double logit = 0.0;      ///< log odds that the stroke is of this family
-    double threshold = 0.0;  ///< that `logit` has to exceed at middling sensitivity
-
-    [[nodiscard]] double probability() const;
-};
 
 /// The other strokes on the drawing area, in fractions of it.
 struct Surroundings {
@@ -40,16 +33,6 @@ struct Fitted {
     Surroundings around;
     /// Number of the kind that is wished for; none: the one that was meant.
     std::optional<std::uint8_t> kind = std::nullopt;
-};
-
-/// A box with level edges, drawing-area units.
-struct Box {
-    Vec low;
-    Vec high;
-
-    [[nodiscard]] Point2D at(double x, double y) const {
-        return {low.x + x * (high.x - low.x), low.y + y * (high.y - low.y), 0.0};
-    }
 };
 
 /// Defaults of the members that a family may leave out.
@@ -77,10 +60,28 @@ struct FamilyDefaults {
     }
 };
 
+/// A family as data.
+struct Family {
+    FigureFamily family;
+    std::string_view name;
+    std::int32_t code;
+    bool needsFit;
+    std::span<const std::string_view> kinds;
+    bool closed;
+    bool staysInside;
+    std::span<const std::string_view> features;
+    void (*measure)(const Evidence& evidence, std::span<double> own);
+    bool (*competes)(std::span<const double> own);
+    std::optional<Verdict> (*judgeUnfitted)(const Ink& ink, const Frame& frame,
+                                            const BeautifierOptions& options);
+    Figure (*idealise)(const Fitted& fitted);
+    Figure (*inBox)(const Box& box, std::optional<std::uint8_t> kind);
+};
+
 /// Names of a figure and access to its parameters, specialised for every
 /// alternative of `Figure`:
-///   KIND      the name of the alternative
-///   SUBTYPES  names of its kinds in the order of their enumeration
+///   NAME   of the alternative
+///   KINDS  names of its kinds in the order of their enumeration
 ///   fields(figure, visit)  calls visit.place, .places, .size or .number with
 ///             the name of each parameter and a reference to it
 template <typename F>

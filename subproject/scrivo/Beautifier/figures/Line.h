@@ -25,8 +25,8 @@ std::vector<Point2D> outlineOf(const LineFigure& line);
 
 template <>
 struct FigureTraits<LineFigure> {
-    static constexpr std::string_view KIND = "line";
-    static constexpr std::array<std::string_view, 0> SUBTYPES{};
+    static constexpr std::string_view NAME = "line";
+    static constexpr std::array<std::string_view, 0> KINDS{};
     static void fields(auto& figure, auto&& visit) {
         visit.place("from", figure.from);
         visit.place("to", figure.to);

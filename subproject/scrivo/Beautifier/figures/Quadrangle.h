@@ -30,8 +30,8 @@ std::vector<Point2D> outlineOf(const QuadrangleFigure& quadrangle);
 
 template <>
 struct FigureTraits<QuadrangleFigure> {
-    static constexpr std::string_view KIND = "quadrangle";
-    static constexpr auto SUBTYPES = QuadrangleFamily::KINDS;
+    static constexpr std::string_view NAME = "quadrangle";
+    static constexpr auto KINDS = QuadrangleFamily::KINDS;
     static void fields(auto& figure, auto&& visit) { visit.places("corners", figure.corners); }
 };
 

@@ -32,8 +32,8 @@ std::vector<Point2D> outlineOf(const TriangleFigure& triangle);
 
 template <>
 struct FigureTraits<TriangleFigure> {
-    static constexpr std::string_view KIND = "triangle";
-    static constexpr auto SUBTYPES = TriangleFamily::KINDS;
+    static constexpr std::string_view NAME = "triangle";
+    static constexpr auto KINDS = TriangleFamily::KINDS;
     static void fields(auto& figure, auto&& visit) { visit.places("corners", figure.corners); }
 };
 

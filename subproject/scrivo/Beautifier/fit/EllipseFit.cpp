@@ -128,7 +128,7 @@ bool improve(EllipseFit& fit, std::span<const Vec> points) {
     return true;
 }
 
-void judge(EllipseFit& fit, std::span<const Vec> points) {
+void measureResiduals(EllipseFit& fit, std::span<const Vec> points) {
     const double c = std::cos(fit.angle);
     const double s = std::sin(fit.angle);
     double squares = 0.0;
@@ -167,10 +167,10 @@ EllipseFit fitEllipseTo(const Coarse& loop) {
 }
 
 EllipseFit refined(EllipseFit fit, std::span<const Vec> points) {
-    judge(fit, points);
+    measureResiduals(fit, points);
     EllipseFit best = fit;
     for (int i = 0; i < STEPS && improve(fit, points); ++i) {
-        judge(fit, points);
+        measureResiduals(fit, points);
         best = fit.rms < best.rms ? fit : best;
     }
     if (best.a < best.b) {

@@ -6,16 +6,16 @@ namespace Scrivo::beautifier {
 
 namespace {
 
-// Less is a hook.
-constexpr int LEAST_STEPS = FINE / 4;
+// A shorter way back is a hook.
+constexpr int MIN_STEPS = FINE / 4;
 
-// How far the way back strays, share of the longer side: on average.
-constexpr double STRAY = 0.05;
+// Mean distance between the ways there and back, share of the longer side.
+constexpr double MAX_DISTANCE = 0.05;
 
-// The way back may be as many steps ahead or behind.
-constexpr int SLACK = 5;
+// The way back may lead or lag by this many steps.
+constexpr int MAX_LAG = 5;
 
-/// An outline, maybe read from its end.
+/// An outline, read from either end.
 class Reading {
 public:
     Reading(const Fine& fine, bool backwards) : m_fine(fine), m_backwards(backwards) {}
@@ -28,7 +28,7 @@ private:
 
 double nearest(const Reading& outline, Vec p, int about) {
     double best = norm(p - outline.at(about));
-    for (int i = std::max(about - SLACK, 0); i <= std::min(about + SLACK, FINE - 1); ++i) {
+    for (int i = std::max(about - MAX_LAG, 0); i <= std::min(about + MAX_LAG, FINE - 1); ++i) {
         best = std::min(best, norm(p - outline.at(i)));
     }
     return best;
@@ -40,7 +40,7 @@ bool runsBack(const Reading& outline, int fold) {
     double sum = 0.0;
     for (int k = 1; k <= steps; ++k) {
         sum += nearest(outline, outline.at(fold + k), std::max(fold - k, 0));
-        if (sum > STRAY * steps) {
+        if (sum > MAX_DISTANCE * steps) {
             return false;
         }
     }
@@ -49,8 +49,8 @@ bool runsBack(const Reading& outline, int fold) {
 
 /// Index of the point where the outline turns back, `FINE` - 1 for none.
 int foldOf(const Reading& outline) {
-    // Before the middle no way back fits.
-    for (int fold = FINE / 2 - SLACK; fold <= FINE - 1 - LEAST_STEPS; ++fold) {
+    // A fold before the middle leaves too little outline to retrace.
+    for (int fold = FINE / 2 - MAX_LAG; fold <= FINE - 1 - MIN_STEPS; ++fold) {
         const Vec before = outline.at(fold) - outline.at(fold - 3);
         const Vec after = outline.at(fold + 3) - outline.at(fold);
         if (dot(before, after) < 0.0 && runsBack(outline, fold)) {
