@@ -1,11 +1,11 @@
-// How long the beautifier takes for a stroke: the median and the 99th
-// percentile over many strokes of up to 300 points, by what they are, and the
-// growth with the number of points.
+// Time of the beautifier per stroke: median and 99th percentile over many strokes of
+// up to 300 points, for figures and other ink, and the growth with the number of
+// points.
 //
 //   beautifier_bench [--strokes=FILE] [Google Benchmark options]
 //
-// FILE holds one stroke a line, "count x y x y ...", in drawing-area units;
-// those of up to 300 points are measured too.
+// FILE holds one stroke a line, "count x y x y ...", in drawing-area units; those
+// with up to 300 points are measured in addition.
 
 #include "Beautifier/Beautifier.h"
 #include "Curves.h"
@@ -33,7 +33,7 @@ constexpr std::size_t MAX_POINTS = 300;
 
 using Strokes = std::vector<Path>;
 
-/// Each curve with tremors of many kinds, at 10 to 300 points.
+/// Each curve with random tremor and jitter, at 10 to 300 points.
 Strokes drawn(const std::vector<Example>& examples) {
     std::mt19937_64 generator(1);
     const auto uniform = [&](double low, double high) {
@@ -79,7 +79,7 @@ double microseconds(const Beautifier& beautifier, const Path& stroke) {
 
 void everyStroke(benchmark::State& state, const Strokes& strokes) {
     const Beautifier beautifier;
-    // The shortest of all passes, so that other processes do not count.
+    // The minimum over all passes, to exclude the influence of other processes.
     std::vector<double> times(strokes.size(), std::numeric_limits<double>::infinity());
     for (auto _ : state) {
         for (std::size_t i = 0; i < strokes.size(); ++i) {

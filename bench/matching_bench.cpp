@@ -1,5 +1,5 @@
-// What the index saves: the same strokes and templates through three forms of the
-// recogniser that give the same answer, in one run.
+// Speed-up by the index: three implementations of the recogniser with the same answers
+// on the same strokes and templates.
 //
 //   literal    every step on copies, every template searched in full
 //   copy-free  the library without its index: no copies, turned path never stored
@@ -54,8 +54,8 @@ const TemplatesGraphicsRecognizer& indexed(int templates) {
     return found->second;
 }
 
-/// The index is made for the standard settings alone. With a precision that is
-/// lower by one bit the search takes the same steps, without the index.
+/// The index supports the standard settings only. With a precision lower by one bit
+/// the search takes the same steps without the index.
 TemplatesGraphicsRecognizer copyFree(int templates) {
     TemplatesGraphicsRecognizer recogniser = indexed(templates);
     recogniser.anglePrecision = std::nextafter(recogniser.anglePrecision, 0.0);
@@ -119,7 +119,7 @@ std::string nameOf(const char* strokes, const char* form, int templates) {
     return std::string(strokes) + "/" + form + "/" + std::to_string(templates);
 }
 
-/// Shows the runs as usual and keeps their times.
+/// Prints the runs as usual and keeps their times.
 class Reporter : public benchmark::ConsoleReporter {
 public:
     Reporter() : ConsoleReporter(OO_Tabular) {}

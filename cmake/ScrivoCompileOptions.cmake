@@ -1,9 +1,9 @@
-# Two interface targets, linked at build time only: what the numbers depend on,
-# and what the compiler is asked to complain about.
+# Two interface targets, linked at build time only: the options that results depend
+# on, and the warnings.
 
 # Results are fixed to the last bit. A fused multiply-add rounds once where two
 # roundings are meant, fast-math reorders sums, and a wider instruction set
-# changes what Eigen computes: none of them, ever.
+# changes what Eigen computes: none of them is allowed.
 add_library(scrivo_numerics INTERFACE)
 target_compile_features(scrivo_numerics INTERFACE cxx_std_20)
 target_compile_options(scrivo_numerics INTERFACE

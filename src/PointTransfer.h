@@ -11,7 +11,7 @@
 /// JavaScript arrays of point objects to strokes and back.
 ///
 /// A failed Node-API call leaves an exception pending and yields a zero value
-/// (length 0, number 0.0, no value), and the conversion goes on: nothing here
+/// (length 0, number 0.0, no value), and the conversion continues: nothing here
 /// stops early or reports a failure. The first exception of a call reaches the
 /// JavaScript caller when the native function returns.
 namespace binding {
@@ -33,7 +33,7 @@ napi_value element(Napi::Env env, napi_value array, std::uint32_t index);
 /// The two functions of point-transfer.js read and write the properties. The
 /// JavaScript engine compiles them, so that a point costs about ten nanoseconds;
 /// single Node-API calls take hundreds. They access properties in the same order
-/// as such calls would, and leave values that are not objects or numbers to them.
+/// as such calls would, and leave to them any value that is not an object or number.
 class PointTransfer {
 public:
     /// Leaves an exception pending, and is not ready, when the JavaScript engine
@@ -43,8 +43,8 @@ public:
     [[nodiscard]] bool ready() const { return !m_write.IsEmpty(); }
 
     /// One point per element, in order; the length is read again for each, since a
-    /// getter may change it. A malformed element gives a point too, of what could be
-    /// read and zeros.
+    /// getter may change it. A malformed element also gives a point, with zeros for
+    /// what could not be read.
     [[nodiscard]] Stroke read(napi_value array);
 
     /// Stores a new object per point, from index 0 on: `x`, `y` and, unless it is

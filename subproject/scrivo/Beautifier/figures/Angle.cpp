@@ -15,13 +15,13 @@ namespace Scrivo::beautifier {
 
 namespace {
 
-// Radians that a leg which was meant level leans at most.
+// Largest lean, radians, of a leg that was meant level.
 constexpr double MAX_LEAN = 0.087;
 
-// Steps of the fine outline about the vertex in which a pen turns.
+// Steps of the fine outline on either side of the vertex within which the pen turns.
 constexpr int VERTEX_REACH = 6;
 
-// Of shares of a bend.
+// Upper bound of a share of a bend.
 constexpr double MAX_BEND = 1.5;
 
 /// The two-piece polyline: its one corner is the vertex.

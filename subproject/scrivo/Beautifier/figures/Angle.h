@@ -17,7 +17,7 @@ struct AngleFamily : FamilyDefaults {
         "LEG_TURNING",   // bends beyond the one between the legs, radians
         "OPENING",       // angle between the legs, radians
         "VERTEX_INK",    // distance of the ink from the vertex
-        "VERTEX_BEND",   // share of the bend between the legs that the ink makes near the vertex
+        "VERTEX_BEND",   // share of the bend between the legs that the ink bends near the vertex
         "LEG_FAR",       // share of the ink away from the legs
     };
     static std::array<double, FEATURES.size()> measure(const Evidence& evidence);

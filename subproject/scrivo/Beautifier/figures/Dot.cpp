@@ -8,21 +8,21 @@ namespace Scrivo::beautifier {
 
 namespace {
 
-/// A sort of stroke that is a dot; the smallest comes first.
+/// A sort of stroke that is a dot; sorts are in ascending order of size.
 struct DotModel {
-    double extent;  ///< largest longer side of the box, where a tap leaves `TAP`
+    double extent;  ///< largest longer side of the box, for a tap of `TAP` units
     double min;     ///< smallest and
     double max;     ///< largest path without the tremor, in diagonals of the box
-    bool sure;      ///< has no room for anything else: a dot at any sensitivity
+    bool sure;      ///< too small for anything else: a dot at any sensitivity
     double logit;   ///< log odds that such a stroke is a dot
 };
 
-// The tap size that the models are for.
+// The tap size that the models were learnt for.
 constexpr double TAP = 4.0;
 
 #include "Beautifier/figures/DotModel.inc"
 
-// Dots need only about even odds: the drawing keeps its mark either way.
+// Dots need only about even odds: either way a mark stays where the pen was.
 constexpr double DOT_THRESHOLD = -0.5;
 
 }  // namespace
@@ -33,7 +33,7 @@ std::optional<Verdict> DotFamily::judgeUnfitted(const Ink& ink, const Frame& fra
         return std::nullopt;
     }
     constexpr double INF = std::numeric_limits<double>::infinity();
-    // A stroke without extent is a dot whatever a tap is.
+    // A stroke without extent is a dot for any tap size.
     const double scale = frame.extent > 0.0 ? TAP / options.tapSize : 1.0;
     const Ink scaled{ink.samples, scale * ink.width, scale * ink.height};
     const Frame box = beautifier::measure(scaled);

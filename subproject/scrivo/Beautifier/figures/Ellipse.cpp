@@ -16,19 +16,19 @@ namespace Scrivo::beautifier {
 
 namespace {
 
-// Fits to what was meant as an ellipse, gaps and flat ends included, are no more
-// than a twentieth longer than their ink.
+// Fits to strokes that were meant as ellipses, even with gaps and flat ends, are at
+// most a twentieth longer than their ink.
 constexpr double OVERSHOOT = 1.1;
 
-// What people draw for a circle strays from it by as much more than from the best
-// ellipse: root mean square, share of the diameter. See docs/beautifier.md.
+// How much further strokes that were meant as circles lie from the circle than from
+// the best ellipse: root mean square, share of the diameter. See docs/beautifier.md.
 constexpr double ROUND = 0.044;
 
-// Radians that the axes of what was meant level lean at most.
+// Largest lean, radians, of the axes of an ellipse that was meant level.
 constexpr double MAX_LEAN = 0.175;
 
-/// The ellipse, pulled back where it shoots beyond the ink: a slim fit is hardly
-/// sensitive to its length.
+/// The ellipse, shortened where it extends beyond the ink: the length of a slim fit
+/// is poorly determined.
 EllipseFit withinInk(EllipseFit fit, std::span<const Vec> points) {
     const Vec along{std::cos(fit.angle), std::sin(fit.angle)};
     const Reach reach = reachOf(points, fit.centre, along);
@@ -54,7 +54,7 @@ EllipseFigure inUnits(const EllipseFit& fit, const Frame& frame) {
     return {frame.toUnits(fit.centre), {a, b, 0.0}, rotation};
 }
 
-// Of the mean angle between ink and ellipse, its sine.
+// Bound of the root mean square sine of the angle between ink and ellipse.
 constexpr double MAX_SLOPE = 0.7;
 
 /// How the ink runs along an ellipse.

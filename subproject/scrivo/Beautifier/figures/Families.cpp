@@ -21,7 +21,7 @@ constexpr std::array<Family, sizeof...(F)> entriesOf(FamilyList<F...> /*list*/) 
 
 constexpr auto ENTRIES = entriesOf(Families());
 
-/// Shifts the places of a figure; sizes and numbers stay.
+/// Shifts the points of a figure; sizes and numbers stay.
 struct Shift {
     double dx;
     double dy;

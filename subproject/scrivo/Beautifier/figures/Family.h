@@ -25,19 +25,19 @@ struct Surroundings {
     double height = 0.0;
 };
 
-/// What the figure of a family is made of.
+/// What an ideal figure is made from.
 struct Fitted {
     const Frame& frame;
-    const Evidence& evidence;  ///< empty when the family was judged unfitted
+    const Evidence& evidence;  ///< empty when the verdict needed no fit
     const BeautifierOptions& options;
     Surroundings around;
-    /// Number of the kind that is wished for; none: the one that was meant.
+    /// The kind that is wished for; none for the kind that was meant.
     std::optional<std::uint8_t> kind = std::nullopt;
 };
 
 /// Defaults of the members that a family may leave out.
 struct FamilyDefaults {
-    /// The ideal figure comes from fits, which a stroke without an extent has not.
+    /// The ideal figure is made from fits, which require a stroke with an extent.
     static constexpr bool NEEDS_FIT = true;
     /// Names of the kinds that can be wished for, in the order of their enumeration.
     static constexpr std::array<std::string_view, 0> KINDS{};
@@ -48,8 +48,8 @@ struct FamilyDefaults {
     /// Features of the family's fit; `measure` gives their values.
     static constexpr std::array<std::string_view, 0> FEATURES{};
     static std::array<double, 0> measure(const Evidence& /*evidence*/) { return {}; }
-    /// The figure that fills a box, for a wish that the fits give no sensible figure
-    /// for; none when the family has no such figure.
+    /// The figure that fills a box, for wishes where the fits give no sensible figure;
+    /// none when the family has no such figure.
     static Figure inBox(const Box& /*box*/, std::optional<std::uint8_t> /*kind*/) { return {}; }
     /// Whether a stroke with these features can be of the family at all.
     static bool competes(std::span<const double> /*own*/) { return true; }
@@ -60,7 +60,7 @@ struct FamilyDefaults {
     }
 };
 
-/// A family as data.
+/// The members of a family as data.
 struct Family {
     FigureFamily family;
     std::string_view name;

@@ -8,7 +8,7 @@ struct LineFamily : FamilyDefaults {
     static constexpr FigureFamily FAMILY = FigureFamily::LINE;
     static constexpr std::string_view NAME = "line";
     static constexpr std::int32_t CODE = FIGURE_LINE;
-    /// Moving a line would tear it off the strokes that it was snapped to.
+    /// Moving a line would separate it from the strokes that it was snapped to.
     static constexpr bool STAYS_INSIDE = false;
 
     static constexpr std::array<std::string_view, 3> FEATURES{

@@ -18,7 +18,7 @@ struct TriangleFamily : FamilyDefaults {
         "TRIANGLE_ANGLE",   // its largest interior angle, radians
         "TRIANGLE_GAP",     // gap over its shortest side
         "TRIANGLE_CORNER",  // largest distance of the ink from a corner
-        "TRIANGLE_BEND",    // least share of a corner's bend that the ink makes near it
+        "TRIANGLE_BEND",    // least share of a corner's bend that the ink bends near it
         "TRIANGLE_LENGTH",  // log of the path over the perimeter
         "TRIANGLE_FAR",     // share of the ink away from it
     };

@@ -12,8 +12,8 @@ namespace {
 
 constexpr int REWEIGHTINGS = 2;
 
-// Points further from the line than this, share of the size, count less and
-// less.
+// Scale of the Cauchy weights, share of the size: points further from the line have
+// less than half of the weight.
 constexpr double STRAY = 0.01;
 
 /// Total least squares line through weighted points.
@@ -83,7 +83,7 @@ LegsFit fitLegs(const Evidence& evidence) {
         isWhole ? evidence.points : resample(evidence.fine, part.first, part.last, {});
     const int knot =
         isWhole ? evidence.polylines[1].knots[1] : fitPolylines(Scatter(points), 2)[1].knots[1];
-    // The bend itself is rounded off and belongs to no leg.
+    // The bend itself is rounded off and belongs to neither leg.
     const int margin = std::min({2, knot / 4, (COARSE - 1 - knot) / 4});
     const std::span<const Vec> all(points);
     const auto first = all.first(static_cast<std::size_t>(knot - margin + 1));

@@ -8,8 +8,8 @@ namespace Scrivo::detail {
 
 namespace {
 
-// From the first to the second number of points the mean force decides. Fewer
-// points are no dot, more are one whatever their force.
+// For numbers of points in this range the mean force decides. With fewer points a
+// stroke is not a dot, with more it always is.
 constexpr std::size_t MIN_FORCE_POINTS = 9;
 constexpr std::size_t MAX_FORCE_POINTS = 25;
 /// Mean force that a dot exceeds.

@@ -42,7 +42,7 @@ EllipseShape levelled(EllipseShape e) {
 
 void appendEllipse(std::vector<Point2D>& out, const EllipseShape& e) {
     for (int i = 0; i <= ELLIPSE_SEGMENTS; ++i) {
-        // The last point takes the parameter of the first and closes the outline.
+        // The last point has the parameter of the first, which closes the outline.
         const double t = (i % ELLIPSE_SEGMENTS) / static_cast<double>(ELLIPSE_SEGMENTS);
         const double phi = (t + t) * PI;
         const Point2D p{e.centre.x + e.radii.x * std::cos(phi),
