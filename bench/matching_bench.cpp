@@ -40,7 +40,7 @@ TemplatesGraphicsRecognizer recogniserWith(int templates) {
     ink::Hand hand(1);
     for (int k = 0; k < templates; ++k) {
         recogniser.addTemplate(1 + k % 3, NAMES[k % 3],
-                               hand.stroke(static_cast<ink::Shape>(1 + k % 3)));
+                               hand.stroke(static_cast<ink::Hand::Shape>(1 + k % 3)));
     }
     return recogniser;
 }
@@ -68,7 +68,7 @@ std::vector<Stroke> strokes(bool matching) {
     ink::Hand hand(2);
     std::vector<Stroke> chosen;
     for (int k = 0; chosen.size() < STROKES; ++k) {
-        const auto shape = matching ? static_cast<ink::Shape>(1 + k % 3) : ink::KNOT;
+        const auto shape = matching ? static_cast<ink::Hand::Shape>(1 + k % 3) : ink::Hand::KNOT;
         const Stroke stroke = hand.stroke(shape);
         const RecognitionResult result = indexed(TEMPLATES[0]).recognize(stroke);
         if ((result.id != 0) == matching && result.score != -1.0) {

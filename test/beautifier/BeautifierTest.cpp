@@ -10,8 +10,7 @@ namespace Scrivo::test {
 
 namespace {
 
-using namespace curves;
-using curves::ellipse;
+using namespace ink;
 
 class EveryFigure : public testing::TestWithParam<Example> {
 protected:

@@ -8,8 +8,7 @@ namespace Scrivo::test {
 
 namespace {
 
-using namespace curves;
-using curves::ellipse;
+using namespace ink;
 
 Beautified beautifyAs(const Path& path, const Wish& wish, const BeautifierOptions& options = {}) {
     Beautified answer = Beautifier(options).beautifyAs(inFractions(path), wish, WIDTH, HEIGHT);

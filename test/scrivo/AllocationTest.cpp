@@ -86,7 +86,7 @@ struct Loaded {
 TEST(OutOfMemory, AFailedAddChangesNothing) {
     Loaded loaded;
     ink::Hand hand(52);
-    for (const auto shape : {ink::RECTANGLE, ink::ELLIPSE}) {
+    for (const auto shape : {ink::Hand::RECTANGLE, ink::Hand::ELLIPSE}) {
         const Stroke outline = hand.stroke(shape);
         // Copied first: what fails is the call, not the making of its arguments.
         const int failures = failEveryAllocation(
@@ -126,7 +126,7 @@ TEST(OutOfMemory, AFailedLoadChangesNothing) {
 
 TEST(OutOfMemory, AFailedUpdateIsRepeated) {
     Loaded loaded;
-    const Stroke outline = ink::Hand(54).stroke(ink::ELLIPSE);
+    const Stroke outline = ink::Hand(54).stroke(ink::Hand::ELLIPSE);
     GraphicTemplate exact{3, "exact", loaded.recogniser.normalizePath(outline)};
     loaded.recogniser.allTemplates.push_back(exact);
     loaded.recogniser.ellipseTemplates.push_back(exact);

@@ -111,9 +111,10 @@ TEST(TemplateIndex, LeavesCloseDecisionsToThePlainSearch) {
 TEST(TemplateIndex, LetsATemplateWinThatItsBoundsDoNotHoldFor) {
     ink::Hand hand(33);
     const TemplatesGraphicsRecognizer recogniser;
-    const Path drawn = recogniser.normalizePath(hand.stroke(ink::ELLIPSE));
+    const Path drawn = recogniser.normalizePath(hand.stroke(ink::Hand::ELLIPSE));
     std::vector<GraphicTemplate> templates{
-        {2, "triangle", recogniser.normalizePath(hand.stroke(ink::TRIANGLE))}, {3, "far", drawn}};
+        {2, "triangle", recogniser.normalizePath(hand.stroke(ink::Hand::TRIANGLE))},
+        {3, "far", drawn}};
     templates[1].points[5] = {450.0, 0.0};
     const auto match = indexOf(templates).matchQuickly(drawn);
     ASSERT_TRUE(match);
@@ -122,7 +123,7 @@ TEST(TemplateIndex, LetsATemplateWinThatItsBoundsDoNotHoldFor) {
 
 TEST(TemplateIndex, DeclinesPathsOutsideTheNormalForm) {
     const Path circle =
-        TemplatesGraphicsRecognizer().normalizePath(ink::Hand(23).stroke(ink::ELLIPSE));
+        TemplatesGraphicsRecognizer().normalizePath(ink::Hand(23).stroke(ink::Hand::ELLIPSE));
     const std::vector<GraphicTemplate> templates{{3, "ellipse", circle}};
     const TemplateIndex index = indexOf(templates);
     EXPECT_TRUE(index.matchQuickly(circle));

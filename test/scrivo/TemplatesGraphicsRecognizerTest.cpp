@@ -48,7 +48,7 @@ TEST(Recogniser, FollowsChangedSettings) {
 TEST(Recogniser, FollowsListsChangedByHand) {
     ink::Hand hand(27);
     const auto outlines = hand.strokes(45);
-    const Path stroke = hand.stroke(ink::ELLIPSE);
+    const Path stroke = hand.stroke(ink::Hand::ELLIPSE);
     const GraphicTemplate exact{9, "exact", TemplatesGraphicsRecognizer().normalizePath(stroke)};
     using Change = void (*)(TemplateList&, const GraphicTemplate&);
     const Change changes[] = {
@@ -86,10 +86,10 @@ TEST(Recogniser, FollowsListsChangedByHand) {
 
 TEST(Recogniser, KeepsTheFirstOfEqualTemplates) {
     ink::Hand hand(28);
-    const Path stroke = hand.stroke(ink::ELLIPSE);
+    const Path stroke = hand.stroke(ink::Hand::ELLIPSE);
     TemplatesGraphicsRecognizer recogniser;
     for (int k = 0; k < 40; ++k) {
-        recogniser.addTemplate(3, "other", hand.stroke(ink::ELLIPSE));
+        recogniser.addTemplate(3, "other", hand.stroke(ink::Hand::ELLIPSE));
     }
     EXPECT_EQ(recogniser.addTemplate(3, "first", stroke), 1);
     for (int k = 2; k < 30; ++k) {
@@ -238,7 +238,7 @@ TEST(Recogniser, LoadsUnderRecognitionOfExposedLists) {
 
 TEST(Recogniser, CopiesAreIndependent) {
     ink::Hand hand(35);
-    const Path stroke = hand.stroke(ink::ELLIPSE);
+    const Path stroke = hand.stroke(ink::Hand::ELLIPSE);
     TemplatesGraphicsRecognizer original = recogniserWith(hand.strokes(30));
     TemplatesGraphicsRecognizer copy = original;
     copy.addTemplate(3, "only in the copy", stroke);
@@ -252,7 +252,7 @@ TEST(Recogniser, CopiesAreIndependent) {
     EXPECT_EQ(copy.recognize(stroke).name, "added later");
     original = moved;
     EXPECT_EQ(original.recognize(stroke).name, "only in the copy");
-    EXPECT_TRUE(answersLiterally(original, hand.stroke(ink::TRIANGLE)));
+    EXPECT_TRUE(answersLiterally(original, hand.stroke(ink::Hand::TRIANGLE)));
     original.ellipseTemplates = TemplateList();
     EXPECT_TRUE(answersLiterally(original, stroke));
 }

@@ -9,9 +9,9 @@ namespace Scrivo::test {
 namespace {
 
 using namespace beautifier;
-using curves::Path;
-using curves::polyline;
-using curves::sample;
+using ink::Path;
+using ink::polyline;
+using ink::sample;
 
 const std::set<AnchorSort> ALL_SORTS{AnchorSort::END, AnchorSort::CORNER, AnchorSort::CENTRE};
 

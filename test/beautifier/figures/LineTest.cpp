@@ -7,8 +7,7 @@ namespace Scrivo::test {
 
 namespace {
 
-using namespace curves;
-using curves::ellipse;
+using namespace ink;
 
 LineFigure lineOf(const Path& path, const BeautifierOptions& options = {},
                   const std::vector<Path>& others = {}) {

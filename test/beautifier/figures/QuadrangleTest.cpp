@@ -6,8 +6,7 @@ namespace Scrivo::test {
 
 namespace {
 
-using namespace curves;
-using curves::ellipse;
+using namespace ink;
 
 /// Expects what makes the kind, to rounding.
 void expectExact(const QuadrangleFigure& q) {

@@ -6,7 +6,7 @@ namespace Scrivo::test {
 
 namespace {
 
-using namespace curves;
+using namespace ink;
 
 TEST(Levelling, TurnsTheWholeFigureAtOnce) {
     for (const Drawn& shape : quadrangles()) {

@@ -10,8 +10,7 @@ namespace Scrivo::test {
 
 namespace {
 
-using namespace curves;
-using curves::ellipse;
+using namespace ink;
 
 TEST(BeautifierFeatures, MeasureWhatTheirNamesSay) {
     using namespace beautifier;
