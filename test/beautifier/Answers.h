@@ -11,7 +11,7 @@
 #include <gtest/gtest.h>
 #include <vector>
 
-/// Strokes in drawing-area units to answers in units.
+/// Answers for strokes, both in drawing-area units.
 namespace Scrivo::test {
 
 inline constexpr double WIDTH = 800.0;
@@ -21,7 +21,7 @@ inline ink::Path inFractions(const ink::Path& path) {
     return Scrivo::test::fractions(path, WIDTH, HEIGHT);
 }
 
-/// Answer for a stroke in units, its path in units too.
+/// The answer for a stroke; its path is in units too.
 inline Beautified beautify(const ink::Path& path, const BeautifierOptions& options = {},
                            std::vector<ink::Path> others = {}) {
     std::transform(others.begin(), others.end(), others.begin(), inFractions);
@@ -30,7 +30,7 @@ inline Beautified beautify(const ink::Path& path, const BeautifierOptions& optio
     return answer;
 }
 
-/// The outline in the frame's own units, as it is examined.
+/// The even outline of a curve, in units of the frame.
 inline beautifier::Fine fineOutline(const ink::Curve& curve) {
     const ink::Path path = ink::sample(curve, 400);
     return beautifier::resample({path, 1, 1}, beautifier::measure({path, 1, 1}));

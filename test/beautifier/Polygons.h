@@ -2,7 +2,7 @@
 
 #include "Answers.h"
 
-/// Quadrangles of every kind, and what their corners have in common.
+/// Quadrangles of every kind, and measures of their corners.
 namespace Scrivo::test {
 
 /// A quadrangle and its kind.
@@ -53,7 +53,7 @@ inline std::vector<double> lengthsOf(const std::array<Point2D, 4>& c) {
             length(c[0] - c[3]), length(c[2] - c[0]), length(c[3] - c[1])};
 }
 
-/// Pairs of corners at exactly the same height or exactly above each other.
+/// Number of pairs of corners exactly level with or above each other.
 template <std::size_t N>
 int exactPairs(const std::array<Point2D, N>& corners) {
     int pairs = 0;
@@ -65,7 +65,7 @@ int exactPairs(const std::array<Point2D, N>& corners) {
     return pairs;
 }
 
-/// Whether the corners are those of `expected`, from any of them on.
+/// Whether the corners are those of `expected`, starting at any of them.
 inline testing::AssertionResult hasCorners(const std::array<Point2D, 4>& corners,
                                            const ink::Path& expected, double tolerance) {
     for (std::size_t start = 0; start < corners.size(); ++start) {

@@ -68,7 +68,7 @@ TEST(Wish, FillsTheBoxWhereNoFitDoes) {
     }
 }
 
-TEST(Wish, TellsHowLikelyItIs) {
+TEST(Wish, HasTheProbabilityOfItsFamily) {
     const Beautified box = beautifyAs(BOX, FigureFamily::QUADRANGLE);
     EXPECT_GT(box.confidence, 0.9);
     EXPECT_LT(beautifyAs(BOX, FigureFamily::ELLIPSE).confidence, 0.1);
@@ -77,7 +77,7 @@ TEST(Wish, TellsHowLikelyItIs) {
     EXPECT_EQ(offered.front().family, FigureFamily::QUADRANGLE);
 }
 
-TEST(Wish, OfWhatThereIsNotIsRefused) {
+TEST(Wish, WithoutAFigureIsRejected) {
     EXPECT_EQ(beautifyAs({}, FigureFamily::DOT).reason, Reason::INVALID);
     EXPECT_EQ(beautifyAs({{300, 300}}, FigureFamily::DOT).type, FIGURE_POINT);
     EXPECT_EQ(beautifyAs({{300, 300}}, FigureFamily::LINE).reason, Reason::NO_FIGURE);

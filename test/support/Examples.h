@@ -8,7 +8,7 @@
 #include <variant>
 #include <vector>
 
-/// Ink for the beautifier, with what it is recognised as.
+/// Ink for the beautifier and the figures that it is recognised as.
 namespace Scrivo::test::ink {
 
 template <typename F>
@@ -21,7 +21,7 @@ struct Example {
     std::string name;
     Curve curve;
     std::int32_t type = Scrivo::FIGURE_NONE;
-    bool (*isFigure)(const Scrivo::Figure&) = is<std::monostate>;  ///< what it is recognised as
+    bool (*isFigure)(const Scrivo::Figure&) = is<std::monostate>;
 
     friend void PrintTo(const Example& example, std::ostream* out) { *out << example.name; }
 };

@@ -47,7 +47,7 @@ TEST(BeautifierLines, StayWhereTheyAreBesideStrokes) {
     }
 }
 
-TEST(BeautifierLines, EndAtTheMarksOfOtherStrokesThatTheOptionNames) {
+TEST(BeautifierLines, EndAtTheAnchorsThatTheOptionNames) {
     const Path open = sample(polyline({{300, 296}, {200, 200}, {120, 300}}), 30);
     const Path box =
         sample(polyline({{504, 306}, {604, 306}, {604, 206}, {504, 206}, {504, 306}}), 60);

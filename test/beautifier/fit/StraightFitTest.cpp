@@ -10,7 +10,7 @@ namespace {
 using namespace beautifier;
 using ink::polyline;
 
-/// The outline as it is, strays included.
+/// The outline with its strays.
 Evidence evidenceOf(const Fine& fine) {
     Evidence e;
     e.fine = fine;
