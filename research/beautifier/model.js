@@ -1,8 +1,9 @@
 'use strict';
 
-// The models that score each family: a logistic sum of chosen terms, which is
-// smooth and extrapolates well, and small trees over all features, which see how
-// features interact. Their mean is more accurate than either.
+// Which features speak for and against each figure, and how. Two judges score
+// each figure: a logistic sum of chosen terms, which is smooth and knows what is
+// to be expected, and small trees over all features, which see what features mean
+// together. Their mean errs less than either.
 
 const { binned, boost, sumOf } = require('./boost.js');
 const { dot, logistic, sigmoid } = require('./learn.js');
@@ -84,7 +85,7 @@ const CROSSED = 3; // corners that miss one full turn by more: sides that cross,
 const TREES = 200; // a figure
 
 /**
- * Strokes to train on: `names` of the features, and rows { family, closed,
+ * Strokes for the judges: `names` of the features, and rows { family, closed,
  * importance, features }, the last an array of numbers.
  */
 class Table {
@@ -132,7 +133,7 @@ function stretched({ weights, bias, trees }, slope) {
   };
 }
 
-/** Both models of each family, fitted to the rows of a prepared table for which `isUsed` holds. */
+/** Both judges of each family, fitted to the rows of a prepared table that `isUsed` holds for. */
 function fitFamilies(table, isUsed, penalty) {
   const importance = Float64Array.from(table.rows, (row) => row.importance);
   const model = {};
@@ -142,16 +143,16 @@ function fitFamilies(table, isUsed, penalty) {
       table.rows.flatMap((row, i) => (isUsed(row) && table.competes(family, row) ? [i] : [])),
     );
     const pick = (list) => Array.from(members, (i) => list[i]);
-    const models = {
+    const judges = {
       ...logistic(pick(table.values[family]), pick(targets), pick(importance), penalty),
       trees: boost(table.columns, members, targets, importance, TREES),
     };
-    model[family] = stretched(models, 0.5);
+    model[family] = stretched(judges, 0.5);
   }
   return model;
 }
 
-/** Mean of both models' log odds that a row is of the family. */
+/** Mean of the judges' log odds that a row is of the family. */
 const scoreOf = ({ weights, bias, trees }, table, family, row) =>
   bias + dot(weights, table.valuesOf(family, row)) + sumOf(trees, row.features);
 

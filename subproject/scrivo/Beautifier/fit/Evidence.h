@@ -7,11 +7,11 @@
 
 #include <optional>
 
-/// Measurements of a stroke that several families use, in units of the frame. The
-/// fit of a single family is in that family's file.
+/// What all figures look at in a stroke, in the frame's own units. The fit of a
+/// single figure stands in that figure's file.
 namespace Scrivo::beautifier {
 
-/// The additional measurements of a stroke whose ends (nearly) meet.
+/// What there is of a stroke whose ends (nearly) meet.
 struct ClosedEvidence {
     Closure closure;
     Coarse loop;
@@ -35,11 +35,10 @@ struct Evidence {
     std::optional<ClosedEvidence> closed;  ///< absent when the ends stay far apart
 };
 
-/// Examines the outline of a stroke whose path is `inkLength` long; 0 stands for the
-/// length of the outline.
+/// Examines an outline that stands for ink of `inkLength`; 0 means its own length.
 Evidence examine(const Fine& outline, double inkLength = 0.0);
 
-/// Treats the stroke as closed, however far apart its ends are.
+/// The same stroke taken for a closed one, however far its ends are apart.
 void takeAsClosed(Evidence& evidence);
 
 }  // namespace Scrivo::beautifier

@@ -23,7 +23,7 @@ Frame measure(const Ink& ink) {
     frame.extent = std::max(high.x - low.x, high.y - low.y);
     frame.diagonal = norm(high - low);
     frame.length = sum;
-    // The sum is NaN or infinite with any such sample, where min and max may skip NaN.
+    // A NaN or infinite sample makes the sum so, also where min and max skip a NaN.
     const double farthest = std::max({-low.x, -low.y, high.x, high.y});
     frame.measurable = !ink.samples.empty() && std::isfinite(sum) && farthest < UNKNOWN_EXTENT;
     return frame;
