@@ -99,7 +99,7 @@ TEST(Triangle, BecomesRightAngled) {
         1e-5);
 }
 
-TEST(Triangle, StaysWhenNothingIsNearlyRegular) {
+TEST(Triangle, StaysWhenNothingIsNearlyTrue) {
     const Stroke unchanged[] = {
         {{0, 0}, {200, 0}, {60, 60}},   // obtuse, scalene
         {{105, 0}, {0, 0}, {-60, 80}},  // legs 105 and 100: 1.05 is too much
