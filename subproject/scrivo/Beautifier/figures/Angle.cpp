@@ -24,15 +24,11 @@ constexpr int VERTEX_REACH = 6;
 // Upper bound of a share of a bend.
 constexpr double MAX_BEND = 1.5;
 
-/// The two-piece polyline: its one corner is the vertex.
-Corners fitTo(const Evidence& e) {
-    return cornersOf(e.points, e.scatter, e.polylines[1], false, e.size);
-}
-
 }  // namespace
 
 std::array<double, AngleFamily::FEATURES.size()> AngleFamily::measure(const Evidence& e) {
-    const Corners fit = fitTo(e);
+    // The only corner of the polyline of two pieces is the vertex.
+    const Corners fit = cornersOf(e.points, e.scatter, e.polylines[1], false, e.size);
     const Vec a = e.points.front() - fit.at[0];
     const Vec b = e.points.back() - fit.at[0];
     const Vec ink = e.points[static_cast<std::size_t>(e.polylines[1].knots[1])];

@@ -68,6 +68,14 @@ std::vector<Point2D> outlineOf(const Figure& figure) {
         figure);
 }
 
+Box boxOf(std::span<const Point2D> points) {
+    const auto [left, right] = std::minmax_element(
+        points.begin(), points.end(), [](const auto& a, const auto& b) { return a.x < b.x; });
+    const auto [top, bottom] = std::minmax_element(
+        points.begin(), points.end(), [](const auto& a, const auto& b) { return a.y < b.y; });
+    return {{left->x, top->y}, {right->x, bottom->y}};
+}
+
 bool moveInside(Figure& figure, std::span<const Point2D> outline, double width, double height) {
     const auto [low, high] = boxOf(outline);
     const bool fits = (low.x >= 0.0 || high.x <= width) && (low.y >= 0.0 || high.y <= height);

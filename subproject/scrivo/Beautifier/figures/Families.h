@@ -46,6 +46,9 @@ const Family* findFamily(FigureFamily family);
 /// where there is no figure.
 std::vector<Point2D> outlineOf(const Figure& figure);
 
+/// The smallest box around points, at least one.
+Box boxOf(std::span<const Point2D> points);
+
 /// Moves a figure whose `outline` sticks out of the drawing area back into it. A
 /// figure that sticks out on opposite sides cannot fit and stays where it is. Returns
 /// whether it was moved.

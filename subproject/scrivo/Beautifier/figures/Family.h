@@ -2,7 +2,6 @@
 
 #include "Beautifier/Figure.h"
 #include "Beautifier/Options.h"
-#include "Beautifier/figures/Box.h"
 #include "Beautifier/figures/Verdict.h"
 #include "Beautifier/fit/Evidence.h"
 #include "Beautifier/ink/Frame.h"
@@ -33,6 +32,16 @@ struct Fitted {
     Surroundings around;
     /// The kind that is wished for; none for the kind that was meant.
     std::optional<std::uint8_t> kind = std::nullopt;
+};
+
+/// A box with level edges, drawing-area units.
+struct Box {
+    Vec low;
+    Vec high;
+
+    [[nodiscard]] Point2D at(double x, double y) const {
+        return {low.x + x * (high.x - low.x), low.y + y * (high.y - low.y), 0.0};
+    }
 };
 
 /// Defaults of the members that a family may leave out.

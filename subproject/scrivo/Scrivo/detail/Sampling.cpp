@@ -2,24 +2,10 @@
 
 #include <cmath>
 #include <cstddef>
+#include <initializer_list>
 #include <numbers>
 
 namespace Scrivo::detail {
-
-namespace {
-
-/// Segments of a dot's ring, and the rings' radii in drawing-area units.
-constexpr int RING_SEGMENTS = 20;
-constexpr double RING_RADII[] = {2.5, 1.5, 0.5};
-
-void appendRing(std::vector<Point2D>& out, const Point2D& centre, double radius) {
-    for (int i = 0; i <= RING_SEGMENTS; ++i) {
-        const double a = (i % RING_SEGMENTS) * std::numbers::pi * 2 / RING_SEGMENTS;
-        out.push_back({centre.x + radius * std::cos(a), centre.y + radius * std::sin(a), 0.0});
-    }
-}
-
-}  // namespace
 
 std::int64_t sizeOf(const std::vector<Point2D>& stroke) {
     return static_cast<std::int64_t>(stroke.size());
@@ -32,8 +18,12 @@ void appendEdge(std::vector<Point2D>& out, const Point2D& from, const Point2D& t
 }
 
 void appendDot(std::vector<Point2D>& out, const Point2D& centre) {
-    for (const double radius : RING_RADII) {
-        appendRing(out, centre, radius);
+    constexpr int SEGMENTS = 20;  // of a ring
+    for (const double radius : {2.5, 1.5, 0.5}) {
+        for (int i = 0; i <= SEGMENTS; ++i) {
+            const double a = (i % SEGMENTS) * std::numbers::pi * 2 / SEGMENTS;
+            out.push_back({centre.x + radius * std::cos(a), centre.y + radius * std::sin(a), 0.0});
+        }
     }
     out.push_back(centre);
 }

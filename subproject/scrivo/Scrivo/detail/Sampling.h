@@ -26,7 +26,7 @@ void appendSamples(std::vector<Point2D>& out, PointAt at) {
 /// Appends the points of an edge, both ends included.
 void appendEdge(std::vector<Point2D>& out, const Point2D& from, const Point2D& to);
 
-/// Appends the 64 points of a dot: three rings and the centre.
+/// Appends the 64 points of a dot: three rings, drawing-area units, and the centre.
 void appendDot(std::vector<Point2D>& out, const Point2D& centre);
 
 /// Appends the edges of a closed figure, from its first corner on.
