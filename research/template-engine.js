@@ -1,8 +1,8 @@
 'use strict';
 
 const { initScrivo, optimizeAStroke } = require('scrivo');
+const { boundingBox } = require('../packages/cli/lib/boxes.js');
 const { familyOfAnswer } = require('../packages/cli/lib/template-answer.js');
-const { boxOf } = require('./ink/outlines.js');
 
 /** The template engine on single strokes, points [x, y, force] in drawing-area units. */
 
@@ -13,7 +13,7 @@ const FILL = 0.8;
 
 /** The stroke in the middle of a square area: `path` in fractions of it. */
 function place(points) {
-  const { x, y, width, height } = boxOf(points.map(([px, py]) => ({ x: px, y: py })));
+  const { x, y, width, height } = boundingBox(points);
   const side = Math.max(AREA, Math.max(width, height) / FILL);
   const left = x + width / 2 - side / 2;
   const top = y + height / 2 - side / 2;

@@ -2,7 +2,8 @@
 
 const assert = require('node:assert/strict');
 const { describe, it } = require('node:test');
-const { boundingBox, placeStroke } = require('../../packages/cli/lib/placement.js');
+const { boundingBox } = require('../../packages/cli/lib/boxes.js');
+const { placeStroke } = require('../../packages/cli/lib/placement.js');
 const { formatTable } = require('../../packages/cli/lib/report.js');
 const { Score } = require('../../packages/cli/lib/score.js');
 const { strokeSheet } = require('../../packages/cli/lib/sheet.js');

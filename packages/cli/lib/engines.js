@@ -24,7 +24,7 @@ const { UserError } = require('./user-error.js');
  * @property {(stroke: import('./placement.js').PlacedStroke) => Answer} answer in any thread
  */
 
-/** Fits every figure to the stroke. */
+/** Fits every family to the stroke. */
 function beautifierEngine() {
   let instance;
   const entry = () => requireEntry('scrivo/beautifier', 'beautifier');
@@ -88,13 +88,10 @@ function requireEntry(name, engine) {
 const ENGINES = { beautifier: beautifierEngine, template: templateEngine };
 const ENGINE_NAMES = Object.keys(ENGINES);
 
-const ALIASES = { exact: 'template' };
-
 /** @returns {Engine} */
-function createEngine(given) {
-  const name = ALIASES[given] ?? given;
+function createEngine(name) {
   if (Object.hasOwn(ENGINES, name)) return ENGINES[name]();
-  throw new UserError(`there is no engine ${given}: choose ${ENGINE_NAMES.join(' or ')}`);
+  throw new UserError(`there is no engine ${name}: choose ${ENGINE_NAMES.join(' or ')}`);
 }
 
 module.exports = { ENGINE_NAMES, createEngine };

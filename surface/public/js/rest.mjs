@@ -1,3 +1,5 @@
+import { bounds } from './geometry.mjs';
+
 /** Within this many CSS pixels a pointer rests: the template engine's largest dot. */
 const REST = 9;
 
@@ -10,12 +12,9 @@ const REST = 9;
  * unchanged. The beautifier needs none of this.
  */
 export function withRest(points, frames, { width, height }) {
-  const extent = (values) => Math.max(...values) - Math.min(...values);
-  const rests =
-    points.length > 0 &&
-    extent(points.map(({ x }) => x)) * width < REST &&
-    extent(points.map(({ y }) => y)) * height < REST;
-  if (!rests) return points;
+  if (points.length === 0) return points;
+  const { left, right, top, bottom } = bounds(points.map(({ x, y }) => [x * width, y * height]));
+  if (right - left >= REST || bottom - top >= REST) return points;
   const missing = Math.max(0, frames - points.length);
   return points.concat(Array(missing).fill(points.at(-1)));
 }

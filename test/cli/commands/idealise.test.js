@@ -116,25 +116,25 @@ describe('what comes out', () => {
   });
 
   test('lines snap to other strokes only with --snap', async () => {
-    const dot = { points: [[200, 106]] }; // beside the start of the line
     const line = { points: shakyLine(200, 100) };
-    const besides = toNdjson([{ ...line, others: [dot.points] }]);
-    write('besides.ndjson', besides);
-    write(
-      'dot.svg',
-      `<svg><path d="M200 106h0"/><polyline points="${line.points.join(' ')}"/></svg>`,
-    );
+    write('besides.ndjson', toNdjson([{ ...line, others: [[[200, 106]]] }]));
+    // An earlier stroke of the document, beside the start of the line.
+    const earlier = { beautifier: 'M200 106V300', template: 'M200 106h0' };
     const heightIn = (text) => parseLines(text).at(-1).points[0][1];
     for (const engine of Object.keys(ENGINES)) {
-      const heightOf = async (...args) => {
-        const out = ['-o', 'out.ndjson', '--force', '--engine', engine];
-        await idealise([...args, ...out]);
-        return heightIn(read('out.ndjson'));
-      };
-      assert.ok(Math.abs((await heightOf('besides.ndjson')) - 100) < 0.5);
-      assert.ok(Math.abs((await heightOf('besides.ndjson', '--snap')) - 106) < 0.5);
-      assert.ok(Math.abs((await heightOf('dot.svg')) - 100) < 0.5);
-      assert.ok(Math.abs((await heightOf('dot.svg', '--snap')) - 106) < 0.5);
+      const drawn = `<path d="${earlier[engine]}"/><polyline points="${line.points.join(' ')}"/>`;
+      write('page.svg', `<svg>${drawn}</svg>`);
+      for (const input of ['besides.ndjson', 'page.svg']) {
+        for (const [options, height] of [
+          [[], 100],
+          [['--snap'], 106],
+        ]) {
+          // prettier-ignore
+          const out = ['-o', 'out.ndjson', '--force', '--engine', engine];
+          await idealise([input, ...options, ...out]);
+          assert.ok(Math.abs(heightIn(read('out.ndjson')) - height) < 0.5, `${engine}, ${input}`);
+        }
+      }
     }
     // The template engine itself prints to the standard output of its process.
     const args = ['idealise', 'besides.ndjson', '--snap', '--engine', 'template'];
@@ -186,7 +186,8 @@ describe('wrong lines and inputs', () => {
 
 test('the summary is on standard output, or on standard error when strokes are there', async () => {
   write('three.ndjson', toNdjson([{ points: shakyLine(0, 9) }, { points: [[1, 2]] }]));
-  const filed = await idealise(['three.ndjson', '-o', 'three.svg', '--json', '--engine', 'exact']);
+  const engine = ['--engine', 'template'];
+  const filed = await idealise(['three.ndjson', '-o', 'three.svg', '--json', ...engine]);
   const { seconds, cpu_seconds: cpu, ...summary } = JSON.parse(filed.stdout);
   assert.ok(seconds > 0 && cpu > 0);
   assert.deepEqual(summary, {

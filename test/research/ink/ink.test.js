@@ -4,12 +4,11 @@ const assert = require('node:assert/strict');
 const { spawnSync } = require('node:child_process');
 const path = require('node:path');
 const { describe, it } = require('node:test');
+const { boundingBox } = require('../../../packages/cli/lib/boxes.js');
 const { FIGURES, HANDS, drawInk } = require('../../../research/ink/index.js');
-const { boxOf } = require('../../../research/ink/outlines.js');
 const { root } = require('../../support/native.js');
 
 const names = Object.keys(FIGURES);
-const boundingBox = (points) => boxOf(points.map(([x, y]) => ({ x, y })));
 
 /** Speeds between neighbouring samples, units a second. */
 function speedsOf(points) {
