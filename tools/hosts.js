@@ -37,7 +37,8 @@ function stage(target, modules) {
   const folder = path.join(FOLDER, 'stage', target);
   fs.rmSync(folder, { recursive: true, force: true });
   const tests = ['cases', 'lib', 'src', 'support'].map((name) => `test/${name}`);
-  const places = ['package.json', 'lib', 'templates', ...tests];
+  const ink = ['research/ink', 'packages/cli/lib/boxes.js'];
+  const places = ['package.json', 'lib', 'templates', ...ink, ...tests];
   for (const place of places.filter((name) => fs.existsSync(path.join(ROOT, name)))) {
     fs.cpSync(path.join(ROOT, place), path.join(folder, place), { recursive: true });
   }

@@ -9,11 +9,11 @@ const { Beautifier } = require('../../../lib/beautifier.js');
 const scrivo = require('../../../lib/index.js');
 const {
   drawStrokes,
+  levelLine,
   makeFolder,
   parseLines,
   run,
   runProcess,
-  shakyLine,
   toNdjson,
 } = require('../../support/cli.js');
 
@@ -102,7 +102,7 @@ describe('what comes out', () => {
     const line = (points, answer = '') =>
       `{"id":12345678901234567890,"s":"\\u0001 }]\\": 1234567890123456789","type":7,` +
       `"points":${points},"a":{"points":[{"n":[-1234567890123456789]}]}${answer}}`;
-    const drawn = ['[[1,2,null]]', JSON.stringify(shakyLine(10, 20))];
+    const drawn = ['[[1,2,null]]', JSON.stringify(levelLine(10, 20))];
     const args = ['--engine', 'template'];
     const { stdout } = await idealise(
       args,
@@ -116,7 +116,7 @@ describe('what comes out', () => {
   });
 
   test('lines snap to other strokes only with --snap', async () => {
-    const line = { points: shakyLine(200, 100) };
+    const line = { points: levelLine(200, 100) };
     write('besides.ndjson', toNdjson([{ ...line, others: [[[200, 106]]] }]));
     // An earlier stroke of the document, beside the start of the line.
     const earlier = { beautifier: 'M200 106V300', template: 'M200 106h0' };
@@ -185,7 +185,7 @@ describe('wrong lines and inputs', () => {
 });
 
 test('the summary is on standard output, or on standard error when strokes are there', async () => {
-  write('three.ndjson', toNdjson([{ points: shakyLine(0, 9) }, { points: [[1, 2]] }]));
+  write('three.ndjson', toNdjson([{ points: levelLine(0, 9) }, { points: [[1, 2]] }]));
   const engine = ['--engine', 'template'];
   const filed = await idealise(['three.ndjson', '-o', 'three.svg', '--json', ...engine]);
   const { seconds, cpu_seconds: cpu, ...summary } = JSON.parse(filed.stdout);

@@ -6,10 +6,10 @@ const path = require('node:path');
 const { after, describe, test } = require('node:test');
 const {
   drawStrokes,
+  levelLine,
   makeFolder,
   parseLines,
   run,
-  shakyLine,
   toNdjson,
 } = require('../../support/cli.js');
 
@@ -114,7 +114,7 @@ describe('formats', () => {
   });
 
   test('coordinates are rounded', async () => {
-    const ink = toNdjson([{ points: shakyLine(0.12345, 100) }]);
+    const ink = toNdjson([{ points: levelLine(0.12345, 100) }]);
     const { stdout } = await idealise(['--decimals', '1'], ink);
     const [{ points, figure }] = parseLines(stdout);
     assert.equal(figure, 'line');
