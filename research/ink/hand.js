@@ -41,6 +41,9 @@ const FINE_STEP = 0.5;
 // Least speed, as a share of full speed: the pen does not stop in a corner.
 const SLOWEST = 0.06;
 
+// Tremor of a pen that is pressed in one place, as a share of that in motion.
+const STILL = 0.2;
+
 // Frequency of physiological tremor, Hz.
 const TREMOR_LOW = 8;
 const TREMOR_HIGH = 12;
@@ -208,13 +211,13 @@ function tap(hand, random) {
   const count = random.integer(14, 40);
   const slip = { x: random.normal(0, 0.8), y: random.normal(0, 0.8) };
   const samples = Array.from({ length: count }, (_, i) => ({
-    x: (slip.x * i) / count + random.normal(0, 0.3),
-    y: (slip.y * i) / count + random.normal(0, 0.3),
+    x: (slip.x * i) / count,
+    y: (slip.y * i) / count,
     speed: 0,
     time: (i * 1000) / hand.rate,
   }));
   const force = hand.force > 0 ? Math.min(1, hand.force + 0.35) : 0;
-  return record(samples, { ...hand, force }, random);
+  return record(samples, { ...hand, force, tremor: STILL * hand.tremor }, random);
 }
 
 module.exports = { HANDS, drawWay, tap };
