@@ -15,6 +15,7 @@ const { after, before, describe, test } = require('node:test');
 
 const { moduleNames } = require('../../tools/support/modules.js');
 const { ROOT } = require('../../tools/support/run.js');
+const { links } = require('../support/documents.js');
 
 const folder = fs.realpathSync(fs.mkdtempSync(path.join(os.tmpdir(), 'scrivo-install-')));
 after(() => fs.rmSync(folder, { recursive: true }));
@@ -87,6 +88,17 @@ function install(to, needed, ...wanted) {
 const readLock = (of) =>
   JSON.parse(fs.readFileSync(path.join(of, 'node_modules', '.package-lock.json'), 'utf8'));
 
+/** Relative links of the documents in an archive, packed from `folder`, to what is not in it. */
+function deadLinks(names, folder) {
+  const documents = names.filter((name) => name.endsWith('.md'));
+  return documents.flatMap((name) =>
+    links(path.posix.join(folder, name)).filter((target) => {
+      const [file] = target.split('#');
+      return file && !names.includes(path.posix.join(path.posix.dirname(name), file));
+    }),
+  );
+}
+
 const CIRCLE = `Array.from({ length: 65 }, (_, i) => ({
   x: 0.5 + 0.4 * Math.cos(i * Math.PI / 32), y: 0.5 + 0.4 * Math.sin(i * Math.PI / 32) }))`;
 
@@ -102,7 +114,7 @@ describe('the archive of the engines', () => {
   test('holds what is run, what it is built from, and nothing else', () => {
     const inFolder =
       /^(examples|lib|src|subproject|templates)\/|^docs\/(images\/)?[^/]+\.(md|svg)$/;
-    const alone = `CHANGELOG.md CMakeLists.txt CMakePresets.json CONTRIBUTING.md LICENSE README.md
+    const alone = `CHANGELOG.md CMakeLists.txt CMakePresets.json LICENSE README.md
       cmake/ScrivoCompileOptions.cmake cmake/ScrivoConfig.cmake.in package.json
       tools/build.js tools/setup.js tools/support/run.js`.split(/\s+/);
     const expected = trackedFiles().filter((name) => inFolder.test(name) || alone.includes(name));
@@ -112,6 +124,7 @@ describe('the archive of the engines', () => {
       names.filter((name) => /test|\.ndjson$/.test(path.basename(name))),
       [],
     );
+    assert.deepEqual(deadLinks(names, ''), []);
   });
 
   test('is small, the modules aside', () => {
@@ -215,7 +228,9 @@ describe('the archive of the command line', () => {
     const expected = trackedFiles()
       .filter((name) => name.startsWith(`${COMMAND}/`))
       .map((name) => path.posix.relative(COMMAND, name));
-    assert.deepEqual(archive.files.map((file) => file.path).sort(), expected.sort());
+    const names = archive.files.map((file) => file.path);
+    assert.deepEqual(names.sort(), expected.sort());
+    assert.deepEqual(deadLinks(names, COMMAND), []);
   });
 
   test('brings a command that answers with the engines beside it', () => {
