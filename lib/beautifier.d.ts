@@ -59,13 +59,13 @@ export interface BeautifierOptions {
   readonly minSize?: number | undefined;
   /**
    * Longer side of the largest mark that a tap leaves, in drawing-area units; what is larger is no
-   * dot. The default suits units of about a 96th of an inch, as CSS pixels are; dense pixels of a
-   * telephone ask for 14. Default: 4.
+   * dot. The default suits units of about a 96th of an inch, such as CSS pixels; use 14 for the dense
+   * pixels of a telephone. Default: 4.
    */
   readonly tapSize?: number | undefined;
   /**
    * From 0 (only figures beyond doubt) to 1 (readily). Raising it never turns a figure back into
-   * ink and never makes another figure of it. Default: 0.5.
+   * ink or into another figure. Default: 0.5.
    */
   readonly sensitivity?: number | undefined;
   /**
@@ -80,8 +80,8 @@ export interface BeautifierOptions {
   /** The marks of other strokes that the ends of lines snap to. Default: all. */
   readonly anchors?: readonly AnchorSort[] | undefined;
   /**
-   * Figures, but not lines, that stick out of the drawing area are moved back into it as a whole,
-   * where they fit. Default: true.
+   * Figures other than lines that extend beyond the drawing area are moved back into it if they fit.
+   * Default: true.
    */
   readonly insideArea?: boolean | undefined;
   /** The numbers of each point in a Float64Array: x, y, force (`'xyf'`, the default) or x, y. */
@@ -134,7 +134,7 @@ export type Figure =
       rotation: number;
     };
 
-/** What a stroke can be made: a family, or one of its kinds. */
+/** What a stroke can be turned into: a family, or one of its kinds. */
 export type Wish =
   | FigureFamily
   | 'circle'

@@ -55,7 +55,7 @@ async function serveFile(response, pathname) {
   return send(response, 200, TYPES[path.extname(file)], body);
 }
 
-/** Keeps other sites out, also those whose name resolves to the loopback address. */
+/** Rejects other sites, also those whose name resolves to the loopback address. */
 function isLocal({ headers }) {
   const local = /^(localhost|127\.0\.0\.1)(:\d+)?$/i;
   const { host = '', origin } = headers;

@@ -55,14 +55,14 @@ const LIFT_TIME = 40;
 /**
  * Moves a pen along a path.
  *
- * @param {Array<{x: number, y: number}>} way open polyline in units
+ * @param {Array<{x: number, y: number}>} path open polyline in units
  * @param {number} size longer side of the figure, units
  * @param {Hand} hand
  * @param {object} random from createRandom
  * @returns {Array<[number, number, number, number]>} samples [x, y, force, time], time in ms
  */
-function drawWay(way, size, hand, random) {
-  const shaky = wander(missEnd(way, size, hand, random), size, hand, random);
+function drawPath(path, size, hand, random) {
+  const shaky = wander(missEnd(path, size, hand, random), size, hand, random);
   const fine = spaceEvenly(shaky, Math.max(3, Math.round(lengthOf(shaky) / FINE_STEP)));
   const step = lengthOf(fine) / (fine.length - 1);
   const speeds = speedProfile(fine, step, size, hand.speed);
@@ -70,8 +70,8 @@ function drawWay(way, size, hand, random) {
   return record(sampleInTime(fine, speeds, times, hand.rate), hand, random);
 }
 
-function missEnd(way, size, hand, random) {
-  const rounded = roundCorners(way, size * hand.rounding);
+function missEnd(path, size, hand, random) {
+  const rounded = roundCorners(path, size * hand.rounding);
   const miss = () => random.normal(0, size * hand.drift);
   return spaceEvenly(drift(rounded, { x: miss(), y: miss() }), 400);
 }
@@ -220,4 +220,4 @@ function tap(hand, random) {
   return record(samples, { ...hand, force, tremor: STILL * hand.tremor }, random);
 }
 
-module.exports = { HANDS, drawWay, tap };
+module.exports = { HANDS, drawPath, tap };

@@ -193,5 +193,4 @@ module.exports = {
   spaceEvenly,
   trace,
   transform,
-  turnAt,
 };

@@ -44,7 +44,7 @@ function beautifierEngine() {
   };
 }
 
-/** Fails for a family that has no colour and label here, rather than drawing it wrongly. */
+/** Throws for a family without colour and label, which would be drawn wrongly. */
 function checkFamilies(families) {
   const missing = families.filter((family) => !Object.hasOwn(ANSWERS, family));
   if (missing.length > 0) throw new Error(`families.js lacks ${missing.join(', ')}`);
@@ -57,10 +57,7 @@ function nameFigure(figure) {
   return { family: figure.kind, kind: figure.subtype ?? null };
 }
 
-/**
- * Compares with templates. Those are shared by all threads of the process, and loading adds to
- * them.
- */
+/** Compares with templates, which all threads of the process share. Loading adds to them. */
 function templateEngine() {
   const entry = () => requireEntry('scrivo', 'template');
   return {

@@ -5,8 +5,8 @@ const { boundingBox } = require('./boxes.js');
 // Side of the drawing area, in drawing units, in which the engines' thresholds are given.
 const AREA = 1000;
 
-// A stroke may fill this fraction of the area. For larger ones the area grows, so that no figure is
-// moved at a border that was not there when it was drawn.
+// A stroke may fill this fraction of the area. For larger strokes the area grows, so that no figure
+// is moved because of a border that did not exist when it was drawn.
 const MAX_FILL = 0.8;
 
 /**

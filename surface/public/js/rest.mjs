@@ -1,13 +1,13 @@
 import { bounds } from './geometry.mjs';
 
-/** Within this many CSS pixels a pointer rests: the template engine's largest dot. */
+/** A pointer rests while it stays within this many CSS pixels, the size of the template engine's largest dot. */
 const REST = 9;
 
 /**
  * What a device with a steady sampling rate would have sent while the pointer rested.
  *
  * The template engine takes a press for a dot when it has many samples, but a pointer that rests
- * sends no events: a press without movement is one sample however long it lasts. This repeats the
+ * sends no events: a press without movement is one sample, however long it lasts. This repeats the
  * last point of such a stroke, once per frame that the press lasted. Other strokes are returned
  * unchanged. The beautifier needs none of this.
  */

@@ -73,16 +73,6 @@ describe('template search', () => {
     assert.ok(Math.min(...Object.values(foreseen)) > 10, JSON.stringify(foreseen));
   });
 
-  it('measures the distance that is left to the limit', () => {
-    const ellipse = { figure: 'ellipse', outline: templateOutline(readParameters()[0]) };
-    const circle = (seed) => inUnits(drawInk({ figure: 'circle', seed }));
-    const itself = ellipse.outline.map(({ x, y }) => [x, y]);
-    const [own, other] = coversOf([itself, circle(2)], [ellipse]);
-    // A match of score 0.8 lies 20 % of half the diagonal away.
-    assert.ok(Math.abs(own.left[0] - 0.2 * 176.7767) < 1, own.left);
-    assert.ok(other.left[0] > 0 && other.left[0] < own.left[0] - 1, other.left);
-  });
-
   it('takes what adds most, stops at its price and avoids harm', () => {
     const stroke = (gain, cover) => ({
       gain,
