@@ -2,7 +2,7 @@
 
 // Strokes per second through `scrivo idealise`, from a file to a file, by both engines, on one
 // thread and on two, and through the engines alone. Each runs several times in turn, and the
-// fastest run counts: other work on the machine slows single runs.
+// fastest run counts, since other work on the machine slows single runs.
 
 const { spawnSync } = require('node:child_process');
 const fs = require('node:fs');
@@ -63,7 +63,7 @@ function secondsSince(start) {
   return Number(process.hrtime.bigint() - start) / 1e9;
 }
 
-/** The shortest wall and processor time of each way. */
+/** The shortest wall and processor time of each run. */
 function measure(folder, strokes) {
   const ways = {};
   for (const name of ENGINE_NAMES) {

@@ -1,6 +1,6 @@
 'use strict';
 
-// Time to carry a stroke of 85 points into the native module and back, beside a plain copy of the
+// Time to pass a stroke of 85 points to the native module and back, compared with a copy of the
 // same points in JavaScript. Microseconds, medians of many rounds. Compare machines by the ratio,
 // which is taken within each round.
 

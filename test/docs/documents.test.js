@@ -20,7 +20,7 @@ const {
   statedOutput,
 } = require('../support/documents.js');
 
-/** Long enough for a slow compiler; ends an example that does not end by itself. */
+/** Long enough for a slow compiler; ends an example that hangs. */
 const PATIENCE_MS = 120_000;
 
 const folder = fs.realpathSync(fs.mkdtempSync(path.join(os.tmpdir(), 'scrivo-documents-')));
@@ -93,7 +93,7 @@ function runProgram({ code }, build, target) {
   checkOutput({ code }, execute(inFolder(build, target), []));
 }
 
-/** Configures one project for the C++ of all blocks: that takes longer than to build a program. */
+/** Configures one project for the C++ of all blocks, since configuring takes longer than building. */
 function configureExamples(blocks) {
   const targets = blocks.map((block) => {
     const name = nameOf(block);
@@ -105,7 +105,7 @@ target_link_libraries(${name} PRIVATE Scrivo::beautifier)`;
   configure('examples', [...head, 'find_package(Scrivo REQUIRED)', ...targets].join('\n'));
 }
 
-/** The makefile of the program that is shown before it. */
+/** Builds and runs the program shown before a makefile. */
 function runMakefile(block) {
   const project = nameOf(block);
   write(`${project}/main.cpp`, asProgram(block.program));

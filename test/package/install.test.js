@@ -1,10 +1,10 @@
 'use strict';
 
-// The packages as their users get them: packed, then installed into empty projects, the
-// engines alone and the command line with them.
-// The archive holds the module of this build, as the prebuilt file of this system. npm is
-// held to --offline, with the dependencies taken from this clone's node_modules: the test
-// needs no network and no cache, and a dependency that package.json lacks stays missing.
+// The packages as users get them: packed, then installed into empty projects, the engines
+// alone and the command line with them. The archive contains the modules of this build as
+// the prebuilt files of this system. npm runs with --offline and takes dependencies from
+// this clone's node_modules: the test needs no network and no cache, and a dependency that
+// package.json lacks stays missing.
 
 const assert = require('node:assert/strict');
 const { execFileSync, spawnSync } = require('node:child_process');
@@ -41,7 +41,7 @@ function copy(name, to) {
   fs.copyFileSync(path.join(ROOT, name), to);
 }
 
-/** Packs packages of a copy of the clone; what npm says about each archive. */
+/** Packs packages of a copy of the clone; returns what npm says about each archive. */
 function pack(...places) {
   const clone = path.join(folder, 'clone');
   for (const name of trackedFiles()) copy(name, path.join(clone, name));
@@ -54,8 +54,8 @@ function pack(...places) {
 }
 
 /**
- * Every package of a registry that one in the lock file needs, by name, as the folder that it
- * is installed in here: a project can then be filled without asking the registry.
+ * The packages that a package of the lock file depends on, by name, each as the folder where it is
+ * installed here, so that a project can be set up without a registry.
  */
 function dependencies(place) {
   const { packages } = JSON.parse(fs.readFileSync(path.join(ROOT, 'package-lock.json'), 'utf8'));
@@ -199,9 +199,9 @@ describe('the archive of the engines', () => {
     }
   });
 
-  // Every source is in the archive, see above: what is left is that they are found.
+  // The archive contains all sources, see above; this checks that they are found.
   test('can be built from its sources', () => {
-    // What the sources include, and no user of the prebuilt files needs.
+    // Only needed to build.
     const headers = ['node-addon-api', 'node-api-headers'];
     const configure = ['--preset', 'release', '-DSCRIVO_DEVELOPER=OFF'];
     const build = () => start(path.join(installed, 'tools', 'build.js'));

@@ -17,7 +17,7 @@ const inkOf = (figure) =>
 /** The same as points {x, y} in fractions of the area. */
 const strokeOf = (figure) => inkOf(figure).map(([x, y]) => ({ x: x / WIDTH, y: y / HEIGHT }));
 
-/** A stroke of each kind that the beautifier tells apart by `figure.kind`. */
+/** A stroke for each value of `figure.kind`. */
 const INK = {
   dot: strokeOf('dot'),
   line: strokeOf('line'),

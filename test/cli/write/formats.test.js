@@ -78,7 +78,7 @@ describe('formats', () => {
       ...{ kind: null, confidence: null },
       points: JSON.parse(line).points,
     });
-    // A margin of 10 pixels around ink of half a pixel a unit.
+    // A margin of 10 pixels around ink with half a pixel per unit.
     const { stdout: drawing } = await idealise(['kept.inkml', '--format', 'svg']);
     assert.match(drawing, /width="22" height="22" viewBox="-19 -18 44 44">\n<g [^>]*width="4"/);
     assert.match(drawing, /stroke="#f00" stroke-width="3"/);

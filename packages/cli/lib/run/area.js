@@ -57,7 +57,7 @@ function commonArea(a, b) {
   return Object.keys(a).every((key) => a[key] === b[key]) ? a : null;
 }
 
-/** The common scale of two, likewise. */
+/** The common scale of two, by the same rule. */
 function commonScale(a, b) {
   if (a === undefined || a === b) return b;
   return b === undefined ? a : null;

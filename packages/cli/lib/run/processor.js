@@ -29,7 +29,7 @@ const { commonArea, commonScale, placeInArea } = require('./area.js');
  * @property {{x: number, y: number, width: number, height: number}|null} [area] the drawing area
  *   of all strokes, in output units; null when they have none in common, undefined without
  *   strokes
- * @property {number|null} [scale] drawing units per output unit, likewise
+ * @property {number|null} [scale] drawing units per output unit, by the same rule
  * @property {Record<string, string>} definitions what the texts refer to, by identifier
  */
 
