@@ -187,7 +187,7 @@ export interface Beautified<Path> {
   /** Null when a figure was recognised. */
   reason: Reason | null;
   /**
-   * Families worth offering beside the answer, likeliest first: those with a probability of 1 % and
+   * Families worth offering besides the answer, likeliest first: those with a probability of 1 % and
    * more, also for a stroke that stays ink.
    */
   alternatives: Alternative[];

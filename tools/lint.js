@@ -69,6 +69,9 @@ async function types() {
   return worst;
 }
 
+/** The reference of both interfaces, where a missing comment is an error. */
+const docs = () => run(process.execPath, ['tools/docs.js']);
+
 /**
  * clang-tidy runs as part of a build with clang, so only changed files are checked again.
  * The build does not track the configuration: a change of it starts over.
@@ -96,6 +99,7 @@ const CHECKS = {
   prettier,
   eslint,
   types,
+  docs,
   'clang-tidy': clangTidy,
 };
 const FORMATTERS = ['clang-format', 'prettier', 'eslint'];

@@ -15,6 +15,7 @@ const { countBun, countDeno, countTap } = require('./test-counts.js');
 const TEST_FILES = [
   'lib/beautifier.test.js',
   'lib/cases.test.js',
+  'lib/figures.test.js',
   'lib/index.test.js',
   'lib/native.test.js',
   'lib/packing.test.js',

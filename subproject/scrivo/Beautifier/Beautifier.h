@@ -33,7 +33,7 @@ enum class Reason : std::uint8_t {
 
 /// Another family that the stroke may have been meant as.
 struct Alternative {
-    FigureFamily family = FigureFamily::LINE;
+    FigureFamily family = FigureFamily::LINE;  ///< the other family
     double probability = 0.0;  ///< from 0 to 1; together with the answer's at most 1
 };
 
