@@ -50,7 +50,7 @@ function checkNode(version) {
     return { error: `Node ${version} is too old: install Node ${OLDEST_NODE} or later.` };
   }
   if (major < TOOLS_NODE) {
-    return { warning: `Node ${version} runs scrivo, but its linters want ${TOOLS_NODE} or later.` };
+    return { warning: `Node ${version} runs scrivo, but its linters need ${TOOLS_NODE} or later.` };
   }
   return {};
 }

@@ -47,7 +47,7 @@ describe('setup', () => {
 
   test('refuses Node 16 and warns of Node 18', () => {
     assert.match(checkNode('16.20.2').error, /install Node 18/);
-    assert.match(checkNode('18.19.0').warning, /want 20/);
+    assert.match(checkNode('18.19.0').warning, /need 20/);
     assert.deepEqual(checkNode('20.1.0'), {});
   });
 
