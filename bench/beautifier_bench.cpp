@@ -1,14 +1,14 @@
-// How long the beautifier takes for a stroke: the median and the 99th
-// percentile over many strokes of up to 300 points, by what they are, and the
-// growth with the number of points.
+// Time of the beautifier per stroke: median and 99th percentile over many strokes of
+// up to 300 points, for figures and other ink, and the growth with the number of
+// points.
 //
 //   beautifier_bench [--strokes=FILE] [Google Benchmark options]
 //
-// FILE holds one stroke a line, "count x y x y ...", in drawing-area units;
-// those of up to 300 points are measured too.
+// FILE holds one stroke a line, "count x y x y ...", in drawing-area units; those
+// with up to 300 points are measured in addition.
 
 #include "Beautifier/Beautifier.h"
-#include "Curves.h"
+#include "Examples.h"
 
 #include <algorithm>
 #include <benchmark/benchmark.h>
@@ -18,14 +18,15 @@
 #include <cstring>
 #include <fstream>
 #include <limits>
-#include <random>
 #include <string>
 #include <vector>
 
 namespace {
 
-using namespace curves;
+using namespace Scrivo::test;
+using namespace Scrivo::test::ink;
 using Scrivo::Beautifier;
+using Scrivo::Point2D;
 
 constexpr double WIDTH = 800.0;
 constexpr double HEIGHT = 600.0;
@@ -33,21 +34,18 @@ constexpr std::size_t MAX_POINTS = 300;
 
 using Strokes = std::vector<Path>;
 
-/// Each curve with tremors of many kinds, at 10 to 300 points.
+/// Each curve with random tremor and jitter, at 10 to 300 points.
 Strokes drawn(const std::vector<Example>& examples) {
-    std::mt19937_64 generator(1);
-    const auto uniform = [&](double low, double high) {
-        return low + (high - low) * static_cast<double>(generator() >> 11) * 0x1p-53;
-    };
+    Random random(1);
     Strokes strokes;
     for (const Example& example : examples) {
         for (int i = 0; i < 100; ++i) {
-            const double tremor = uniform(0.0, 5.0);
-            Path path = sample(shaky(example.curve, tremor), static_cast<int>(uniform(10, 300)));
+            const double tremor = random.in(0.0, 5.0);
+            Path path = sample(shaky(example.curve, tremor), 10 + random.below(290));
             for (Point2D& p : path) {
-                p = {(p.x + uniform(-0.5, 0.5)) / WIDTH, (p.y + uniform(-0.5, 0.5)) / HEIGHT, 0.0};
+                p = p + random.jitter(0.5);
             }
-            strokes.push_back(std::move(path));
+            strokes.push_back(fractions(path, WIDTH, HEIGHT));
         }
     }
     return strokes;
@@ -61,10 +59,9 @@ Strokes readStrokes(const std::string& file) {
         Path path(count);
         for (Point2D& p : path) {
             in >> p.x >> p.y;
-            p = {p.x / WIDTH, p.y / HEIGHT, 0.0};
         }
         if (count <= MAX_POINTS) {
-            strokes.push_back(std::move(path));
+            strokes.push_back(fractions(path, WIDTH, HEIGHT));
         }
     }
     return strokes;
@@ -79,7 +76,7 @@ double microseconds(const Beautifier& beautifier, const Path& stroke) {
 
 void everyStroke(benchmark::State& state, const Strokes& strokes) {
     const Beautifier beautifier;
-    // The shortest of all passes, so that other processes do not count.
+    // The minimum over all passes, to exclude the influence of other processes.
     std::vector<double> times(strokes.size(), std::numeric_limits<double>::infinity());
     for (auto _ : state) {
         for (std::size_t i = 0; i < strokes.size(); ++i) {
@@ -93,10 +90,8 @@ void everyStroke(benchmark::State& state, const Strokes& strokes) {
 }
 
 void points(benchmark::State& state) {
-    Path path = sample(shaky(ellipse(110, 60, 0.5), 1.0), static_cast<int>(state.range(0)));
-    for (Point2D& p : path) {
-        p = {p.x / WIDTH, p.y / HEIGHT, 0.0};
-    }
+    const Path path = fractions(
+        sample(shaky(ellipse(110, 60, 0.5), 1.0), static_cast<int>(state.range(0))), WIDTH, HEIGHT);
     const Beautifier beautifier;
     for (auto _ : state) {
         benchmark::DoNotOptimize(beautifier.beautify(path, WIDTH, HEIGHT));

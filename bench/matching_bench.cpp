@@ -1,5 +1,5 @@
-// What the index saves: the same strokes and templates through three forms of the
-// recogniser that give the same answer, in one run.
+// Speed-up by the index: three implementations of the recogniser with the same answers
+// on the same strokes and templates.
 //
 //   literal    every step on copies, every template searched in full
 //   copy-free  the library without its index: no copies, turned path never stored
@@ -40,7 +40,7 @@ TemplatesGraphicsRecognizer recogniserWith(int templates) {
     ink::Hand hand(1);
     for (int k = 0; k < templates; ++k) {
         recogniser.addTemplate(1 + k % 3, NAMES[k % 3],
-                               hand.stroke(static_cast<ink::Shape>(1 + k % 3)));
+                               hand.stroke(static_cast<ink::Hand::Shape>(1 + k % 3)));
     }
     return recogniser;
 }
@@ -54,8 +54,8 @@ const TemplatesGraphicsRecognizer& indexed(int templates) {
     return found->second;
 }
 
-/// The index is made for the standard settings alone. With a precision that is
-/// lower by one bit the search takes the same steps, without the index.
+/// The index supports the standard settings only. With a precision lower by one bit
+/// the search takes the same steps without the index.
 TemplatesGraphicsRecognizer copyFree(int templates) {
     TemplatesGraphicsRecognizer recogniser = indexed(templates);
     recogniser.anglePrecision = std::nextafter(recogniser.anglePrecision, 0.0);
@@ -68,7 +68,7 @@ std::vector<Stroke> strokes(bool matching) {
     ink::Hand hand(2);
     std::vector<Stroke> chosen;
     for (int k = 0; chosen.size() < STROKES; ++k) {
-        const auto shape = matching ? static_cast<ink::Shape>(1 + k % 3) : ink::KNOT;
+        const auto shape = matching ? static_cast<ink::Hand::Shape>(1 + k % 3) : ink::Hand::KNOT;
         const Stroke stroke = hand.stroke(shape);
         const RecognitionResult result = indexed(TEMPLATES[0]).recognize(stroke);
         if ((result.id != 0) == matching && result.score != -1.0) {
@@ -119,7 +119,7 @@ std::string nameOf(const char* strokes, const char* form, int templates) {
     return std::string(strokes) + "/" + form + "/" + std::to_string(templates);
 }
 
-/// Shows the runs as usual and keeps their times.
+/// Prints the runs as usual and keeps their times.
 class Reporter : public benchmark::ConsoleReporter {
 public:
     Reporter() : ConsoleReporter(OO_Tabular) {}

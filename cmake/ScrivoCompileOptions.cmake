@@ -1,9 +1,9 @@
-# Two interface targets, linked at build time only: what the numbers depend on,
-# and what the compiler is asked to complain about.
+# Two interface targets, linked at build time only: the options that results depend
+# on, and the warnings.
 
 # Results are fixed to the last bit. A fused multiply-add rounds once where two
 # roundings are meant, fast-math reorders sums, and a wider instruction set
-# changes what Eigen computes: none of them, ever.
+# changes what Eigen computes: none of them is allowed.
 add_library(scrivo_numerics INTERFACE)
 target_compile_features(scrivo_numerics INTERFACE cxx_std_20)
 target_compile_options(scrivo_numerics INTERFACE
@@ -18,7 +18,9 @@ target_compile_options(scrivo_warnings INTERFACE
   $<$<AND:$<BOOL:${SCRIVO_WERROR}>,$<CXX_COMPILER_ID:GNU,Clang,AppleClang>>:-Werror>)
 
 # Hidden symbols: a shared object that exports no template instance is not
-# pinned in memory and can be unloaded with the last worker that used it.
+# pinned in memory and can be unloaded with the last worker that used it. The
+# instances of libstdc++ are exported nevertheless; as unique symbols they pin it.
+add_compile_options($<$<COMPILE_LANG_AND_ID:CXX,GNU>:-fno-gnu-unique>)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Attempt.h"
 #include "Scrivo/Types.h"
 
 #include <cstdint>
@@ -10,28 +11,12 @@
 /// JavaScript arrays of point objects to strokes and back.
 ///
 /// A failed Node-API call leaves an exception pending and yields a zero value
-/// (length 0, number 0.0, no value), and the conversion goes on: nothing here
+/// (length 0, number 0.0, no value), and the conversion continues: nothing here
 /// stops early or reports a failure. The first exception of a call reaches the
 /// JavaScript caller when the native function returns.
 namespace binding {
 
 using Stroke = std::vector<Scrivo::Point2D>;
-
-/// Makes one Node-API call; returns whether it succeeded. If not, raises its
-/// error as node-addon-api does, but leaves an exception that is already pending
-/// as it is. node-addon-api would clear and rethrow it, which ends the process
-/// when it is the time-out of a `vm` script.
-template <typename... Parameters, typename... Arguments>
-bool attempt(Napi::Env env, napi_status (*function)(napi_env, Parameters...),
-             Arguments... arguments) {
-    napi_status status = function(env, arguments...);
-    if (status != napi_ok && !env.IsExceptionPending()) {
-        // Asking for the pending exception has cleared the error: fail again.
-        status = function(env, arguments...);
-        if (status != napi_ok) Napi::Error::New(env).ThrowAsJavaScriptException();
-    }
-    return status == napi_ok;
-}
 
 /// The number, or 0.0 with an exception pending.
 double toDouble(Napi::Env env, napi_value value);
@@ -48,7 +33,7 @@ napi_value element(Napi::Env env, napi_value array, std::uint32_t index);
 /// The two functions of point-transfer.js read and write the properties. The
 /// JavaScript engine compiles them, so that a point costs about ten nanoseconds;
 /// single Node-API calls take hundreds. They access properties in the same order
-/// as such calls would, and leave values that are not objects or numbers to them.
+/// as such calls would, and leave to them any value that is not an object or number.
 class PointTransfer {
 public:
     /// Leaves an exception pending, and is not ready, when the JavaScript engine
@@ -58,8 +43,8 @@ public:
     [[nodiscard]] bool ready() const { return !m_write.IsEmpty(); }
 
     /// One point per element, in order; the length is read again for each, since a
-    /// getter may change it. A malformed element gives a point too, of what could be
-    /// read and zeros.
+    /// getter may change it. A malformed element also gives a point, with zeros for
+    /// what could not be read.
     [[nodiscard]] Stroke read(napi_value array);
 
     /// Stores a new object per point, from index 0 on: `x`, `y` and, unless it is

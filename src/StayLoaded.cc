@@ -1,6 +1,6 @@
 // For modules that link the C++ library statically. That library registers
 // functions to be called when a thread or the process ends, so the module must
-// still be mapped then, but a host unloads it together with the last worker thread
+// still be mapped then. A host, however, unloads it with the last worker thread
 // that used it. A shared C++ library stays mapped without this.
 
 #ifdef _WIN32

@@ -1,7 +1,7 @@
 #include "Beautifier/Beautifier.h"
 
+#include "Attempt.h"
 #include "Beautifier/figures/Families.h"
-#include "PointTransfer.h"
 
 #include <algorithm>
 #include <array>
@@ -20,7 +20,7 @@
 
 /// The native module "beautifier": a class that takes and returns packed numbers,
 /// and tables of the families and figures. lib/beautifier.js checks the arguments,
-/// packs and unpacks them; nothing else is meant to load this module.
+/// packs and unpacks them; it is the only user of this module.
 namespace binding {
 namespace {
 
@@ -37,8 +37,8 @@ Points unpack(std::span<const double> values, std::size_t stride) {
     return points;
 }
 
-/// The numbers of a Float64Array. Other arrays are refused: shorter elements would
-/// be read beyond the end.
+/// The numbers of a Float64Array. Other arrays are rejected: with smaller elements,
+/// reading would run past the end.
 std::span<const double> view(const Napi::Value& value) {
     if (!value.IsTypedArray() ||
         value.As<Napi::TypedArray>().TypedArrayType() != napi_float64_array) {
@@ -161,8 +161,8 @@ Napi::Value describeFigure(Napi::Env env) {
         const F figure{};
         Traits::fields(figure, Fields{fields});
         Napi::Object result = Napi::Object::New(env);
-        result.Set("kind", Napi::String::New(env, std::string(Traits::KIND)));
-        result.Set("subtypes", toArray(env, Traits::SUBTYPES));
+        result.Set("kind", Napi::String::New(env, std::string(Traits::NAME)));
+        result.Set("subtypes", toArray(env, Traits::KINDS));
         result.Set("fields", fields);
         return result;
     }
@@ -245,7 +245,7 @@ private:
         });
     }
 
-    /// The same with (..., family, kind) behind; no kind for -1.
+    /// The same, followed by (family, kind); -1 for no kind.
     Napi::Value beautifyAs(const Napi::CallbackInfo& info) {
         const auto family = Napi::Number(info.Env(), info[6]).Uint32Value();
         const auto kind = Napi::Number(info.Env(), info[7]).Int32Value();
@@ -271,7 +271,7 @@ private:
             const double height = Napi::Number(env, info[3]).DoubleValue();
             return toArray(env, stride, answerTo(stroke, width, height, readOthers(info)));
         } catch (const std::exception& error) {
-            // Out of memory: a drawing must not end its host.
+            // Out of memory: the host must survive.
             Napi::Error::New(env, error.what()).ThrowAsJavaScriptException();
             return env.Undefined();
         }
@@ -319,7 +319,7 @@ private:
     Scrivo::Beautifier m_beautifier;  // with default options until the constructor has read them
 };
 
-/// A figure from its numbers; the opposite of `Numbers`.
+/// A figure from its numbers; the inverse of `Numbers`.
 struct Assign {
     std::span<const double> values;
     std::size_t& next;

@@ -1,4 +1,4 @@
-# The g++ of this system, for systems that are older.
+# The g++ of this system, building for older systems.
 set(CMAKE_CXX_COMPILER g++)
 get_filename_component(header old-linux.h ABSOLUTE BASE_DIR "${CMAKE_CURRENT_LIST_DIR}")
 set(CMAKE_CXX_FLAGS_INIT "-include \"${header}\"")

@@ -1,3 +1,2 @@
-# A bundle is what CMake asks for and what Zig does not link. A library is loaded
-# just as well.
+# CMake asks for a bundle, which Zig cannot link. A dynamic library loads the same way.
 set(CMAKE_SHARED_MODULE_CREATE_CXX_FLAGS -dynamiclib)

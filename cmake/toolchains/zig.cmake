@@ -16,31 +16,31 @@ set(systems_macos Darwin)
 set(systems_windows Windows)
 set(CMAKE_SYSTEM_NAME ${systems_${CMAKE_MATCH_2}})
 
-# The plainest processor of the kind: results must not depend on the machine.
+# The baseline processor of the architecture: results must not depend on the machine.
 set(CMAKE_CXX_COMPILER "${zig}" c++ -target "${target}" -mcpu=baseline)
 
-# The archiver of this system knows the object files of this system only.
+# The archiver of this system only supports its own object files.
 set(CMAKE_CXX_ARCHIVE_CREATE "\"${zig}\" ar qc <TARGET> <OBJECTS>")
 set(CMAKE_CXX_ARCHIVE_APPEND "\"${zig}\" ar q <TARGET> <OBJECTS>")
 set(CMAKE_CXX_ARCHIVE_FINISH "\"${zig}\" ranlib <TARGET>")
 
 set(CMAKE_MODULE_LINKER_FLAGS_INIT -s)
-# The C++ library goes into the module.
+# The C++ library is linked into the module.
 set(SCRIVO_STAY_LOADED ON CACHE BOOL "")
 if(CMAKE_SYSTEM_NAME STREQUAL Darwin)
-  # CMake's own settings come after this file, and this after them.
+  # Runs after CMake's own settings, which come after this file.
   set(CMAKE_PROJECT_INCLUDE "${CMAKE_CURRENT_LIST_DIR}/zig-macos.cmake")
   string(APPEND CMAKE_MODULE_LINKER_FLAGS_INIT " -Wl,-x") # -s leaves local symbols there
 endif()
 
-# No warnings, of which the system headers alone cause thousands: the compilers that
-# the project is developed with are asked for them.
+# No warnings: the system headers alone cause thousands. The compilers that the project
+# is developed with give them.
 set(CMAKE_CXX_FLAGS_INIT -w)
 
-# Where Debian and others put packages of headers alone, such as Eigen. Elsewhere:
-# set Eigen3_ROOT in the environment.
+# Where Debian and others install header-only packages such as Eigen. Elsewhere, set
+# Eigen3_ROOT in the environment.
 list(APPEND CMAKE_PREFIX_PATH /usr /usr/local /opt/homebrew)
 
-# CMake's checks of the compiler link nothing: a program would have Zig compile
-# the C++ library once more, with the options of a debug build.
+# CMake's compiler checks link nothing: linking a program would make Zig compile the
+# C++ library again, with the options of a debug build.
 set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)

@@ -37,7 +37,7 @@ namespace {
 using Scrivo::Point2D;
 using Stroke = std::vector<Point2D>;
 
-// Any area does: the strokes come in its units.
+// Any area will do: the strokes are in its units.
 constexpr double WIDTH = 1e4;
 constexpr double HEIGHT = 1e4;
 
@@ -125,7 +125,7 @@ void forEachForm(const Scrivo::beautifier::PolygonInk& ink, Visit visit) {
     visit(ANY_QUADRANGLE, FormErrors{}, placementsOf(ink, nullptr, 0, free, maxLean));
 }
 
-/// Four edges without ink.
+/// Four edges without points.
 Scrivo::beautifier::PolygonInk noInk() {
     Scrivo::beautifier::PolygonInk ink;
     ink.edges = 4;

@@ -39,7 +39,7 @@ using Scrivo::detail::RotationSearch;
 using Scrivo::detail::SearchInterval;
 using Stroke = std::vector<Point2D>;
 
-// Any area does: the strokes come in its units. A power of two keeps their bits.
+// Any area will do: the strokes are in its units. A power of two keeps their bits.
 constexpr float SIDE = 8192.0F;
 constexpr int GRID = 720;
 

@@ -2,7 +2,7 @@
 
 #include "Beautifier/Beautifier.h"
 #include "Beautifier/ink/Resampling.h"
-#include "Curves.h"
+#include "Examples.h"
 #include "Matchers.h"
 #include "Random.h"
 
@@ -11,34 +11,34 @@
 #include <gtest/gtest.h>
 #include <vector>
 
-/// Strokes in drawing-area units to answers in units.
+/// Answers for strokes, both in drawing-area units.
 namespace Scrivo::test {
 
 inline constexpr double WIDTH = 800.0;
 inline constexpr double HEIGHT = 600.0;
 
-inline curves::Path inFractions(const curves::Path& path) {
+inline ink::Path inFractions(const ink::Path& path) {
     return Scrivo::test::fractions(path, WIDTH, HEIGHT);
 }
 
-/// Answer for a stroke in units, its path in units too.
-inline Beautified beautify(const curves::Path& path, const BeautifierOptions& options = {},
-                           std::vector<curves::Path> others = {}) {
+/// The answer for a stroke; its path is in units too.
+inline Beautified beautify(const ink::Path& path, const BeautifierOptions& options = {},
+                           std::vector<ink::Path> others = {}) {
     std::transform(others.begin(), others.end(), others.begin(), inFractions);
     Beautified answer = Beautifier(options).beautify(inFractions(path), WIDTH, HEIGHT, others);
     answer.path = Scrivo::test::fractions(answer.path, 1 / WIDTH, 1 / HEIGHT);
     return answer;
 }
 
-/// The outline in the frame's own units, as it is examined.
-inline beautifier::Fine fineOutline(const curves::Curve& curve) {
-    const curves::Path path = curves::sample(curve, 400);
+/// The even outline of a curve, in units of the frame.
+inline beautifier::Fine fineOutline(const ink::Curve& curve) {
+    const ink::Path path = ink::sample(curve, 400);
     return beautifier::resample({path, 1, 1}, beautifier::measure({path, 1, 1}));
 }
 
 /// Checks that the figure's parameters describe the path, in units.
 struct Agrees {
-    const curves::Path& path;
+    const ink::Path& path;
 
     void corner(std::size_t i, const Point2D& p) const {
         EXPECT_LT(length(path.at(i) - p), 1e-6) << "point " << i;

@@ -10,8 +10,7 @@ namespace Scrivo::test {
 
 namespace {
 
-using namespace curves;
-using curves::ellipse;
+using namespace ink;
 
 class EveryFigure : public testing::TestWithParam<Example> {
 protected:
@@ -20,6 +19,7 @@ protected:
         EXPECT_EQ(answer.type, GetParam().type) << how;
         EXPECT_TRUE(GetParam().isFigure(answer.figure)) << how;
         EXPECT_EQ(answer.reason, Reason::RECOGNISED) << how;
+        std::visit(Agrees{answer.path}, answer.figure);
     }
 };
 
@@ -134,7 +134,7 @@ TEST(BeautifierOptionsTest, SwitchTheIdealOff) {
 TEST(BeautifierOptionsTest, AreChecked) {
     EXPECT_NO_THROW(Beautifier({.minSize = 0.0, .sensitivity = 0.0}));
     EXPECT_NO_THROW(Beautifier({.minSize = 1e9, .sensitivity = 1.0}));
-    const BeautifierOptions refused[] = {
+    const BeautifierOptions rejected[] = {
         {.minSize = -1.0},
         {.minSize = QUIET_NAN},
         {.minSize = INF},
@@ -143,7 +143,7 @@ TEST(BeautifierOptionsTest, AreChecked) {
         {.sensitivity = QUIET_NAN},
         {.figures = {static_cast<FigureFamily>(17)}},
     };
-    for (const BeautifierOptions& options : refused) {
+    for (const BeautifierOptions& options : rejected) {
         EXPECT_THROW(Beautifier{options}, std::invalid_argument);
     }
 }
@@ -167,8 +167,8 @@ TEST(BeautifierInput, DegenerateStrokesHaveAnAnswer) {
         EXPECT_EQ(beautifier.beautify(square, side, HEIGHT).type, 0);
         EXPECT_EQ(beautifier.beautify(square, WIDTH, side).type, 0);
     }
-    // No finite fractions of an area of no width to speak of, and no lines where
-    // the routines that draw them end.
+    // Fractions of a nearly zero width overflow; coordinates beyond UNKNOWN_EXTENT are
+    // not drawn.
     EXPECT_EQ(beautifier.beautify({{{0.5, 0.5}}}, TINY, HEIGHT).reason, Reason::INVALID);
     const Path afar = {{{0, 5e6}, {0.2, 5e6}, {0.4, 5e6}}};
     EXPECT_EQ(beautifier.beautify(afar, WIDTH, HEIGHT).reason, Reason::INVALID);

@@ -2,13 +2,13 @@
 
 #include "Answers.h"
 
-/// Quadrangles of every kind, and what their corners have in common.
+/// Quadrangles of every kind, and measures of their corners.
 namespace Scrivo::test {
 
 /// A quadrangle and its kind.
 struct Drawn {
     std::string name;
-    curves::Path corners;
+    ink::Path corners;
     QuadrangleKind kind;
 };
 
@@ -27,8 +27,8 @@ inline const std::vector<Drawn>& quadrangles() {
     return ALL;
 }
 
-inline curves::Path turnedBy(const curves::Path& path, double angle) {
-    curves::Path out;
+inline ink::Path turnedBy(const ink::Path& path, double angle) {
+    ink::Path out;
     for (const Point2D& p : path) {
         const Point2D d = p - Point2D{400, 300};
         out.push_back({400 + std::cos(angle) * d.x - std::sin(angle) * d.y,
@@ -37,12 +37,12 @@ inline curves::Path turnedBy(const curves::Path& path, double angle) {
     return out;
 }
 
-inline curves::Path drawn(curves::Path corners, double tremor) {
+inline ink::Path drawn(ink::Path corners, double tremor) {
     corners.push_back(corners.front());
-    return curves::sample(curves::shaky(curves::polyline(corners), tremor), 160);
+    return ink::sample(ink::shaky(ink::polyline(corners), tremor), 160);
 }
 
-inline QuadrangleFigure quadrangleOf(const curves::Path& stroke,
+inline QuadrangleFigure quadrangleOf(const ink::Path& stroke,
                                      const BeautifierOptions& options = {}) {
     return std::get<QuadrangleFigure>(beautify(stroke, options).figure);
 }
@@ -53,7 +53,7 @@ inline std::vector<double> lengthsOf(const std::array<Point2D, 4>& c) {
             length(c[0] - c[3]), length(c[2] - c[0]), length(c[3] - c[1])};
 }
 
-/// Pairs of corners at exactly the same height or exactly above each other.
+/// Number of pairs of corners exactly level with or above each other.
 template <std::size_t N>
 int exactPairs(const std::array<Point2D, N>& corners) {
     int pairs = 0;
@@ -65,18 +65,18 @@ int exactPairs(const std::array<Point2D, N>& corners) {
     return pairs;
 }
 
-/// Whether the corners are those of `expected`, from any of them on.
+/// Whether the corners are those of `expected`, starting at any of them.
 inline testing::AssertionResult hasCorners(const std::array<Point2D, 4>& corners,
-                                           const curves::Path& expected, double tolerance) {
+                                           const ink::Path& expected, double tolerance) {
     for (std::size_t start = 0; start < corners.size(); ++start) {
-        curves::Path turned(corners.begin(), corners.end());
+        ink::Path turned(corners.begin(), corners.end());
         std::rotate(turned.begin(), turned.begin() + static_cast<std::ptrdiff_t>(start),
                     turned.end());
         if (isNear(turned, expected, tolerance)) {
             return testing::AssertionSuccess();
         }
     }
-    return isNear(curves::Path(corners.begin(), corners.end()), expected, tolerance);
+    return isNear(ink::Path(corners.begin(), corners.end()), expected, tolerance);
 }
 
 }  // namespace Scrivo::test

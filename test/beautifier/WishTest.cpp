@@ -8,8 +8,7 @@ namespace Scrivo::test {
 
 namespace {
 
-using namespace curves;
-using curves::ellipse;
+using namespace ink;
 
 Beautified beautifyAs(const Path& path, const Wish& wish, const BeautifierOptions& options = {}) {
     Beautified answer = Beautifier(options).beautifyAs(inFractions(path), wish, WIDTH, HEIGHT);
@@ -69,7 +68,7 @@ TEST(Wish, FillsTheBoxWhereNoFitDoes) {
     }
 }
 
-TEST(Wish, TellsHowLikelyItIs) {
+TEST(Wish, HasTheProbabilityOfItsFamily) {
     const Beautified box = beautifyAs(BOX, FigureFamily::QUADRANGLE);
     EXPECT_GT(box.confidence, 0.9);
     EXPECT_LT(beautifyAs(BOX, FigureFamily::ELLIPSE).confidence, 0.1);
@@ -78,7 +77,7 @@ TEST(Wish, TellsHowLikelyItIs) {
     EXPECT_EQ(offered.front().family, FigureFamily::QUADRANGLE);
 }
 
-TEST(Wish, OfWhatThereIsNotIsRefused) {
+TEST(Wish, WithoutAFigureIsRejected) {
     EXPECT_EQ(beautifyAs({}, FigureFamily::DOT).reason, Reason::INVALID);
     EXPECT_EQ(beautifyAs({{300, 300}}, FigureFamily::DOT).type, FIGURE_POINT);
     EXPECT_EQ(beautifyAs({{300, 300}}, FigureFamily::LINE).reason, Reason::NO_FIGURE);

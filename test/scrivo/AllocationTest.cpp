@@ -1,4 +1,4 @@
-// What a load leaves behind when memory runs out, at whichever allocation.
+// The state after a load runs out of memory, at each of its allocations.
 
 #include "FailingAllocation.h"
 #include "Ink.h"
@@ -34,8 +34,7 @@ int failEveryAllocation(Action action, Check check) {
     }
 }
 
-/// A recogniser with a template of each family, what it holds and what it
-/// answers.
+/// A recogniser with templates of each family, its contents and its answers.
 struct Loaded {
     TemplatesGraphicsRecognizer recogniser;
     std::vector<Stroke> drawn = ink::Hand(51).strokes(6);
@@ -63,7 +62,7 @@ struct Loaded {
         }
     }
 
-    /// The family lists hold what the list of all templates holds of them.
+    /// The family lists agree with the list of all templates.
     void expectListsThatAgree() const {
         std::vector<const GraphicTemplate*> polygons;
         std::vector<const GraphicTemplate*> ellipses;
@@ -86,9 +85,9 @@ struct Loaded {
 TEST(OutOfMemory, AFailedAddChangesNothing) {
     Loaded loaded;
     ink::Hand hand(52);
-    for (const auto shape : {ink::RECTANGLE, ink::ELLIPSE}) {
+    for (const auto shape : {ink::Hand::RECTANGLE, ink::Hand::ELLIPSE}) {
         const Stroke outline = hand.stroke(shape);
-        // Copied first: what fails is the call, not the making of its arguments.
+        // Copied first, so that the call fails and not the construction of its arguments.
         const int failures = failEveryAllocation(
             [&] { loaded.recogniser.addTemplate(shape, "added template", outline); },
             [&] { loaded.expectListsThatAgree(); });
@@ -126,7 +125,7 @@ TEST(OutOfMemory, AFailedLoadChangesNothing) {
 
 TEST(OutOfMemory, AFailedUpdateIsRepeated) {
     Loaded loaded;
-    const Stroke outline = ink::Hand(54).stroke(ink::ELLIPSE);
+    const Stroke outline = ink::Hand(54).stroke(ink::Hand::ELLIPSE);
     GraphicTemplate exact{3, "exact", loaded.recogniser.normalizePath(outline)};
     loaded.recogniser.allTemplates.push_back(exact);
     loaded.recogniser.ellipseTemplates.push_back(exact);

@@ -52,7 +52,7 @@ inline FigureCase readCase(const std::filesystem::path& file) {
     return c;
 }
 
-/// All cases, by name, with the templates that they count on loaded.
+/// All cases, by name, after loading the templates that they need.
 inline std::vector<FigureCase> loadCases() {
     const std::filesystem::path folder(SCRIVO_CASES);
     std::vector<std::string> templates;

@@ -24,8 +24,8 @@ TEST(CornerScan, FarthestFromTheChord) {
 }
 
 TEST(CornerScan, NeedsHalfASpanOnEitherSide) {
-    // The span stops opening when the corner is its fifth point from the end:
-    // that takes five points beyond it, and five more that end the scan.
+    // The ratio stops falling when the corner is fifth from the end of the span: that
+    // takes five points beyond it, and five more to end the scan.
     const Case<bool> cases[] = {
         {"corner at point 5", bend(5, 20), true},
         {"corner at point 4", bend(4, 20), false},
@@ -54,14 +54,14 @@ TEST(CornerScan, FindsCornersInOrderAndStopsWhenToldTo) {
     const Stroke inner = withForce({star.begin() + 1, star.end() - 1}, 0.5);
     EXPECT_TRUE(hasBitsOf(findCorners(drawn, ALL), inner)) << "with their forces";
     EXPECT_EQ(findCorners(drawn, 1).size(), 2U);
-    // A corner right behind the restart is found too: 20 points between two.
+    // A corner right after the restart is found too: 20 points between two.
     EXPECT_EQ(findCorners(chain({{0, 0}, {0, 100}, {100, 100}, {100, 0}}, 20), ALL).size(), 2U);
 }
 
 TEST(CornerScan, SpanSumIsFloat) {
-    // All on one line. While a step of 2^25 is in the span its length counts in
-    // units of 4, and half a unit goes to the even side: with the step of 2 it
-    // stays at 2^25 + 32 instead of 2^25 + 30. When the long step has left, the
+    // All on one line. While a step of 2^25 is in the span, the float length has a
+    // resolution of 4 and ties round to even: with the step of 2 it stays at
+    // 2^25 + 32 instead of 2^25 + 30. When the long step has left, the
     // span is 34 units wide and 36 long, which bends too much. In double, or
     // rounded after the addition and after the subtraction, nothing is found.
     Stroke stroke{{0, 0}};
@@ -70,8 +70,8 @@ TEST(CornerScan, SpanSumIsFloat) {
         stroke.push_back({stroke.back().x + step, 0.0});
     }
     EXPECT_TRUE(hasBitsOf(findCorners(stroke, ALL), {stroke[11]}));
-    // At the start of the stroke 2^25 swallows the units behind it, and the
-    // span stays too short for any corner to bend it.
+    // At the start of the stroke 2^25 absorbs the units after it, and the length of
+    // the span stays too small for any corner to be found.
     Stroke hidden = chain({{-10, 0}, {0, 0}, {0, 20}}, 20);
     EXPECT_EQ(findCorners(hidden, ALL).size(), 1U);
     hidden.front().x = -33554432.0;

@@ -5,7 +5,7 @@ namespace Scrivo::test {
 
 namespace {
 
-/// Points of these forces.
+/// Points with these forces.
 Stroke ofForces(std::size_t count, double force, std::initializer_list<double> others = {}) {
     Stroke stroke(count, {1, 2, force});
     for (const double other : others) {

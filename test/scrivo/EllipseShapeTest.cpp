@@ -14,7 +14,7 @@ TEST(EllipseShape, BoundsBelongToTheEllipse) {
     EXPECT_EQ(detail::levelled({{}, {}, 0.26}).angle, 0.26);
     EXPECT_EQ(detail::levelled({{}, {}, below(0.26)}).angle, 0.0);
     EXPECT_EQ(detail::levelled({{}, {}, above(-0.26)}).angle, 0.0);
-    // As a float 0.26 is a little less.
+    // Rounded to a float, 0.26 is slightly smaller.
     EXPECT_EQ(detail::levelled({{}, {}, 0.26F}).angle, 0.0);
 }
 

@@ -22,9 +22,8 @@ Eigen::VectorXd fit(const Stroke& stroke) {
     return fitEllipse(points.col(0), points.col(1));
 }
 
-/// An ellipse drawn with a hand that shakes by `jitter`. One without any would
-/// make the scatter matrix singular, and in a few of ten thousand cases its
-/// inverse is lost to rounding.
+/// An ellipse with random `jitter`. Without it the scatter matrix would be singular,
+/// and in a few of ten thousand cases its inverse is lost to rounding.
 Stroke drawn(Random& random, const Stroke& clean, double jitter = 1e-3) {
     return mapped(clean, [&](const Point2D& p) { return p + random.jitter(jitter); });
 }
@@ -69,7 +68,7 @@ TEST(Ellipse, OrdinatesAtAnAbscissa) {
     EXPECT_TRUE(isNear(ellipseAxis(5, 7, 10, 4, 11, 99), {10.2, 3.8}, 1e-14));  // 1 - 0.36
     EXPECT_TRUE(isNear(ellipseAxis(5, 7, 10, 4, 15, 99), {7, 7}, 0.0));
     EXPECT_TRUE(isNear(ellipseAxis(5, 7, 10, 4, 40, 99), {7, 7}, 0.0));
-    // 1 - 0.9996^2 = 0.0008 counts as the end, 1 - 0.999^2 = 0.002 does not.
+    // 1 - 0.9996^2 = 0.0008 is treated as the end, 1 - 0.999^2 = 0.002 is not.
     EXPECT_EQ(ellipseAxis(0, 0, 1, 1, 0.9996, 0).x, 0.0);
     EXPECT_NEAR(ellipseAxis(0, 0, 1, 1, 0.999, 0).x, 0.0447, 1e-4);
 }

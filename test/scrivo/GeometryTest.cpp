@@ -43,7 +43,7 @@ TEST(Geometry, ArcLengthCountsSegmentsBeforeTheLastIndex) {
 }
 
 TEST(Geometry, ArcLengthIsSummedInFloat) {
-    // 2^24 + 1 is no float: both units are lost. In double they would add up.
+    // 2^24 + 1 is not representable: both units are lost. In double they would not be.
     EXPECT_EQ(arc_length({{0, 0}, {0x1p24, 0}, {0x1p24 + 1, 0}, {0x1p24 + 2, 0}}, 0, 4), 0x1p24);
 }
 

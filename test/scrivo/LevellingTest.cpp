@@ -43,7 +43,7 @@ TEST(Levelling, LeavesOtherFiguresAlone) {
         {{0, 0}, {-5, -100}, {60, -60}},  // nearly upright
         {{1, QUIET_NAN}, {2, QUIET_NAN}, {3, QUIET_NAN}},
         {{0, -3e9}, {-100, -4e9}, {50, -5e9}},  // above the start of the search
-        {{0, 0}, {0, -100}, {0, -50}},          // two uprights
+        {{0, 0}, {0, -100}, {0, -50}},          // two vertical edges
     };
     for (const Stroke& corners : unchanged) {
         EXPECT_TRUE(hasBitsOf(levelled(withForce(corners, 1)), withForce(corners, 1)));

@@ -110,7 +110,7 @@ TEST(LineRedraw, UprightBranchPrintsALine) {
 
 TEST(LineRedraw, TiedAnchors) {
     const Stroke level{{0, 0}, {100, 0}};
-    // First place: the later one. The pair is upright and does not count.
+    // First place: the later one. The pair is upright and is ignored.
     EXPECT_EQ(redrawn(level, {{50, 6}, {50, -6}}).front().y, -6);
     EXPECT_EQ(redrawn(level, {{50, -6}, {50, 6}}).front().y, 6);
     // Second place: the later one, and of equally good pairs that of the nearer anchors.
@@ -120,21 +120,22 @@ TEST(LineRedraw, TiedAnchors) {
     };
     EXPECT_NEAR(height(redrawn(level, {{20, 0}, {80, 2}, {80, -2}}), 80), -2, 1e-9);
     EXPECT_NEAR(height(redrawn(level, {{20, 0}, {80, -2}, {80, 2}}), 80), 2, 1e-9);
-    // Third place: the earlier one, (80, 3). With (20, -3) the best pair were (50, -2), (20, -3).
+    // Third place: the earlier one, (80, 3). With (20, -3) the best pair would be (50, -2), (20,
+    // -3).
     const Stroke out = redrawn(level, {{50, 1}, {50, -2}, {80, 3}, {20, -3}});
     EXPECT_NEAR(height(out, 50), 1, 1e-9);
     EXPECT_NEAR(height(out, 80), 3, 1e-9);
 }
 
 TEST(LineRedraw, UnparallelPairLeavesTheNearerAnchor) {
-    // |cosine| 0.8 is too little; the parallel through the nearer anchor is drawn.
+    // |cosine| 0.8 is too small; the parallel through the nearer anchor is drawn.
     EXPECT_TRUE(isNear(redrawn({{0, 0}, {100, 0}}, {{50, 8}, {42, 2}}), line({0, 2}, {100, 2})));
     // 0.8824 (15 along, 8 across) is enough.
     const Stroke out = redrawn({{0, 0}, {100, 0}}, {{42.5, 0}, {57.5, 8}});
     EXPECT_NEAR(cross({15, 8}, out.back() - out.front()), 0, 1e-6);
 }
 
-TEST(LineRedraw, CrowdedPairKeepsTheDirectionOfTravel) {
+TEST(LineRedraw, CrowdedPairKeepsTheDirection) {
     // Three anchors carry the start from 0 to 27 on a line of 30 units. Measured
     // from (0, 9) it would lie beyond the end, which lands on (16, 0).
     const Stroke anchors{{0, 9}, {16, 0}, {9, -9.9}, {18, -9.9}, {27, -9.9}};
@@ -160,7 +161,7 @@ TEST(LineRedraw, PairOfAnchorsLeadsTheLine) {
         const Point2D b = place(random.in(reach + 40, size + 8), random.in(-8.9, 8.9));
         const Stroke out = random.below(2) == 0 ? redrawn(drawn, {a, b}) : redrawn(drawn, {b, a});
         ASSERT_EQ(out.size(), 21U);
-        EXPECT_GT(dot(out.back() - out.front(), travel), 0) << "direction of travel";
+        EXPECT_GT(dot(out.back() - out.front(), travel), 0) << "direction";
         // An upright fit leans by a unit.
         const double tolerance = travel.x == 0 ? 1.0 : 1e-3;
         const auto check = [&](const Point2D& end, const Point2D& fitEnd, const Point2D& anchor) {

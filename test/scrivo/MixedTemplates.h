@@ -15,7 +15,7 @@ inline const GraphicTemplate& oneOf(ink::Hand& hand,
     return templates[static_cast<std::size_t>(hand.below(static_cast<int>(templates.size())))];
 }
 
-/// A template that the loader would not make, or makes of a strange outline.
+/// A template that the loader would not make, or only from a strange outline.
 inline GraphicTemplate strangeTemplate(ink::Hand& hand, const Path& ordinary) {
     using Change = void (*)(Path&, std::size_t);
     static const Change CHANGES[] = {
@@ -38,8 +38,7 @@ inline GraphicTemplate strangeTemplate(ink::Hand& hand, const Path& ordinary) {
     return strange;
 }
 
-/// Templates of which many are alike: copies, copies that differ by a bit,
-/// backward forms, strange ones.
+/// Templates of which many are alike: copies, reversed copies, strange ones.
 inline std::vector<GraphicTemplate> mixedTemplates(ink::Hand& hand, int count) {
     const TemplatesGraphicsRecognizer recogniser;
     std::vector<GraphicTemplate> templates;
@@ -61,8 +60,7 @@ inline std::vector<GraphicTemplate> mixedTemplates(ink::Hand& hand, int count) {
     return templates;
 }
 
-/// A stroke of its own, one of the templates, one of them with a slight change,
-/// or one for which two templates are at the same distance.
+/// A new stroke, one of the templates, or one of them slightly changed.
 inline Path queryPath(ink::Hand& hand, const std::vector<GraphicTemplate>& templates) {
     Path path = oneOf(hand, templates).points;
     if (hand.below(3) > 0 || path.size() != 64) {

@@ -1,5 +1,5 @@
-// The normal form of a path: resampling against the quadratic form that inserts
-// the points which it places, then each transformation at its edges.
+// The normal form of a path: resampling compared with the quadratic algorithm that
+// inserts points into the path, then each transformation at its limits.
 
 #include "Recogniser.h"
 
@@ -14,7 +14,7 @@ namespace {
 
 const TemplatesGraphicsRecognizer RECOGNISER;
 
-/// A path of coordinates of one of the kinds that a resampling can trip over.
+/// A path with one of the kinds of coordinates that resampling might mishandle.
 Path awkwardPath(ink::Hand& hand) {
     const int n = 1 + hand.below(12);
     const int kind = hand.below(5);
@@ -39,7 +39,7 @@ Path awkwardPath(ink::Hand& hand) {
     return path;
 }
 
-TEST(Resample, PlacesThePointsOfTheInsertingForm) {
+TEST(Resample, AgreesWithTheInsertingAlgorithm) {
     constexpr int COUNTS[] = {1, 2, 3, 7, 64, 65};
     ink::Hand hand(11);
     int endless = 0;
@@ -56,7 +56,7 @@ TEST(Resample, PlacesThePointsOfTheInsertingForm) {
         }
         ASSERT_TRUE(hasBitsOf(RECOGNISER.resampleByCnt(path, n), expected)) << k;
     }
-    EXPECT_GT(endless, 0) << "no walk was endless: the hard case was never met";
+    EXPECT_GT(endless, 0) << "the endless case was never tested";
 }
 
 TEST(Resample, TakesStrokesOfAnyLength) {
@@ -64,7 +64,7 @@ TEST(Resample, TakesStrokesOfAnyLength) {
     for (const Path& stroke : hand.strokes(300)) {
         ASSERT_TRUE(hasBitsOf(RECOGNISER.resample(stroke), literal::resampleByCnt(stroke, 64)));
     }
-    // Linear: the inserting form would move 10^11 points.
+    // Linear: inserting would move 10^11 points.
     Path spiral;
     for (int i = 0; i < 400000; ++i) {
         spiral.push_back({i * std::cos(i * 0.001), i * std::sin(i * 0.001), 0.0});
@@ -78,7 +78,7 @@ TEST(Resample, KeepsEndsAndForces) {
     ASSERT_EQ(placed.size(), 64U);
     for (std::size_t k = 0; k < placed.size(); ++k) {
         EXPECT_EQ(placed[k].x, static_cast<double>(k));
-        // The last one is placed too: rounding left room for it.
+        // The last one is interpolated too: rounding left room for it.
         EXPECT_EQ(placed[k].force, k == 0 ? 0.25 : 0.0);
     }
     const Path shortByOne = RECOGNISER.resample({{0.0, 0.0, 0.25}, {0.3, 0.0, 0.75}});

@@ -14,7 +14,7 @@ Stroke outlineOf(const Stroke& stroke) {
     return out;
 }
 
-/// The corners of a clean outline; a failure when it is none.
+/// The corners of a clean outline; fails when it is not one.
 Stroke cornersOf(const Stroke& clean) {
     Stroke corners;
     for (std::size_t i = 0; i < clean.size(); i += 21) {

@@ -60,7 +60,7 @@ TEST(Quadrangle, LevelRectangleKeepsEachCornerOnItsSide) {
     }
 }
 
-/// Which construction a drawing goes through, told by the forces.
+/// The construction that a drawing goes through, identified by its forces.
 enum class Branch { NONE, ONE_CORNER, LEVEL, REBUILT };
 
 Branch branchOf(const Stroke& corners) {
@@ -113,8 +113,8 @@ TEST(Quadrangle, NearlyEqualSidesBecomeTheirMean) {
     EXPECT_TRUE(isNear(rectangle(floatAbove(95), 100), {97.5, 97.5}, 1e-5));
 }
 
-/// What a person may draw: a rectangle or parallelogram of any size, turn and
-/// direction of drawing, each corner off by up to `jitter`.
+/// A plausible drawing: a rectangle or parallelogram of any size, rotation and
+/// drawing direction, each corner off by up to `jitter`.
 struct Drawing {
     Stroke corners;
     double jitter;
@@ -172,11 +172,11 @@ TEST(Quadrangle, RebuiltFigureIsTheOneThatWasDrawn) {
         Stroke moved = old;
         Point2D& one = random.oneOf(moved);
         one = one + random.jitter(1e-5);
-        EXPECT_TRUE(isNear(regular(moved), q, 2e-3)) << "a little moves a little";
+        EXPECT_TRUE(isNear(regular(moved), q, 2e-3)) << "small changes have small effects";
     }
 }
 
-TEST(Quadrangle, OneCarelessCornerDoesNotMakeABoxLean) {
+TEST(Quadrangle, OneInaccurateCornerDoesNotSkewABox) {
     const auto cosineOf = [](const Point2D& a, const Point2D& b) {
         return dot(a, b) / (length(a) * length(b));
     };
@@ -186,7 +186,7 @@ TEST(Quadrangle, OneCarelessCornerDoesNotMakeABoxLean) {
             << "the first corner alone is that of a parallelogram";
         const double all =
             cosineOf(box[1] - box[0] + box[2] - box[3], box[3] - box[0] + box[2] - box[1]);
-        // Half of 0.08 still is a right angle, and nothing jumps where that ends.
+        // Up to half of 0.08 the angle becomes right; beyond, it changes continuously.
         const double lean = std::abs(all) < 0.08 ? std::min(0.0, 0.08 + 2 * all) : all;
         const Stroke q = regular(box);
         EXPECT_NEAR(cosineOf(q[1] - q[0], q[3] - q[0]), lean, 1e-9);

@@ -45,7 +45,7 @@ inline ::testing::AssertionResult answersLiterally(const TemplatesGraphicsRecogn
 
 /// One of the three families or a knot.
 inline Path anyStroke(ink::Hand& hand) {
-    return hand.stroke(static_cast<ink::Shape>(1 + hand.below(4)));
+    return hand.stroke(static_cast<ink::Hand::Shape>(1 + hand.below(4)));
 }
 
 inline TemplatesGraphicsRecognizer recogniserWith(const std::vector<Path>& outlines) {

@@ -4,7 +4,7 @@ namespace Scrivo::test {
 
 namespace {
 
-TEST(RotationSearch, IsTheLiteralOne) {
+TEST(RotationSearch, AgreesWithTheLiteralSearch) {
     ink::Hand hand(24);
     TemplatesGraphicsRecognizer recogniser;
     const auto templates = mixedTemplates(hand, 60);

@@ -15,8 +15,7 @@ namespace Scrivo::test {
 
 namespace {
 
-/// One stroke of every kind, in units of an area of 800 by 600, with a hand
-/// that shakes.
+/// One stroke of every kind with random jitter, in units of an area of 800 by 600.
 std::vector<Stroke> strokesOfAllKinds(Random& random) {
     const Point2D at{random.in(100, 500), random.in(100, 300)};
     const double size = random.in(60, 200);
@@ -47,7 +46,7 @@ std::vector<Stroke> inFractions(std::vector<Stroke> strokes) {
     return strokes;
 }
 
-/// What holds for every answer whatever the stroke.
+/// Expects what holds for the answer to any stroke.
 void expectAnAnswer(const StrokeResult& answer, const Stroke& stroke) {
     const std::size_t n = answer.path.size();
     if (answer.type == FIGURE_NONE) {
@@ -151,7 +150,7 @@ TEST(Pipeline, OtherStrokesAttractByTheirCentroids) {
     };
     EXPECT_NEAR(heightBeside({}), 300, 1e-9);
     EXPECT_NEAR(heightBeside({{{200, 100}, {210, 309}, {340, 509}}}), 306, 1e-9);
-    EXPECT_NEAR(heightBeside({{}, {{250, 306}}, {}}), 306, 1e-9) << "empty strokes attract nothing";
+    EXPECT_NEAR(heightBeside({{}, {{250, 306}}, {}}), 306, 1e-9) << "empty strokes have no effect";
     EXPECT_NEAR(heightBeside({{{250, 311}}}), 300, 1e-9);
 }
 
@@ -168,7 +167,7 @@ TEST(Pipeline, AnswersEveryStroke) {
             expectAnAnswer(answers.back(), stroke);
             ++seen.at(static_cast<std::size_t>(answers.back().type));
         }
-        // The same bits again, whatever came in between.
+        // The same bits again, regardless of the calls in between.
         for (std::size_t k = strokes.size(); k-- > 0;) {
             const auto again = optimizeAStroke(strokes[k], 800, 600, strokes);
             EXPECT_EQ(again.type, answers[k].type);
@@ -209,7 +208,7 @@ TEST(Pipeline, SurvivesHostileNumbers) {
 }
 
 TEST(Pipeline, AnswersInVeryFlatAreas) {
-    // In an area of a thousandth of a unit any scribble is a level line.
+    // In an area a thousandth of a unit high any scribble is a level line.
     Stroke scribble;
     for (int i = 0; i <= 40; ++i) {
         scribble.push_back({0.1 + 0.02 * i, 0.5 + 0.4 * std::sin(i), 0.0});
@@ -220,7 +219,7 @@ TEST(Pipeline, AnswersInVeryFlatAreas) {
         EXPECT_EQ(p.y, line.path.front().y);
         EXPECT_NEAR(p.y, 0.5, 0.4);
     }
-    // A dot sticks out of an area of 4 units above and below, and stays.
+    // A dot sticks out of an area 4 units high above and below, and stays.
     const auto heightOf = [](double x) {
         const auto dot = optimizeAStroke(Stroke(30, {x, 0.5}), 800, 4, {});
         EXPECT_EQ(dot.type, FIGURE_POINT);
@@ -233,7 +232,7 @@ TEST(Pipeline, AnswersInVeryFlatAreas) {
 
 TEST(Pipeline, UnanswerableStrokeComesBackAsDrawn) {
     loadCases();
-    // Closed, and too far out to be resampled: the recogniser gives up by an exception.
+    // Closed, and too far out to be resampled: the recogniser throws.
     const Stroke stroke =
         mapped(closedChain({{0, 0}, {0, 100}, {100, 100}, {100, 0}}, 20), [](const Point2D& p) {
             return p + Point2D{1e17, 1e17};
@@ -249,7 +248,7 @@ TEST(Pipeline, AnswersAMillionPoints) {
     const int steps = 250000;
     const Stroke square{{0.2, 0.2}, {0.2, 0.7}, {0.7, 0.7}, {0.7, 0.2}};
     EXPECT_EQ(optimizeAStroke(chain({{0.1, 0.1}, {0.8, 0.3}}, 4 * steps), 1000, 1000, {}).type, 2);
-    // A corner spread over so many points bends no span: a square stays as drawn.
+    // Spread over so many points, no corner is found: a square stays as drawn.
     for (const Stroke& stroke :
          {closedChain(square, steps), ellipse({0.5, 0.5}, 0.3, 0.2, 0, 4 * steps),
           chain(Stroke(8, {0.5, 0.5}), steps / 2),

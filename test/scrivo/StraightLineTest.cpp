@@ -11,7 +11,7 @@ TEST(LineFit, RunsAlongTheLongerExtent) {
         {"level", {{0, 5, 1}, {30, 5, 1}, {10, 5, 1}}, line({0, 5}, {30, 5})},
         {"right to left", {{30, 5}, {0, 5}}, line({0, 5}, {30, 5})},
         {"upright", {{7, 50}, {7, -10}, {7, 3}}, line({7, -10}, {7, 50})},
-        // The two extreme pairs are one, a tie: from the smaller y.
+        // A tie, both extents having the same extreme points: from the smaller y.
         {"height wins a tie", {{0, 45}, {100, 40}}, line({100, 40}, {0, 45})},
         // y = 0 (the middle weighs nothing), from x = 0 to x = 40 instead of from (20, -6).
         {"width wins when longer", {{0, 0}, {20, 6}, {20, -6}, {40, 0}}, line({0, 0}, {40, 0})},

@@ -1,5 +1,4 @@
-// Template files: their format, their order in the lists, and what hostile ones
-// do to the reader.
+// Template files: their format, their order in the lists, and hostile files.
 
 #include "Recogniser.h"
 
@@ -20,7 +19,7 @@ namespace fs = std::filesystem;
 using TemplatesGraphicsRecognizerUtil::loadPathes;
 using TemplatesGraphicsRecognizerUtil::split;
 
-/// A folder of its own for every test.
+/// Gives every test its own folder.
 class TemplateFile : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -157,7 +156,7 @@ TEST_F(TemplateFile, OneTokenOfTwentyMegabytesIsRead) {
     EXPECT_EQ(std::as_const(recogniser).allTemplates[0].points.size(), 64U);
 }
 
-TEST_F(TemplateFile, WhatIsNoReadableFileIsEmpty) {
+TEST_F(TemplateFile, UnreadableFilesAreEmpty) {
     EXPECT_TRUE(loadPathes("").empty());
     EXPECT_TRUE(loadPathes((m_folder / "missing").string()).empty());
     EXPECT_TRUE(loadPathes(m_folder.string()).empty()) << "a folder";
@@ -172,7 +171,7 @@ bool setCommaLocale(const fs::path& folder) {
         << "LC_NUMERIC\ndecimal_point \",\"\nthousands_sep \"\"\ngrouping -1\nEND LC_NUMERIC\n";
     const std::string command = "cd '" + folder.string() +
                                 "' && localedef -c -i source -f ANSI_X3.4-1968 ./comma >log 2>&1";
-    // It warns of the missing categories and fails; the locale is there.
+    // It warns of missing categories and reports failure, but writes the locale.
     if (std::system(command.c_str()) == -1) {
         return false;
     }

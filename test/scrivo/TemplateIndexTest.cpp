@@ -1,5 +1,4 @@
-// Which template wins. The index, the plain search and the literal recogniser must
-// agree in id, name and the bits of the score.
+// The index and the plain search must agree in the match and the bits of its distance.
 
 #include "MixedTemplates.h"
 #include "Scrivo/detail/TemplateIndex.h"
@@ -62,8 +61,8 @@ TEST(TemplateIndex, FindsTheMatchOfThePlainSearch) {
     }
 }
 
-/// Turned so that the first two distances to `t` are equal up to rounding: the
-/// half that the search goes on with is a matter of the last bits.
+/// Turned so that the first two distances to `t` are equal up to rounding: the last
+/// bits decide in which half the search continues.
 Path tiedPath(const Path& path, const Path& t) {
     const TemplatesGraphicsRecognizer recogniser;
     const double angle = (2.0 * STANDARD_SEARCH.goldenRatio - 1.0) * STANDARD_SEARCH.range;
@@ -111,9 +110,10 @@ TEST(TemplateIndex, LeavesCloseDecisionsToThePlainSearch) {
 TEST(TemplateIndex, LetsATemplateWinThatItsBoundsDoNotHoldFor) {
     ink::Hand hand(33);
     const TemplatesGraphicsRecognizer recogniser;
-    const Path drawn = recogniser.normalizePath(hand.stroke(ink::ELLIPSE));
+    const Path drawn = recogniser.normalizePath(hand.stroke(ink::Hand::ELLIPSE));
     std::vector<GraphicTemplate> templates{
-        {2, "triangle", recogniser.normalizePath(hand.stroke(ink::TRIANGLE))}, {3, "far", drawn}};
+        {2, "triangle", recogniser.normalizePath(hand.stroke(ink::Hand::TRIANGLE))},
+        {3, "far", drawn}};
     templates[1].points[5] = {450.0, 0.0};
     const auto match = indexOf(templates).matchQuickly(drawn);
     ASSERT_TRUE(match);
@@ -122,7 +122,7 @@ TEST(TemplateIndex, LetsATemplateWinThatItsBoundsDoNotHoldFor) {
 
 TEST(TemplateIndex, DeclinesPathsOutsideTheNormalForm) {
     const Path circle =
-        TemplatesGraphicsRecognizer().normalizePath(ink::Hand(23).stroke(ink::ELLIPSE));
+        TemplatesGraphicsRecognizer().normalizePath(ink::Hand(23).stroke(ink::Hand::ELLIPSE));
     const std::vector<GraphicTemplate> templates{{3, "ellipse", circle}};
     const TemplateIndex index = indexOf(templates);
     EXPECT_TRUE(index.matchQuickly(circle));
@@ -135,7 +135,7 @@ TEST(TemplateIndex, DeclinesPathsOutsideTheNormalForm) {
     EXPECT_FALSE(changed([](Path& p) { p.push_back(p.back()); }));
     EXPECT_FALSE(changed([](Path& p) { p[5].x = QUIET_NAN; }));
     EXPECT_FALSE(changed([](Path& p) { p[5].x = 401.0; }));
-    EXPECT_FALSE(changed([](Path& p) { p[5].y += 1.0; })) << "the centroid has moved";
+    EXPECT_FALSE(changed([](Path& p) { p[5].y += 1.0; })) << "off centre";
 }
 
 }  // namespace

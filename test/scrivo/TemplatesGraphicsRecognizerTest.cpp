@@ -45,10 +45,10 @@ TEST(Recogniser, FollowsChangedSettings) {
     }
 }
 
-TEST(Recogniser, FollowsListsChangedByHand) {
+TEST(Recogniser, FollowsListsChangedByTheCaller) {
     ink::Hand hand(27);
     const auto outlines = hand.strokes(45);
-    const Path stroke = hand.stroke(ink::ELLIPSE);
+    const Path stroke = hand.stroke(ink::Hand::ELLIPSE);
     const GraphicTemplate exact{9, "exact", TemplatesGraphicsRecognizer().normalizePath(stroke)};
     using Change = void (*)(TemplateList&, const GraphicTemplate&);
     const Change changes[] = {
@@ -86,10 +86,10 @@ TEST(Recogniser, FollowsListsChangedByHand) {
 
 TEST(Recogniser, KeepsTheFirstOfEqualTemplates) {
     ink::Hand hand(28);
-    const Path stroke = hand.stroke(ink::ELLIPSE);
+    const Path stroke = hand.stroke(ink::Hand::ELLIPSE);
     TemplatesGraphicsRecognizer recogniser;
     for (int k = 0; k < 40; ++k) {
-        recogniser.addTemplate(3, "other", hand.stroke(ink::ELLIPSE));
+        recogniser.addTemplate(3, "other", hand.stroke(ink::Hand::ELLIPSE));
     }
     EXPECT_EQ(recogniser.addTemplate(3, "first", stroke), 1);
     for (int k = 2; k < 30; ++k) {
@@ -111,12 +111,12 @@ TEST(Recogniser, RejectsBeforeMatching) {
     EXPECT_TRUE(rejected(chain({{0.0, 0.0}, {100.0, 0.0}, {100.0, 100.0}, {0.0, 60.0}}, 20)));
     EXPECT_TRUE(sameAnswer(TemplatesGraphicsRecognizer().recognize(chain(SQUARE, 20)),
                            {0, "Unknown", -1.0}));
-    // A gap of 15 % still closes; the stroke is 100 long, up to the last bit.
+    // A gap of exactly 15 % still counts as closed; the stroke is exactly 100 long.
     EXPECT_FALSE(rejected({{0.0, 0.0}, {57.5, 0.0}, {15.0, 0.0}}));
     EXPECT_TRUE(rejected({{0.0, 0.0}, {57.5, 0.0}, {std::nextafter(15.0, 16.0), 0.0}}));
 }
 
-TEST(Recogniser, WeighsFiguresOfTooManyCornersByNothing) {
+TEST(Recogniser, RejectsFiguresOfTooManyCorners) {
     const auto polygon = [](int edges) {
         Path corners;
         for (int k = 0; k <= edges; ++k) {
@@ -143,8 +143,8 @@ TEST(Recogniser, WeighsFiguresOfTooManyCornersByNothing) {
     EXPECT_EQ(idAmongOnlyItself(3, flower(7)), 0);
 }
 
-TEST(Recogniser, AnswersWithTheScoreThatDidNotSuffice) {
-    // 0.8 itself suffices: the distance is a fifth of what counts as 1.
+TEST(Recogniser, ReportsAScoreThatIsTooLow) {
+    // A score of exactly 0.8 suffices: the distance is a fifth of `halfDiagonal`.
     auto close = recogniserWith({chain(SQUARE, 20)});
     const Path flat =
         chain({{0.0, 0.0}, {100.0, 20.0}, {100.0, 50.0}, {0.0, 70.0}, {0.0, 0.0}}, 20);
@@ -155,7 +155,7 @@ TEST(Recogniser, AnswersWithTheScoreThatDidNotSuffice) {
     EXPECT_EQ(close.recognize(flat).id, 1);
     close.halfDiagonal = below(5 * distance);
     EXPECT_EQ(close.recognize(flat).id, 0);
-    // Only templates that cannot be compared: the largest distance stands.
+    // No template can be compared: the distance stays at its initial value.
     TemplatesGraphicsRecognizer hopeless;
     hopeless.addTemplate(1, "flat", {{0.0, 0.0}, {10.0, 0.0}, {0.0, 0.0}});
     hopeless.addTemplate(1, "dot", {{0.0, 0.0}});
@@ -238,7 +238,7 @@ TEST(Recogniser, LoadsUnderRecognitionOfExposedLists) {
 
 TEST(Recogniser, CopiesAreIndependent) {
     ink::Hand hand(35);
-    const Path stroke = hand.stroke(ink::ELLIPSE);
+    const Path stroke = hand.stroke(ink::Hand::ELLIPSE);
     TemplatesGraphicsRecognizer original = recogniserWith(hand.strokes(30));
     TemplatesGraphicsRecognizer copy = original;
     copy.addTemplate(3, "only in the copy", stroke);
@@ -246,13 +246,13 @@ TEST(Recogniser, CopiesAreIndependent) {
     EXPECT_NE(original.recognize(stroke).name, "only in the copy");
     const TemplatesGraphicsRecognizer moved = std::move(copy);
     EXPECT_EQ(moved.recognize(stroke).name, "only in the copy");
-    // A recogniser that was moved from has no templates and may be filled again.
+    // A moved-from recogniser has no templates and may be filled again.
     EXPECT_EQ(copy.recognize(stroke).score, -1.0);  // NOLINT(bugprone-use-after-move)
     copy.addTemplate(3, "added later", stroke);
     EXPECT_EQ(copy.recognize(stroke).name, "added later");
     original = moved;
     EXPECT_EQ(original.recognize(stroke).name, "only in the copy");
-    EXPECT_TRUE(answersLiterally(original, hand.stroke(ink::TRIANGLE)));
+    EXPECT_TRUE(answersLiterally(original, hand.stroke(ink::Hand::TRIANGLE)));
     original.ellipseTemplates = TemplateList();
     EXPECT_TRUE(answersLiterally(original, stroke));
 }

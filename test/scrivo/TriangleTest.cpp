@@ -115,7 +115,7 @@ TEST(Triangle, StaysWhenNothingIsNearlyTrue) {
     EXPECT_TRUE(isNear(regular({{95.01, 0}, {0, 0}, {-60, 80}})[2], {-57.006, 76.008}, 1e-5));
 }
 
-/// Lengths of the sides, the longest last, and what is closest to a right angle.
+/// Lengths of the sides, the longest last, and the smallest cosine of an angle.
 struct Measures {
     std::vector<double> sides;
     double smallestCosine = 1.0;

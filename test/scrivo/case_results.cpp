@@ -1,5 +1,5 @@
-// Prints the core's answers to all cases as JSON, with every bit of the
-// coordinates: what the package answers is compared with it.
+// Prints the core's answers to all cases as JSON with all bits of the coordinates,
+// for comparison with the answers of the package.
 
 #include "Cases.h"
 

@@ -13,7 +13,7 @@ std::vector<const napi_module*>& registrations() {
 
 }  // namespace
 
-/// The library finds this function in the program, as it does in a host.
+/// The module resolves this function from the program, as it would from a host.
 extern "C" void napi_module_register(napi_module* module) {
     registrations().push_back(module);
 }

@@ -6,27 +6,73 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <vector>
 
-/// Closed strokes as a hand draws them, made from a seed.
+/// Hand-drawn strokes in drawing-area units.
 namespace Scrivo::test::ink {
 
-/// The first three are the recogniser's families, with their ids.
-enum Shape { RECTANGLE = 1, TRIANGLE = 2, ELLIPSE = 3, KNOT = 4 };
+using Path = Stroke;
 
+/// Position of the pen at time `t` from 0 to 1, so that one outline can be sampled
+/// at any rate.
+using Curve = std::function<Point2D(double)>;
+
+inline Path sample(const Curve& curve, int count) {
+    Path path;
+    for (int i = 0; i < count; ++i) {
+        path.push_back(curve(static_cast<double>(i) / (count - 1)));
+    }
+    return path;
+}
+
+/// Straight pieces from corner to corner, at constant speed.
+inline Curve polyline(const Path& corners) {
+    std::vector<double> ends{0.0};
+    for (std::size_t i = 1; i < corners.size(); ++i) {
+        ends.push_back(ends.back() + length(corners[i] - corners[i - 1]));
+    }
+    return [corners, ends](double t) {
+        const double at = t * ends.back();
+        std::size_t i = 1;
+        while (i + 1 < corners.size() && at > ends[i]) {
+            ++i;
+        }
+        const double share = (at - ends[i - 1]) / (ends[i] - ends[i - 1]);
+        return corners[i - 1] + share * (corners[i] - corners[i - 1]);
+    };
+}
+
+inline Curve ellipse(double a, double b, double tilt) {
+    return [=](double t) {
+        const double phi = 2.0 * PI * t + 0.7;
+        return Point2D{400.0, 300.0} + polar(a * std::cos(phi), tilt) +
+               polar(b * std::sin(phi), tilt + PI / 2);
+    };
+}
+
+/// A slow tremor of `size` units.
+inline Curve shaky(const Curve& curve, double size) {
+    return [=](double t) {
+        return curve(t) + size * Point2D{std::sin(13.0 * t + 1.0), std::sin(17.0 * t + 2.0)};
+    };
+}
+
+/// Closed strokes, made from a seed.
 class Hand : public Random {
 public:
+    /// The first three are the recogniser's families, with their ids.
+    enum Shape { RECTANGLE = 1, TRIANGLE = 2, ELLIPSE = 3, KNOT = 4 };
+
     explicit Hand(std::uint64_t seed) : Random(seed) {}
 
-    /// 40 to 130 points about (400, 300), in drawing-area units: any size,
-    /// orientation, starting point and direction; gap or overshoot, uneven
-    /// speed, a slow wobble and jitter.
+    /// 40 to 130 points about (400, 300): any size, orientation, starting point and
+    /// direction; gap or overshoot, uneven speed, a slow wobble and jitter.
     Stroke stroke(Shape shape) {
-        const Stroke outline = outlineOf(shape);
+        const Curve outline = outlineOf(shape);
         double extent = 0.0;
-        for (const auto& p : outline) {
+        for (const Point2D& p : sample(outline, 60)) {
             extent = std::max({extent, std::abs(p.x), std::abs(p.y)});
         }
         const int n = 40 + below(90);
@@ -37,18 +83,15 @@ public:
         const Wobble wobbleX = wobble(extent);
         const Wobble wobbleY = wobble(extent);
         const double tilt = below(2) == 0 ? in(-0.15, 0.15) : in(0.0, TURN);
-        Stroke path;
-        for (int i = 0; i < n; ++i) {
-            const double t = static_cast<double>(i) / (n - 1);
-            const double eased =
-                t + unevenness * (std::sin(2.0 * TURN * t + phase) - std::sin(phase));
-            auto p = at(outline, start + turns * eased);
-            p.x += wobbleX.at(t) + in(-0.003, 0.003) * extent;
-            p.y += wobbleY.at(t) + in(-0.003, 0.003) * extent;
-            path.push_back({400.0 + p.x * std::cos(tilt) - p.y * std::sin(tilt),
-                            300.0 + p.x * std::sin(tilt) + p.y * std::cos(tilt), 0.0});
-        }
-        return path;
+        return sample(
+            [&](double t) {
+                const double eased =
+                    t + unevenness * (std::sin(2.0 * TURN * t + phase) - std::sin(phase));
+                const Point2D p = outline(fraction(start + turns * eased)) +
+                                  Point2D{wobbleX.at(t), wobbleY.at(t)} + jitter(0.003 * extent);
+                return Point2D{400.0, 300.0} + polar(p.x, tilt) + polar(p.y, tilt + PI / 2);
+            },
+            n);
     }
 
     /// `count` strokes, the three families in turn.
@@ -63,7 +106,6 @@ public:
 
 private:
     static constexpr double TURN = 2.0 * PI;
-    static constexpr int OUTLINE_POINTS = 240;
 
     struct Wobble {
         std::array<double, 2> amplitude;
@@ -78,80 +120,44 @@ private:
         return {{in(0.0, 0.018) * extent, in(0.0, 0.018) * extent}, {in(0.0, TURN), in(0.0, TURN)}};
     }
 
-    Stroke outlineOf(Shape shape) {
+    Curve outlineOf(Shape shape) {
         const double width = in(60.0, 300.0);
         const double height = width * in(0.4, 1.0);
         switch (shape) {
             case RECTANGLE: {
                 const double skew = in(-0.08, 0.08) * height;
-                return rounded(polygon({{0.0, 0.0, 0.0},
-                                        {width, 0.0, 0.0},
-                                        {width + skew, height, 0.0},
-                                        {skew, height, 0.0}}));
+                return rounded(
+                    {{0, 0}, {width, 0}, {width + skew, height}, {skew, height}, {0, 0}});
             }
             case TRIANGLE:
-                return rounded(polygon({{0.0, 0.0, 0.0},
-                                        {width, 0.0, 0.0},
-                                        {width * in(0.1, 0.9), height * 1.2, 0.0}}));
+                return rounded({{0, 0}, {width, 0}, {width * in(0.1, 0.9), height * 1.2}, {0, 0}});
             case ELLIPSE:
-                return curve(width, height, 1.0);
+                return wave(width, height, 1.0);
             default:
-                return curve(width, height, 2.0 + below(3));
+                return wave(width, height, 2.0 + below(3));
         }
-    }
-
-    static Stroke polygon(const Stroke& corners) {
-        Stroke outline;
-        const auto edges = corners.size();
-        const auto steps = OUTLINE_POINTS / edges;
-        for (std::size_t k = 0; k < edges; ++k) {
-            const auto& a = corners[k];
-            const auto& b = corners[(k + 1) % edges];
-            for (std::size_t i = 0; i < steps; ++i) {
-                const double t = static_cast<double>(i) / static_cast<double>(steps);
-                outline.push_back({a.x + (b.x - a.x) * t, a.y + (b.y - a.y) * t, 0.0});
-            }
-        }
-        return outline;
     }
 
     /// An ellipse, or a closed curve that crosses itself when `waves` is not 1.
-    static Stroke curve(double width, double height, double waves) {
-        Stroke outline;
-        for (int i = 0; i < OUTLINE_POINTS; ++i) {
-            const double t = TURN * i / OUTLINE_POINTS;
-            outline.push_back({width * std::cos(t), height * std::sin(waves * t), 0.0});
-        }
-        return outline;
+    static Curve wave(double width, double height, double waves) {
+        return [=](double t) {
+            return Point2D{width * std::cos(TURN * t), height * std::sin(waves * TURN * t)};
+        };
     }
 
-    /// Corners cut by a running mean.
-    Stroke rounded(const Stroke& outline) {
+    /// A polygon whose corners are cut by a running mean.
+    Curve rounded(const Path& corners) {
         const int reach = below(10);
-        const int n = static_cast<int>(outline.size());
-        Stroke result;
-        for (int i = 0; i < n; ++i) {
+        return [outline = polyline(corners), reach](double t) {
             Point2D sum;
-            for (int k = i - reach; k <= i + reach; ++k) {
-                const auto& p = outline[static_cast<std::size_t>((k + n) % n)];
-                sum.x += p.x;
-                sum.y += p.y;
+            for (int k = -reach; k <= reach; ++k) {
+                sum = sum + outline(fraction(t + k / 240.0));
             }
-            result.push_back({sum.x / (2 * reach + 1), sum.y / (2 * reach + 1), 0.0});
-        }
-        return result;
+            return (1.0 / (2 * reach + 1)) * sum;
+        };
     }
 
-    /// The point of the closed outline at `position`, counted in whole turns.
-    static Point2D at(const Stroke& outline, double position) {
-        const auto n = static_cast<double>(outline.size());
-        const double f = (position - std::floor(position)) * n;
-        const auto k = static_cast<std::size_t>(f) % outline.size();
-        const auto& a = outline[k];
-        const auto& b = outline[(k + 1) % outline.size()];
-        const double part = f - std::floor(f);
-        return {a.x + (b.x - a.x) * part, a.y + (b.y - a.y) * part, 0.0};
-    }
+    static double fraction(double t) { return t - std::floor(t); }
 };
 
 }  // namespace Scrivo::test::ink

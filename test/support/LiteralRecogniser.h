@@ -10,9 +10,9 @@
 #include <stdexcept>
 #include <vector>
 
-/// The recogniser as one would write it down first: every step on its own copy
-/// of the path, every template searched in full. Written apart from the library;
-/// tests compare answers with it, the benchmark compares speed.
+/// A straightforward implementation of the recogniser: every step works on a copy of
+/// the path, every template is searched in full. Independent of the library; tests
+/// compare answers with it, the benchmark compares speed.
 namespace Scrivo::test::literal {
 
 using Path = std::vector<Point2D>;
@@ -30,7 +30,7 @@ inline double pathLength(Path path) {
 }
 
 /// Quadratic. Throws std::length_error after `maxPoints` points, where the loop would
-/// go on for ever.
+/// not end.
 inline Path resampleByCnt(Path path, int n, std::size_t maxPoints = 5000) {
     Path result{path[0]};
     if (path.size() >= 2) {

@@ -14,7 +14,7 @@
 /// Comparisons of strokes that name the first difference.
 namespace Scrivo::test {
 
-/// Whether two doubles have the same bits; one NaN is like another.
+/// Whether two doubles have the same bits; all NaNs count as the same.
 inline bool sameBits(double a, double b) {
     return (std::isnan(a) && std::isnan(b)) ||
            std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
@@ -64,8 +64,8 @@ inline testing::AssertionResult isNear(const Point2D& actual, const Point2D& exp
     return isNear(Stroke{actual}, Stroke{expected}, tolerance);
 }
 
-/// Whether a routine appends exactly `expected` behind what `out` held, and
-/// returns the size (0, and nothing appended, for an empty `expected`).
+/// Whether a routine appends exactly `expected` to the contents of `out` and returns
+/// the size (for an empty `expected`: appends nothing and returns 0).
 template <typename Routine>
 testing::AssertionResult appends(Routine routine, const Stroke& expected, double tolerance = 1e-9) {
     const Stroke before{{-1.0, -2.0, 0.3}, {QUIET_NAN, 7.0, 0.0}};
@@ -77,7 +77,7 @@ testing::AssertionResult appends(Routine routine, const Stroke& expected, double
     }
     const auto kept = hasBitsOf({out.begin(), out.begin() + 2}, before);
     return kept ? isNear(Stroke(out.begin() + 2, out.end()), expected, tolerance)
-                : testing::AssertionFailure() << "what was there: " << kept.message();
+                : testing::AssertionFailure() << "previous contents: " << kept.message();
 }
 
 }  // namespace Scrivo::test

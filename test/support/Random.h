@@ -11,7 +11,7 @@
 
 namespace Scrivo::test {
 
-/// Seeded numbers, the same on every platform. SCRIVO_TEST_SEED sets another
+/// Seeded random numbers, the same on every platform. SCRIVO_TEST_SEED sets another
 /// seed; put `trace()` into SCOPED_TRACE so that a failure shows it.
 class Random {
 public:

@@ -25,7 +25,7 @@ inline double above(double v) {
 inline double below(double v) {
     return std::nextafter(v, -INF);
 }
-/// The neighbours of a float: `distance` tells no closer lengths apart.
+/// The neighbours of a float, the resolution of `distance`.
 inline double floatAbove(float v) {
     return std::nextafter(v, std::numeric_limits<float>::infinity());
 }
@@ -56,7 +56,7 @@ inline Point2D polar(double radius, double angle) {
     return {radius * std::cos(angle), radius * std::sin(angle), 0.0};
 }
 
-/// A stroke, what it is about, and what becomes of it.
+/// A named stroke and its expected result.
 template <typename Expected>
 struct Case {
     const char* name;

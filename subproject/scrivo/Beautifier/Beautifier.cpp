@@ -48,13 +48,12 @@ Evidence examine(const Ink& ink, const Frame& frame) {
     return beautifier::examine(beautifier::resample(ink, frame), frame.length / frame.extent);
 }
 
-/// What a stroke may be, likeliest first, and what it was judged by.
-struct Judged {
-    std::vector<Verdict> verdicts;
-    Evidence evidence;  ///< empty when the verdict needed no fit
+struct Ranking {
+    std::vector<Verdict> verdicts;  ///< likeliest first
+    Evidence evidence;              ///< empty when the verdict needed no fit
 };
 
-Judged judge(const Ink& ink, const Frame& frame, const BeautifierOptions& options) {
+Ranking rank(const Ink& ink, const Frame& frame, const BeautifierOptions& options) {
     if (const auto verdict = judgeUnfitted(ink, frame, options)) {
         return {{*verdict}, {}};
     }
@@ -62,20 +61,21 @@ Judged judge(const Ink& ink, const Frame& frame, const BeautifierOptions& option
     return {beautifier::rank(evidence), evidence};
 }
 
-/// Fits for a family that was not judged by any, or for ends that do not meet.
-Evidence evidenceFor(const Family& family, Judged judged, const Ink& ink, const Frame& frame) {
-    const bool isJudgedUnfitted = judged.evidence.length == 0.0;
-    if (isJudgedUnfitted && family.needsFit) {
-        judged.evidence = examine(ink, frame);
+/// The evidence that a figure of `family` needs, even if the verdict did without or
+/// the ends do not meet.
+Evidence evidenceFor(const Family& family, Evidence evidence, const Ink& ink, const Frame& frame) {
+    const bool isUnfitted = evidence.length == 0.0;
+    if (isUnfitted && family.needsFit) {
+        evidence = examine(ink, frame);
     }
     if (family.closed) {
-        beautifier::takeAsClosed(judged.evidence);
+        beautifier::takeAsClosed(evidence);
     }
-    return judged.evidence;
+    return evidence;
 }
 
-/// Probabilities of `verdicts` but of `except`, scaled so that they come to
-/// `rest` at most.
+/// Probabilities of the families other than `except`, scaled down so that their sum
+/// is at most `rest`.
 std::vector<Alternative> alternativesOf(std::span<const Verdict> verdicts,
                                         std::optional<FigureFamily> except, double rest) {
     std::vector<Alternative> result;
@@ -122,47 +122,39 @@ Reason objection(const Verdict& verdict, const BeautifierOptions& options) {
     return wanted ? Reason::RECOGNISED : Reason::NOT_WANTED;
 }
 
-Box boxOf(std::span<const Point2D> points) {
-    const auto [left, right] = std::minmax_element(
-        points.begin(), points.end(), [](const auto& a, const auto& b) { return a.x < b.x; });
-    const auto [top, bottom] = std::minmax_element(
-        points.begin(), points.end(), [](const auto& a, const auto& b) { return a.y < b.y; });
-    return {{left->x, top->y}, {right->x, bottom->y}};
-}
-
 Box boxOf(const Ink& ink) {
-    const Box box = boxOf(ink.samples);
+    const Box box = beautifier::boxOf(ink.samples);
     return {{box.low.x * ink.width, box.low.y * ink.height},
             {box.high.x * ink.width, box.high.y * ink.height}};
 }
 
-/// Whether a figure lies about where its ink does: no edge of its box is further
-/// off than two fifths of the extent. NaN does not.
+/// Whether a figure roughly fills the box of its ink: no edge of its own box is off
+/// by more than two fifths of the extent. False for NaN.
 bool fills(const Figure& figure, const Box& ink, double extent) {
     constexpr double MAX_MISS = 0.4;
     const std::vector<Point2D> outline = beautifier::outlineOf(figure);
     if (outline.empty() || !isFinite(outline)) {
         return false;
     }
-    const Box box = boxOf(outline);
+    const Box box = beautifier::boxOf(outline);
     const double misses[] = {box.low.x - ink.low.x, box.low.y - ink.low.y, box.high.x - ink.high.x,
                              box.high.y - ink.high.y};
     return std::all_of(std::begin(misses), std::end(misses),
                        [&](double miss) { return std::abs(miss) <= MAX_MISS * extent; });
 }
 
-/// The best fit of a wish; where it does not fill the box of the ink, as the
-/// triangle closest to a square does not, the figure that does.
+/// The best fit of a wish, or the figure in the box of the ink where the fit does not
+/// fill that box, as the triangle closest to a square does not.
 Figure wished(const Family& family, const Fitted& fitted, const Ink& ink) {
     const Figure fit = family.idealise(fitted);
     const Box box = boxOf(ink);
-    const bool isThere = fills(fit, box, fitted.frame.extent);
-    const Figure boxed = isThere ? Figure() : family.inBox(box, fitted.kind);
-    return isThere || boxed.index() == 0 ? fit : boxed;
+    const bool isFilled = fills(fit, box, fitted.frame.extent);
+    const Figure boxed = isFilled ? Figure() : family.inBox(box, fitted.kind);
+    return isFilled || boxed.index() == 0 ? fit : boxed;
 }
 
-/// The answer with a figure of `family`; as drawn when its outline has no finite
-/// fractions of the area, as in one of next to no width.
+/// The answer with a figure of `family`; as drawn when its outline is not finite in
+/// fractions of the area, as in an area of nearly no width.
 Beautified answerWith(Figure figure, const Family& family, bool insideArea, const Ink& ink) {
     std::vector<Point2D> outline = beautifier::outlineOf(figure);
     if (insideArea && family.staysInside &&
@@ -232,22 +224,22 @@ Beautified Beautifier::beautify(std::span<const Point2D> stroke, double width, d
     if (frame.extent < m_options.minSize) {
         return asDrawn(stroke, Reason::TOO_SMALL, 1.0);
     }
-    const Judged judged = judge(ink, frame, m_options);
-    const Verdict& verdict = judged.verdicts.front();
+    const Ranking ranking = rank(ink, frame, m_options);
+    const Verdict& verdict = ranking.verdicts.front();
     const double confidence = verdict.probability();
     const Reason reason = objection(verdict, m_options);
     if (reason != Reason::RECOGNISED) {
-        const bool isJudged = reason != Reason::NOT_WANTED;
-        Beautified answer = asDrawn(stroke, reason, isJudged ? 1.0 - confidence : 1.0);
-        answer.alternatives = alternativesOf(judged.verdicts, std::nullopt, 1.0);
+        const bool isCertain = reason == Reason::NOT_WANTED;
+        Beautified answer = asDrawn(stroke, reason, isCertain ? 1.0 : 1.0 - confidence);
+        answer.alternatives = alternativesOf(ranking.verdicts, std::nullopt, 1.0);
         return answer;
     }
     const Family& family = *beautifier::findFamily(verdict.family);
-    const Fitted fitted{frame, judged.evidence, m_options, {others, width, height}};
+    const Fitted fitted{frame, ranking.evidence, m_options, {others, width, height}};
     Beautified answer = answerWith(family.idealise(fitted), family, m_options.insideArea, ink);
     if (answer.reason == Reason::RECOGNISED) {
         answer.confidence = confidence;
-        answer.alternatives = alternativesOf(judged.verdicts, verdict.family, 1.0 - confidence);
+        answer.alternatives = alternativesOf(ranking.verdicts, verdict.family, 1.0 - confidence);
     }
     return answer;
 }
@@ -265,19 +257,19 @@ Beautified Beautifier::beautifyAs(std::span<const Point2D> stroke, const Wish& w
     if (family.needsFit && !(frame.extent > 0.0)) {
         return asDrawn(stroke, Reason::NO_FIGURE, 1.0);
     }
-    const Judged judged = judge(ink, frame, m_options);
-    const Evidence evidence = evidenceFor(family, judged, ink, frame);
+    const Ranking ranking = rank(ink, frame, m_options);
+    const Evidence evidence = evidenceFor(family, ranking.evidence, ink, frame);
     const Fitted fitted{frame, evidence, m_options, {others, width, height}, wish.kind()};
     Beautified answer = answerWith(wished(family, fitted, ink), family, m_options.insideArea, ink);
     if (answer.reason != Reason::RECOGNISED) {
         answer.reason = Reason::NO_FIGURE;
     } else {
-        const auto all = alternativesOf(judged.verdicts, std::nullopt, 1.0);
+        const auto all = alternativesOf(ranking.verdicts, std::nullopt, 1.0);
         for (const Alternative& one : all) {
             answer.confidence = one.family == wish.family() ? one.probability : answer.confidence;
         }
         answer.alternatives =
-            alternativesOf(judged.verdicts, wish.family(), 1.0 - answer.confidence);
+            alternativesOf(ranking.verdicts, wish.family(), 1.0 - answer.confidence);
     }
     return answer;
 }

@@ -23,8 +23,8 @@ std::vector<Point2D> outlineOf(const Figure& figure, double width, double height
 /// Why a stroke stays as drawn.
 enum class Reason : std::uint8_t {
     RECOGNISED,  ///< it does not: a figure was recognised
-    INVALID,     ///< no point, a coordinate that is no finite number or 2^31 - 1 units
-                 ///< and more, an area without a size or too small to divide by
+    INVALID,     ///< no point, a coordinate that is not finite or at least 2^31 - 1
+                 ///< units, an area without a size or too small to divide by
     TOO_SMALL,   ///< below `minSize`
     NOT_WANTED,  ///< the figure that it resembles is not among `figures`
     NOT_SURE,    ///< it resembles a figure, but not enough for this sensitivity
@@ -33,7 +33,7 @@ enum class Reason : std::uint8_t {
 
 /// Another family that the stroke may have been meant as.
 struct Alternative {
-    FigureFamily family = FigureFamily::LINE;
+    FigureFamily family = FigureFamily::LINE;  ///< the other family
     double probability = 0.0;  ///< from 0 to 1; together with the answer's at most 1
 };
 
@@ -44,14 +44,14 @@ struct Beautified {
     /// a polygon 21 an edge), or the stroke as drawn.
     std::vector<Point2D> path;
     std::int32_t type = FIGURE_NONE;  ///< a `FigureType`
-    /// Probability, from 0 to 1, that the answer is right: calibrated on strokes
-    /// of people that the model had not seen. 1 where the options or the numbers
-    /// decide (`INVALID`, `TOO_SMALL`, `NOT_WANTED`).
+    /// Probability, from 0 to 1, that the answer is right, calibrated on strokes of
+    /// people outside the training set. 1 where options or validity decide
+    /// (`INVALID`, `TOO_SMALL`, `NOT_WANTED`).
     double confidence = 0.0;
     Figure figure;                      ///< in drawing-area units
     Reason reason = Reason::NO_FIGURE;  ///< why there is no figure
-    /// Families worth offering beside the answer, likeliest first: those with a
-    /// probability of 1 % and more. A stroke that stays ink may have them too.
+    /// Families worth offering besides the answer, likeliest first: those with a
+    /// probability of at least 1 %. A stroke that stays ink may have them too.
     std::vector<Alternative> alternatives;
 };
 
@@ -61,15 +61,18 @@ class Wish {
 public:
     /// The kind is chosen as `beautify` chooses it.
     Wish(FigureFamily family) : m_family(family) {}
+    /// A triangle of this kind.
     Wish(TriangleKind kind) : Wish(FigureFamily::TRIANGLE, static_cast<std::uint8_t>(kind)) {}
+    /// A quadrangle of this kind.
     Wish(QuadrangleKind kind) : Wish(FigureFamily::QUADRANGLE, static_cast<std::uint8_t>(kind)) {}
+    /// An ellipse of this kind.
     Wish(EllipseKind kind) : Wish(FigureFamily::ELLIPSE, static_cast<std::uint8_t>(kind)) {}
-    /// A kind by the number that it has in the enumeration of its family.
+    /// A kind by its value in the enumeration of its family.
     Wish(FigureFamily family, std::uint8_t kind) : m_family(family), m_kind(kind) {}
 
     /// The family that is wished for.
     FigureFamily family() const { return m_family; }
-    /// The kind as a number of its enumeration; none when any kind will do.
+    /// The kind as a value of its enumeration; none for any kind.
     std::optional<std::uint8_t> kind() const { return m_kind; }
 
 private:
@@ -77,11 +80,11 @@ private:
     std::optional<std::uint8_t> m_kind;
 };
 
-/// Immutable: any number of threads may share one.
+/// Immutable; may be shared by any number of threads.
 class Beautifier {
 public:
     /// Throws std::invalid_argument when `minSize`, `tapSize` or `sensitivity` is
-    /// out of range or `figures` holds no member of the enumeration.
+    /// out of range or `figures` holds a value that is not a `FigureFamily`.
     explicit Beautifier(BeautifierOptions options = {});
 
     /// As given to the constructor.
@@ -95,12 +98,11 @@ public:
                         std::span<const std::vector<Point2D>> others = {}) const;
 
     /// The best figure of the wished family or kind for this stroke, whatever its
-    /// score: `figures`, `minSize` and `sensitivity` do not count, the other
-    /// options do. `confidence` is the probability that the family is right. The
+    /// score: `figures`, `minSize` and `sensitivity` are ignored, the other options
+    /// apply. `confidence` is the probability that the family is right. The
     /// stroke as drawn comes back as `INVALID`, as from `beautify`, and as
     /// `NO_FIGURE` when there is no such figure, as from samples that all coincide.
-    /// Throws std::invalid_argument for
-    /// a family or kind that is no member of its enumeration.
+    /// Throws std::invalid_argument for a value outside its enumeration.
     Beautified beautifyAs(std::span<const Point2D> stroke, const Wish& wish, double width,
                           double height, std::span<const std::vector<Point2D>> others = {}) const;
 

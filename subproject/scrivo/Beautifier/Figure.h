@@ -35,16 +35,16 @@ struct AngleFigure {
     double opening = 0.0;  ///< radians, from 0 to pi
 };
 
-/// A right triangle that is isosceles too counts as right.
+/// An isosceles right triangle counts as right.
 enum class TriangleKind : std::uint8_t { GENERAL, EQUILATERAL, ISOSCELES, RIGHT };
 
 /// A closed outline of three edges.
 struct TriangleFigure {
     std::array<Point2D, 3> corners;                ///< in drawing order
-    TriangleKind subtype = TriangleKind::GENERAL;  ///< the kind that it was made
+    TriangleKind subtype = TriangleKind::GENERAL;  ///< the kind that was chosen
 };
 
-/// The most special kind counts: a square is called neither rectangle nor rhombus.
+/// The most specific kind counts: a square is neither a rectangle nor a rhombus.
 enum class QuadrangleKind : std::uint8_t {
     GENERAL,
     SQUARE,
@@ -58,10 +58,10 @@ enum class QuadrangleKind : std::uint8_t {
 /// A closed outline of four edges.
 struct QuadrangleFigure {
     std::array<Point2D, 4> corners;                    ///< in drawing order
-    QuadrangleKind subtype = QuadrangleKind::GENERAL;  ///< the kind that it was made
+    QuadrangleKind subtype = QuadrangleKind::GENERAL;  ///< the kind that was chosen
 };
 
-/// Kinds that an ellipse can be asked for as.
+/// Kinds of ellipses that can be wished for.
 enum class EllipseKind : std::uint8_t { ELLIPSE, CIRCLE };
 
 /// An ellipse whose axes are equally long.
@@ -70,7 +70,7 @@ struct CircleFigure {
     double radius = 0.0;  ///< above 0
 };
 
-/// An ellipse that is no circle.
+/// An ellipse that is not a circle.
 struct EllipseFigure {
     Point2D centre;         ///< of the outline
     Point2D radii;          ///< along the first (x) and the second axis (y)

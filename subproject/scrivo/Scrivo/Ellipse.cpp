@@ -33,8 +33,8 @@ Point2D axisLengths(const Conic& q, double g) {
     const double up = 2 * (q.a * (q.f * q.f) + q.c * (q.d * q.d) + g * (q.b * q.b) -
                            2 * q.b * q.d * q.f - q.a * q.c * g);
     const double difference = q.a - q.c;
-    // In single precision on purpose: the radii decide the snap to a circle,
-    // and no figure may cross that bound from one release to the next.
+    // In single precision on purpose: the radii decide whether the ellipse becomes a
+    // circle, and that decision must not change between releases.
     const double s = std::sqrt(static_cast<float>(1 + 4 * (q.b * q.b) / (difference * difference)));
     const double num = q.b * q.b - q.a * q.c;
     const double down1 = num * ((q.c - q.a) * s - (q.c + q.a));
@@ -108,7 +108,7 @@ float ellipse_angle_of_rotation(VectorXd coefficients) {
 }
 
 Point2D ellipseAxis(double cx, double cy, double ra, double rb, double x, double /*unused*/) {
-    /// Below this the abscissa counts as an end of the ellipse.
+    /// Below this the abscissa is treated as an end of the ellipse.
     constexpr double END = 0.001;
     double u = 1 - (x - cx) * (x - cx) / (ra * ra);
     if (u < END) {

@@ -1,5 +1,5 @@
 /// @file
-/// Templates, and what comes of comparing a stroke with them.
+/// Templates, and the result of comparing a stroke with them.
 #pragma once
 
 #include "Scrivo/Types.h"
@@ -29,7 +29,7 @@ struct GraphicTemplate {
 struct RecognitionResult {
     std::int32_t id = 0;  ///< of the best template, or 0
     std::string name;     ///< of the best template, or "Unknown"
-    /// Of the best template, at most 1, whether or not it sufficed; -1 when the
+    /// Of the best template, at most 1, even if too low for a match; -1 when the
     /// stroke was rejected before any comparison.
     double score = 0.0;
 };

@@ -38,8 +38,8 @@ Point2D distance2(std::vector<Point2D> stroke, Point2D a, Point2D b);
 bool isStrictLine(std::vector<Point2D> stroke);
 
 /// Appends 21 points of the clean line that `stroke` was meant to be. Ends snap
-/// to `anchors` that lie near the line; without such an anchor a nearly
-/// horizontal or vertical line becomes exactly so. Returns out.size(); below 2
+/// to `anchors` near the line; without one, a nearly horizontal or vertical line
+/// becomes exactly so. Returns out.size(); below 2
 /// points appends nothing and returns 0. One degenerate branch writes the line
 /// "hori line " to standard output.
 std::int64_t reDrawLine(std::vector<Point2D>& out, std::vector<Point2D> stroke,

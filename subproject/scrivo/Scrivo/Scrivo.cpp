@@ -72,8 +72,7 @@ std::vector<Point2D> scaledCentroids(const std::vector<std::vector<Point2D>>& st
     return result;
 }
 
-/// The redrawn stroke and what it was redrawn as; `drawn` is 0 when the routine
-/// declined.
+/// The redrawn stroke and its figure; `drawn` is 0 when the routine declined.
 struct Redrawn {
     std::vector<Point2D> path;
     std::int32_t type = FIGURE_NONE;

@@ -15,9 +15,9 @@ namespace Scrivo {
 class TemplatesGraphicsRecognizer;
 
 /// A vector of templates that remembers whether its elements may have been
-/// changed. Once one was reachable through a reference that is not const, every
+/// changed. Once a mutable reference to an element has been handed out, every
 /// recognition first compares the list with what was indexed (about 0.2 us a
-/// template) and indexes it again when they differ, during which loads and other
+/// template) and rebuilds the index when they differ, during which loads and other
 /// recognitions wait. Read through a const reference to avoid that.
 class TemplateList {
 public:

@@ -24,7 +24,7 @@ std::shared_ptr<const TemplateSnapshot> LatestSnapshot::get() const {
     return m_snapshot;
 }
 
-/// The snapshot before is freed after the lock.
+/// The previous snapshot is freed after the lock is released.
 void LatestSnapshot::set(std::shared_ptr<const TemplateSnapshot> next) noexcept {
     const std::lock_guard guard(m_lock);
     m_snapshot.swap(next);
@@ -38,7 +38,7 @@ namespace {
 constexpr double MAX_GAP = 0.15;
 /// Share of straight pieces above which a stroke is compared with polygons.
 constexpr double STRAIGHT_SHARE = 0.5;
-/// A stroke with more corners than these, its ends included, is no such figure.
+/// A stroke with more corners, its ends included, is not compared.
 constexpr std::size_t MAX_POLYGON_CORNERS = 8;
 constexpr std::size_t MAX_ELLIPSE_CORNERS = 7;
 /// Below this share, or below this score, the score is multiplied by the share.
@@ -56,7 +56,7 @@ bool isClosed(detail::Stroke stroke) {
         return false;
     }
     const double length = detail::doubleLength(stroke);
-    // A NaN passes here and finds no template.
+    // NaN passes here and matches no template.
     return length != 0.0 &&
            !(detail::doubleDistance(stroke.back(), stroke.front()) / length > MAX_GAP);
 }
@@ -115,7 +115,7 @@ RecognitionResult bestOf(const Candidates& candidates, detail::Stroke stroke,
     return {winner.id, winner.name, final};
 }
 
-/// Whether a list was indexed as it is now.
+/// Whether the index is up to date with a list.
 bool isCurrent(const detail::TemplateIndex& index, const TemplateList& list) {
     const std::vector<GraphicTemplate>& templates = list;
     return !list.isExposed() || index.describes(templates);
@@ -138,7 +138,7 @@ void readTemplates(std::vector<GraphicTemplate>& out, const std::string& fileNam
         try {
             out.push_back({id, name, detail::normalisePath(path, form)});
         } catch (const std::domain_error&) {
-            // No outline: its points are closer together than doubles are.
+            // Not an outline: its points are closer together than doubles can resolve.
         }
     };
     detail::forEachPath(fileName, [&](std::vector<Point2D> path) {
@@ -197,7 +197,7 @@ int TemplatesGraphicsRecognizer::addTemplate(int id, std::string name, std::vect
         all.begin(), all.end(), [&](const GraphicTemplate& t) { return t.name == name; }));
 }
 
-/// Requires the lock. Everything that can fail is done aside, before anything
+/// Requires the lock. Everything that can fail happens on copies before anything
 /// changes.
 void TemplatesGraphicsRecognizer::store(std::vector<GraphicTemplate> added) {
     auto next = std::make_shared<detail::TemplateSnapshot>(*updatedSnapshot());

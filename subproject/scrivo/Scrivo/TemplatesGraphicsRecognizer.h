@@ -56,13 +56,13 @@ public:
 
 /// Tells rectangles, triangles and ellipses apart by comparing a closed stroke
 /// with stored outlines, point by point, over a golden-section search of the
-/// rotation. An index finds the same template sooner (docs/matching.md).
+/// rotation. An index finds the same template faster (docs/matching.md).
 ///
 /// Loading, adding and recognising may run on several threads at once.
 /// Recognition reads a snapshot of the templates, which a load replaces when it
 /// is complete: neither waits for the other (but see TemplateList). A load that
-/// fails changes nothing. The public fields are for one thread. Recognition is fast with the
-/// settings that the constructor makes and correct with any.
+/// fails changes nothing. The public fields are not thread-safe. Recognition is
+/// correct with any settings and fast with those of the constructor.
 class TemplatesGraphicsRecognizer {
 public:
     TemplatesGraphicsRecognizer();
@@ -122,8 +122,7 @@ public:
     /// Throws std::domain_error when the spacing vanishes beside the
     /// coordinates' own, or when `n` is below 1 and the path has a length.
     std::vector<Point2D> resampleByCnt(std::vector<Point2D> path, int n) const;
-    /// Turned so that the centroid lies level with the first point, to its
-    /// right.
+    /// Turned so that the centroid lies level with the first point, to its right.
     std::vector<Point2D> rotateToZero(std::vector<Point2D> path) const;
     /// Turned about the centroid by `angle` radians, counter-clockwise when y
     /// points up.
@@ -170,7 +169,7 @@ private:
     [[nodiscard]] std::shared_ptr<const detail::TemplateSnapshot> updatedSnapshot() const;
     void store(std::vector<GraphicTemplate> added);
 
-    /// Of what changes the lists or updates the snapshot.
+    /// Held while the lists change or the snapshot is updated.
     mutable detail::OwnLock m_lock;
     mutable detail::LatestSnapshot m_latest;
 };

@@ -8,7 +8,7 @@ namespace Scrivo::test {
 
 namespace {
 
-using namespace curves;
+using namespace ink;
 using beautifier::LegsFit;
 using beautifier::Vec;
 

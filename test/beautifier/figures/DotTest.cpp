@@ -6,8 +6,7 @@ namespace Scrivo::test {
 
 namespace {
 
-using namespace curves;
-using curves::ellipse;
+using namespace ink;
 
 TEST(Dot, IsWhatATapLeavesButNoSmallLetterOrDash) {
     const Path slip = sample(polyline({{100, 100}, {106, 103}}), 6);

@@ -7,8 +7,7 @@ namespace Scrivo::test {
 
 namespace {
 
-using namespace curves;
-using curves::ellipse;
+using namespace ink;
 
 TEST(Ellipse, NeedlesAreNoLongerThanTheirInk) {
     for (const double start : {0.0, 0.35, 0.7, 1.1, 1.5}) {

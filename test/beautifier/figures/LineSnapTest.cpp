@@ -21,8 +21,8 @@ void expectClose(Vec actual, Vec expected) {
     EXPECT_NEAR(actual.y, expected.y, ROUNDING);
 }
 
-/// Snaps the line to `anchors`, all as seen from (`offset`, `offset`), once
-/// upright and once level: it must end at `from` and `to`.
+/// Expects the line to end at `from` and `to` after snapping, with all points
+/// moved by several offsets, once upright and once level.
 void expectSnapped(Segment line, std::vector<Vec> anchors, Vec from, Vec to) {
     for (const bool isLevel : {false, true}) {
         for (const double offset : OFFSETS) {

@@ -7,8 +7,7 @@ namespace Scrivo::test {
 
 namespace {
 
-using namespace curves;
-using curves::ellipse;
+using namespace ink;
 
 LineFigure lineOf(const Path& path, const BeautifierOptions& options = {},
                   const std::vector<Path>& others = {}) {
@@ -48,7 +47,7 @@ TEST(BeautifierLines, StayWhereTheyAreBesideStrokes) {
     }
 }
 
-TEST(BeautifierLines, EndAtTheMarksOfOtherStrokesThatTheOptionNames) {
+TEST(BeautifierLines, EndAtTheAnchorsThatTheOptionNames) {
     const Path open = sample(polyline({{300, 296}, {200, 200}, {120, 300}}), 30);
     const Path box =
         sample(polyline({{504, 306}, {604, 306}, {604, 206}, {504, 206}, {504, 306}}), 60);

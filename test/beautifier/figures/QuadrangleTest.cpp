@@ -6,10 +6,9 @@ namespace Scrivo::test {
 
 namespace {
 
-using namespace curves;
-using curves::ellipse;
+using namespace ink;
 
-/// Expects what makes the kind, to rounding.
+/// Expects the defining properties of the kind, up to rounding.
 void expectExact(const QuadrangleFigure& q) {
     constexpr double EXACT = 1e-9;
     const auto& c = q.corners;
@@ -88,7 +87,7 @@ TEST(QuadrangleKinds, AreGeneralOnlyWhereNoneMayBeRegular) {
 }
 
 TEST(QuadrangleKinds, AreFittedToAllEdgesNotToTheFirstCorner) {
-    // Lengthens the second and the third edge of a square alike.
+    // A rectangle close to a square: both pairs of edges have to change.
     const Path corners{{300, 200}, {480, 200}, {480, 400}, {300, 400}};
     const auto q = quadrangleOf(drawn(corners, 0.0));
     ASSERT_EQ(q.subtype, QuadrangleKind::SQUARE);

@@ -6,7 +6,7 @@ namespace Scrivo::test {
 
 namespace {
 
-using namespace curves;
+using namespace ink;
 
 TEST(Triangle, KindsAreExact) {
     /// Differences of the sides, ascending.
@@ -33,6 +33,7 @@ TEST(Triangle, KindsAreExact) {
     const auto right = triangleOf({{300, 200}, {300, 400}, {430, 401}});
     EXPECT_EQ(right.subtype, TriangleKind::RIGHT);
     EXPECT_EQ(exactPairs(right.corners), 2);
+    EXPECT_EQ(triangleOf({{300, 200}, {330, 400}, {620, 300}}).subtype, TriangleKind::GENERAL);
 }
 
 }  // namespace

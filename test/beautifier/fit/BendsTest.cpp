@@ -11,7 +11,7 @@ using namespace beautifier;
 
 constexpr double TURN = 2.0 * std::numbers::pi;
 
-/// Once around, counter-clockwise for a `sense` of 1.
+/// A full turn, counter-clockwise for a `sense` of 1.
 template <std::size_t N>
 std::array<Vec, N> circle(double sense) {
     std::array<Vec, N> points;

@@ -30,7 +30,7 @@ TEST(CircleFit, RecoversCirclesAndArcs) {
     }
 }
 
-TEST(CircleFit, TellsTheDistanceOfThePoints) {
+TEST(CircleFit, MeasuresTheDistanceOfThePoints) {
     const CircleFit fit = fitCircleTo(arc(2.0 * std::numbers::pi, 0.03), {0.3, -0.2});
     EXPECT_NEAR(fit.radius, 0.5, 1e-9);
     EXPECT_NEAR(fit.rms, 0.03, 1e-9);

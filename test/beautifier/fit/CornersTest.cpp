@@ -38,10 +38,10 @@ TEST(Corners, LieOnTheInkWhereTheLinesAreNearlyParallel) {
     EXPECT_LT(norm(openCorners(points).at[0] - points[24]), 1e-12);
 }
 
-TEST(Corners, TellTheLargestDistanceFromTheLines) {
+TEST(Corners, MeasureTheLargestDistanceFromTheLines) {
     Coarse points = twoPieces(1.2);
     points[12].y = 0.1;
-    // In the middle of the 23 points that count a bump lifts the line evenly.
+    // A bump in the middle of the 23 points of the fit lifts the line evenly.
     EXPECT_NEAR(openCorners(points).worst, 0.1 - 0.1 / 23, 1e-9);
 }
 

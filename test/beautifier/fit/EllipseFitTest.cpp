@@ -40,7 +40,7 @@ TEST(EllipseFit, FindsTheEllipseThatThePointsLieOn) {
     }
 }
 
-TEST(EllipseFit, IsNoWorseThanTheMomentsAndTellsItsResidual) {
+TEST(EllipseFit, IsNoWorseThanTheMomentsAndMeasuresItsResidual) {
     const EllipseFit fit = fitEllipseTo(pointsOf({{0.1, 0.1}, 0.5, 0.25, 0.7}, 0.2));
     ASSERT_TRUE(fit.found);
     EXPECT_GT(fit.worst, fit.rms);
@@ -55,7 +55,7 @@ TEST(EllipseFit, NeedsACurveThatEnclosesAnArea) {
         line[i] = {static_cast<double>(std::min<std::size_t>(i, LOOP - i)) / LOOP, 0.0};
     }
     EXPECT_FALSE(fitEllipseTo(line).found);
-    // The two halves of an eight cancel out.
+    // The two halves of a figure eight cancel out.
     Coarse eight;
     for (std::size_t i = 0; i < eight.size(); ++i) {
         const double t = 2.0 * std::numbers::pi * static_cast<double>(i % LOOP) / LOOP;

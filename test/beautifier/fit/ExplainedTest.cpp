@@ -17,7 +17,7 @@ TEST(Explained, InkFurtherThanItsShareOfTheSizeIsFar) {
     const Vec line[] = {{0, 0}, {0.5, 0}, {1, 0}};
     EXPECT_DOUBLE_EQ(farShare(e, line), 12.0 / COARSE);
     EXPECT_DOUBLE_EQ(farShare(e, std::span(line).first(2)), (12.0 + 23.0) / COARSE)
-        << "not by the straight extension of an edge";
+        << "the extension of an edge explains nothing";
 }
 
 TEST(Explained, CornersAreMeasuredOnTheNearestInk) {

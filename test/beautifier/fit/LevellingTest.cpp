@@ -6,7 +6,7 @@ namespace Scrivo::test {
 
 namespace {
 
-using namespace curves;
+using namespace ink;
 
 TEST(Levelling, TurnsTheWholeFigureAtOnce) {
     for (const Drawn& shape : quadrangles()) {
@@ -25,7 +25,7 @@ TEST(Levelling, TurnsTheWholeFigureAtOnce) {
                 shift = shift + level[i] - leaning[i];
             }
             EXPECT_LT(length(shift), 1e-9) << "turned about the centre";
-            EXPECT_GE(exactPairs(level), 1) << "corners exactly level or upright of each other";
+            EXPECT_GE(exactPairs(level), 1) << "corners exactly level with or above each other";
         }
     }
     const auto askew = turnedBy(quadrangles()[2].corners, 0.3);

@@ -7,45 +7,27 @@ namespace Scrivo::test {
 
 namespace {
 
-using namespace curves;
-using curves::ellipse;
+using namespace ink;
 
-TEST(Loop, TailsBeyondTheClosureAreCut) {
-    // Both ends run on beyond the corner where they cross.
-    const Path path =
-        sample(polyline({{270, 205}, {500, 200}, {505, 340}, {300, 335}, {302, 170}}), 100);
-    const Beautified answer = beautify(path);
-    ASSERT_TRUE(is<QuadrangleFigure>(answer.figure));
-    for (const Point2D& p : answer.path) {
-        EXPECT_TRUE(p.x > 293.0 && p.y > 193.0) << toText(p);
-    }
+TEST(Loop, CirclesOfSeveralLapsAreCircles) {
     // A turn and a seventh, the second lap a little wider.
-    const Curve twice = [](double t) {
-        const double phi = 7.2 * t;
-        const double radius = 100.0 + 3.0 * t;
-        return Point2D{400.0 + radius * std::cos(phi), 300.0 + radius * std::sin(phi), 0.0};
-    };
-    EXPECT_TRUE(is<CircleFigure>(beautify(sample(twice, 90)).figure));
-}
-
-TEST(Loop, SeveralLapsAreJudgedByTheFirstOfSeveralLaps) {
-    Path laps{{300, 200}, {500, 200}, {500, 400}, {300, 400}};
-    laps.insert(laps.end(), {{303, 204}, {497, 196}, {504, 396}, {304, 405}, {300, 202}});
-    EXPECT_TRUE(is<QuadrangleFigure>(beautify(sample(shaky(polyline(laps), 1.0), 200)).figure));
+    const Curve spiral = [](double t) { return polar(100.0 + 3.0 * t, 7.2 * t); };
     const Curve circle = ellipse(100, 95, 0.0);
     const Curve twice = [=](double t) { return circle(2.0 * t); };
-    EXPECT_TRUE(is<CircleFigure>(beautify(sample(shaky(twice, 3.0), 200)).figure));
+    for (const Curve& laps : {spiral, shaky(twice, 3.0)}) {
+        EXPECT_TRUE(is<CircleFigure>(beautify(sample(laps, 200), {.insideArea = false}).figure));
+    }
 }
 
 TEST(Loop, CutsBothEndsWhereTheyCross) {
     using namespace beautifier;
-    // 440 units a side of the box; 40 units run on at both ends.
+    // Both ends overshoot the corner of the box by 40 units.
     const Fine fine = fineOutline(polyline({{-40, 0}, {400, 0}, {400, 400}, {0, 400}, {0, -40}}));
     const Closure closure = close(fine);
     const int steps = static_cast<int>(40.0 / 1680 * (FINE - 1));
     EXPECT_NEAR(closure.first, steps, 1);
     EXPECT_NEAR(closure.last, FINE - 1 - steps, 1);
-    EXPECT_LT(closure.gap, 1e-9) << "the ends that are left cross";
+    EXPECT_LT(closure.gap, 1e-9) << "the remaining ends cross";
     EXPECT_NEAR(closure.trimmed, 2.0 * steps / (FINE - 1), 2.0 / (FINE - 1));
 }
 

@@ -7,8 +7,7 @@ namespace Scrivo::test {
 
 namespace {
 
-using namespace curves;
-using curves::ellipse;
+using namespace ink;
 
 TEST(Polyline, PolygonsAreFoundFromAStartOnAnEdge) {
     using namespace beautifier;

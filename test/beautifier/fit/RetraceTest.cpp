@@ -8,9 +8,9 @@ namespace Scrivo::test {
 namespace {
 
 using namespace beautifier;
-using curves::polyline;
+using ink::polyline;
 
-void expectPart(const curves::Path& corners, double first, double last) {
+void expectPart(const ink::Path& corners, double first, double last) {
     const Part part = withoutRetrace(fineOutline(polyline(corners)));
     EXPECT_NEAR(part.first, first * (FINE - 1), 2);
     EXPECT_NEAR(part.last, last * (FINE - 1), 2);

@@ -8,9 +8,9 @@ namespace Scrivo::test {
 namespace {
 
 using namespace beautifier;
-using curves::polyline;
+using ink::polyline;
 
-/// The outline as it is, strays included.
+/// The outline with its strays.
 Evidence evidenceOf(const Fine& fine) {
     Evidence e;
     e.fine = fine;
@@ -49,7 +49,7 @@ TEST(StraightFit, LegsMeetAtTheVertexAndCountOnce) {
     const Vec from{-0.5, -0.375};
     const Vec vertex{0.5, -0.375};
     const Vec to{0.5, 0.375};
-    const auto expectLegs = [&](const curves::Path& path, double tolerance) {
+    const auto expectLegs = [&](const ink::Path& path, double tolerance) {
         const LegsFit legs = fitLegs(evidenceOf(fineOutline(polyline(path))));
         expectAt(legs.from, from, tolerance);
         expectAt(legs.vertex, vertex, tolerance);

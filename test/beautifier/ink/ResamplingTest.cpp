@@ -7,8 +7,7 @@ namespace Scrivo::test {
 
 namespace {
 
-using namespace curves;
-using curves::ellipse;
+using namespace ink;
 
 TEST(BeautifierInk, PolygonsOfFewSamplesKeepTheirCorners) {
     const Path square{{300, 200}, {500, 203}, {498, 402}, {301, 400}, {300, 202}};

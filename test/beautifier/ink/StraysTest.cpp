@@ -8,9 +8,9 @@ namespace Scrivo::test {
 namespace {
 
 using namespace beautifier;
-using curves::polyline;
+using ink::polyline;
 
-Cleaned cleaned(const curves::Path& corners) {
+Cleaned cleaned(const ink::Path& corners) {
     return withoutStrays(fineOutline(polyline(corners)));
 }
 
@@ -20,8 +20,8 @@ constexpr double TWO_STEPS = 2.0 / (FINE - 1);
 TEST(Strays, WaysBackAndFlicksAreCutAtEitherEnd) {
     for (const bool atEnd : {true, false}) {
         const auto lineWith = [&](const Point2D& stray) {
-            const curves::Path path{{0, 0}, {300, 0}, stray};
-            return cleaned(atEnd ? path : curves::Path(path.rbegin(), path.rend()));
+            const ink::Path path{{0, 0}, {300, 0}, stray};
+            return cleaned(atEnd ? path : ink::Path(path.rbegin(), path.rend()));
         };
         const Cleaned retraced = lineWith({200, 0});
         EXPECT_NEAR(retraced.retraced, 0.25, TWO_STEPS);
@@ -42,7 +42,7 @@ TEST(Strays, WhatRunsOnOverTheStartIsCut) {
 }
 
 TEST(Strays, FiguresWithoutThemStayAsTheyAre) {
-    for (const curves::Path& path : std::vector<curves::Path>{
+    for (const ink::Path& path : std::vector<ink::Path>{
              {{0, 0}, {300, 0}, {300, 120}},
              {{0, 0}, {300, 0}, {0, 90}},
              {{0, 0}, {300, 0}, {300, 200}, {0, 200}, {0, 3}},

@@ -8,8 +8,7 @@ namespace Scrivo::test {
 namespace {
 
 using namespace beautifier;
-using namespace curves;
-using curves::ellipse;
+using namespace ink;
 
 std::optional<Fine> calmed(const Path& path) {
     const Ink ink{path, 1, 1};

@@ -10,8 +10,7 @@ namespace Scrivo::test {
 
 namespace {
 
-using namespace curves;
-using curves::ellipse;
+using namespace ink;
 
 TEST(BeautifierFeatures, MeasureWhatTheirNamesSay) {
     using namespace beautifier;
@@ -26,7 +25,7 @@ TEST(BeautifierFeatures, MeasureWhatTheirNamesSay) {
                 {"BOW"_f, std::numbers::pi / 2},
                 {"OPENING"_f, std::numbers::pi / 2},
                 {"LEG_RATIO"_f, std::log(0.75)}});
-    // Both ends run on by 40 units behind the corner where they cross.
+    // Both ends overshoot the corner where they cross by 40 units.
     const Evidence square =
         examine(fineOutline(polyline({{-40, 0}, {400, 0}, {400, 400}, {0, 400}, {0, -40}})));
     expectNear(featuresOf(square), {{"TURNING"_f, 3 * std::numbers::pi / 2},

@@ -7,7 +7,7 @@ namespace Scrivo::test {
 
 namespace {
 
-using namespace curves;
+using namespace ink;
 using beautifier::examine;
 using beautifier::rank;
 

@@ -10,43 +10,43 @@ namespace Scrivo::beautifier {
 
 namespace {
 
-// Smaller strokes, drawing-area units, are dots and letters: only their centre
-// counts, as lines below a text must not snap to its letters.
+// Smaller strokes, drawing-area units, are dots and letters. Only their centres are
+// anchors: underlines must not snap to the letters above them.
 constexpr double MIN_EXTENT = 20.0;
 
 // A stroke is closed when its ends lie within this share of its size.
 constexpr double CLOSED = 0.15;
 
-// A corner bends by as much, radians, within four points of the even outline.
-constexpr double BEND = 0.7;
+// A corner bends by at least this, radians, within four points of the even outline.
+constexpr double MIN_BEND = 0.7;
 constexpr int NEAR_STEPS = 2;
 constexpr int FAR_STEPS = 6;
 
-/// Collects the marks within reach of a line.
+/// Collects the anchors within reach of a line.
 class Collector {
 public:
     Collector(const Segment& line, const std::set<AnchorSort>& sorts)
         : m_line(line), m_sorts(sorts) {}
 
     bool wants(AnchorSort sort) const { return m_sorts.count(sort) > 0; }
-    void add(Vec mark) {
-        if (isInReach(m_line, mark)) {
-            m_marks.push_back(mark);
+    void add(Vec anchor) {
+        if (isInReach(m_line, anchor)) {
+            m_anchors.push_back(anchor);
         }
     }
-    /// Whether a mark in the stroke's box can be within reach at all.
+    /// Whether a point in the stroke's box can be within reach at all.
     bool mayReach(const Frame& frame) const {
         const auto clearance = [&](Vec end) {
             return norm(end - frame.centre) - 0.5 * frame.diagonal;
         };
         return std::min(clearance(m_line.from), clearance(m_line.to)) < reachOf(m_line);
     }
-    std::vector<Vec> take() { return std::move(m_marks); }
+    std::vector<Vec> take() { return std::move(m_anchors); }
 
 private:
     const Segment& m_line;
     const std::set<AnchorSort>& m_sorts;
-    std::vector<Vec> m_marks;
+    std::vector<Vec> m_anchors;
 };
 
 Vec centroid(const Ink& ink) {
@@ -57,7 +57,7 @@ Vec centroid(const Ink& ink) {
     return (1.0 / static_cast<double>(ink.samples.size())) * sum;
 }
 
-/// An even outline that may be walked around when it is closed.
+/// An even outline; indices of a closed one wrap around.
 class Walk {
 public:
     Walk(const Fine& fine, bool closed) : m_fine(fine), m_closed(closed) {}
@@ -73,7 +73,7 @@ public:
     }
     bool isCorner(int i) const {
         const double here = bend(i);
-        if (here < BEND) {
+        if (here < MIN_BEND) {
             return false;
         }
         for (int k = 1; k <= NEAR_STEPS; ++k) {
@@ -85,7 +85,7 @@ public:
         }
         return true;
     }
-    /// Where the outline before and behind point `i` would meet.
+    /// Where the outlines before and after point `i` would meet if extended.
     Vec corner(int i) const {
         const Vec a = at(i - FAR_STEPS);
         const Vec along = at(i - NEAR_STEPS) - a;
@@ -101,36 +101,36 @@ private:
     bool m_closed;
 };
 
-void addCorners(Collector& marks, const Ink& ink, const Frame& frame, bool closed) {
+void addCorners(Collector& anchors, const Ink& ink, const Frame& frame, bool closed) {
     const Fine fine = resample(ink, frame);
     const Walk walk(fine, closed);
     for (int i = walk.first(); i <= walk.last(); ++i) {
         if (walk.isCorner(i)) {
-            marks.add(frame.centre + frame.extent * walk.corner(i));
+            anchors.add(frame.centre + frame.extent * walk.corner(i));
         }
     }
 }
 
-void addMarks(Collector& marks, const Ink& ink) {
+void addAnchors(Collector& anchors, const Ink& ink) {
     const Frame frame = measure(ink);
     if (!frame.measurable) {
         return;
     }
-    if (marks.wants(AnchorSort::CENTRE)) {
-        marks.add(centroid(ink));
+    if (anchors.wants(AnchorSort::CENTRE)) {
+        anchors.add(centroid(ink));
     }
-    if (frame.extent < MIN_EXTENT || !marks.mayReach(frame)) {
+    if (frame.extent < MIN_EXTENT || !anchors.mayReach(frame)) {
         return;
     }
     const Vec first = ink.at(ink.samples.front());
     const Vec last = ink.at(ink.samples.back());
     const bool closed = norm(last - first) < CLOSED * frame.extent;
-    if (marks.wants(AnchorSort::END) && !closed) {
-        marks.add(first);
-        marks.add(last);
+    if (anchors.wants(AnchorSort::END) && !closed) {
+        anchors.add(first);
+        anchors.add(last);
     }
-    if (marks.wants(AnchorSort::CORNER)) {
-        addCorners(marks, ink, frame, closed);
+    if (anchors.wants(AnchorSort::CORNER)) {
+        addCorners(anchors, ink, frame, closed);
     }
 }
 
@@ -138,11 +138,11 @@ void addMarks(Collector& marks, const Ink& ink) {
 
 std::vector<Vec> anchorsNear(const Segment& line, const Surroundings& around,
                              const std::set<AnchorSort>& sorts) {
-    Collector marks(line, sorts);
+    Collector anchors(line, sorts);
     for (const std::vector<Point2D>& stroke : around.strokes) {
-        addMarks(marks, {stroke, around.width, around.height});
+        addAnchors(anchors, {stroke, around.width, around.height});
     }
-    return marks.take();
+    return anchors.take();
 }
 
 }  // namespace Scrivo::beautifier

@@ -6,12 +6,11 @@
 #include <set>
 #include <vector>
 
-/// The marks of other strokes that the ends of a line may snap to.
+/// The points of other strokes that the ends of a line may snap to.
 namespace Scrivo::beautifier {
 
-/// The marks of the sorts in `sorts` that are within reach of `line`, in
-/// drawing-area units. Strokes with coordinates that are no finite numbers have
-/// none.
+/// The anchors of the sorts in `sorts` that are within reach of `line`, in
+/// drawing-area units. Strokes with coordinates that are not finite have none.
 std::vector<Vec> anchorsNear(const Segment& line, const Surroundings& around,
                              const std::set<AnchorSort>& sorts);
 

@@ -15,24 +15,20 @@ namespace Scrivo::beautifier {
 
 namespace {
 
-// Radians that a leg which was meant level leans at most.
+// Largest lean, radians, of a leg that was meant level.
 constexpr double MAX_LEAN = 0.087;
 
-// Steps of the fine outline about the vertex in which a pen turns.
+// Steps of the fine outline on either side of the vertex within which the pen turns.
 constexpr int VERTEX_REACH = 6;
 
-// Of shares of a bend.
+// Upper bound of a share of a bend.
 constexpr double MAX_BEND = 1.5;
-
-/// The two-piece polyline: its one corner is the vertex.
-Corners fitTo(const Evidence& e) {
-    return cornersOf(e.points, e.scatter, e.polylines[1], false, e.size);
-}
 
 }  // namespace
 
 std::array<double, AngleFamily::FEATURES.size()> AngleFamily::measure(const Evidence& e) {
-    const Corners fit = fitTo(e);
+    // The only corner of the polyline of two pieces is the vertex.
+    const Corners fit = cornersOf(e.points, e.scatter, e.polylines[1], false, e.size);
     const Vec a = e.points.front() - fit.at[0];
     const Vec b = e.points.back() - fit.at[0];
     const Vec ink = e.points[static_cast<std::size_t>(e.polylines[1].knots[1])];

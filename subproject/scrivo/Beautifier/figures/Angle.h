@@ -17,7 +17,7 @@ struct AngleFamily : FamilyDefaults {
         "LEG_TURNING",   // bends beyond the one between the legs, radians
         "OPENING",       // angle between the legs, radians
         "VERTEX_INK",    // distance of the ink from the vertex
-        "VERTEX_BEND",   // share of the bend between the legs that the ink makes near the vertex
+        "VERTEX_BEND",   // share of the bend between the legs that the ink bends near the vertex
         "LEG_FAR",       // share of the ink away from the legs
     };
     static std::array<double, FEATURES.size()> measure(const Evidence& evidence);
@@ -29,8 +29,8 @@ std::vector<Point2D> outlineOf(const AngleFigure& angle);
 
 template <>
 struct FigureTraits<AngleFigure> {
-    static constexpr std::string_view KIND = "angle";
-    static constexpr std::array<std::string_view, 0> SUBTYPES{};
+    static constexpr std::string_view NAME = "angle";
+    static constexpr std::array<std::string_view, 0> KINDS{};
     static void fields(auto& figure, auto&& visit) {
         visit.place("from", figure.from);
         visit.place("vertex", figure.vertex);

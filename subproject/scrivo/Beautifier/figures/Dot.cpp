@@ -1,32 +1,28 @@
 #include "Beautifier/figures/Dot.h"
 
-#include <cmath>
+#include "Scrivo/detail/Sampling.h"
+
 #include <limits>
-#include <numbers>
 
 namespace Scrivo::beautifier {
 
 namespace {
 
-/// A sort of stroke that is a dot; the smallest comes first.
+/// A sort of stroke that is a dot; sorts are in ascending order of size.
 struct DotModel {
-    double extent;  ///< largest longer side of the box, where a tap leaves `TAP`
+    double extent;  ///< largest longer side of the box, for a tap of `TAP` units
     double min;     ///< smallest and
     double max;     ///< largest path without the tremor, in diagonals of the box
-    bool sure;      ///< has no room for anything else: a dot at any sensitivity
+    bool sure;      ///< too small for anything else: a dot at any sensitivity
     double logit;   ///< log odds that such a stroke is a dot
 };
 
-// The tap size that the models are for.
+// The tap size that the models were learnt for.
 constexpr double TAP = 4.0;
 
 #include "Beautifier/figures/DotModel.inc"
 
-// Rings of the outline, drawing-area units.
-constexpr double RING_RADII[] = {2.5, 1.5, 0.5};
-constexpr int RING_POINTS = 21;
-
-// Dots need only about even odds: the drawing keeps its mark either way.
+// Dots need only about even odds: either way a mark stays where the pen was.
 constexpr double DOT_THRESHOLD = -0.5;
 
 }  // namespace
@@ -37,7 +33,7 @@ std::optional<Verdict> DotFamily::judgeUnfitted(const Ink& ink, const Frame& fra
         return std::nullopt;
     }
     constexpr double INF = std::numeric_limits<double>::infinity();
-    // A stroke without extent is a dot whatever a tap is.
+    // A stroke without extent is a dot for any tap size.
     const double scale = frame.extent > 0.0 ? TAP / options.tapSize : 1.0;
     const Ink scaled{ink.samples, scale * ink.width, scale * ink.height};
     const Frame box = beautifier::measure(scaled);
@@ -57,15 +53,7 @@ Figure DotFamily::idealise(const Fitted& fitted) {
 
 std::vector<Point2D> outlineOf(const DotFigure& dot) {
     std::vector<Point2D> out;
-    for (const double radius : RING_RADII) {
-        for (int i = 0; i < RING_POINTS; ++i) {
-            constexpr int LAP = RING_POINTS - 1;
-            const double phi = (i % LAP) * 2.0 * std::numbers::pi / LAP;
-            out.push_back({dot.centre.x + radius * std::cos(phi),
-                           dot.centre.y + radius * std::sin(phi), 0.0});
-        }
-    }
-    out.push_back(dot.centre);
+    detail::appendDot(out, dot.centre);
     return out;
 }
 

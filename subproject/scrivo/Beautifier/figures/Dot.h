@@ -4,18 +4,18 @@
 
 namespace Scrivo::beautifier {
 
-/// A tap: told by its size and the length of its path without the tremor.
+/// A tap, recognised by its size and by the length of its path without tremor.
 struct DotFamily : FamilyDefaults {
     static constexpr FigureFamily FAMILY = FigureFamily::DOT;
     static constexpr std::string_view NAME = "dot";
     static constexpr std::int32_t CODE = FIGURE_POINT;
     static constexpr bool NEEDS_FIT = false;
 
-    /// A tap, a press that is held or a scribble too small to hold a letter, of
-    /// up to `tapSize` units.
+    /// A tap, a held press or a scribble too small to be a letter, of up to `tapSize`
+    /// units.
     static std::optional<Verdict> judgeUnfitted(const Ink& ink, const Frame& frame,
                                                 const BeautifierOptions& options);
-    /// Nothing is left to judge by a fit.
+    /// Fits decide nothing that `judgeUnfitted` has not decided.
     static bool competes(std::span<const double> /*own*/) { return false; }
     static Figure idealise(const Fitted& fitted);
 };
@@ -25,8 +25,8 @@ std::vector<Point2D> outlineOf(const DotFigure& dot);
 
 template <>
 struct FigureTraits<DotFigure> {
-    static constexpr std::string_view KIND = "dot";
-    static constexpr std::array<std::string_view, 0> SUBTYPES{};
+    static constexpr std::string_view NAME = "dot";
+    static constexpr std::array<std::string_view, 0> KINDS{};
     static void fields(auto& figure, auto&& visit) { visit.place("centre", figure.centre); }
 };
 

@@ -6,6 +6,7 @@
 #include "Beautifier/fit/Explained.h"
 #include "Beautifier/fit/Levelling.h"
 #include "Beautifier/fit/Share.h"
+#include "Scrivo/detail/Sampling.h"
 
 #include <algorithm>
 #include <cmath>
@@ -15,21 +16,19 @@ namespace Scrivo::beautifier {
 
 namespace {
 
-constexpr int OUTLINE_POINTS = 85;
-
-// Fits to what was meant as an ellipse, gaps and flat ends included, are no more
-// than a twentieth longer than their ink.
+// Fits to strokes that were meant as ellipses, even with gaps and flat ends, are at
+// most a twentieth longer than their ink.
 constexpr double OVERSHOOT = 1.1;
 
-// What people draw for a circle strays from it by as much more than from the best
-// ellipse: root mean square, share of the diameter. See docs/beautifier.md.
+// How much further strokes that were meant as circles lie from the circle than from
+// the best ellipse: root mean square, share of the diameter. See docs/beautifier.md.
 constexpr double ROUND = 0.044;
 
-// Radians that the axes of what was meant level lean at most.
+// Largest lean, radians, of the axes of an ellipse that was meant level.
 constexpr double MAX_LEAN = 0.175;
 
-/// The ellipse, pulled back where it shoots beyond the ink: a slim fit is hardly
-/// sensitive to its length.
+/// The ellipse, shortened where it extends beyond the ink: the length of a slim fit
+/// is poorly determined.
 EllipseFit withinInk(EllipseFit fit, std::span<const Vec> points) {
     const Vec along{std::cos(fit.angle), std::sin(fit.angle)};
     const Reach reach = reachOf(points, fit.centre, along);
@@ -55,7 +54,7 @@ EllipseFigure inUnits(const EllipseFit& fit, const Frame& frame) {
     return {frame.toUnits(fit.centre), {a, b, 0.0}, rotation};
 }
 
-// Of the mean angle between ink and ellipse, its sine.
+// Bound of the root mean square sine of the angle between ink and ellipse.
 constexpr double MAX_SLOPE = 0.7;
 
 /// How the ink runs along an ellipse.
@@ -143,8 +142,8 @@ std::vector<Point2D> outlineOf(const CircleFigure& circle) {
 std::vector<Point2D> outlineOf(const EllipseFigure& ellipse) {
     std::vector<Point2D> out;
     const Vec axis{std::cos(ellipse.rotation), std::sin(ellipse.rotation)};
-    for (int i = 0; i < OUTLINE_POINTS; ++i) {
-        constexpr int LAP = OUTLINE_POINTS - 1;
+    for (int i = 0; i <= detail::ELLIPSE_SEGMENTS; ++i) {
+        constexpr int LAP = detail::ELLIPSE_SEGMENTS;
         const double phi = (i % LAP) * 2.0 * std::numbers::pi / LAP;
         const double u = ellipse.radii.x * std::cos(phi);
         const double v = ellipse.radii.y * std::sin(phi);

@@ -33,8 +33,8 @@ std::vector<Point2D> outlineOf(const EllipseFigure& ellipse);
 
 template <>
 struct FigureTraits<CircleFigure> {
-    static constexpr std::string_view KIND = "circle";
-    static constexpr std::array<std::string_view, 0> SUBTYPES{};
+    static constexpr std::string_view NAME = "circle";
+    static constexpr std::array<std::string_view, 0> KINDS{};
     static void fields(auto& figure, auto&& visit) {
         visit.place("centre", figure.centre);
         visit.number("radius", figure.radius);
@@ -43,8 +43,8 @@ struct FigureTraits<CircleFigure> {
 
 template <>
 struct FigureTraits<EllipseFigure> {
-    static constexpr std::string_view KIND = "ellipse";
-    static constexpr std::array<std::string_view, 0> SUBTYPES{};
+    static constexpr std::string_view NAME = "ellipse";
+    static constexpr std::array<std::string_view, 0> KINDS{};
     static void fields(auto& figure, auto&& visit) {
         visit.place("centre", figure.centre);
         visit.size("radii", figure.radii);

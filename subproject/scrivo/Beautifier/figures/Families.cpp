@@ -21,7 +21,7 @@ constexpr std::array<Family, sizeof...(F)> entriesOf(FamilyList<F...> /*list*/) 
 
 constexpr auto ENTRIES = entriesOf(Families());
 
-/// Shifts the places of a figure; sizes and numbers stay.
+/// Shifts the points of a figure; sizes and numbers stay.
 struct Shift {
     double dx;
     double dy;
@@ -46,10 +46,6 @@ double shiftInto(double low, double high, double size) {
 
 }  // namespace
 
-double Verdict::probability() const {
-    return 1.0 / (1.0 + std::exp(-logit));
-}
-
 std::span<const Family> families() {
     return ENTRIES;
 }
@@ -72,16 +68,18 @@ std::vector<Point2D> outlineOf(const Figure& figure) {
         figure);
 }
 
+Box boxOf(std::span<const Point2D> points) {
+    const auto [left, right] = std::minmax_element(
+        points.begin(), points.end(), [](const auto& a, const auto& b) { return a.x < b.x; });
+    const auto [top, bottom] = std::minmax_element(
+        points.begin(), points.end(), [](const auto& a, const auto& b) { return a.y < b.y; });
+    return {{left->x, top->y}, {right->x, bottom->y}};
+}
+
 bool moveInside(Figure& figure, std::span<const Point2D> outline, double width, double height) {
-    const auto [left, right] =
-        std::minmax_element(outline.begin(), outline.end(),
-                            [](const Point2D& a, const Point2D& b) { return a.x < b.x; });
-    const auto [top, bottom] =
-        std::minmax_element(outline.begin(), outline.end(),
-                            [](const Point2D& a, const Point2D& b) { return a.y < b.y; });
-    const bool fits =
-        (left->x >= 0.0 || right->x <= width) && (top->y >= 0.0 || bottom->y <= height);
-    const Shift shift{shiftInto(left->x, right->x, width), shiftInto(top->y, bottom->y, height)};
+    const auto [low, high] = boxOf(outline);
+    const bool fits = (low.x >= 0.0 || high.x <= width) && (low.y >= 0.0 || high.y <= height);
+    const Shift shift{shiftInto(low.x, high.x, width), shiftInto(low.y, high.y, height)};
     if (!fits || (shift.dx == 0.0 && shift.dy == 0.0)) {
         return false;
     }

@@ -14,7 +14,7 @@
 #include <span>
 #include <string_view>
 
-/// The table of the families. What is behind it knows none of them by name.
+/// The table of the families. Nothing else refers to a family by name.
 namespace Scrivo::beautifier {
 
 template <typename... F>
@@ -28,7 +28,7 @@ struct FamilyList {
     }
 };
 
-/// A line a family, in the order of `FigureFamily`.
+/// In the order of `FigureFamily`.
 using Families = FamilyList<DotFamily,         //
                             LineFamily,        //
                             AngleFamily,       //
@@ -36,37 +36,22 @@ using Families = FamilyList<DotFamily,         //
                             QuadrangleFamily,  //
                             EllipseFamily>;
 
-/// A family as data.
-struct Family {
-    FigureFamily family;
-    std::string_view name;
-    std::int32_t code;
-    bool needsFit;
-    std::span<const std::string_view> kinds;
-    bool closed;
-    bool staysInside;
-    std::span<const std::string_view> features;
-    void (*measure)(const Evidence& evidence, std::span<double> own);
-    bool (*competes)(std::span<const double> own);
-    std::optional<Verdict> (*judgeUnfitted)(const Ink& ink, const Frame& frame,
-                                            const BeautifierOptions& options);
-    Figure (*idealise)(const Fitted& fitted);
-    Figure (*inBox)(const Box& box, std::optional<std::uint8_t> kind);
-};
-
 /// All families, in the order of `FigureFamily`.
 std::span<const Family> families();
 
 /// The entry of a family; null for a value that is no `FigureFamily`.
 const Family* findFamily(FigureFamily family);
 
-/// Outline from the parameters of the figure alone, in drawing-area units; no
-/// points where there is no figure.
+/// Outline from the parameters of the figure alone, in drawing-area units; empty
+/// where there is no figure.
 std::vector<Point2D> outlineOf(const Figure& figure);
 
-/// Moves a figure that sticks out of the drawing area with its `outline` back into
-/// it. A figure that sticks out on opposite sides cannot fit and stays where it
-/// is. Whether it was moved.
+/// The smallest box around points, at least one.
+Box boxOf(std::span<const Point2D> points);
+
+/// Moves a figure whose `outline` sticks out of the drawing area back into it. A
+/// figure that sticks out on opposite sides cannot fit and stays where it is. Returns
+/// whether it was moved.
 bool moveInside(Figure& figure, std::span<const Point2D> outline, double width, double height);
 
 }  // namespace Scrivo::beautifier

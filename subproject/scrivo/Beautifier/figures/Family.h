@@ -2,6 +2,7 @@
 
 #include "Beautifier/Figure.h"
 #include "Beautifier/Options.h"
+#include "Beautifier/figures/Verdict.h"
 #include "Beautifier/fit/Evidence.h"
 #include "Beautifier/ink/Frame.h"
 
@@ -16,15 +17,6 @@
 /// members in a file pair of its own; Families.h lists them.
 namespace Scrivo::beautifier {
 
-/// The likeliest family of a stroke.
-struct Verdict {
-    FigureFamily family = FigureFamily::LINE;
-    double logit = 0.0;      ///< log odds that the stroke is of this family
-    double threshold = 0.0;  ///< that `logit` has to exceed at middling sensitivity
-
-    [[nodiscard]] double probability() const;
-};
-
 /// The other strokes on the drawing area, in fractions of it.
 struct Surroundings {
     std::span<const std::vector<Point2D>> strokes;
@@ -32,13 +24,13 @@ struct Surroundings {
     double height = 0.0;
 };
 
-/// What the figure of a family is made of.
+/// What an ideal figure is made from.
 struct Fitted {
     const Frame& frame;
-    const Evidence& evidence;  ///< empty when the family was judged unfitted
+    const Evidence& evidence;  ///< empty when the verdict needed no fit
     const BeautifierOptions& options;
     Surroundings around;
-    /// Number of the kind that is wished for; none: the one that was meant.
+    /// The kind that is wished for; none for the kind that was meant.
     std::optional<std::uint8_t> kind = std::nullopt;
 };
 
@@ -54,7 +46,7 @@ struct Box {
 
 /// Defaults of the members that a family may leave out.
 struct FamilyDefaults {
-    /// The ideal figure comes from fits, which a stroke without an extent has not.
+    /// The ideal figure is made from fits, which require a stroke with an extent.
     static constexpr bool NEEDS_FIT = true;
     /// Names of the kinds that can be wished for, in the order of their enumeration.
     static constexpr std::array<std::string_view, 0> KINDS{};
@@ -65,8 +57,8 @@ struct FamilyDefaults {
     /// Features of the family's fit; `measure` gives their values.
     static constexpr std::array<std::string_view, 0> FEATURES{};
     static std::array<double, 0> measure(const Evidence& /*evidence*/) { return {}; }
-    /// The figure that fills a box, for a wish that the fits give no sensible figure
-    /// for; none when the family has no such figure.
+    /// The figure that fills a box, for wishes where the fits give no sensible figure;
+    /// none when the family has no such figure.
     static Figure inBox(const Box& /*box*/, std::optional<std::uint8_t> /*kind*/) { return {}; }
     /// Whether a stroke with these features can be of the family at all.
     static bool competes(std::span<const double> /*own*/) { return true; }
@@ -77,10 +69,28 @@ struct FamilyDefaults {
     }
 };
 
+/// The members of a family as data.
+struct Family {
+    FigureFamily family;
+    std::string_view name;
+    std::int32_t code;
+    bool needsFit;
+    std::span<const std::string_view> kinds;
+    bool closed;
+    bool staysInside;
+    std::span<const std::string_view> features;
+    void (*measure)(const Evidence& evidence, std::span<double> own);
+    bool (*competes)(std::span<const double> own);
+    std::optional<Verdict> (*judgeUnfitted)(const Ink& ink, const Frame& frame,
+                                            const BeautifierOptions& options);
+    Figure (*idealise)(const Fitted& fitted);
+    Figure (*inBox)(const Box& box, std::optional<std::uint8_t> kind);
+};
+
 /// Names of a figure and access to its parameters, specialised for every
 /// alternative of `Figure`:
-///   KIND      the name of the alternative
-///   SUBTYPES  names of its kinds in the order of their enumeration
+///   NAME   of the alternative
+///   KINDS  names of its kinds in the order of their enumeration
 ///   fields(figure, visit)  calls visit.place, .places, .size or .number with
 ///             the name of each parameter and a reference to it
 template <typename F>

@@ -11,16 +11,8 @@
 
 namespace Scrivo::beautifier {
 
-namespace {
-
-FittedLine fitTo(const Evidence& evidence) {
-    return evidence.scatter.line(0, COARSE - 1);
-}
-
-}  // namespace
-
 std::array<double, LineFamily::FEATURES.size()> LineFamily::measure(const Evidence& e) {
-    const FittedLine line = fitTo(e);
+    const FittedLine line = e.scatter.line(0, COARSE - 1);
     double low = 0.0;
     double high = 0.0;
     double worst = 0.0;

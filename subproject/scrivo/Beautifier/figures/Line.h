@@ -8,7 +8,7 @@ struct LineFamily : FamilyDefaults {
     static constexpr FigureFamily FAMILY = FigureFamily::LINE;
     static constexpr std::string_view NAME = "line";
     static constexpr std::int32_t CODE = FIGURE_LINE;
-    /// Moving a line would tear it off the strokes that it was snapped to.
+    /// Moving a line would separate it from the strokes that it was snapped to.
     static constexpr bool STAYS_INSIDE = false;
 
     static constexpr std::array<std::string_view, 3> FEATURES{
@@ -25,8 +25,8 @@ std::vector<Point2D> outlineOf(const LineFigure& line);
 
 template <>
 struct FigureTraits<LineFigure> {
-    static constexpr std::string_view KIND = "line";
-    static constexpr std::array<std::string_view, 0> SUBTYPES{};
+    static constexpr std::string_view NAME = "line";
+    static constexpr std::array<std::string_view, 0> KINDS{};
     static void fields(auto& figure, auto&& visit) {
         visit.place("from", figure.from);
         visit.place("to", figure.to);

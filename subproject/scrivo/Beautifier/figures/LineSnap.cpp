@@ -16,7 +16,7 @@ namespace {
 constexpr double REACH = 10.0;
 constexpr double SHARE = 0.25;
 
-// Radians that a line which was meant level leans at most.
+// Largest lean, radians, of a line that was meant level.
 constexpr double MAX_LEAN = 0.122;
 
 std::optional<Vec> anchorAt(Vec end, double reach, std::span<const Vec> anchors) {

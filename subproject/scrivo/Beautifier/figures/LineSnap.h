@@ -4,15 +4,15 @@
 
 #include <span>
 
-/// Brings the ends of a line to the marks of other strokes.
+/// Snaps the ends of a line to anchors.
 namespace Scrivo::beautifier {
 
-/// Moves either end to the nearest of `anchors` within reach. A line that is
-/// nearly level or upright becomes so where `levels`, about the end that an
-/// anchor holds or else about its middle; one that two anchors hold stays.
+/// Moves either end to the nearest of `anchors` within reach. If `levels`, a line
+/// that is nearly level or upright is turned until it is: about the end that an
+/// anchor holds, or else about its middle. One that two anchors hold is not turned.
 Segment snapped(const Segment& drawn, std::span<const Vec> anchors, bool levels);
 
-/// How far from its ends the line finds anchors, drawing-area units.
+/// Distance within which the ends of the line snap, drawing-area units.
 double reachOf(const Segment& line);
 
 /// Whether an anchor at `p` could hold an end of the line.

@@ -16,10 +16,10 @@ struct QuadrangleFamily : FamilyDefaults {
         "QUADRANGLE_WORST",  // as of the triangle, for four corners
         "QUADRANGLE_SIDE",    "QUADRANGLE_ANGLE",  "QUADRANGLE_GAP", "QUADRANGLE_CORNER",
         "QUADRANGLE_BEND",    "QUADRANGLE_LENGTH", "QUADRANGLE_FAR",
-        "QUADRANGLE_WINDING",  // how far its corners miss one full turn, radians
+        "QUADRANGLE_WINDING",  // difference of its corners' bends from a full turn, radians
     };
     static std::array<double, FEATURES.size()> measure(const Evidence& evidence);
-    /// Sides that cross make no quadrangle.
+    /// A polygon whose sides cross is not a quadrangle.
     static bool competes(std::span<const double> own);
     static Figure idealise(const Fitted& fitted);
     static Figure inBox(const Box& box, std::optional<std::uint8_t> kind);
@@ -30,8 +30,8 @@ std::vector<Point2D> outlineOf(const QuadrangleFigure& quadrangle);
 
 template <>
 struct FigureTraits<QuadrangleFigure> {
-    static constexpr std::string_view KIND = "quadrangle";
-    static constexpr auto SUBTYPES = QuadrangleFamily::KINDS;
+    static constexpr std::string_view NAME = "quadrangle";
+    static constexpr auto KINDS = QuadrangleFamily::KINDS;
     static void fields(auto& figure, auto&& visit) { visit.places("corners", figure.corners); }
 };
 

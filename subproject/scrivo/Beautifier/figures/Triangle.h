@@ -18,7 +18,7 @@ struct TriangleFamily : FamilyDefaults {
         "TRIANGLE_ANGLE",   // its largest interior angle, radians
         "TRIANGLE_GAP",     // gap over its shortest side
         "TRIANGLE_CORNER",  // largest distance of the ink from a corner
-        "TRIANGLE_BEND",    // least share of a corner's bend that the ink makes near it
+        "TRIANGLE_BEND",    // least share of a corner's bend that the ink bends near it
         "TRIANGLE_LENGTH",  // log of the path over the perimeter
         "TRIANGLE_FAR",     // share of the ink away from it
     };
@@ -32,8 +32,8 @@ std::vector<Point2D> outlineOf(const TriangleFigure& triangle);
 
 template <>
 struct FigureTraits<TriangleFigure> {
-    static constexpr std::string_view KIND = "triangle";
-    static constexpr auto SUBTYPES = TriangleFamily::KINDS;
+    static constexpr std::string_view NAME = "triangle";
+    static constexpr auto KINDS = TriangleFamily::KINDS;
     static void fields(auto& figure, auto&& visit) { visit.places("corners", figure.corners); }
 };
 

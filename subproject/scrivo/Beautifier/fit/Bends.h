@@ -8,8 +8,8 @@
 /// Changes of direction along an outline.
 namespace Scrivo::beautifier {
 
-/// Sums of absolute bends are cut off at two full turns, radians: whatever
-/// bends more is a scribble.
+/// Sums of absolute bends are clamped to two full turns, radians: a stroke that bends
+/// more is a scribble.
 inline constexpr double MAX_TURNING = 4.0 * std::numbers::pi;
 
 /// Sums over the bends between successive chords, radians.
@@ -24,9 +24,9 @@ struct Bends {
 /// Bends between chords of two steps along the points.
 Bends bendsOf(const Coarse& points);
 
-/// Bends between chords of four fine steps, taken every `step` points of what
-/// the closure leaves. The closure itself is left out: ends that do not quite
-/// meet bend there anyway.
+/// Bends between chords of four fine steps, taken every `step` points of the part
+/// between the tails. The closure itself is left out: ends that do not quite meet
+/// bend there in any case.
 Bends innerBends(const Fine& fine, const Closure& closure, int step);
 
 }  // namespace Scrivo::beautifier

@@ -8,10 +8,10 @@ namespace {
 
 constexpr int STEPS = 3;
 
-// Of points all around the centre the determinant is 1 / 4.
+// For points all around the centre the determinant is 1 / 4.
 constexpr double MIN_DETERMINANT = 1e-3;
 
-/// Means over the points, as seen from a centre.
+/// Means over the points, relative to a centre.
 struct Means {
     double distance = 0.0;
     Vec direction;

@@ -12,8 +12,8 @@ struct CircleFit {
     double rms = 0.0;  ///< root mean square distance of the points
 };
 
-/// Circle through the points, by Gauss-Newton steps on their distances. `start`
-/// is near its centre.
+/// Circle through the points, by Gauss-Newton steps on their distances. `start` is
+/// a point near its centre.
 CircleFit fitCircleTo(std::span<const Vec> points, Vec start);
 
 }  // namespace Scrivo::beautifier

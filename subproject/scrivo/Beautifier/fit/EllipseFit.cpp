@@ -42,7 +42,7 @@ EllipseFit fromMoments(const Coarse& loop) {
     xy = xy / area - fit.centre.x * fit.centre.y;
     yy = yy / area - fit.centre.y * fit.centre.y;
     const double mean = 0.5 * (xx + yy);
-    // Not std::hypot, which would have the library ask for a glibc of 2022.
+    // Not std::hypot, which would make the library require a glibc of 2022.
     const double half = 0.5 * (xx - yy);
     const double spread = std::sqrt(half * half + xy * xy);
     fit.found = mean > spread;  // self-crossing curves may enclose negative area
@@ -52,7 +52,7 @@ EllipseFit fromMoments(const Coarse& loop) {
     return fit;
 }
 
-/// A point against the ellipse: first-order distance (positive outside) and its
+/// First-order distance of a point from the ellipse (positive outside) and its
 /// derivatives by centre x, centre y, a, b, angle.
 double residual(const EllipseFit& fit, Vec p, double c, double s, Row* derivatives) {
     const Vec d = p - fit.centre;
@@ -96,7 +96,8 @@ bool solve(Normal& m, Row& x) {
     return true;
 }
 
-/// One Gauss-Newton step with a slight damping: the angle of a circle is free.
+/// One Gauss-Newton step, slightly damped because the angle of a circle is
+/// undetermined.
 bool improve(EllipseFit& fit, std::span<const Vec> points) {
     Normal m{};
     const double c = std::cos(fit.angle);
@@ -128,7 +129,7 @@ bool improve(EllipseFit& fit, std::span<const Vec> points) {
     return true;
 }
 
-void judge(EllipseFit& fit, std::span<const Vec> points) {
+void measureResiduals(EllipseFit& fit, std::span<const Vec> points) {
     const double c = std::cos(fit.angle);
     const double s = std::sin(fit.angle);
     double squares = 0.0;
@@ -167,10 +168,10 @@ EllipseFit fitEllipseTo(const Coarse& loop) {
 }
 
 EllipseFit refined(EllipseFit fit, std::span<const Vec> points) {
-    judge(fit, points);
+    measureResiduals(fit, points);
     EllipseFit best = fit;
     for (int i = 0; i < STEPS && improve(fit, points); ++i) {
-        judge(fit, points);
+        measureResiduals(fit, points);
         best = fit.rms < best.rms ? fit : best;
     }
     if (best.a < best.b) {

@@ -16,13 +16,13 @@ struct EllipseFit {
     bool found = false;
 };
 
-/// Where a point lies, seen from an ellipse.
+/// Position of a point relative to an ellipse.
 struct EllipsePoint {
     double distance = 0.0;  ///< to first order, positive outside
-    Vec outwards;           ///< across the ellipse, of any length
+    Vec outwards;           ///< normal to the ellipse, of any length
 };
 
-/// Looks at points from an ellipse.
+/// Measures points relative to an ellipse.
 class EllipseView {
 public:
     explicit EllipseView(const EllipseFit& fit);
@@ -43,7 +43,7 @@ double circumference(const EllipseFit& fit);
 /// scattered data, 1982). Not found when the curve encloses no area.
 EllipseFit fitEllipseTo(const Coarse& loop);
 
-/// The ellipse next to `fit` by Gauss-Newton steps on other points.
+/// `fit` refined by Gauss-Newton steps on other points.
 EllipseFit refined(EllipseFit fit, std::span<const Vec> points);
 
 }  // namespace Scrivo::beautifier

@@ -8,7 +8,7 @@
 /// How much of the ink a figure explains.
 namespace Scrivo::beautifier {
 
-/// Ink further than this share of the size from a figure is not explained by it.
+/// A figure does not explain ink further from it than this share of the size.
 inline constexpr double FAR = 0.025;
 
 /// Share of the points that lie `FAR` from the polyline through `corners`.
@@ -20,9 +20,9 @@ struct CornerInk {
     double bend = 0.0;      ///< of the ink within some steps, radians
 };
 
-/// Looks at the ink nearest to `corner` among the fine points `first` to `last`,
-/// and `reach` of them in both directions. Next to an end, where the gap and the
-/// tails tell more, the bend is pi.
+/// Measures the ink nearest to `corner` among the fine points `first` to `last`, with
+/// `reach` of them in both directions. Next to an end, where gap and tails are
+/// measured instead, the bend is pi.
 CornerInk inkAt(const Fine& fine, Vec corner, int first, int last, int reach);
 
 /// Logarithm of the length of the ink over that of a figure, within bounds.

@@ -8,14 +8,14 @@ namespace Scrivo::beautifier {
 namespace {
 
 constexpr int REACH = FINE / 4;  // steps that may be cut at either end
-constexpr double CHARGE = 0.3;   // gap that a unit of cut length must close
+constexpr double CHARGE = 0.3;   // by which a unit of cut length must reduce the gap
 
 Vec at(const Fine& fine, int i) {
     return fine[static_cast<std::size_t>(i)];
 }
 
-/// Stretches slim outlines to three times as long as wide, so that their short
-/// sides get as many points as it takes to tell them from round ends.
+/// Stretches slim outlines to a ratio of three to one, so that their short sides get
+/// enough points to be told apart from round ends.
 Metric metricOf(const Fine& fine, const Closure& closure) {
     constexpr double SLIM = 1.0 / 3.0;
     constexpr double MAX_STRETCH = 8.0;
@@ -70,8 +70,8 @@ double pieceDistance(Vec a, Vec b, Vec c, Vec d) {
                      distanceToPiece(d, a, b)});
 }
 
-/// Smallest distance of the outline about `first` from the outline about
-/// `last`: the ends that are left may cross between two points.
+/// Smallest distance between the outline about `first` and the outline about `last`:
+/// the remaining ends may cross between two points.
 double exactGap(const Fine& fine, int first, int last) {
     double gap = norm(at(fine, first) - at(fine, last));
     for (int i = std::max(first - 1, 0); i <= first; ++i) {
@@ -83,8 +83,7 @@ double exactGap(const Fine& fine, int first, int last) {
     return gap;
 }
 
-/// Sum of the bends of what `closure` leaves, radians; the one at the closure
-/// itself is not among them.
+/// Sum of the bends between the tails, radians, without the bend at the closure.
 double windingOf(const Fine& fine, const Closure& closure) {
     constexpr int CHORD = 4;
     double sum = 0.0;
@@ -97,12 +96,12 @@ double windingOf(const Fine& fine, const Closure& closure) {
     return std::abs(sum);
 }
 
-constexpr int MAX_LAPS = 3;  // more are a scribble
+constexpr int MAX_LAPS = 3;  // more of them are a scribble
 
-/// Cuts an outline that was traced more than once after its first lap. The
-/// other laps count as tails, not as trimmed.
+/// Cuts an outline of several laps after the first one. The other laps count as
+/// tails, not as trimmed.
 void keepFirstLap(const Fine& fine, Closure& closure) {
-    // The bend at the closure, which is missing, is less than a third of a turn.
+    // The sum lacks the bend at the closure, less than a third of a turn.
     const double turns = windingOf(fine, closure) / (2.0 * std::numbers::pi);
     const int laps = static_cast<int>(std::floor(turns + 0.45));
     if (laps < 2 || laps > MAX_LAPS) {
@@ -163,8 +162,8 @@ Coarse loop(const Fine& fine, const Closure& closure) {
     const Coarse open = resample(fine, closure.first, closure.last, metricOf(fine, closure));
     const std::size_t start = farthest(open);
     Coarse out;
-    // The last point is left out: where the ends meet it is the first one, where
-    // a gap stays the closing piece is a step longer.
+    // Without the last point: where the ends meet it is the first one, and where a
+    // gap remains the closing piece is a step longer.
     for (std::size_t i = 0; i + 1 < out.size(); ++i) {
         out[i] = open[(start + i) % LOOP];
     }

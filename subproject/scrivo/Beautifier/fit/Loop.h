@@ -5,10 +5,10 @@
 
 #include <span>
 
-/// The closed curve that a stroke whose ends meet was meant to be.
+/// The closed curve of a stroke whose ends meet.
 namespace Scrivo::beautifier {
 
-/// What is left of a stroke when the ends that overshoot the closure are cut.
+/// The part of a stroke between the tails, the ends that overshoot the closure.
 struct Closure {
     int first = 0;  ///< indices into the fine outline
     int last = FINE - 1;
@@ -17,8 +17,8 @@ struct Closure {
     double trimmed = 0.0;  ///< length that was cut, as a share of the whole length
 };
 
-/// Cuts at either end up to a quarter of the outline where that closes the
-/// curve; every bit that is cut must close three tenths of its length.
+/// Cuts up to a quarter of the outline at either end where that closes the curve: a
+/// cut must reduce the gap by at least three tenths of its length.
 Closure close(const Fine& fine);
 
 /// Length along the fine outline from `first` to `last`.

@@ -7,7 +7,7 @@ namespace Scrivo::beautifier {
 
 namespace {
 
-// A piece spans three steps at least: a corner that a pen rounds off is no edge.
+// A piece spans at least three steps, so that a rounded corner is not an edge.
 constexpr int MIN_STEPS = 3;
 
 constexpr double INF = std::numeric_limits<double>::infinity();

@@ -17,7 +17,7 @@ struct FittedLine {
     Vec along;  ///< unit vector of the larger variance
 };
 
-/// How far points reach along an axis: from `low` behind its origin to `high`.
+/// Range of points along an axis: from `low` behind its origin to `high`.
 struct Reach {
     double low = 0.0;
     double high = 0.0;
@@ -65,8 +65,8 @@ using PolylineFits = std::array<PolylineFit, MAX_PIECES>;  ///< of 1, 2, ... pie
 PolylineFits fitPolylines(const Scatter& scatter, int maxPieces);
 
 /// Closed polygons of 3 to 6 corners through a loop that starts at a likely
-/// corner. The best polygons from there tell a second start; of both the better
-/// one counts.
+/// corner. The search is repeated from a corner of its result, and the better result
+/// of the two is returned.
 PolylineFits fitPolygons(const Scatter& scatter);
 
 }  // namespace Scrivo::beautifier

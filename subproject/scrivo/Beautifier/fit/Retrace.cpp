@@ -6,41 +6,34 @@ namespace Scrivo::beautifier {
 
 namespace {
 
-// Less is a hook.
-constexpr int LEAST_STEPS = FINE / 4;
+// A shorter way back is a hook.
+constexpr int MIN_STEPS = FINE / 4;
 
-// How far the way back strays, share of the longer side: on average.
-constexpr double STRAY = 0.05;
+// Mean distance between the ways there and back, share of the longer side.
+constexpr double MAX_DISTANCE = 0.05;
 
-// The way back may be as many steps ahead or behind.
-constexpr int SLACK = 5;
+// The way back may lead or lag by this many steps.
+constexpr int MAX_LAG = 5;
 
-/// An outline, maybe read from its end.
-class Reading {
-public:
-    Reading(const Fine& fine, bool backwards) : m_fine(fine), m_backwards(backwards) {}
-    Vec at(int i) const { return m_fine[static_cast<std::size_t>(m_backwards ? FINE - 1 - i : i)]; }
+Vec at(const Fine& outline, int i) {
+    return outline[static_cast<std::size_t>(i)];
+}
 
-private:
-    const Fine& m_fine;
-    bool m_backwards;
-};
-
-double nearest(const Reading& outline, Vec p, int about) {
-    double best = norm(p - outline.at(about));
-    for (int i = std::max(about - SLACK, 0); i <= std::min(about + SLACK, FINE - 1); ++i) {
-        best = std::min(best, norm(p - outline.at(i)));
+double nearest(const Fine& outline, Vec p, int about) {
+    double best = norm(p - at(outline, about));
+    for (int i = std::max(about - MAX_LAG, 0); i <= std::min(about + MAX_LAG, FINE - 1); ++i) {
+        best = std::min(best, norm(p - at(outline, i)));
     }
     return best;
 }
 
 /// Whether what follows point `fold` runs back along what precedes it.
-bool runsBack(const Reading& outline, int fold) {
+bool runsBack(const Fine& outline, int fold) {
     const int steps = FINE - 1 - fold;
     double sum = 0.0;
     for (int k = 1; k <= steps; ++k) {
-        sum += nearest(outline, outline.at(fold + k), std::max(fold - k, 0));
-        if (sum > STRAY * steps) {
+        sum += nearest(outline, at(outline, fold + k), std::max(fold - k, 0));
+        if (sum > MAX_DISTANCE * steps) {
             return false;
         }
     }
@@ -48,11 +41,11 @@ bool runsBack(const Reading& outline, int fold) {
 }
 
 /// Index of the point where the outline turns back, `FINE` - 1 for none.
-int foldOf(const Reading& outline) {
-    // Before the middle no way back fits.
-    for (int fold = FINE / 2 - SLACK; fold <= FINE - 1 - LEAST_STEPS; ++fold) {
-        const Vec before = outline.at(fold) - outline.at(fold - 3);
-        const Vec after = outline.at(fold + 3) - outline.at(fold);
+int foldOf(const Fine& outline) {
+    // A fold before the middle leaves too little outline to retrace.
+    for (int fold = FINE / 2 - MAX_LAG; fold <= FINE - 1 - MIN_STEPS; ++fold) {
+        const Vec before = at(outline, fold) - at(outline, fold - 3);
+        const Vec after = at(outline, fold + 3) - at(outline, fold);
         if (dot(before, after) < 0.0 && runsBack(outline, fold)) {
             return fold;
         }
@@ -63,11 +56,13 @@ int foldOf(const Reading& outline) {
 }  // namespace
 
 Part withoutRetrace(const Fine& fine) {
-    const int end = foldOf(Reading(fine, false));
+    const int end = foldOf(fine);
     if (end < FINE - 1) {
         return {0, end};
     }
-    return {FINE - 1 - foldOf(Reading(fine, true)), FINE - 1};
+    Fine reversed;
+    std::reverse_copy(fine.begin(), fine.end(), reversed.begin());
+    return {FINE - 1 - foldOf(reversed), FINE - 1};
 }
 
 }  // namespace Scrivo::beautifier

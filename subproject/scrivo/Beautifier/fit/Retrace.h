@@ -2,7 +2,7 @@
 
 #include "Beautifier/ink/Resampling.h"
 
-/// Strokes that run there and back on the same way.
+/// Strokes that run there and back along the same path.
 namespace Scrivo::beautifier {
 
 /// Part of the even outline, from one index to another.
@@ -11,8 +11,8 @@ struct Part {
     int last = FINE - 1;
 };
 
-/// The outline without a way back along itself, at its end or at its start; all
-/// of it when less than a quarter is traced again.
+/// The outline without a part that retraces the rest at its end or at its start; all
+/// of it when less than a quarter is retraced.
 Part withoutRetrace(const Fine& fine);
 
 }  // namespace Scrivo::beautifier

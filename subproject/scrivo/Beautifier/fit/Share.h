@@ -1,10 +1,10 @@
 #pragma once
 
-/// The form in which distances and lengths become features.
+/// Scales distances and lengths for use as features.
 namespace Scrivo::beautifier {
 
-/// Bounds of a share. Below the first a fit is as close as a hand can draw, so
-/// smaller residuals count alike.
+/// Bounds of a share. People cannot draw more accurately than the first, so smaller
+/// residuals count alike.
 inline constexpr double MIN_SHARE = 0.003;
 inline constexpr double MAX_SHARE = 2.0;
 

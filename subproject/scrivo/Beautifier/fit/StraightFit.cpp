@@ -12,8 +12,8 @@ namespace {
 
 constexpr int REWEIGHTINGS = 2;
 
-// Points further from the line than this, share of the size, count less and
-// less.
+// Scale of the Cauchy weights, share of the size: points further from the line have
+// less than half of the weight.
 constexpr double STRAY = 0.01;
 
 /// Total least squares line through weighted points.
@@ -81,16 +81,16 @@ LegsFit fitLegs(const Evidence& evidence) {
     const bool isWhole = part.first == 0 && part.last == FINE - 1;
     const Coarse points =
         isWhole ? evidence.points : resample(evidence.fine, part.first, part.last, {});
-    const int knot =
-        isWhole ? evidence.polylines[1].knots[1] : fitPolylines(Scatter(points), 2)[1].knots[1];
-    // The bend itself is rounded off and belongs to no leg.
-    const int margin = std::min({2, knot / 4, (COARSE - 1 - knot) / 4});
+    const auto knot = static_cast<std::size_t>(
+        isWhole ? evidence.polylines[1].knots[1] : fitPolylines(Scatter(points), 2)[1].knots[1]);
+    // The bend itself is rounded off and belongs to neither leg.
+    const std::size_t margin = std::min({std::size_t{2}, knot / 4, (COARSE - 1 - knot) / 4});
     const std::span<const Vec> all(points);
-    const auto first = all.first(static_cast<std::size_t>(knot - margin + 1));
-    const auto second = all.subspan(static_cast<std::size_t>(knot + margin));
+    const auto first = all.first(knot - margin + 1);
+    const auto second = all.subspan(knot + margin);
     const FittedLine a = robustLine(first, evidence.size);
     const FittedLine b = robustLine(second, evidence.size);
-    const Vec vertex = cornerOf(a, b, points[static_cast<std::size_t>(knot)], evidence.size);
+    const Vec vertex = cornerOf(a, b, points[knot], evidence.size);
     const Vec back = points.front() - vertex;
     const Vec on = points.back() - vertex;
     return {outermost(first, a, back), vertex, outermost(second, b, on)};

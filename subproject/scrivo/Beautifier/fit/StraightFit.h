@@ -2,7 +2,7 @@
 
 #include "Beautifier/fit/Evidence.h"
 
-/// Lines and angles as long as their ink.
+/// Fits lines and angles that are as long as their ink.
 namespace Scrivo::beautifier {
 
 struct Segment {
@@ -11,7 +11,7 @@ struct Segment {
 };
 
 /// The line through the ink, between the feet of its outermost points, in
-/// drawing direction. Hooks count little, a way back not at all.
+/// drawing direction. Hooks have little weight, retraced parts none.
 Segment fitSegment(const Evidence& evidence);
 
 struct LegsFit {
@@ -20,7 +20,7 @@ struct LegsFit {
     Vec to;
 };
 
-/// The angle through the ink; legs that were drawn there and back are legs once.
+/// The angle through the ink. Legs that were drawn there and back count once.
 LegsFit fitLegs(const Evidence& evidence);
 
 }  // namespace Scrivo::beautifier

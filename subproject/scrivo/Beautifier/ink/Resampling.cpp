@@ -18,13 +18,13 @@ struct BendLimits {
 // A single corner stays a corner, ten samples still make a circle.
 constexpr BendLimits AMONG_STRAIGHT{0.79, 1.13};
 
-// Where every sample bends, as the seven of a slim ellipse do. The corners of a
-// triangle bend more, and so do those of a square on average.
+// For strokes that bend at every sample, such as a slim ellipse of seven. The corners
+// of a triangle bend more, and so do those of a square on average.
 constexpr BendLimits AMONG_BENT{1.95, 2.2};
 constexpr double CORNER = 2.2;
 constexpr double SQUARE_CORNERS = 1.53;
 
-// Strokes of more bends are joined by straight pieces: they show their curves.
+// Strokes with more bends are joined by straight pieces: their curves are dense enough.
 constexpr int FEW_SAMPLES = 24;
 
 /// How a stroke of few samples is to be joined: as a curve when its bends are

@@ -5,7 +5,7 @@
 
 #include <array>
 
-/// A stroke reduced to evenly spaced points: everything behind this unit is
+/// Reduces a stroke to evenly spaced points: everything after this step is
 /// independent of the sampling rate.
 namespace Scrivo::beautifier {
 

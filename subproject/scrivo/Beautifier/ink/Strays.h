@@ -2,8 +2,8 @@
 
 #include "Beautifier/ink/Resampling.h"
 
-/// Ink at the ends of a stroke that is no part of what was meant: the way back
-/// over a line that was just drawn, and the flick of a pen that lands or lifts.
+/// Unintended ink at the ends of a stroke: retraced lines and the flick of a pen that
+/// lands or lifts.
 namespace Scrivo::beautifier {
 
 struct Cleaned {
@@ -13,8 +13,8 @@ struct Cleaned {
     double hook = 0.0;      ///< longest flick that was cut, in units of the frame
 };
 
-/// Cuts what goes back over the rest of the outline, up to three times, what runs
-/// on over its start, and then the flicks at both ends.
+/// Cuts parts that retrace the rest of the outline, up to three times, then parts that
+/// run on over its start, then the flicks at both ends.
 Cleaned withoutStrays(const Fine& fine);
 
 }  // namespace Scrivo::beautifier

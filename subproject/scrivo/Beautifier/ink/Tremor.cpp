@@ -10,10 +10,8 @@ namespace {
 /// length, from the start to any place further on than the one before.
 class PathIntegral {
 public:
-    explicit PathIntegral(Cursor cursor) : m_cursor(cursor) {
-        m_cursor.next(m_from);
-        m_more = m_cursor.next(m_to);
-    }
+    explicit PathIntegral(Cursor cursor)
+        : m_cursor(cursor), m_more(m_cursor.next(m_from) && m_cursor.next(m_to)) {}
 
     Vec upTo(double length) {
         while (m_more && length > m_start + norm(m_to - m_from)) {
@@ -32,7 +30,7 @@ private:
     Cursor m_cursor;
     Vec m_from;
     Vec m_to;
-    bool m_more = false;
+    bool m_more;
     double m_start = 0.0;
     Vec m_sum;
 };
@@ -66,9 +64,9 @@ double roughnessOf(const Cursor& cursor, double length) {
     for (std::size_t i = 0; i < steps.size(); ++i) {
         steps[i] = norm(even[i + 1] - even[i]);
     }
-    const auto middle = steps.begin() + steps.size() / 2;
-    std::nth_element(steps.begin(), middle, steps.end());
-    return length / (PLACES - 1) / std::max(*middle, 1e-3 * length / (PLACES - 1));
+    constexpr std::size_t MIDDLE = (PLACES - 1) / 2;
+    std::nth_element(steps.begin(), steps.begin() + MIDDLE, steps.end());
+    return length / (PLACES - 1) / std::max(steps[MIDDLE], 1e-3 * length / (PLACES - 1));
 }
 
 /// `FINE` points at even distances along `points`.

@@ -9,10 +9,10 @@ namespace Scrivo::beautifier {
 
 namespace {
 
-// Ends of a closed figure that overshoot stray less than this share of the size.
+// Ends that merely overshoot the closure stray less than this share of the size.
 constexpr double OVERSHOOT = 0.12;
 
-// Log of how much longer the ink may be than its mean; more is no hand.
+// Log of the largest ratio of the length of the ink to that of its mean.
 constexpr double MAX_ROUGHNESS = 1.5;
 
 /// Path within a small disc about `end`, in radii: 1 for a straight end, more

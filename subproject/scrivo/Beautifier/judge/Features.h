@@ -33,7 +33,7 @@ inline constexpr std::array<std::string_view, 23> STROKE_FEATURES{
     "GAP",            // distance of the trimmed ends
     "TRIMMED",        // share of the path that was trimmed
     "TAIL",           // how far the trimmed ends stray from the loop
-    "LONG_TAIL",      // the same, as far as no mere overshoot explains it
+    "LONG_TAIL",      // the same beyond what an overshoot explains
     "COUNTER_BENDS",  // bends against the sense of the loop, radians
     "SHARPEST_BEND",  // largest bend away from the closure, radians
     "POLYGON3_RMS",   // residuals of polygons of three to six corners
@@ -51,7 +51,7 @@ inline constexpr std::array<std::string_view, FEATURE_COUNT> FEATURE_NAMES = [] 
     return names;
 }();
 
-/// Index of a feature by its name; does not compile for a name that there is not.
+/// Index of a feature by its name; does not compile for an unknown name.
 consteval std::size_t operator""_f(const char* name, std::size_t length) {
     std::size_t i = 0;
     while (FEATURE_NAMES.at(i) != std::string_view(name, length)) {

@@ -12,8 +12,8 @@ namespace Scrivo::beautifier {
 
 namespace {
 
-/// How a feature enters a score. Most residuals do so twice: the logarithm
-/// tells good fits apart, the share itself rules out bad ones.
+/// How a feature enters a score. Most residuals enter twice: the logarithm
+/// discriminates among good fits, the share itself rules out bad ones.
 enum class Form { AS_IS, SHARE, SQUARE };
 
 struct Term {
@@ -22,14 +22,14 @@ struct Term {
     double weight;
 };
 
-/// A question of a tree: is the feature above `at`?
+/// A node of a tree: is the feature above `at`?
 struct Cut {
     std::size_t feature;
     double at;
 };
 
-/// Two questions and an answer, so that two features are weighed against each
-/// other: the root, those below its lower and higher side, and what they add.
+/// A regression tree of depth two, so that two features are weighed against each
+/// other: the root, the nodes below and above its cut, and the leaves.
 struct Tree {
     std::array<Cut, 3> cuts;
     std::array<double, 4> leaves;

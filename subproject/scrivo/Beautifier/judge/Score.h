@@ -5,7 +5,7 @@
 
 #include <vector>
 
-/// From features to a verdict. All learnt numbers stand in Model.inc.
+/// From features to a verdict. All learnt parameters are in Model.inc.
 namespace Scrivo::beautifier {
 
 /// All families that compete for the stroke, likeliest first.

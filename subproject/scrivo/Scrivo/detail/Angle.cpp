@@ -27,7 +27,7 @@ bool isAngle(Stroke stroke, const Point2D& corner) {
     for (std::size_t i = 1; i < stroke.size(); ++i) {
         path += singleDistance(stroke[i], stroke[i - 1]);
         if (stroke[i].x == corner.x && stroke[i].y == corner.y) {
-            // A pen that rests on the corner leaves several points there; the
+            // A pen that rests at the corner leaves several points there; the
             // second leg starts at the last of them.
             if (!isStraightLeg(first, path)) {
                 return false;
@@ -35,7 +35,7 @@ bool isAngle(Stroke stroke, const Point2D& corner) {
             path = 0.0;
         }
     }
-    // A second leg of length 0 gives NaN, which passes.
+    // A second leg of length 0 gives NaN, which is accepted.
     return stroke.size() < 2 || isStraightLeg(second, path);
 }
 

@@ -15,8 +15,8 @@ const Point2D& at(Stroke stroke, std::int64_t i) {
 
 /// The sliding span. `last` is the index of the point that enters it next.
 ///
-/// Its length is a float. A double would round differently, a span on the
-/// threshold would change sides, and the corner would move by a point.
+/// Its length is a float. A double would round differently, and a ratio at the
+/// threshold could move a corner by a point.
 class Span {
 public:
     Span(Stroke stroke, SpanRounding rounding)
@@ -50,7 +50,7 @@ public:
 
     void advance() { ++m_last; }
 
-    /// Starts again behind the span, with the path from point `last` - 2 on.
+    /// Restarts after the span, with the path from point `last` - 2 on.
     void restart() {
         const auto n = static_cast<std::int64_t>(m_stroke.size());
         const std::int64_t stop = std::min(m_last + LIMIT - 2, n);

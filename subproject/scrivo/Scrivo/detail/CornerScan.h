@@ -12,7 +12,7 @@
 /// A span of `LIMIT` points slides along the stroke. Where the ratio of its
 /// chord to its path has dropped below `RATIO_ANGLE` and stops falling, the
 /// point of the span that deviates most from the span's chord is a corner. The
-/// scan starts again behind it. No corner lies within half a span of an end of
+/// scan restarts after it. No corner lies within half a span of an end of
 /// the stroke. Linear in the number of points.
 namespace Scrivo::detail {
 

@@ -10,8 +10,7 @@ namespace {
 /// Below this many points a stroke has no extent.
 constexpr std::size_t MIN_MEASURABLE_POINTS = 10;
 
-/// Running extremes of a list of numbers. NaN is skipped: it is neither greater
-/// nor smaller than any number.
+/// Running extremes of a list of numbers. NaN is skipped because it compares false.
 struct Range {
     double max;
     double min = UNKNOWN_EXTENT;

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-/// Strokes and the drawing area: extents, units, and the way back inside.
+/// Strokes and the drawing area: extents, units, and moving figures inside.
 namespace Scrivo::detail {
 
 /// Width (x) and height (y) of a stroke, each `UNKNOWN_EXTENT` below 10 points.
@@ -13,7 +13,7 @@ Point2D extentOf(Stroke stroke);
 
 /// From fractions of the area to its units; forces are kept.
 std::vector<Point2D> toUnits(Stroke stroke, float width, float height);
-/// The way back, in place.
+/// The inverse, in place.
 void toFractions(std::vector<Point2D>& stroke, float width, float height);
 
 /// Moves a figure into the area by one shift an axis. A figure that sticks out

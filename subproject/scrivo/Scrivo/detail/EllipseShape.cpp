@@ -1,6 +1,7 @@
 #include "Scrivo/detail/EllipseShape.h"
 
 #include "Scrivo/detail/Geometry.h"
+#include "Scrivo/detail/Sampling.h"
 
 #include <cmath>
 #include <numbers>
@@ -11,8 +12,6 @@ namespace {
 
 constexpr double PI = std::numbers::pi;
 
-/// Segments of an ellipse's outline.
-constexpr int OUTLINE_SEGMENTS = 84;
 /// Radii whose ratio lies strictly between these become a circle.
 constexpr double MIN_CIRCLE_RATIO = 0.8;
 constexpr double MAX_CIRCLE_RATIO = 1.25;
@@ -42,9 +41,9 @@ EllipseShape levelled(EllipseShape e) {
 }
 
 void appendEllipse(std::vector<Point2D>& out, const EllipseShape& e) {
-    for (int i = 0; i <= OUTLINE_SEGMENTS; ++i) {
-        // The last point takes the parameter of the first and closes the outline.
-        const double t = (i % OUTLINE_SEGMENTS) / static_cast<double>(OUTLINE_SEGMENTS);
+    for (int i = 0; i <= ELLIPSE_SEGMENTS; ++i) {
+        // The last point has the parameter of the first, which closes the outline.
+        const double t = (i % ELLIPSE_SEGMENTS) / static_cast<double>(ELLIPSE_SEGMENTS);
         const double phi = (t + t) * PI;
         const Point2D p{e.centre.x + e.radii.x * std::cos(phi),
                         e.centre.y + e.radii.y * std::sin(phi), 0.0};

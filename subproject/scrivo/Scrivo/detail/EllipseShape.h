@@ -4,7 +4,7 @@
 
 #include <vector>
 
-/// Ellipses in parameters: made regular, and drawn.
+/// Parameters of ellipses: made regular, and drawn.
 namespace Scrivo::detail {
 
 /// Semi-axes (x, y) about a centre, turned by `angle` radians.

@@ -44,8 +44,8 @@ double doubleLength(Stroke stroke) {
 }
 
 double arcLength(Stroke stroke, std::int64_t i, std::int64_t j) {
-    // Summed in float on purpose: whether a polygon is regularised depends on
-    // this length, and a double sum would decide differently on the boundary.
+    // Summed in float on purpose: this length decides whether a polygon is
+    // regularised, and a double sum could decide differently at the threshold.
     float total = 0.0F;
     for (std::int64_t k = i; k < j - 1; ++k) {
         const auto at = static_cast<std::size_t>(k);

@@ -11,8 +11,8 @@ namespace Scrivo::detail {
 
 namespace {
 
-/// Slope by which an angle has to be turned. 0 when a leg is level already or
-/// none is nearly so; of two nearly level legs the first one counts.
+/// Slope by which an angle has to be turned; 0 when a leg is already level or none
+/// is nearly so. Of two nearly level legs the first one counts.
 double legToLevel(const Point2D& first, const Point2D& corner, const Point2D& last) {
     const double k1 = slope(first, corner);
     const double k2 = slope(last, corner);

@@ -127,8 +127,8 @@ std::optional<AnchorPair> parallelPair(const Ranking& candidates, const Segment&
     return best;
 }
 
-/// The place on the line through the pair that lies as far from `anchor` as
-/// `end` does, on the same side; the anchor itself when that is near.
+/// The point on the line through the pair at the distance of `end` from `anchor`, on
+/// the same side; the anchor itself when that distance is small.
 Point2D placedEnd(const Point2D& end, const Point2D& anchor, const AnchorPair& pair) {
     const Point2D along = difference(pair.near, pair.far);
     const Point2D offset = difference(anchor, end);
@@ -144,8 +144,8 @@ Point2D placedEnd(const Point2D& end, const Point2D& anchor, const AnchorPair& p
 /// Each end is measured from the anchor on its own side: a line drawn from one
 /// mark to another ends on both of them, and one drawn past them keeps its
 /// length beyond. Anchors close together determine the ends poorly: if the ends
-/// would change places, they are put on the anchors, so that the segment keeps
-/// its direction of travel.
+/// would be swapped, they are put on the anchors, so that the segment keeps its
+/// direction.
 Segment laidAlong(const AnchorPair& pair, const Segment& s) {
     const Segment laid{placedEnd(s.first, pair.near, pair), placedEnd(s.last, pair.far, pair)};
     const Point2D along = difference(pair.near, pair.far);
@@ -178,7 +178,7 @@ Segment parallelThrough(const Point2D& anchor, const Segment& s) {
 
 /// The vertical through `anchor`, of an exactly vertical segment.
 Segment uprightThrough(const Point2D& anchor, const Segment& s) {
-    // Hosts may capture this line: it is part of the answer.
+    // Hosts may capture this output: it is part of the interface.
     std::cout << "hori line " << std::endl;
     Segment result{{anchor.x, s.first.y, 0.0}, {anchor.x, s.last.y, 0.0}};
     if (std::abs(anchor.y - s.first.y) < 2 * NEAR) {
@@ -189,8 +189,8 @@ Segment uprightThrough(const Point2D& anchor, const Segment& s) {
     return result;
 }
 
-/// Moves a segment to one anchor: an end onto it when one is near, otherwise the
-/// line so that it passes through it.
+/// Moves a segment to one anchor: a nearby end onto it, or else the whole line so
+/// that it passes through it.
 Segment movedTo(const Point2D& anchor, const Segment& s) {
     if (singleDistance(anchor, s.first) < NEAR) {
         return {anchor, translated(s.last, s.first, anchor)};

@@ -12,8 +12,8 @@ namespace Scrivo::detail {
 
 namespace {
 
-/// The corners of a closed outline in drawing order; the last one stands for
-/// the place where the pen started and stopped.
+/// The corners of a closed outline in drawing order; the last one is where the pen
+/// started and stopped.
 std::vector<Point2D> closedCorners(Stroke stroke) {
     if (static_cast<std::int64_t>(stroke.size()) <= LIMIT) {
         return {};
@@ -44,8 +44,8 @@ std::int64_t reDrawPolygon(std::vector<Point2D>& out, Stroke stroke) {
     auto corners = closedCorners(stroke);
     const double length = arcLength(stroke, 0, static_cast<std::int64_t>(stroke.size()));
     const double average = length / static_cast<double>(corners.size() + 2);
-    // A first segment longer than an average edge is the mark of a stroke of a
-    // few distant points, whose corners cannot be trusted.
+    // A first segment longer than an average edge indicates a stroke of a few
+    // distant points, whose corners are unreliable.
     const double firstSegment = singleDistance(stroke[0], stroke[1]);
     if (corners.size() < 3 || firstSegment > average) {
         out.insert(out.end(), stroke.begin(), stroke.end());

@@ -66,7 +66,7 @@ double easedCosine(double cosine) {
 }
 
 /// The sides meet at the angle of the midlines, which depend on all four corners:
-/// one inaccurate corner does not make a rectangle lean.
+/// a single inaccurate corner does not skew the rectangle.
 void makeParallelogram(std::vector<Point2D>& q, double dA, double dB) {
     const Midlines midlines(q);
     const Point2D a = normalised(midlines.a);

@@ -8,7 +8,7 @@
 #include <span>
 
 /// Compares a path with templates over the rotation, one template after the
-/// other: the plain form, which defines every answer.
+/// other: the reference implementation, which defines every answer.
 namespace Scrivo::detail {
 
 /// A golden-section search (Kiefer: Sequential minimax search for a maximum,

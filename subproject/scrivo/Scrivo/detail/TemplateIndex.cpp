@@ -28,7 +28,7 @@ constexpr double MAX_RADIUS = 400.0;
 /// The largest offset of the centroid of a path in normal form from the origin;
 /// rounding leaves about 1e-13.
 constexpr double MAX_OFFSET = 1e-6;
-/// More than any bound or estimate in float is off; about 1/800 can occur.
+/// Above the largest error of any bound or estimate in float, about 1/800.
 constexpr double MARGIN = 1.0 / 256.0;
 
 /// A path in normal form, prepared for estimates.
@@ -213,8 +213,8 @@ private:
     std::vector<Coordinates> m_turned;
 };
 
-/// The search's outcome within MARGIN, or nothing when two distances are too
-/// close to tell which half the search goes on with.
+/// The result of the search within MARGIN, or nothing when two distances are too
+/// close to decide in which half the search continues.
 std::optional<float> estimate(TurnedPath& path, const Outline& outline) {
     float f1 = meanDistance(path.at(0), outline);
     float f2 = meanDistance(path.at(1), outline);
@@ -442,7 +442,7 @@ private:
         return *m_trees[static_cast<std::size_t>(t)];
     }
 
-    /// Ties must stay in: the earlier one of the list wins.
+    /// Ties must be kept: the earlier template of the list wins.
     [[nodiscard]] bool mayWin(float bound) const { return bound - MARGIN <= m_limit; }
 
     void push(const Entry& entry) {

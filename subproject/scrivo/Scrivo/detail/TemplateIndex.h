@@ -11,8 +11,8 @@
 #include <vector>
 
 /// Finds the match that `matchPlainly` finds, to the last bit, at a fraction of
-/// the cost: bounds and estimates in float decide which templates cannot win,
-/// the plain search measures the one or two that are left. docs/matching.md
+/// the cost: bounds and estimates in float exclude the templates that cannot win,
+/// and the plain search measures the one or two that are left. docs/matching.md
 /// derives the bounds.
 namespace Scrivo::detail {
 
