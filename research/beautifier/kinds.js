@@ -27,7 +27,7 @@ const MEANT = {
 
 // A rhombus whose ink lies this close to a square, percent of the size, becomes
 // one. The labels do not distinguish rhombuses from squares on a corner.
-const NEARLY_SQUARE = 1.5;
+const NEARLY_SQUARE = 2;
 
 /** The forms that count as right in the table. */
 const RIGHT = {
@@ -40,7 +40,7 @@ const RIGHT = {
 
 // How frequent a label is depends on the collections, not on what people draw: its
 // strokes together weigh the square root of their number, times this.
-const WEIGHT = { square: 4.3, diamond: 1.7, quad: 0 };
+const WEIGHT = { square: 4, diamond: 1.7, quad: 0 };
 
 // Loss for a corner that moves further than FAR percent of the longer side, and how
 // gradually it sets in.
@@ -50,7 +50,7 @@ const SOFTNESS = 0.7;
 
 // Loss for a box that is not placed level though it was drawn so: it leaned less than
 // this, degrees. Larger leans are not placed level at all.
-const TILTED = 0.4;
+const TILTED = 0.55;
 const MAX_LEAN = 10;
 const BOXES = ['square', 'rectangle'];
 const MEANT_LEVEL = ['SQUARE', 'RECTANGLE'];
@@ -111,9 +111,8 @@ const FREEDOMS = [
   'PARALLELOGRAM',
   'ISOSCELES_TRAPEZOID',
   'TRAPEZOID',
-  'ANY_QUADRANGLE',
 ];
-const START = [2, 0, 2, 2, 2, 3, 4, 6, 6, 9];
+const START = [2, 0, 2, 2, 2, 3, 4, 6, 0];
 
 function freedom(p, form) {
   const of = (name) => p[START.length - FREEDOMS.length + FREEDOMS.indexOf(name)];
@@ -122,8 +121,12 @@ function freedom(p, form) {
       return 0;
     case 'STANDING_SQUARE':
       return of('RHOMBUS') - (NEARLY_SQUARE / Math.exp(p[1])) ** 2;
-    case 'KITE': // which no label names
-      return of('TRAPEZOID');
+    case 'KITE': // which no label names, with as many parameters
+      return of('ISOSCELES_TRAPEZOID') + 1;
+    case 'TRAPEZOID': // never less than the form that it contains
+      return of('ISOSCELES_TRAPEZOID') + Math.exp(of('TRAPEZOID'));
+    case 'ANY_QUADRANGLE': // which no label names
+      return freedom(p, 'TRAPEZOID') + 2.5;
     default:
       return of(form);
   }
@@ -208,7 +211,7 @@ function table(rows) {
 
 function print(p) {
   const share = (value) => (Math.exp(value) / 100).toFixed(4);
-  const freedoms = ['STANDING_SQUARE', 'KITE', ...FREEDOMS]
+  const freedoms = ['STANDING_SQUARE', 'KITE', ...FREEDOMS, 'ANY_QUADRANGLE']
     .map((form) => [form, freedom(p, form)])
     .sort(([, a], [, b]) => a - b);
   console.log('// Made by `node research/beautifier/kinds.js STROKES`: do not edit.\n');

@@ -13,7 +13,7 @@ using Choose = KindChoice (*)(const PolygonInk&, FormSet, bool);
 
 void expectRecovered(Choose choose, const Shape& shape) {
     const PolygonInk ink = inkOf(shape.corners);
-    const PolygonFit best = choose(ink, formBit(shape.form), true).fit;
+    const PolygonFit best = choose(ink, formBit(shape.form), false).fit;
     EXPECT_LT(best.squares, 1e-9) << "form " << shape.form;
     const PolygonFit free = fitFreePolygon(ink);
     for (std::size_t i = 0; i < shape.corners.size(); ++i) {

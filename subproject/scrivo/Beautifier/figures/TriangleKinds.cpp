@@ -28,12 +28,12 @@ constexpr std::array<Candidate, 5> FORMS{{
 // are smaller.
 constexpr FormCosts COSTS{.edges = 0.022,
                           .directions = 0.008,
-                          .move = .5,
-                          .lean = .04,
-                          .leaning = 3,
+                          .move = 0.3,
+                          .lean = 0.07,
+                          .leaning = 1.0,
                           .maxLean = 0.07,
                           .freeId = ANY_TRIANGLE,
-                          .freeFreedom = 1.4};
+                          .freeFreedom = 1.2};
 
 }  // namespace
 

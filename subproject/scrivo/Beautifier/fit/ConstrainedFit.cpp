@@ -123,10 +123,17 @@ public:
         updateNormals();
     }
 
-    /// Holds the first angle at the nearest level or upright direction from now on.
+    /// Turns the polygon about the mean of its corners until the first angle is level
+    /// or upright, and holds that angle.
     void hold() {
+        Vec mean;
+        for (int k = 0; k < m_form.edges; ++k) {
+            mean = mean + (1.0 / m_form.edges) * corner(k);
+        }
+        const double angle = -lean(m_state.values[2]);
+        m_state.centre = turned(m_state.centre, mean, angle);
+        m_state.values[2] += angle;
         m_isHeld = true;
-        m_state.values[2] -= lean(m_state.values[2]);
         updateNormals();
     }
 
@@ -323,9 +330,6 @@ template <std::size_t N>
 PolygonFit placed(Iteration<N> iteration, bool isLevel) {
     if (isLevel) {
         iteration.hold();
-        for (int i = 0; i < STEPS; ++i) {
-            iteration.improve();
-        }
     }
     iteration.limit();
     return iteration.fit();

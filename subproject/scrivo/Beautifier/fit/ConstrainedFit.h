@@ -70,9 +70,9 @@ struct PolygonFit {
 /// The best polygon of a form whose first edge is edge `first` of the ink.
 PolygonFit fitPolygon(const PolygonInk& ink, const PolygonForm& form, int first);
 
-/// The same, but placed so that no corner lies far from that of the free fit, as
-/// long as the form permits. `isLevel` holds the first angle at the nearest level or
-/// upright direction.
+/// The same, turned about the mean of its corners until the first angle is level or
+/// upright where `isLevel`. If a corner then lies far from that of the free fit, it is
+/// fitted again so that none does, as far as the form permits.
 PolygonFit placePolygon(const PolygonInk& ink, const PolygonForm& form, int first, bool isLevel);
 
 /// The best polygon of free edges.
