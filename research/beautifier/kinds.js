@@ -40,7 +40,7 @@ const RIGHT = {
 
 // How frequent a label is depends on the collections, not on what people draw: its
 // strokes together weigh the square root of their number, times this.
-const WEIGHT = { square: 4, diamond: 1.7, quad: 0 };
+const WEIGHT = { square: 4.5, diamond: 1.7, quad: 0 };
 
 // Loss for a corner that moves further than FAR percent of the longer side, and how
 // gradually it sets in.
