@@ -105,13 +105,7 @@ const LEANING = 4;
 
 // Parameters: logarithms of the tolerances of edges, directions, moves (percent) and
 // leans (degrees), then these freedoms.
-const FREEDOMS = [
-  'RECTANGLE',
-  'RHOMBUS',
-  'PARALLELOGRAM',
-  'ISOSCELES_TRAPEZOID',
-  'TRAPEZOID',
-];
+const FREEDOMS = ['RECTANGLE', 'RHOMBUS', 'PARALLELOGRAM', 'ISOSCELES_TRAPEZOID', 'TRAPEZOID'];
 const START = [2, 0, 2, 2, 2, 3, 4, 6, 0];
 
 function freedom(p, form) {

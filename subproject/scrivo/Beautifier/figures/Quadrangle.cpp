@@ -44,7 +44,8 @@ bool QuadrangleFamily::competes(std::span<const double> own) {
 
 Figure QuadrangleFamily::idealise(const Fitted& fitted) {
     const PolygonInk ink = inkOf(fitted.evidence, 4);
-    const KindChoice choice = chooseQuadrangle(ink, allowedForms(fitted, kindOf, ANY_QUADRANGLE), fitted.options.horizontalVertical);
+    const KindChoice choice = chooseQuadrangle(ink, allowedForms(fitted, kindOf, ANY_QUADRANGLE),
+                                               fitted.options.horizontalVertical);
     QuadrangleFigure quadrangle;
     quadrangle.subtype = kindOf(static_cast<QuadrangleForm>(choice.id));
     placeCorners(quadrangle.corners, choice, fitted.frame);

@@ -9,6 +9,6 @@ namespace Scrivo::beautifier {
 enum TriangleForm : int { EQUILATERAL, RIGHT_ISOSCELES, ISOSCELES, RIGHT, ANY_TRIANGLE };
 
 KindChoice chooseTriangle(const PolygonInk& ink, FormSet allowed = ALL_FORMS,
-                            bool isLevelled = true);
+                          bool isLevelled = true);
 
 }  // namespace Scrivo::beautifier

@@ -214,10 +214,9 @@ private:
         for (int k = 0; k < m_form.edges; ++k) {
             const EdgeInk& e = m_ink.edge[inkIndex(k)];
             const Vec n = m_state.normals[index(k)];
-            const double off =
-                dot(n, e.mean - m_state.centre) - m_state.values[distance(index(k))];
-            sum += e.xx * n.x * n.x + 2.0 * e.xy * n.x * n.y + e.yy * n.y * n.y +
-                   e.count * off * off;
+            const double off = dot(n, e.mean - m_state.centre) - m_state.values[distance(index(k))];
+            sum +=
+                e.xx * n.x * n.x + 2.0 * e.xy * n.x * n.y + e.yy * n.y * n.y + e.count * off * off;
         }
         return sum;
     }
