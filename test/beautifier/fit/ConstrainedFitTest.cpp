@@ -60,6 +60,51 @@ TEST(ConstrainedFit, HasInfiniteSquaresWhereThereIsNoSuchPolygon) {
     }
 }
 
+const PolygonForm& formOf(QuadrangleForm id) {
+    const auto forms = quadrangleForms();
+    return std::find_if(forms.begin(), forms.end(), [&](const Candidate& c) { return c.id == id; })
+        ->form;
+}
+
+double largestMove(const PolygonFit& fit, const PolygonFit& from) {
+    double largest = 0.0;
+    for (std::size_t i = 0; i < 4; ++i) {
+        largest = std::max(largest, norm(fit.corners.at(i) - from.corners.at(i)));
+    }
+    return largest;
+}
+
+TEST(ConstrainedFit, PlacesFormsSoThatNoCornerMovesFar) {
+    // One careless corner, which a square by least squares moves by 0.08.
+    for (const bool reversed : {false, true}) {
+        std::vector<Vec> corners{{0, 0}, {0.84, 0.0}, {1, 1}, {0, 1}};
+        if (reversed) {
+            std::reverse(corners.begin(), corners.end());
+        }
+        const PolygonInk ink = inkOf(corners);
+        const PolygonFit free = fitFreePolygon(ink);
+        const PolygonFit fit = fitPolygon(ink, formOf(SQUARE), 0);
+        const PolygonFit placed = placePolygon(ink, formOf(SQUARE), 0, false);
+        EXPECT_GT(largestMove(fit, free), 0.075);
+        EXPECT_LT(largestMove(placed, free), 0.07);
+        EXPECT_LT(placed.squares, 2.0 * fit.squares);
+    }
+    // Where none moves far, the placed polygon is the best one.
+    const PolygonInk ink = inkOf({{0, 0}, {1, 0.02}, {1, 0.6}, {0, 0.6}});
+    const PolygonFit fit = fitPolygon(ink, formOf(RECTANGLE), 0);
+    EXPECT_EQ(largestMove(placePolygon(ink, formOf(RECTANGLE), 0, false), fit), 0.0);
+    const PolygonFit level = placePolygon(ink, formOf(RECTANGLE), 0, true);
+    EXPECT_NEAR(norm(level.corners[1] - level.corners[0]), norm(fit.corners[1] - fit.corners[0]),
+                1e-12);
+    EXPECT_NEAR(level.corners[1].y, level.corners[0].y, 1e-12);
+    // A slim rectangle is no square: every corner moves, and the result is still one.
+    const PolygonInk slim = inkOf({{0, 0}, {1, 0}, {1, 0.1}, {0, 0.1}});
+    const PolygonFit square = placePolygon(slim, formOf(SQUARE), 0, true);
+    EXPECT_TRUE(std::isfinite(square.squares));
+    EXPECT_NEAR(norm(square.corners[1] - square.corners[0]),
+                norm(square.corners[2] - square.corners[1]), 1e-9);
+}
+
 }  // namespace
 
 }  // namespace Scrivo::test

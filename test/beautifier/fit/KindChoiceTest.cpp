@@ -1,3 +1,4 @@
+#include "Beautifier/fit/Levelling.h"
 #include "Shapes.h"
 
 #include <gtest/gtest.h>
@@ -27,6 +28,23 @@ TEST(KindChoice, StaysWithinTheAllowedForms) {
         EXPECT_TRUE(std::isfinite(choice.fit.squares)) << form;
     }
     EXPECT_TRUE(std::isnan(chooseQuadrangle(square, 0).fit.corners[0].x));
+}
+
+TEST(KindChoice, PlacesLevelWhatLeansLittle) {
+    const auto leanOf = [](double angle, bool isLevelled) {
+        std::vector<Vec> corners = exactQuadrangles()[2].corners;
+        for (Vec& p : corners) {
+            p = turned(p, {}, angle);
+        }
+        const KindChoice choice = chooseQuadrangle(inkOf(corners), ALL_FORMS, isLevelled);
+        EXPECT_EQ(choice.id, RECTANGLE) << angle;
+        return std::abs(leastLean(choice.fit.corners));
+    };
+    for (const double angle : {0.03, -0.1, 1.5}) {
+        EXPECT_EQ(leanOf(angle, true), 0.0) << angle;
+        EXPECT_GT(leanOf(angle, false), 0.02) << angle;
+    }
+    EXPECT_NEAR(leanOf(0.17, true), 0.17, 1e-9) << "leans on purpose";
 }
 
 TEST(KindChoice, MeasuresErrorsAgainstTheWiderForm) {
