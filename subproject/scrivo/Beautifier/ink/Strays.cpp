@@ -9,7 +9,7 @@ namespace {
 constexpr int CHORD = 4;  // steps on either side of a bend
 
 // A pen turns back sharply, and what is retraced lies beside what it retraces.
-constexpr double TURN_BACK = -0.5;   // cosine of the bend, at most
+constexpr double TURN_BACK = -0.5;    // cosine of the bend, at most
 constexpr double BESIDE = 0.06;       // at most, of the longer side
 constexpr double BESIDE_LOOP = 0.09;  // of a closed figure, which no letter retraces
 constexpr double LOOP_GAP = 0.25;     // between the ends of one
@@ -22,7 +22,7 @@ constexpr int LEAST_OVERLAP = 6;  // steps; less is trimmed where the ends meet
 // A hook is short and leaves at an angle.
 constexpr double LONGEST_HOOK = 0.11;  // of the longer side
 constexpr int HOOK_STEPS = 12;
-constexpr double HOOK_BEND = 0.5;      // cosine, at most
+constexpr double HOOK_BEND = 0.5;  // cosine, at most
 constexpr double STRAIGHT = 1.25;  // path over reach; arrow heads go back and forth
 
 Vec at(const Fine& fine, int i) {
@@ -89,12 +89,31 @@ Fine part(const Fine& fine, const Range& range) {
     return out;
 }
 
+/// Whether the pen turns back sharply twice and more in the last steps before the
+/// end of an arrow head: it is what was meant.
+bool isArrowHead(const Fine& fine, bool atEnd) {
+    constexpr int REACH = 26;  // steps
+    constexpr double SHARP = -0.3;
+    int turns = 0;
+    for (int i = 2; i <= REACH; ++i) {
+        const int toEnd = std::min(i, CHORD);
+        const double bend =
+            atEnd ? bendAt(fine, FINE - 1 - i, CHORD, toEnd) : bendAt(fine, i, toEnd, CHORD);
+        if (bend < SHARP) {
+            ++turns;
+            i += CHORD;
+        }
+    }
+    return turns >= 2;
+}
+
 /// What remains without the longest part that goes back over the rest.
 Range beforeRetracing(const Fine& fine) {
+    const std::array arrows{isArrowHead(fine, false), isArrowHead(fine, true)};
     for (int i = FINE / 2; i >= LEAST_RETRACED; --i) {
         for (const bool atEnd : {true, false}) {
             const int turn = atEnd ? FINE - 1 - i : i;
-            if (bendAt(fine, turn, CHORD, CHORD) <= TURN_BACK &&
+            if (!arrows[atEnd ? 1 : 0] && bendAt(fine, turn, CHORD, CHORD) <= TURN_BACK &&
                 isRetraced(fine, turn, atEnd ? 1 : -1)) {
                 return atEnd ? Range{0, turn} : Range{turn, FINE - 1};
             }
@@ -151,6 +170,9 @@ int beforeSpur(const Fine& fine) {
 /// Steps of the hook before the sharpest bend near the start; 0 without one. An
 /// end that meets the other one is the short side of a closed figure.
 int hookAt(const Fine& fine) {
+    if (isArrowHead(fine, false)) {
+        return 0;
+    }
     const double gap = norm(fine.front() - fine.back());
     int best = 0;
     double sharpest = HOOK_BEND;
