@@ -97,7 +97,11 @@ class Table {
 
   /** Values and bins of all rows, for fits to any part of them. */
   prepare() {
-    this.columns = binned(this.rows.map(({ features }) => features));
+    const taught = this.rows.filter(({ importance }) => importance > 0);
+    this.columns = binned(
+      this.rows.map(({ features }) => features),
+      taught.map(({ features }) => features),
+    );
     this.values = Object.fromEntries(
       NAMES.map((family) => [
         family,
