@@ -8,8 +8,8 @@ const { spawnSync } = require('node:child_process');
 const fs = require('node:fs');
 const os = require('node:os');
 const path = require('node:path');
-const { Beautifier } = require('../lib/beautifier.js');
-const { templates } = require('../lib/index.js');
+const { Beautifier } = require('scrivo/beautifier');
+const { templates } = require('scrivo');
 const { drawEach } = require('../research/ink/index.js');
 const templateEngine = require('../research/template-engine.js');
 

@@ -4,7 +4,7 @@
 // same points in JavaScript. Microseconds, medians of many rounds. Compare machines by the ratio,
 // which is taken within each round.
 
-const { FigureType, optimizeAStroke } = require('../lib/index.js');
+const { FigureType, optimizeAStroke } = require('scrivo');
 const { HANDS, drawInk } = require('../research/ink/index.js');
 const { place } = require('../research/template-engine.js');
 

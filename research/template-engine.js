@@ -1,6 +1,7 @@
 'use strict';
 
-const { FigureType, initScrivo, optimizeAStroke } = require('../lib/index.js');
+const { initScrivo, optimizeAStroke } = require('scrivo');
+const { familyOfAnswer } = require('../packages/cli/lib/template-answer.js');
 const { boxOf } = require('./ink/outlines.js');
 
 /** The template engine on single strokes, points [x, y, force] in drawing-area units. */
@@ -9,16 +10,6 @@ const { boxOf } = require('./ink/outlines.js');
 // by the border.
 const AREA = 1000;
 const FILL = 0.8;
-
-const FAMILIES = {
-  [FigureType.NONE]: 'none',
-  [FigureType.POINT]: 'dot',
-  [FigureType.LINE]: 'line',
-  [FigureType.ANGLE]: 'angle',
-  [FigureType.ELLIPSE]: 'ellipse',
-};
-/** Polygons by their points: 21 an edge. */
-const POLYGONS = { 63: 'triangle', 84: 'quadrangle' };
 
 /** The stroke in the middle of a square area: `path` in fractions of it. */
 function place(points) {
@@ -44,8 +35,7 @@ const answerPlaced = ({ path, side }) => optimizeAStroke(path, side, side, []);
 function answer(points) {
   const placed = place(points);
   const { type, path } = answerPlaced(placed);
-  const isAsDrawn = path[0].x === placed.path[0].x && path[0].y === placed.path[0].y;
-  const family = FAMILIES[type] ?? (isAsDrawn ? undefined : POLYGONS[path.length]) ?? 'polygon';
+  const family = familyOfAnswer({ type, path });
   const { side, left, top } = placed;
   return { type, family, points: path.map(({ x, y }) => [x * side + left, y * side + top]) };
 }

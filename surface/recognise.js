@@ -2,20 +2,10 @@
 
 // The two engines behind one function.
 
-const { FigureType, initScrivo, optimizeAStroke, templates } = require('../lib/index.js');
-const { Beautifier } = require('../lib/beautifier.js');
+const { initScrivo, optimizeAStroke, templates } = require('scrivo');
+const { Beautifier } = require('scrivo/beautifier');
+const { familyOfAnswer, isRedrawn } = require('../packages/cli/lib/template-answer.js');
 
-/** Kinds of the template engine's figures, named as the beautifier names them. */
-const KINDS = {
-  [FigureType.POINT]: () => 'dot',
-  [FigureType.LINE]: () => 'line',
-  [FigureType.ANGLE]: () => 'angle',
-  [FigureType.POLYGON]: (path) => POLYGONS[path.length / POINTS_PER_EDGE] ?? 'polygon',
-  [FigureType.ELLIPSE]: (path, width, height) =>
-    isCircle(path.map(({ x, y }) => [x * width, y * height])) ? 'circle' : 'ellipse',
-};
-const POINTS_PER_EDGE = 21;
-const POLYGONS = { 3: 'triangle', 4: 'quadrangle' };
 // The radii of an ellipse that was made a circle differ by rounding only.
 const CIRCLE_TOLERANCE = 1e-3;
 
@@ -30,16 +20,22 @@ function isCircle(outline) {
 }
 
 const isFinitePoint = ({ x, y }) => Number.isFinite(x) && Number.isFinite(y);
-const isSamePath = (a, b) =>
-  a.length === b.length && a.every(({ x, y }, i) => x === b[i].x && y === b[i].y);
+
+/** The kind of an answer's figure, named as the beautifier names it. */
+function kindOf(answer, width, height) {
+  const family = familyOfAnswer(answer);
+  const isRound = () => isCircle(answer.path.map(({ x, y }) => [x * width, y * height]));
+  return family === 'ellipse' && isRound() ? 'circle' : family;
+}
 
 /** A polygon can come back as drawn, and a degenerate figure has NaN coordinates: both stay ink. */
 function recogniseByTemplates({ stroke, width, height, others }) {
-  const { path, type } = optimizeAStroke(stroke, width, height, others);
-  if (type === FigureType.NONE || isSamePath(path, stroke) || !path.every(isFinitePoint)) {
+  const answer = optimizeAStroke(stroke, width, height, others);
+  if (!isRedrawn(answer) || !answer.path.every(isFinitePoint)) {
     return { path: stroke, figure: null, confidence: null };
   }
-  return { path, figure: { kind: KINDS[type](path, width, height) }, confidence: null };
+  const figure = { kind: kindOf(answer, width, height) };
+  return { path: answer.path, figure, confidence: null };
 }
 
 /**

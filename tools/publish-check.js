@@ -96,7 +96,7 @@ function cleanTree() {
 }
 
 /** Complaints about what is in the archive: `tracked` by git, or `prebuilt` for a target. */
-function judgeContents(packed, tracked, prebuilt) {
+function checkContents(packed, tracked, prebuilt) {
   const known = new Set([...tracked, ...prebuilt]);
   const isOfTests = (name) =>
     /(^|\/)(test|bench|surface|research|packages)\/|\.test\.|\.ndjson/.test(name);
@@ -124,7 +124,7 @@ function archive(folder) {
   const prebuilt = folder ? [] : Object.keys(TARGETS).flatMap(prebuiltFiles);
   console.log(`${packed.name}: ${names.length} files, ${(packed.size / 1e6).toFixed(1)} MB packed`);
   return [
-    ...judgeContents(
+    ...checkContents(
       names,
       tracked,
       prebuilt.map((file) => path.relative(ROOT, file).replaceAll(path.sep, '/')),
@@ -197,6 +197,6 @@ async function publishCheckMain() {
   return failed.length === 0 ? 0 : 1;
 }
 
-module.exports = { compareVersions, judgeContents };
+module.exports = { checkContents, compareVersions };
 
 if (require.main === module) main(publishCheckMain);

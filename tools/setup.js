@@ -44,7 +44,7 @@ const OLDEST_NODE = 18;
 const TOOLS_NODE = 20;
 
 /** An error or a warning about this version of Node, if there is one. */
-function judgeNode(version) {
+function checkNode(version) {
   const major = Number.parseInt(version, 10);
   if (major < OLDEST_NODE) {
     return { error: `Node ${version} is too old: install Node ${OLDEST_NODE} or later.` };
@@ -152,7 +152,7 @@ async function installSystemPackages(wanted) {
 /** Everything for `level`: 'run' (build and drawing page), 'test' (and linters) or 'hosts'. */
 async function setup(level) {
   heading(`Setup (${level})`);
-  const { error, warning } = judgeNode(process.versions.node);
+  const { error, warning } = checkNode(process.versions.node);
   if (error) throw failure(error);
   console.log(warning ?? `Node ${process.versions.node}`);
   await installSystemPackages(LEVELS[level]);
@@ -167,6 +167,6 @@ async function setupMain([level = 'test']) {
   return 0;
 }
 
-module.exports = { LEVELS, installedPackages, judgeNode, matchesLock, planSystemPackages, setup };
+module.exports = { LEVELS, checkNode, installedPackages, matchesLock, planSystemPackages, setup };
 
 if (require.main === module) main(setupMain);

@@ -5,15 +5,15 @@
 // features against each other, which a sum of terms cannot. Deterministic: the
 // generator is seeded, ties go to the first feature and the lowest cut.
 
+const { createUniform } = require('../ink/random.js');
 const { sigmoid } = require('./learn.js');
-const { generator } = require('./strokes.js');
 
 const BINS = 64;
 const RATE = 0.1; // share of the best step that a tree takes
 const RIDGE = 1; // added to the second derivatives of a leaf
-const LEAST_HESSIAN = 1; // on either side of a cut
+const MIN_HESSIAN = 1; // on either side of a cut
 const NEVER = 1e9; // a cut that no value exceeds
-const LEAST_GAIN = 1e-9;
+const MIN_GAIN = 1e-9;
 const SHARE_OF_FEATURES = 0.3; // that a tree may ask for, so that trees differ
 
 /** Cuts between neighbouring values at even shares of the rows, at most `BINS - 1`. */
@@ -82,9 +82,9 @@ function bestCut(columns, sums) {
     for (let bin = 0; bin < cuts.length; bin++) {
       lowG += bins[2 * bin];
       lowH += bins[2 * bin + 1];
-      if (lowH < LEAST_HESSIAN || h - lowH < LEAST_HESSIAN) continue;
+      if (lowH < MIN_HESSIAN || h - lowH < MIN_HESSIAN) continue;
       const gain = worth(lowG, lowH) + worth(g - lowG, h - lowH) - worth(g, h);
-      if (gain > (best?.gain ?? LEAST_GAIN)) best = { feature, bin, gain };
+      if (gain > (best?.gain ?? MIN_GAIN)) best = { feature, bin, gain };
     }
   });
   return best;
@@ -137,7 +137,7 @@ function growTree(columns, members, slopes) {
  * { feature, at }; a value above `at` goes to the higher side.
  */
 function boost(columns, members, targets, importance, count) {
-  const random = generator(count);
+  const random = createUniform(count);
   const n = targets.length;
   const score = new Float64Array(n);
   const slopes = { gradient: new Float64Array(n), hessian: new Float64Array(n) };

@@ -4,7 +4,7 @@
 // Every distortion takes points [x, y] in units of the drawing area and a seeded
 // generator, and returns points.
 
-const { normal } = require('./strokes.js');
+const { normalFrom } = require('../ink/random.js');
 
 const distance = (a, b) => Math.hypot(b[0] - a[0], b[1] - a[1]);
 const between = (a, b, t) => [a[0] + t * (b[0] - a[0]), a[1] + t * (b[1] - a[1])];
@@ -48,7 +48,7 @@ const thinned = (step) => (points) =>
 
 /** Every point moved by a normal deviate in x and y. */
 const noise = (spread) => (points, random) =>
-  points.map(([x, y]) => [x + spread * normal(random), y + spread * normal(random)]);
+  points.map(([x, y]) => [x + spread * normalFrom(random), y + spread * normalFrom(random)]);
 
 /** A wave across the path. */
 const tremor = (amplitude, wave) => (points, random) => {

@@ -6,14 +6,14 @@
 // that is held, between them lie small letters.
 
 const DOTS = [
-  { extent: 1.5, least: 0, most: 1e6, sure: true },
-  { extent: 4, least: 0, most: 2.1, sure: false },
-  { extent: 4, least: 15, most: 1e6, sure: false },
+  { extent: 1.5, min: 0, max: 1e6, sure: true },
+  { extent: 4, min: 0, max: 2.1, sure: false },
+  { extent: 4, min: 15, max: 1e6, sure: false },
 ];
 
 const fits = ({ extent, diagonal, travel }, limits) =>
   extent <= limits.extent &&
-  (diagonal === 0 || (limits.least * diagonal <= travel && travel <= limits.most * diagonal));
+  (diagonal === 0 || (limits.min * diagonal <= travel && travel <= limits.max * diagonal));
 
 /** Whether a row { extent, diagonal, travel } of a stroke as drawn is a dot. */
 const isDot = (row) => DOTS.some((limits) => fits(row, limits));

@@ -6,14 +6,21 @@
 //
 // Twice: with every stroke but dots scaled to a longer side of 200 units, and at
 // its natural size; then the kinds of figures and how far they lie from the ink.
+// Dots of more than 4 units are those of a device with small units: they are
+// judged as with a `tapSize` of 14, which is the same as scaling them, and apart.
 
+const { WITHOUT, readArguments } = require('./arguments.js');
+const { familyOf } = require('./names.js');
 const { probe } = require('./probe.js');
 const { printShapes } = require('./shapes.js');
 const { bins } = require('./reliability.js');
-const { readStrokes, scaled } = require('./strokes.js');
+const { percent } = require('./report.js');
+const { extentOf, readStrokes, scaled } = require('./strokes.js');
 
-const FIGURES = ['none', 'dot', 'line', 'angle', 'triangle', 'quadrangle', 'ellipse', 'ellipse'];
-const percent = (part, whole) => `${((100 * part) / whole).toFixed(2)} %`;
+const TAP = 4; // units, the default `tapSize`
+const LARGE_TAP = 14;
+
+const share = (part, whole) => percent(part, whole, 2);
 
 function group(rows, key) {
   const groups = new Map();
@@ -31,34 +38,42 @@ function print(title, rows) {
   const right = (list) => list.filter((row) => row.answer === row.family).length;
   for (const [family, list] of group(figures, 'family')) {
     console.log(
-      `  ${family.padEnd(14)} recall  ${percent(right(list), list.length)} of ${list.length}`,
+      `  ${family.padEnd(14)} recall  ${share(right(list), list.length)} of ${list.length}`,
     );
   }
   console.log(
-    `  ${'all figures'.padEnd(14)} recall  ${percent(right(figures), figures.length)} of ${figures.length}`,
+    `  ${'all figures'.padEnd(14)} recall  ${share(right(figures), figures.length)} of ${figures.length}`,
   );
   const none = rows.filter((row) => row.family === 'none');
   const changed = (list) => list.filter((row) => row.answer !== 'none').length;
   console.log(
-    `  ${'no figure'.padEnd(14)} changed ${percent(changed(none), none.length)} of ${none.length}`,
+    `  ${'no figure'.padEnd(14)} changed ${share(changed(none), none.length)} of ${none.length}`,
   );
   for (const [label, list] of group(none, 'label')) {
     console.log(
-      `    ${label.padEnd(14)} changed ${percent(changed(list), list.length)} of ${list.length}`,
+      `    ${label.padEnd(14)} changed ${share(changed(list), list.length)} of ${list.length}`,
     );
   }
   const hand = none.filter((row) => row.label === 'handwriting');
   const dots = hand.filter((row) => row.answer === 'dot').length;
-  console.log(`  handwriting taken for a dot: ${percent(dots, hand.length)}`);
+  console.log(`  handwriting taken for a dot: ${share(dots, hand.length)}`);
 }
 
+function printLargeDots(strokes) {
+  const drawn = strokes.map(({ points }) => points.map((p) => p.map((v) => (TAP / LARGE_TAP) * v)));
+  const right = probe('answers', drawn).filter((answer) => familyOf(answer) === 'dot').length;
+  console.log(`dots of more than ${TAP} units, with a tap size of ${LARGE_TAP}:`);
+  console.log(`  ${right} right of ${strokes.length}`);
+}
+
+const USAGE = 'node research/beautifier/evaluate.js STROKES [--without LINE,LINE...]';
+
 function main() {
-  const [file, flag, lines] = process.argv.slice(2);
-  if (!file || (flag && flag !== '--without')) {
-    throw new Error('usage: node research/beautifier/evaluate.js STROKES [--without LINE,LINE...]');
-  }
-  const without = new Set((lines ?? '').split(',').filter(Boolean).map(Number));
-  const strokes = readStrokes(file).filter((_, line) => !without.has(line));
+  const { files, without } = readArguments(USAGE, WITHOUT);
+  const all = readStrokes(files[0]).filter((_, line) => !without.has(line));
+  const isLarge = ({ family, points }) => family === 'dot' && extentOf(points) > TAP;
+  const strokes = all.filter((stroke) => !isLarge(stroke));
+  printLargeDots(all.filter(isLarge));
   for (const natural of [false, true]) {
     const drawn = strokes.map(({ family, points }) =>
       natural || family === 'dot' ? points : scaled(points, 200),
@@ -67,7 +82,7 @@ function main() {
     const rows = strokes.map(({ family, label }, i) => ({
       family,
       label,
-      answer: FIGURES[answers[i].figure],
+      answer: familyOf(answers[i]),
       confidence: answers[i].confidence,
     }));
     print(natural ? 'natural size' : 'longer side 200 units', rows);
@@ -77,7 +92,7 @@ function main() {
         rows.map((row) => ({ confidence: row.confidence, right: row.answer === row.family })),
       );
       for (const bin of table) {
-        console.log(`    ${bin.confidence.toFixed(2)}  ${percent(bin.right, 1)} of ${bin.count}`);
+        console.log(`    ${bin.confidence.toFixed(2)}  ${share(bin.right, 1)} of ${bin.count}`);
       }
       printShapes(strokes, drawn, answers);
     }

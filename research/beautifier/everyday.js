@@ -7,31 +7,37 @@
 //
 // STROKES need no labels: one JSON object a line with `points`.
 
+const { readArguments } = require('./arguments.js');
+const { familyOf } = require('./names.js');
 const { probe } = require('./probe.js');
-const { percent } = require('./report.js');
-const { boxOf, readStrokes } = require('./strokes.js');
+const { percent, percentCell } = require('./report.js');
+const { extentOf, readStrokes } = require('./strokes.js');
 
 const TAP = 4; // units, the default `tapSize`
 const SIZES = [0, 20, 40]; // `minSize`
-const FIGURES = ['none', 'dot', 'line', 'angle', 'triangle', 'quadrangle', 'ellipse', 'ellipse'];
+const FAMILIES = ['dot', 'line', 'angle', 'triangle', 'quadrangle', 'ellipse'];
 
 function main() {
-  const [file] = process.argv.slice(2);
-  if (!file) throw new Error('usage: node research/beautifier/everyday.js STROKES');
-  const drawn = readStrokes(file).map(({ points }) => points);
-  const strokes = probe('answers', drawn).map(({ figure }, i) => ({
-    answer: FIGURES[figure],
-    extent: boxOf(drawn[i]).extent,
+  const { files } = readArguments('node research/beautifier/everyday.js STROKES', {});
+  const drawn = readStrokes(files[0]).map(({ points }) => points);
+  const strokes = probe('answers', drawn).map((answer, i) => ({
+    family: familyOf(answer),
+    extent: extentOf(drawn[i]),
   }));
-  const share = (holds) => percent(strokes.filter(holds).length, strokes.length);
-  const large = share(({ answer, extent }) => answer === 'dot' && extent > TAP);
-  console.log(`${strokes.length} strokes; dots larger than ${TAP} units: ${large}`);
-  const families = [...new Set(FIGURES)].slice(1);
-  console.log(`minSize  changed ${families.map((name) => name.padStart(10)).join(' ')}`);
+  const count = (holds) => strokes.filter(holds).length;
+  const large = count(({ family, extent }) => family === 'dot' && extent > TAP);
+  console.log(
+    `${strokes.length} strokes; dots larger than ${TAP} units: ${percent(large, strokes.length)}`,
+  );
+  console.log(`minSize  changed ${FAMILIES.map((name) => name.padStart(10)).join(' ')}`);
   for (const size of SIZES) {
-    const changes = ({ answer, extent }) => answer !== 'none' && extent >= size;
-    const each = families.map((name) => share((s) => changes(s) && s.answer === name).padStart(10));
-    console.log(`${String(size).padStart(7)}  ${share(changes)} ${each.join(' ')}`);
+    const share = (families) =>
+      percentCell(
+        count(({ family, extent }) => families.includes(family) && extent >= size),
+        strokes.length,
+      );
+    const each = FAMILIES.map((name) => share([name]).padStart(10));
+    console.log(`${String(size).padStart(7)}  ${share(FAMILIES)} ${each.join(' ')}`);
   }
 }
 

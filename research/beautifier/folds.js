@@ -2,14 +2,15 @@
 
 // Judgements of strokes by scores that were fitted without their writers.
 
+const { createUniform } = require('../ink/random.js');
 const { TABLE } = require('./distortions.js');
 const { NAMES, Table, fitFamilies, judge } = require('./model.js');
 const { tableOf } = require('./probe.js');
-const { generator, hash, scaled } = require('./strokes.js');
+const { hash, scaled } = require('./strokes.js');
 const { variants } = require('./variants.js');
 
 const FOLDS = 5;
-const LARGEST_DOT = 4; // units; what is larger is one by another tap size
+const MAX_DOT = 4; // units; what is larger is one by another tap size
 const OTHER = 4; // columns before the features: extent diagonal travel closed
 
 const writerOf = (stroke) => `${stroke.source}/${stroke.writer ?? stroke.id}`;
@@ -24,7 +25,7 @@ function otherwise(stroke) {
   return TABLE.slice(1)
     .filter(([, families]) => families.includes(stroke.family))
     .map(([name, , distort]) => ({
-      points: distort(points, generator(seed)),
+      points: distort(points, createUniform(seed)),
       family: stroke.family,
       importance: 0,
       test: name,
@@ -48,7 +49,7 @@ function tableFrom(strokes, { drawnOtherwise = false } = {}) {
   const isFit = ({ closed, family }) => closed >= 0 && family !== 'dot';
   const all = new Table(names.slice(OTHER), table.filter(isFit));
   all.drawn = table.filter((row) => row.original);
-  all.dots = all.drawn.filter((row) => row.family === 'dot' && row.extent <= LARGEST_DOT);
+  all.dots = all.drawn.filter((row) => row.family === 'dot' && row.extent <= MAX_DOT);
   return all;
 }
 

@@ -8,8 +8,11 @@
 // With --table it prints, instead, what comes out on strokes of writers that took
 // no part: five folds, no writer in two of them where writers are known.
 
+const { readArguments } = require('./arguments.js');
 const { minimise } = require('./minimise.js');
+const { familyOf } = require('./names.js');
 const { probe } = require('./probe.js');
+const { percent } = require('./report.js');
 const { hash, readStrokes, scaled } = require('./strokes.js');
 
 // In the order of the enumeration FourEdges.
@@ -83,7 +86,9 @@ function read(file) {
         }));
       return { stroke: strokes[i], label: label(strokes[i]), candidates, answer: answers[i] };
     })
-    .filter(({ candidates, answer }) => candidates[0].edges >= 0 && answer.figure === 5)
+    .filter(
+      ({ candidates, answer }) => candidates[0].edges >= 0 && familyOf(answer) === 'quadrangle',
+    )
     .map((row) => {
       const meant = (MEANT[row.label] ?? []).map((name) => KINDS.indexOf(name));
       return { ...row, meant, weight: 1 };
@@ -188,10 +193,10 @@ function table(rows) {
   }
   for (const [name, { all, far, kinds }] of [...counts].sort()) {
     const right = (RIGHT[name] ?? []).reduce((sum, kind) => sum + (kinds[kind] ?? 0), 0);
-    const share = RIGHT[name] ? `${((100 * right) / all).toFixed(1)} % right` : '';
+    const share = RIGHT[name] ? `${percent(right, all)} right` : '';
     console.log(
       `${name.padEnd(14)}${String(all).padStart(4)}  ${share.padEnd(13)} ` +
-        `a corner moved by more than 8 %: ${((100 * far) / all).toFixed(1)} %  ` +
+        `a corner moved by more than 8 %: ${percent(far, all)}  ` +
         JSON.stringify(kinds),
     );
   }
@@ -214,13 +219,12 @@ function print(p) {
   }
 }
 
+const USAGE = 'node research/beautifier/kinds.js STROKES [--table]';
+
 function main() {
-  const [file, flag] = process.argv.slice(2);
-  if (!file || (flag && flag !== '--table')) {
-    throw new Error('usage: node research/beautifier/kinds.js STROKES [--table]');
-  }
-  const rows = read(file);
-  if (flag) table(rows);
+  const { files, table: wantsTable } = readArguments(USAGE, { table: { type: 'boolean' } });
+  const rows = read(files[0]);
+  if (wantsTable) table(rows);
   else print(learn(rows));
 }
 

@@ -7,7 +7,11 @@ const { sigmoid } = require('./learn.js');
 
 const BINS = 10;
 
-const percent = (part, whole) => `${((100 * part) / whole).toFixed(1)} %`.padStart(7);
+const percent = (part, whole, decimals = 1) => `${((100 * part) / whole).toFixed(decimals)} %`;
+
+/** The same as wide as a column. */
+const percentCell = (part, whole) => percent(part, whole).padStart(7);
+
 const count = (list, holds) => list.reduce((sum, item) => sum + (holds(item) ? 1 : 0), 0);
 
 /**
@@ -26,7 +30,7 @@ function calibrationError(answers) {
 function tableLine(title, answers) {
   const right = ({ family, answer }) => family === answer;
   const changed = ({ answer }) => answer !== 'none';
-  const share = (list, holds) => percent(count(list, holds), list.length);
+  const share = (list, holds) => percentCell(count(list, holds), list.length);
   const figures = answers.filter(({ family }) => family !== 'none');
   const none = answers.filter(({ family }) => family === 'none');
   const handwriting = none.filter(({ label }) => label === 'handwriting');
@@ -64,4 +68,4 @@ function confidences(judgements, thresholds) {
   return { changed: all.filter(({ changes }) => changes), all };
 }
 
-module.exports = { HEAD, calibrationError, confidences, percent, tableLine };
+module.exports = { HEAD, calibrationError, confidences, percent, percentCell, tableLine };

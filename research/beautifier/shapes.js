@@ -3,19 +3,9 @@
 // Kinds of figures, their lean and their distance from the ink, of strokes whose
 // family was found right.
 
+const { familyOf, kindOf } = require('./names.js');
 const { probePaths } = require('./probe.js');
-
-const FAMILIES = ['none', 'dot', 'line', 'angle', 'triangle', 'quadrangle', 'ellipse', 'ellipse'];
-const TRIANGLES = ['general', 'equilateral', 'isosceles', 'right'];
-const QUADRANGLES = [
-  'general',
-  'square',
-  'rectangle',
-  'rhombus',
-  'parallelogram',
-  'trapezoid',
-  'kite',
-];
+const { percent } = require('./report.js');
 
 const EDGE_POINTS = 21; // of an outline
 const INK_POINTS = 200; // at even distances, that distances are measured from
@@ -25,7 +15,6 @@ const LEANING = 0.5;
 
 const degrees = (from, to) => (Math.atan2(to[1] - from[1], to[0] - from[0]) * 180) / Math.PI;
 const length = (from, to) => Math.hypot(to[0] - from[0], to[1] - from[1]);
-const percent = (part, whole) => `${((100 * part) / whole).toFixed(1)} %`;
 const median = (values) => [...values].sort((a, b) => a - b)[values.length >> 1];
 
 /** Points at even distances. */
@@ -83,12 +72,6 @@ function meanLean(corners) {
 const isBox = ({ label }) => label === 'square' || label === 'rectangle';
 const groupOf = ({ label, orig }) => (label === 'quad' && orig === 'trapezoid' ? orig : label);
 
-function kindOf(answer) {
-  if (answer.figure === 6) return 'circle';
-  if (answer.figure === 7) return 'ellipse';
-  return (answer.figure === 4 ? TRIANGLES : QUADRANGLES)[answer.subtype];
-}
-
 function printKinds(rows) {
   const groups = new Map();
   for (const row of rows) {
@@ -144,7 +127,7 @@ function printShapes(strokes, drawn, answers) {
       path: paths[i],
       plain: plain[i],
     }))
-    .filter(({ stroke, answer }) => FAMILIES[answer.figure] === stroke.family);
+    .filter(({ stroke, answer }) => familyOf(answer) === stroke.family);
   const of = (family) => rows.filter(({ stroke }) => stroke.family === family);
   console.log('  kinds, by label:');
   printKinds([...of('triangle'), ...of('quadrangle'), ...of('ellipse')]);

@@ -2,7 +2,7 @@
 
 const { readFileSync } = require('node:fs');
 const { gunzipSync } = require('node:zlib');
-const { createUniform: generator, normalFrom: normal } = require('../ink/random.js');
+const { boxOf } = require('../ink/outlines.js');
 
 /** Strokes of a (gzipped) file of one JSON object a line. */
 function readStrokes(file) {
@@ -21,19 +21,20 @@ function hash(text) {
   return h;
 }
 
-/** Position of the box and its longer side. */
-function boxOf(points) {
-  const xs = points.map((p) => p[0]);
-  const ys = points.map((p) => p[1]);
-  const [x, y] = [Math.min(...xs), Math.min(...ys)];
-  return { x, y, extent: Math.max(Math.max(...xs) - x, Math.max(...ys) - y) };
+const boxOfPairs = (points) => boxOf(points.map(([x, y]) => ({ x, y })));
+
+/** The longer side of a stroke's box. */
+function extentOf(points) {
+  const { width, height } = boxOfPairs(points);
+  return Math.max(width, height);
 }
 
 /** Moves the points so that the box starts at (0, 0) and its longer side is `side`. */
 function scaled(points, side) {
-  const { x, y, extent } = boxOf(points);
+  const { x, y, width, height } = boxOfPairs(points);
+  const extent = Math.max(width, height);
   const k = extent > 0 ? side / extent : 1;
   return points.map((p) => [(p[0] - x) * k, (p[1] - y) * k]);
 }
 
-module.exports = { boxOf, generator, hash, normal, readStrokes, scaled };
+module.exports = { extentOf, hash, readStrokes, scaled };

@@ -16,7 +16,7 @@ const STIFFNESS = 6; // strokes that a shift of one costs, half of it squared
 const RARENESS = 0.5; // exponent by which families with few strokes count more
 const HANDWRITING = 1.5; // changing it costs that much more than changing a drawing
 const PRICE = 1.2; // of changing a drawing, in figures missed
-const LARGEST_SHIFT = 1;
+const MAX_SHIFT = 1;
 const STEP = 0.01;
 
 const accepted = (score, threshold) => sigmoid((score - threshold) / SOFTNESS);
@@ -41,7 +41,7 @@ function worthOfFigures(judgements) {
 function shiftOf(judgements, splits, found) {
   const values = judgements.map((judgement) => worthOf(judgement, found));
   let best = { shift: 0, worth: -Infinity };
-  for (let k = -Math.round(LARGEST_SHIFT / STEP); k * STEP <= LARGEST_SHIFT; k++) {
+  for (let k = -Math.round(MAX_SHIFT / STEP); k * STEP <= MAX_SHIFT; k++) {
     const shift = k * STEP;
     const threshold = Math.log(PRICE / found) + shift;
     const sum = judgements.reduce(

@@ -15,13 +15,14 @@
 
 const { writeFileSync } = require('node:fs');
 const path = require('node:path');
+const { WITHOUT, readArguments } = require('./arguments.js');
 const { TABLE } = require('./distortions.js');
 const { dotModels, isDot } = require('./dots.js');
 const { FOLDS, crossValidate, tableFrom } = require('./folds.js');
 const { FAMILIES, NAMES, calibrated, calibration, fitFamilies, sigmoid } = require('./model.js');
 const { ROOT } = require('./probe.js');
 const { reliabilityPlot } = require('./reliability.js');
-const { HEAD, calibrationError, confidences, percent, tableLine } = require('./report.js');
+const { HEAD, calibrationError, confidences, percentCell, tableLine } = require('./report.js');
 const { readStrokes } = require('./strokes.js');
 const { chooseThresholds } = require('./thresholds.js');
 
@@ -29,22 +30,8 @@ const SPLITS = ['a', 'b', 'c'];
 const PENALTY = 0.7;
 
 const USAGE =
-  'usage: node research/beautifier/train.js STROKES... [--without LINE,LINE...] [--dry] [--otherwise]';
-
-function parse(args) {
-  const options = { files: [], without: new Set(), dry: false, otherwise: false };
-  for (let i = 0; i < args.length; i++) {
-    if (args[i] === '--dry') options.dry = true;
-    else if (args[i] === '--otherwise') options.otherwise = true;
-    else if (args[i] === '--without') {
-      i += 1;
-      options.without = new Set((args[i] ?? '').split(',').map(Number));
-    } else if (args[i].startsWith('--')) throw new Error(USAGE);
-    else options.files.push(args[i]);
-  }
-  if (options.files.length === 0) throw new Error(USAGE);
-  return options;
-}
+  'node research/beautifier/train.js STROKES... [--without LINE,LINE...] [--dry] [--otherwise]';
+const OPTIONS = { ...WITHOUT, dry: { type: 'boolean' }, otherwise: { type: 'boolean' } };
 
 function readAll({ files, without }) {
   return files
@@ -62,8 +49,8 @@ function dotText(command, dots) {
   return [
     ...head(command),
     'constexpr std::array DOT_MODELS{',
-    ...dots.map(({ extent, least, most, sure, logit }) => {
-      const numbers = [extent, least, most].map(number).join(', ');
+    ...dots.map(({ extent, min, max, sure, logit }) => {
+      const numbers = [extent, min, max].map(number).join(', ');
       return `    DotModel{${numbers}, ${sure}, ${number(logit)}},`;
     }),
     '};',
@@ -157,13 +144,13 @@ function reportThresholds(original, thresholds) {
 function reportCalibration(original, thresholds) {
   const { changed, all } = confidences(original, thresholds);
   console.log('\nexpected calibration error');
-  console.log(`answers that change ink ${percent(calibrationError(changed), 1)}`);
-  console.log(`all answers             ${percent(calibrationError(all), 1)}`);
+  console.log(`answers that change ink ${percentCell(calibrationError(changed), 1)}`);
+  console.log(`all answers             ${percentCell(calibrationError(all), 1)}`);
 }
 
 function reportOtherwise(judgements, thresholds) {
   const right = ({ row, family, score }) => row.family === family && score > thresholds[family];
-  const share = (list) => percent(list.filter(right).length, list.length);
+  const share = (list) => percentCell(list.filter(right).length, list.length);
   for (const file of new Set(judgements.map(({ row }) => row.stroke.file))) {
     console.log(`\ndrawn otherwise, in folds, ${file}: figures but dots, and those that differ`);
     const here = judgements.filter(({ row }) => row.stroke.file === file && row.family !== 'none');
@@ -179,7 +166,7 @@ function reportOtherwise(judgements, thresholds) {
 }
 
 function main() {
-  const options = parse(process.argv.slice(2));
+  const options = readArguments(USAGE, OPTIONS, Infinity);
   const strokes = readAll(options);
   const table = tableFrom(strokes, { drawnOtherwise: options.otherwise });
   table.prepare();

@@ -3,13 +3,14 @@
 // More strokes from those that were drawn: the same figure drawn otherwise, and
 // ink that is no figure made from one that is.
 
+const { createUniform } = require('../ink/random.js');
 const d = require('./distortions.js');
-const { boxOf, generator, hash, scaled } = require('./strokes.js');
+const { extentOf, hash, scaled } = require('./strokes.js');
 
 const SIDE = 200; // longer side of the strokes that are varied
-const LEAST_POINTS = 14; // of a moderately thinned stroke
-const LEAST_SPARSE = 5; // of a severely thinned one
-const MOST_SQUEEZE = 5;
+const MIN_POINTS = 14; // of a moderately thinned stroke
+const MIN_POINTS_SPARSE = 5; // of a severely thinned one
+const MAX_SQUEEZE = 5;
 
 const CLOSED = ['triangle', 'quadrangle', 'ellipse'];
 const OPEN = ['line', 'angle'];
@@ -24,17 +25,17 @@ function turned(points, random, mirror = 1) {
 }
 
 function squeezed(points, random) {
-  const k = uniform(random, 1, MOST_SQUEEZE);
+  const k = uniform(random, 1, MAX_SQUEEZE);
   return points.map(random() < 0.5 ? ([x, y]) => [x, y / k] : ([x, y]) => [x / k, y]);
 }
 
-/** Thinned to every `most`-th point, or less where few points would be left. */
-function thin(points, most, least) {
-  return d.thinned(Math.max(1, Math.min(most, Math.floor(points.length / least))))(points);
+/** Thinned to every `maxStep`-th point, or less where few points would be left. */
+function thin(points, maxStep, minPoints) {
+  return d.thinned(Math.max(1, Math.min(maxStep, Math.floor(points.length / minPoints))))(points);
 }
 
 const shaken = (points, random) =>
-  thin(points, 4, LEAST_POINTS).map((p) => p.map((v) => v + uniform(random, -0.6, 0.6)));
+  thin(points, 4, MIN_POINTS).map((p) => p.map((v) => v + uniform(random, -0.6, 0.6)));
 
 const rough = (points, random) =>
   random() < 0.7
@@ -78,7 +79,7 @@ const VARIANTS = [
     'same',
     (p, random) => turned(squeezed(p, random), random),
   ],
-  [FEW, null, 'same', (points) => thin(points, 6, LEAST_SPARSE)],
+  [FEW, null, 'same', (points) => thin(points, 6, MIN_POINTS_SPARSE)],
   [FEW, null, 'same', rough],
   [FEW, CLOSED, 'same', (points, random) => d.gap(uniform(random, 0.03, 0.14))(points)],
   [
@@ -103,11 +104,11 @@ function variants(stroke) {
   const { family } = stroke;
   const plain = stroke.points.map(([x, y]) => [x, y]);
   const seed = hash(stroke.source + stroke.id);
-  const extent = boxOf(plain).extent;
+  const extent = extentOf(plain);
   return VARIANTS.flatMap(([importance, families, becomes, vary], i) => {
     if (families !== null && !families.includes(family)) return [];
     if (i > 0 && !(extent > 0)) return [];
-    const random = generator(seed + i);
+    const random = createUniform(seed + i);
     const points = i === 0 ? plain : vary(scaled(plain, SIDE), random);
     return [
       { points, family: becomes === 'same' ? family : becomes, importance, original: i === 0 },

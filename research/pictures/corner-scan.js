@@ -16,7 +16,7 @@ const HEIGHT = 356;
 const STROKE = { x: 40, y: 56, width: 300, height: 240 };
 const CHART = { left: 440, top: 40, width: 410, height: 250 };
 /** The ratio at the lower end of the chart; at the upper end it is 1. */
-const LEAST = 0.4;
+const MIN_RATIO = 0.4;
 
 const distance = (a, b) => Math.hypot(a.x - b.x, a.y - b.y);
 
@@ -31,7 +31,7 @@ function ratios(points) {
 
 const toChart = (count, { middle, ratio }) => ({
   x: CHART.left + (CHART.width * middle) / (count - 1),
-  y: CHART.top + (CHART.height * (1 - ratio)) / (1 - LEAST),
+  y: CHART.top + (CHART.height * (1 - ratio)) / (1 - MIN_RATIO),
 });
 
 /** The grid: a rule and a number for every fifth. */

@@ -1,6 +1,6 @@
 'use strict';
 
-const { templates } = require('../../lib/index.js');
+const { templates } = require('scrivo');
 const { askProbe } = require('../probe/index.js');
 
 /**

@@ -1,6 +1,6 @@
 'use strict';
 
-const { templates } = require('../../lib/index.js');
+const { templates } = require('scrivo');
 const { HANDS, drawInk } = require('../ink/index.js');
 const engine = require('../template-engine.js');
 const { curve, fit, label, point, sheet } = require('./sheet.js');

@@ -27,10 +27,10 @@ function drawNormalForm(points, left, kind) {
 
 function drawChart({ rotations, visited, distance }) {
   const range = rotations.at(-1)[0];
-  const most = Math.ceil(Math.max(...rotations.map(([, d]) => d)) / 20) * 20;
+  const max = Math.ceil(Math.max(...rotations.map(([, d]) => d)) / 20) * 20;
   const place = ([angle, d]) => ({
     x: CHART.left + (CHART.width * (angle + range)) / (2 * range),
-    y: CHART.top + CHART.height * (1 - d / most),
+    y: CHART.top + CHART.height * (1 - d / max),
   });
   const best = visited.find(([, d]) => d === distance);
   const ticks = [-45, -30, -15, 0, 15, 30, 45].map((angle) =>
@@ -39,7 +39,7 @@ function drawChart({ rotations, visited, distance }) {
       kind: 'small',
     }),
   );
-  const levels = [0, most / 2, most].map((d) => {
+  const levels = [0, max / 2, max].map((d) => {
     const name = label(CHART.left - 8, place([0, d]).y + 4, d, { anchor: 'end', kind: 'small' });
     return line(place([-range, d]), place([range, d]), 'rule') + name;
   });

@@ -1,5 +1,6 @@
 'use strict';
 
+const { escapeText } = require('../../packages/cli/lib/svg.js');
 const { boxOf } = require('../ink/outlines.js');
 
 /**
@@ -66,9 +67,6 @@ function sheet({ width, height, title, parts }) {
   ].join('\n');
 }
 
-const ESCAPES = { '&': '&amp;', '<': '&lt;', '>': '&gt;' };
-const escapeText = (text) => String(text).replace(/[&<>]/g, (character) => ESCAPES[character]);
-
 /** A number in tenths of a pixel, in as few characters as possible. */
 const tenths = (value) => String(value / 10).replace(/^(-?)0\./, '$1.');
 const short = (value) => tenths(Math.round(value * 10));
@@ -114,9 +112,9 @@ function arrow(from, to) {
 const point = ([x, y]) => ({ x, y });
 
 /** A map to pixels that centres these points in a place, as large as it allows. */
-function fit(points, { x, y, width, height, scale: most = Infinity }) {
+function fit(points, { x, y, width, height, scale: maxScale = Infinity }) {
   const box = boxOf(points);
-  const scale = Math.min(width / box.width, height / box.height, most);
+  const scale = Math.min(width / box.width, height / box.height, maxScale);
   return (p) => ({
     x: x + width / 2 + (p.x - box.x - box.width / 2) * scale,
     y: y + height / 2 + (p.y - box.y - box.height / 2) * scale,

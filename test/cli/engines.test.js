@@ -5,8 +5,9 @@ const fs = require('node:fs');
 const path = require('node:path');
 const { after, describe, test } = require('node:test');
 const { FIGURES } = require('../../lib/beautifier.js');
-const { createEngine, familyOfAnswer } = require('../../packages/cli/lib/engines.js');
+const { createEngine } = require('../../packages/cli/lib/engines.js');
 const { ANSWERS, FAMILIES } = require('../../packages/cli/lib/families.js');
+const { familyOfAnswer } = require('../../packages/cli/lib/template-answer.js');
 const { resolveTemplates } = require('../../packages/cli/lib/template-files.js');
 const { makeFolder } = require('../support/cli.js');
 

@@ -7,7 +7,7 @@ const { describe, test } = require('node:test');
 const manifest = require('../../package.json');
 const commandManifest = require('../../packages/cli/package.json');
 const { findNative } = require('../../lib/native.js');
-const { compareVersions, judgeContents } = require('../../tools/publish-check.js');
+const { checkContents, compareVersions } = require('../../tools/publish-check.js');
 const { targetOf } = require('../../tools/support/modules.js');
 
 describe('what is shipped', () => {
@@ -37,9 +37,9 @@ describe('what is shipped', () => {
     const shipped = ['lib/index.js', 'docs/hosts.md'];
     const tracked = [...shipped, 'test/a.test.js', 'README.md'];
     const prebuilt = ['prebuilds/linux-x64/hello.node', 'prebuilds/win32-x64/hello.node'];
-    assert.deepEqual(judgeContents([...shipped, ...prebuilt], tracked, prebuilt), []);
+    assert.deepEqual(checkContents([...shipped, ...prebuilt], tracked, prebuilt), []);
     const packed = [prebuilt[0], 'test/a.test.js', 'lib/index.js.orig'];
-    assert.deepEqual(judgeContents(packed, tracked, prebuilt), [
+    assert.deepEqual(checkContents(packed, tracked, prebuilt), [
       'lib/index.js.orig is a stray file',
       'test/a.test.js is no part of the package',
       'prebuilds/win32-x64/hello.node is missing',

@@ -2,7 +2,7 @@
 
 const assert = require('node:assert/strict');
 const { describe, test } = require('node:test');
-const { judgeNode, matchesLock, planSystemPackages } = require('../../tools/setup.js');
+const { checkNode, matchesLock, planSystemPackages } = require('../../tools/setup.js');
 
 describe('setup', () => {
   const wanted = ['g++', 'cmake', 'ninja-build'];
@@ -50,9 +50,9 @@ describe('setup', () => {
   });
 
   test('refuses Node 16 and warns of Node 18', () => {
-    assert.match(judgeNode('16.20.2').error, /install Node 18/);
-    assert.match(judgeNode('18.19.0').warning, /want 20/);
-    assert.deepEqual(judgeNode('20.1.0'), {});
+    assert.match(checkNode('16.20.2').error, /install Node 18/);
+    assert.match(checkNode('18.19.0').warning, /want 20/);
+    assert.deepEqual(checkNode('20.1.0'), {});
   });
 
   test('compares the installed npm packages with the lock file', () => {

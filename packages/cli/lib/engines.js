@@ -1,6 +1,7 @@
 'use strict';
 
 const { ANSWERS } = require('./families.js');
+const { familyOfAnswer } = require('./template-answer.js');
 const { resolveTemplates } = require('./template-files.js');
 const { UserError } = require('./user-error.js');
 
@@ -74,35 +75,6 @@ function templateEngine() {
   };
 }
 
-const POINTS_AN_EDGE = 21;
-
-// Fractions of the drawing area: rounding moves a point by far less.
-const SAME_PLACE = 1e-9;
-
-/**
- * Names the figure of an answer. A polygon has 21 points an edge, however many edges, or is left
- * as drawn: when fewer than three corners were found, or its first two points lie further apart
- * than its edges are long. A drawn stroke may happen to have as many points, but its corners do
- * not come twice, as the end of an edge and the start of the next.
- */
-function familyOfAnswer({ type, path }) {
-  if (type === ANSWERS.polygon.type) {
-    return { 3: 'triangle', 4: 'quadrangle' }[edgesOf(path)] ?? 'polygon';
-  }
-  return Object.keys(ANSWERS).find((family) => ANSWERS[family].type === type) ?? 'none';
-}
-
-/** Edges of an outline that was redrawn, 0 for one that was not. */
-function edgesOf(path) {
-  const edges = path.length / POINTS_AN_EDGE;
-  for (let edge = 0; edge < edges; edge += 1) {
-    const end = path[(edge + 1) * POINTS_AN_EDGE - 1];
-    const start = path[((edge + 1) % edges) * POINTS_AN_EDGE];
-    if (!end || !start || Math.hypot(end.x - start.x, end.y - start.y) > SAME_PLACE) return 0;
-  }
-  return edges;
-}
-
 /** Loads an entry of the engines' package, and with it the native module. */
 function requireEntry(name, engine) {
   try {
@@ -125,4 +97,4 @@ function createEngine(given) {
   throw new UserError(`there is no engine ${given}: choose ${ENGINE_NAMES.join(' or ')}`);
 }
 
-module.exports = { ENGINE_NAMES, createEngine, familyOfAnswer };
+module.exports = { ENGINE_NAMES, createEngine };

@@ -1,5 +1,4 @@
 #include "Answers.h"
-#include "Beautifier/fit/Loop.h"
 #include "Beautifier/ink/Strays.h"
 
 #include <gtest/gtest.h>
@@ -8,70 +7,76 @@ namespace Scrivo::test {
 
 namespace {
 
-using namespace curves;
-using beautifier::Cleaned;
-using beautifier::FINE;
-using beautifier::withoutStrays;
+using namespace beautifier;
+using curves::polyline;
 
-/// Length of what is left, with the longer side of the whole stroke as unit.
-double lengthOf(const Cleaned& cleaned) {
-    return beautifier::lengthBetween(cleaned.fine, 0, FINE - 1);
+Cleaned cleaned(const curves::Path& corners) {
+    return withoutStrays(fineOutline(polyline(corners)));
 }
 
-/// One and a quarter laps of a circle of diameter 1.
-Curve overlappingCircle(double laps) {
-    return [=](double t) { return polar(0.5, 2 * std::numbers::pi * laps * t); };
-}
+// Two steps of the outline: corners fall between its points.
+constexpr double TWO_STEPS = 2.0 / (FINE - 1);
 
-TEST(BeautifierStrays, WaysBackAreCutHoweverOftenTheyAreDrawn) {
-    const Path ends{{0, 0}, {100, 0}};
-    for (const int times : {2, 3, 4}) {
-        Path path;
-        for (int i = 0; i <= times; ++i) {
-            path.push_back(ends[static_cast<std::size_t>(i % 2)]);
+TEST(Strays, WaysBackAndFlicksAreCutAtEitherEnd) {
+    for (const bool atEnd : {true, false}) {
+        const auto lineWith = [&](const Point2D& stray) {
+            const curves::Path path{{0, 0}, {300, 0}, stray};
+            return cleaned(atEnd ? path : curves::Path(path.rbegin(), path.rend()));
+        };
+        const Cleaned retraced = lineWith({200, 0});
+        EXPECT_NEAR(retraced.retraced, 0.25, TWO_STEPS);
+        const Cleaned hooked = lineWith({300, 24});
+        EXPECT_NEAR(hooked.hook, 24.0 / 300, 2 * TWO_STEPS);
+        for (const Fine& fine : {retraced.fine, hooked.fine}) {
+            const Vec along = fine.back() - fine.front();
+            EXPECT_LT(std::abs(along.y), 0.02);
+            EXPECT_NEAR(std::abs(along.x), 1.0, 2 * TWO_STEPS);
         }
-        const Cleaned cleaned = withoutStrays(fineOutline(polyline(path)));
-        EXPECT_NEAR(lengthOf(cleaned), 1.0, 0.05) << times;
-        EXPECT_NEAR(cleaned.retraced, 1.0 - 1.0 / times, 0.05) << times;
     }
-    const Cleaned angle =
-        withoutStrays(fineOutline(polyline({{0, 0}, {60, 80}, {120, 0}, {60, 80}, {0, 0}})));
-    EXPECT_NEAR(lengthOf(angle), 200.0 / 120, 0.05);
 }
 
-TEST(BeautifierStrays, ALegThatOnlyStartsBackIsKept) {
-    // A narrow tooth: the way back soon leaves the way there.
-    const Cleaned tooth = withoutStrays(fineOutline(polyline({{0, 0}, {50, 100}, {100, 0}})));
-    EXPECT_EQ(tooth.retraced, 0.0);
-    EXPECT_EQ(tooth.hook, 0.0);
-    EXPECT_NEAR(lengthOf(tooth), 2 * std::hypot(0.5, 1.0), 0.02);
+TEST(Strays, WhatRunsOnOverTheStartIsCut) {
+    const Cleaned square = cleaned({{0, 0}, {200, 0}, {200, 200}, {0, 200}, {0, 0}, {100, 0}});
+    EXPECT_NEAR(square.overlap, 1.0 / 9, TWO_STEPS);
+    EXPECT_LT(norm(square.fine.back() - square.fine.front()), 0.1);
 }
 
-TEST(BeautifierStrays, EndsThatRunOnOverTheStartAreCut) {
-    const double lap = std::numbers::pi;
-    const Cleaned cleaned = withoutStrays(fineOutline(overlappingCircle(1.25)));
-    EXPECT_NEAR(lengthOf(cleaned), lap, 0.05);
-    EXPECT_NEAR(cleaned.overlap, 0.2, 0.02);
-    // An end inside the circle is a tail, which says something about the figure.
-    const Curve spiral = [](double t) { return polar(0.5 - 0.25 * t, 2.5 * std::numbers::pi * t); };
-    EXPECT_EQ(withoutStrays(fineOutline(spiral)).overlap, 0.0);
+TEST(Strays, WaysBackAreCutHoweverOftenTheyAreDrawn) {
+    for (const int times : {2, 3, 4}) {
+        curves::Path path;
+        for (int i = 0; i <= times; ++i) {
+            path.push_back({100.0 * (i % 2), 0});
+        }
+        EXPECT_NEAR(cleaned(path).retraced, 1.0 - 1.0 / times, 2 * TWO_STEPS) << times;
+    }
+    // A closed figure is given more room than a line.
+    const curves::Path back{{0, 0}, {0, 200}, {215, 200}, {200, 0}, {0, 0}};
+    curves::Path path{{0, 0}, {200, 0}, {200, 200}, {0, 200}};
+    path.insert(path.end(), back.begin(), back.end());
+    EXPECT_NEAR(cleaned(path).retraced, 0.5, 2 * TWO_STEPS);
 }
 
-TEST(BeautifierStrays, FlicksAreCutButLegsAndShortSidesAreNot) {
-    const Path line{{0, 0}, {200, 0}};
-    const auto withFlick = [&](double length) {
-        return withoutStrays(fineOutline(polyline({{length / 2, length}, line[0], line[1]})));
-    };
-    EXPECT_NEAR(lengthOf(withFlick(14)), 1.0, 0.03);
-    EXPECT_NEAR(withFlick(14).hook, std::hypot(7, 14) / 200, 0.02);
-    EXPECT_EQ(withFlick(40).hook, 0.0);
-    const Cleaned slim =
-        withoutStrays(fineOutline(polyline({{0, 14}, {0, 0}, {200, 0}, {200, 14}, {0, 14}})));
-    EXPECT_EQ(slim.hook, 0.0);
-    // An arrow head goes back and forth.
-    const Cleaned arrow =
-        withoutStrays(fineOutline(polyline({{0, 0}, {200, 0}, {188, 8}, {200, 0}, {188, -8}})));
-    EXPECT_GT(lengthOf(arrow), 1.05);
+TEST(Strays, ArrowHeadsAreNone) {
+    for (const bool atEnd : {true, false}) {
+        const curves::Path path{{0, 0}, {200, 0}, {182, 12}, {200, 0}, {182, -12}};
+        const Cleaned arrow = cleaned(atEnd ? path : curves::Path(path.rbegin(), path.rend()));
+        EXPECT_EQ(arrow.retraced + arrow.hook, 0.0);
+    }
+}
+
+TEST(Strays, FiguresWithoutThemStayAsTheyAre) {
+    for (const curves::Path& path : std::vector<curves::Path>{
+             {{0, 0}, {300, 0}, {300, 120}},
+             {{0, 0}, {300, 0}, {0, 90}},
+             {{0, 0}, {300, 0}, {300, 200}, {0, 200}, {0, 3}},
+         }) {
+        const Fine fine = fineOutline(polyline(path));
+        const Cleaned same = withoutStrays(fine);
+        EXPECT_EQ(same.retraced + same.overlap + same.hook, 0.0);
+        for (std::size_t i = 0; i < FINE; ++i) {
+            EXPECT_EQ(norm(same.fine.at(i) - fine.at(i)), 0.0) << i;
+        }
+    }
 }
 
 }  // namespace

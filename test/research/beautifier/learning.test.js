@@ -12,13 +12,13 @@ const {
   fitFamilies,
   judge,
 } = require('../../../research/beautifier/model.js');
-const { generator } = require('../../../research/beautifier/strokes.js');
+const { createUniform } = require('../../../research/ink/random.js');
 
 const CUT = 0.3;
 
 /** `count` rows of uniform features, and whether just one of the first two exceeds the cut. */
 function exclusiveOr(count) {
-  const random = generator(3);
+  const random = createUniform(3);
   const rows = Array.from({ length: count }, () => [random(), random(), random()]);
   return { rows, targets: rows.map(([a, b]) => (a > CUT === b > CUT ? 0 : 1)) };
 }
@@ -63,7 +63,7 @@ test('rows without importance teach nothing', () => {
 });
 
 test('a calibrated model gives the calibrated scores', () => {
-  const random = generator(5);
+  const random = createUniform(5);
   const names = [
     ...new Set(NAMES.flatMap((name) => FAMILIES[name].terms.map((t) => t.feature))),
     'QUADRANGLE_WINDING',

@@ -3,14 +3,14 @@
 const assert = require('node:assert/strict');
 const { test } = require('node:test');
 const { NAMES } = require('../../../research/beautifier/model.js');
-const { generator } = require('../../../research/beautifier/strokes.js');
+const { createUniform } = require('../../../research/ink/random.js');
 const { chooseThresholds } = require('../../../research/beautifier/thresholds.js');
 const { calibrationError } = require('../../../research/beautifier/report.js');
 const { sigmoid } = require('../../../research/beautifier/learn.js');
 
 /** Judgements whose scores are the log odds that they are right. */
 function calibratedJudgements(count) {
-  const random = generator(9);
+  const random = createUniform(9);
   return Array.from({ length: count }, (_, i) => {
     const family = NAMES[i % NAMES.length];
     const score = 8 * random() - 4;
