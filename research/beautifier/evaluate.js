@@ -66,6 +66,10 @@ function printLargeDots(strokes) {
   console.log(`  ${right} right of ${strokes.length}`);
 }
 
+/** Points of the strokes at a longer side of 200 units; dots stay as drawn. */
+const scaledOf = (strokes) =>
+  strokes.map(({ family, points }) => (family === 'dot' ? points : scaled(points, 200)));
+
 const USAGE = 'node research/beautifier/evaluate.js STROKES [--without LINE,LINE...]';
 
 function main() {
@@ -75,33 +79,28 @@ function main() {
   const strokes = all.filter((stroke) => !isLarge(stroke));
   printLargeDots(all.filter(isLarge));
   for (const natural of [false, true]) {
-    const drawn = strokes.map(({ family, points }) =>
-      natural || family === 'dot' ? points : scaled(points, 200),
-    );
+    const drawn = natural ? strokes.map(({ points }) => points) : scaledOf(strokes);
     const answers = probe('answers', drawn);
-    const rows = strokes.map(({ family, label }, i) => ({
-      family,
-      label,
-      answer: familyOf(answers[i]),
-      confidence: answers[i].confidence,
-    }));
+    const rows = strokes.map((stroke, i) => ({ stroke, answer: answers[i] }));
     print(natural ? 'natural size' : 'longer side 200 units', rows);
-    if (!natural) {
-      console.log('  confidence of the answers and how many of them are right:');
-      const table = bins(
-        rows.map((row) => ({ confidence: row.confidence, right: row.answer === row.family })),
-      );
-      for (const bin of table) {
-        console.log(`    ${bin.confidence.toFixed(2)}  ${share(bin.right, 1)} of ${bin.count}`);
-      }
-      printShapes(strokes, drawn, answers);
-    }
+    if (!natural) printShapes(strokes, drawn, answers);
   }
 }
 
-try {
-  main();
-} catch (error) {
-  console.error(`evaluate: ${error.message}`);
-  process.exitCode = 1;
+/** Prints kinds and distances of all figures in the files. */
+function printShapesOf(files) {
+  const strokes = files.flatMap(readStrokes).filter(({ family }) => family !== 'none');
+  const drawn = scaledOf(strokes);
+  printShapes(strokes, drawn, probe('answers', drawn));
 }
+
+if (require.main === module) {
+  try {
+    main();
+  } catch (error) {
+    console.error(`evaluate: ${error.message}`);
+    process.exitCode = 1;
+  }
+}
+
+module.exports = { printShapesOf };

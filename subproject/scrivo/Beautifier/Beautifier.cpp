@@ -44,10 +44,6 @@ std::optional<Verdict> judgeUnfitted(const Ink& ink, const Frame& frame,
     return std::nullopt;
 }
 
-Evidence examine(const Ink& ink, const Frame& frame) {
-    return beautifier::examine(beautifier::resample(ink, frame), frame.length / frame.extent);
-}
-
 /// What a stroke may be, likeliest first, and what it was judged by.
 struct Judged {
     std::vector<Verdict> verdicts;
@@ -58,7 +54,7 @@ Judged judge(const Ink& ink, const Frame& frame, const BeautifierOptions& option
     if (const auto verdict = judgeUnfitted(ink, frame, options)) {
         return {{*verdict}, {}};
     }
-    const Evidence evidence = examine(ink, frame);
+    const Evidence evidence = beautifier::examine(ink, frame);
     return {beautifier::rank(evidence), evidence};
 }
 
@@ -66,7 +62,7 @@ Judged judge(const Ink& ink, const Frame& frame, const BeautifierOptions& option
 Evidence evidenceFor(const Family& family, Judged judged, const Ink& ink, const Frame& frame) {
     const bool isJudgedUnfitted = judged.evidence.length == 0.0;
     if (isJudgedUnfitted && family.needsFit) {
-        judged.evidence = examine(ink, frame);
+        judged.evidence = beautifier::examine(ink, frame);
     }
     if (family.closed) {
         beautifier::takeAsClosed(judged.evidence);
