@@ -87,7 +87,7 @@ const FAMILIES = {
 const NAMES = Object.keys(FAMILIES);
 
 const CROSSED = 3; // corners that miss one full turn by more: sides that cross, no quadrangle
-const TREES = 200; // a figure
+const TREES = 160; // a figure
 const SHARE_OF_SUM = 0.5; // of the log odds of the sum that the trees start from
 
 /**
@@ -154,7 +154,7 @@ function fitFamilies(table, isUsed, penalty) {
     );
     const pick = (list) => Array.from(members, (i) => list[i]);
     const sum = logistic(pick(table.values[family]), pick(targets), pick(importance), penalty);
-    const { weights, bias } = stretched({ ...sum, trees: [] }, +(process.env.K ?? SHARE_OF_SUM));
+    const { weights, bias } = stretched({ ...sum, trees: [] }, SHARE_OF_SUM);
     const starts = table.values[family].map((values) => bias + dot(weights, values));
     const rows = { starts, targets, importance };
     model[family] = { weights, bias, trees: boost(table.columns, members, rows, TREES) };

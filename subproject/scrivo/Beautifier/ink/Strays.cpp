@@ -89,8 +89,8 @@ Fine part(const Fine& fine, const Range& range) {
     return out;
 }
 
-/// Whether the pen turns back sharply twice and more in the last steps before the
-/// end of an arrow head: it is what was meant.
+/// Whether the pen turns back sharply at least twice near an end, as it does in an
+/// arrow head, which is no stray.
 bool isArrowHead(const Fine& fine, bool atEnd) {
     constexpr int REACH = 26;  // steps
     constexpr double SHARP = -0.3;
