@@ -70,23 +70,30 @@ Evidence evidenceFor(const Family& family, Judged judged, const Ink& ink, const 
     return judged.evidence;
 }
 
-/// Probabilities of `verdicts` but of `except`, scaled so that they come to
-/// `rest` at most.
-std::vector<Alternative> alternativesOf(std::span<const Verdict> verdicts,
-                                        std::optional<FigureFamily> except, double rest) {
-    std::vector<Alternative> result;
-    double sum = 0.0;
-    for (const Verdict& verdict : verdicts) {
-        if (verdict.family != except) {
-            result.push_back({verdict.family, verdict.probability()});
-            sum += verdict.probability();
-        }
+/// Probabilities of all families: the likeliest has that of its own log odds, the
+/// others share the rest with ink that is no figure, as a softmax of theirs.
+std::vector<Alternative> probabilitiesOf(std::span<const Verdict> verdicts) {
+    // Log odds are calibrated where they are the highest; lower ones mean less.
+    constexpr double FLATNESS = 1.2;
+    const auto oddsOf = [](const Verdict& verdict) { return std::exp(verdict.logit / FLATNESS); };
+    const double first = verdicts.front().probability();
+    double sum = 1.0;
+    for (const Verdict& verdict : verdicts.subspan(1)) {
+        sum += oddsOf(verdict);
     }
-    for (Alternative& alternative : result) {
-        alternative.probability *= sum > rest ? rest / sum : 1.0;
+    std::vector<Alternative> result{{verdicts.front().family, first}};
+    for (const Verdict& verdict : verdicts.subspan(1)) {
+        result.push_back({verdict.family, (1.0 - first) * oddsOf(verdict) / sum});
     }
-    std::erase_if(result, [](const auto& a) { return a.probability < MIN_PROBABILITY; });
     return result;
+}
+
+/// What is worth offering of `all` families beside one of them.
+std::vector<Alternative> alternativesTo(std::optional<FigureFamily> answer,
+                                        std::vector<Alternative> all) {
+    std::erase_if(
+        all, [&](const auto& a) { return a.family == answer || a.probability < MIN_PROBABILITY; });
+    return all;
 }
 
 Beautified asDrawn(std::span<const Point2D> stroke, Reason reason, double confidence) {
@@ -235,7 +242,7 @@ Beautified Beautifier::beautify(std::span<const Point2D> stroke, double width, d
     if (reason != Reason::RECOGNISED) {
         const bool isJudged = reason != Reason::NOT_WANTED;
         Beautified answer = asDrawn(stroke, reason, isJudged ? 1.0 - confidence : 1.0);
-        answer.alternatives = alternativesOf(judged.verdicts, std::nullopt, 1.0);
+        answer.alternatives = alternativesTo(std::nullopt, probabilitiesOf(judged.verdicts));
         return answer;
     }
     const Family& family = *beautifier::findFamily(verdict.family);
@@ -243,7 +250,7 @@ Beautified Beautifier::beautify(std::span<const Point2D> stroke, double width, d
     Beautified answer = answerWith(family.idealise(fitted), family, m_options.insideArea, ink);
     if (answer.reason == Reason::RECOGNISED) {
         answer.confidence = confidence;
-        answer.alternatives = alternativesOf(judged.verdicts, verdict.family, 1.0 - confidence);
+        answer.alternatives = alternativesTo(verdict.family, probabilitiesOf(judged.verdicts));
     }
     return answer;
 }
@@ -268,12 +275,11 @@ Beautified Beautifier::beautifyAs(std::span<const Point2D> stroke, const Wish& w
     if (answer.reason != Reason::RECOGNISED) {
         answer.reason = Reason::NO_FIGURE;
     } else {
-        const auto all = alternativesOf(judged.verdicts, std::nullopt, 1.0);
+        const auto all = probabilitiesOf(judged.verdicts);
         for (const Alternative& one : all) {
             answer.confidence = one.family == wish.family() ? one.probability : answer.confidence;
         }
-        answer.alternatives =
-            alternativesOf(judged.verdicts, wish.family(), 1.0 - answer.confidence);
+        answer.alternatives = alternativesTo(wish.family(), all);
     }
     return answer;
 }

@@ -41,7 +41,7 @@ struct Evidence {
     PolylineFits polylines;
     Fine outline;                          ///< with strays
     double roughness = 1.0;                ///< length of the ink over that of its outline
-    double pieces = MANY_PIECES;                  ///< even pieces that the samples are worth
+    double pieces = MANY_PIECES;           ///< even pieces that the samples are worth
     double retraced = 0.0;                 ///< share of the outline that went back over the rest
     double overlap = 0.0;                  ///< share that ran on over the start
     double hook = 0.0;                     ///< longest flick cut at an end
