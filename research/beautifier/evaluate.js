@@ -66,6 +66,16 @@ function printLargeDots(strokes) {
   console.log(`  ${right} right of ${strokes.length}`);
 }
 
+function printConfidence(rows) {
+  console.log('  confidence of the answers and how many of them are right:');
+  const table = bins(
+    rows.map(({ confidence, answer, family }) => ({ confidence, right: answer === family })),
+  );
+  for (const { confidence, right, count } of table) {
+    console.log(`    ${confidence.toFixed(2)}  ${share(right, 1)} of ${count}`);
+  }
+}
+
 /** Points of the strokes at a longer side of 200 units; dots stay as drawn. */
 const scaledOf = (strokes) =>
   strokes.map(({ family, points }) => (family === 'dot' ? points : scaled(points, 200)));
@@ -81,9 +91,17 @@ function main() {
   for (const natural of [false, true]) {
     const drawn = natural ? strokes.map(({ points }) => points) : scaledOf(strokes);
     const answers = probe('answers', drawn);
-    const rows = strokes.map((stroke, i) => ({ stroke, answer: answers[i] }));
+    const rows = strokes.map(({ family, label }, i) => ({
+      family,
+      label,
+      answer: familyOf(answers[i]),
+      confidence: answers[i].confidence,
+    }));
     print(natural ? 'natural size' : 'longer side 200 units', rows);
-    if (!natural) printShapes(strokes, drawn, answers);
+    if (!natural) {
+      printConfidence(rows);
+      printShapes(strokes, drawn, answers);
+    }
   }
 }
 
