@@ -87,7 +87,7 @@ const FAMILIES = {
 const NAMES = Object.keys(FAMILIES);
 
 const CROSSED = 3; // corners that miss one full turn by more: sides that cross, no quadrangle
-const TREES = 160; // a figure
+const TREES = 120; // a figure
 const SHARE_OF_SUM = 0.5; // of the log odds of the sum that the trees start from
 
 /**

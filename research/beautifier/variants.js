@@ -64,7 +64,7 @@ function retracedPart(points, random) {
 // Weight of strokes that are drawn otherwise than most are: enough to know them,
 // too little to blur what tells figures apart.
 const FEW = 0.08;
-const SPARSE = 0.2; // more of it where a feature tells that samples are few
+const SPARSE = 0.12; // more of it where a feature tells that samples are few
 
 /** [weight, families, what becomes of them, how]; 'same' keeps the family. */
 const VARIANTS = [
@@ -84,7 +84,7 @@ const VARIANTS = [
   [SPARSE, null, 'same', (points, random) => thin(points, uniform(random, 3, 9), 4)],
   [
     FEW,
-    ['angle', 'triangle', 'quadrangle'],
+    null,
     'same',
     (points, random) => d.simplified(uniform(random, 0.02, 0.06) * SIDE)(points),
   ],
