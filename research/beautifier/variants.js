@@ -82,12 +82,7 @@ const VARIANTS = [
   ],
   [SPARSE, null, 'same', (points) => thin(points, 6, MIN_POINTS_SPARSE)],
   [SPARSE, null, 'same', (points, random) => thin(points, uniform(random, 3, 9), 4)],
-  [
-    FEW,
-    null,
-    'same',
-    (points, random) => d.simplified(uniform(random, 0.02, 0.06) * SIDE)(points),
-  ],
+  [FEW, null, 'same', (points, random) => d.simplified(uniform(random, 0.02, 0.06) * SIDE)(points)],
   [FEW, null, 'same', rough],
   [FEW, CLOSED, 'same', (points, random) => d.gap(uniform(random, 0.03, 0.14))(points)],
   [
