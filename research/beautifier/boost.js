@@ -131,16 +131,15 @@ function growTree(columns, members, slopes) {
 }
 
 /**
- * Trees { cuts: [root, low, high], leaves: [4] } whose sum, added to the score
- * that a row starts with, is the log odds that its target is 1. `columns` are
- * those of `binned`, `members` the rows that count; `starts`, `targets` and
- * `importance` have an entry for every row. Cuts are { feature, at }; a value
- * above `at` goes to the higher side.
+ * Trees { cuts: [root, low, high], leaves: [4] } whose sum is the log odds that
+ * the target of a row is 1. `columns` are those of `binned`, `members` the rows
+ * that count; `targets` and `importance` have an entry for every row. Cuts are
+ * { feature, at }; a value above `at` goes to the higher side.
  */
-function boost(columns, members, { starts, targets, importance }, count) {
+function boost(columns, members, targets, importance, count) {
   const random = createUniform(count);
   const n = targets.length;
-  const score = Float64Array.from(starts);
+  const score = new Float64Array(n);
   const slopes = { gradient: new Float64Array(n), hessian: new Float64Array(n) };
   const trees = [];
   for (let t = 0; t < count; t++) {

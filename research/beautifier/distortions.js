@@ -9,13 +9,6 @@ const { normalFrom } = require('../ink/random.js');
 const distance = (a, b) => Math.hypot(b[0] - a[0], b[1] - a[1]);
 const between = (a, b, t) => [a[0] + t * (b[0] - a[0]), a[1] + t * (b[1] - a[1])];
 
-function distanceToPiece([x, y], [ax, ay], [bx, by]) {
-  const [dx, dy] = [bx - ax, by - ay];
-  const t = ((x - ax) * dx + (y - ay) * dy) / (dx * dx + dy * dy || 1);
-  const at = Math.max(0, Math.min(1, t));
-  return Math.hypot(x - ax - at * dx, y - ay - at * dy);
-}
-
 /** Arc length up to every point. */
 function lengthsOf(points) {
   const lengths = [0];
@@ -52,28 +45,6 @@ function dense(points, step) {
 /** Every `step`-th point and the last one. */
 const thinned = (step) => (points) =>
   points.filter((_, i) => i % step === 0 || i === points.length - 1);
-
-/**
- * The points that straight pieces need to stay within `tolerance` of the path
- * (Douglas, Peucker: Algorithms for the reduction of the number of points, 1973).
- */
-const simplified = (tolerance) => (points) => {
-  const kept = new Set([0, points.length - 1]);
-  const split = (first, last) => {
-    const [a, b] = [points[first], points[last]];
-    let [farthest, most] = [first, tolerance];
-    for (let i = first + 1; i < last; i++) {
-      const away = distanceToPiece(points[i], a, b);
-      if (away > most) [farthest, most] = [i, away];
-    }
-    if (farthest === first) return;
-    kept.add(farthest);
-    split(first, farthest);
-    split(farthest, last);
-  };
-  split(0, points.length - 1);
-  return points.filter((_, i) => kept.has(i));
-};
 
 /** Every point moved by a normal deviate in x and y. */
 const noise = (spread) => (points, random) =>
@@ -142,14 +113,12 @@ module.exports = {
   CLOSED,
   OPEN,
   dense,
-  distanceToPiece,
   gap,
   hooks,
   lengthsOf,
   noise,
   part,
   runOn,
-  simplified,
   thereAndBack,
   thinned,
   tremor,

@@ -64,7 +64,9 @@ function retracedPart(points, random) {
 // Weight of strokes that are drawn otherwise than most are: enough to know them,
 // too little to blur what tells figures apart.
 const FEW = 0.08;
-const SPARSE = 0.12; // more of it where a feature tells that samples are few
+// More of sparse ones: a feature tells that samples are few.
+const SPARSE = 0.5;
+const SPARSER = 0.3;
 
 /** [weight, families, what becomes of them, how]; 'same' keeps the family. */
 const VARIANTS = [
@@ -81,8 +83,7 @@ const VARIANTS = [
     (p, random) => turned(squeezed(p, random), random),
   ],
   [SPARSE, null, 'same', (points) => thin(points, 6, MIN_POINTS_SPARSE)],
-  [SPARSE, null, 'same', (points, random) => thin(points, uniform(random, 3, 9), 4)],
-  [FEW, null, 'same', (points, random) => d.simplified(uniform(random, 0.02, 0.06) * SIDE)(points)],
+  [SPARSER, null, 'same', (points, random) => thin(points, 3 + Math.floor(6 * random()), 4)],
   [FEW, null, 'same', rough],
   [FEW, CLOSED, 'same', (points, random) => d.gap(uniform(random, 0.03, 0.14))(points)],
   [

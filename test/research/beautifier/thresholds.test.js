@@ -22,7 +22,7 @@ function calibratedJudgements(count) {
 test('thresholds of calibrated scores are the price of a change, and no stroke moves them far', () => {
   const judgements = calibratedJudgements(2000);
   const thresholds = chooseThresholds(judgements, 1);
-  for (const name of NAMES) assert.ok(Math.abs(thresholds[name] - Math.log(1.1)) < 0.35, name);
+  for (const name of NAMES) assert.ok(Math.abs(thresholds[name] - Math.log(1.3)) < 0.35, name);
   for (const score of [-0.5, 0.2, 1.5]) {
     const row = { family: 'none', stroke: { label: 'handwriting' } };
     const more = { family: NAMES[4], score, row };
