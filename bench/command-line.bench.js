@@ -2,16 +2,15 @@
 
 // Strokes per second through `scrivo idealise`, from a file to a file, by both engines, on one
 // thread and on two, and through the engines alone. Each runs several times in turn, and the
-// fastest run counts: other work on the machine slows single runs.
+// fastest run counts, since other work on the machine slows single runs.
 
 const { spawnSync } = require('node:child_process');
 const fs = require('node:fs');
 const os = require('node:os');
 const path = require('node:path');
-const { Beautifier } = require('scrivo/beautifier');
-const { templates } = require('scrivo');
+const { ENGINE_NAMES, createEngine } = require('../packages/cli/lib/engines.js');
+const { placeStroke } = require('../packages/cli/lib/placement.js');
 const { drawEach } = require('../research/ink/index.js');
-const templateEngine = require('../research/template-engine.js');
 
 const DRAWN = 20000;
 // The file holds the drawn strokes several times, so that the start of the threads hardly counts.
@@ -23,11 +22,7 @@ const HOURS = 1 / 3600;
 
 const PROGRAM = path.join(__dirname, '..', 'packages', 'cli', 'bin', 'scrivo.js');
 
-const beautifier = new Beautifier();
-const ENGINES = {
-  beautifier: ({ path, side }) => beautifier.beautify(path, side, side),
-  template: templateEngine.answerPlaced,
-};
+const ENGINES = Object.fromEntries(ENGINE_NAMES.map((name) => [name, createEngine(name)]));
 
 /** Every figure in turn, 100 to 300 units large, as [x, y, force]. */
 function drawStrokes(count) {
@@ -56,11 +51,10 @@ function timeProgram(folder, name, jobs) {
 }
 
 function timeEngine(strokes, name) {
-  const answer = ENGINES[name];
-  const placed = strokes.map(templateEngine.place);
+  const placed = strokes.map((points) => placeStroke({ points }, 'natural'));
   const cpuBefore = process.cpuUsage();
   const start = process.hrtime.bigint();
-  for (let i = 0; i < REPEATS; i += 1) for (const stroke of placed) answer(stroke);
+  for (let i = 0; i < REPEATS; i += 1) for (const stroke of placed) ENGINES[name].answer(stroke);
   const { user, system } = process.cpuUsage(cpuBefore);
   return { wall: secondsSince(start), cpu: (user + system) / 1e6 };
 }
@@ -69,10 +63,10 @@ function secondsSince(start) {
   return Number(process.hrtime.bigint() - start) / 1e9;
 }
 
-/** The shortest wall and processor time of each way. */
+/** The shortest wall and processor time of each run. */
 function measure(folder, strokes) {
   const ways = {};
-  for (const name of Object.keys(ENGINES)) {
+  for (const name of ENGINE_NAMES) {
     ways[`${name} --jobs 1`] = () => timeProgram(folder, name, 1);
     if (os.cpus().length > 1) ways[`${name} --jobs 2`] = () => timeProgram(folder, name, 2);
     ways[`${name} alone`] = () => timeEngine(strokes, name);
@@ -115,7 +109,7 @@ function main() {
       `${STROKES} strokes of ${Math.round(points / DRAWN)} points, ` +
         `${(text.length / 1e6).toFixed(0)} MB; best of ${ROUNDS} runs, Node ${process.version}`,
     );
-    templateEngine.load(templates);
+    for (const engine of Object.values(ENGINES)) engine.load({});
     report(measure(folder, strokes), text.length);
   } finally {
     fs.rmSync(folder, { recursive: true });

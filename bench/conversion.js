@@ -1,12 +1,12 @@
 'use strict';
 
-// Time to carry a stroke of 85 points into the native module and back, beside a plain copy of the
+// Time to pass a stroke of 85 points to the native module and back, compared with a copy of the
 // same points in JavaScript. Microseconds, medians of many rounds. Compare machines by the ratio,
 // which is taken within each round.
 
 const { FigureType, optimizeAStroke } = require('scrivo');
+const { placeStroke } = require('../packages/cli/lib/placement.js');
 const { HANDS, drawInk } = require('../research/ink/index.js');
-const { place } = require('../research/template-engine.js');
 
 const POINTS = 85;
 const ROUNDS = 101;
@@ -25,9 +25,8 @@ function time(call) {
 function scribble({ withForce }) {
   const hand = { ...HANDS.ordinary, rate: 1200 };
   const { points } = drawInk({ figure: 'scrawl', seed: 1, size: 24, hand });
-  return place(
-    points.slice(0, POINTS).map(([x, y, force]) => (withForce ? [x, y, force] : [x, y])),
-  );
+  const kept = points.slice(0, POINTS).map(([x, y, force]) => (withForce ? [x, y, force] : [x, y]));
+  return placeStroke({ points: kept }, 'natural');
 }
 
 function copy(stroke) {
@@ -37,15 +36,15 @@ function copy(stroke) {
 }
 
 for (const withForce of [false, true]) {
-  const { path: stroke, side } = scribble({ withForce });
-  const { type } = optimizeAStroke(stroke, side, side, []);
+  const { points: stroke, width, height } = scribble({ withForce });
+  const { type } = optimizeAStroke(stroke, width, height, []);
   if (stroke.length !== POINTS || type !== FigureType.NONE) throw new Error('a wrong scribble');
   const rounds = Array.from({ length: ROUNDS }, () => {
-    const empty = time(() => optimizeAStroke([], side, side, []));
+    const empty = time(() => optimizeAStroke([], width, height, []));
     // Another stroke is only read and reduced to its centroid.
-    const inwards = time(() => optimizeAStroke([], side, side, [stroke])) - empty;
+    const inwards = time(() => optimizeAStroke([], width, height, [stroke])) - empty;
     // Includes the engine's work until it gives up.
-    const both = time(() => optimizeAStroke(stroke, side, side, [])) - empty;
+    const both = time(() => optimizeAStroke(stroke, width, height, [])) - empty;
     const plain = time(() => copy(stroke));
     return { empty, inwards, both, plain, ratio: inwards / plain };
   });

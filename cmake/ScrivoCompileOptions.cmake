@@ -18,7 +18,9 @@ target_compile_options(scrivo_warnings INTERFACE
   $<$<AND:$<BOOL:${SCRIVO_WERROR}>,$<CXX_COMPILER_ID:GNU,Clang,AppleClang>>:-Werror>)
 
 # Hidden symbols: a shared object that exports no template instance is not
-# pinned in memory and can be unloaded with the last worker that used it.
+# pinned in memory and can be unloaded with the last worker that used it. The
+# instances of libstdc++ are exported nevertheless; as unique symbols they pin it.
+add_compile_options($<$<COMPILE_LANG_AND_ID:CXX,GNU>:-fno-gnu-unique>)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)

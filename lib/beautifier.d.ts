@@ -8,7 +8,7 @@
  * (0, 0) ─────── x ──────▶ (1, 0)      Points of strokes and paths are fractions
  *   │                        │         of the drawing area, y downwards. Width,
  *   y     drawing area       │         height, options and figures are in drawing-
- *   │     width × height     │         area units, as a rule CSS pixels.
+ *   │     width × height     │         area units, usually CSS pixels.
  *   ▼                        │
  * (0, 1) ─────────────── (1, 1)
  * ```
@@ -44,7 +44,7 @@ export type AnchorSort = 'centre' | 'end' | 'corner';
 
 /**
  * Which figures a beautifier recognises, and how readily. An option that is `undefined` has its
- * default; inherited properties count too.
+ * default; inherited properties count.
  */
 export interface BeautifierOptions {
   /**
@@ -59,13 +59,13 @@ export interface BeautifierOptions {
   readonly minSize?: number | undefined;
   /**
    * Longer side of the largest mark that a tap leaves, in drawing-area units; what is larger is no
-   * dot. The default suits units of about a 96th of an inch, as CSS pixels are; dense pixels of a
-   * telephone ask for 14. Default: 4.
+   * dot. The default suits units of about a 96th of an inch, such as CSS pixels; use 14 for the dense
+   * pixels of a telephone. Default: 4.
    */
   readonly tapSize?: number | undefined;
   /**
    * From 0 (only figures beyond doubt) to 1 (readily). Raising it never turns a figure back into
-   * ink and never makes another figure of it. Default: 0.5.
+   * ink or into another figure. Default: 0.5.
    */
   readonly sensitivity?: number | undefined;
   /**
@@ -80,8 +80,8 @@ export interface BeautifierOptions {
   /** The marks of other strokes that the ends of lines snap to. Default: all. */
   readonly anchors?: readonly AnchorSort[] | undefined;
   /**
-   * Figures, but not lines, that stick out of the drawing area are moved back into it as a whole,
-   * where they fit. Default: true.
+   * Figures other than lines that extend beyond the drawing area are moved back into it if they fit.
+   * Default: true.
    */
   readonly insideArea?: boolean | undefined;
   /** The numbers of each point in a Float64Array: x, y, force (`'xyf'`, the default) or x, y. */
@@ -114,7 +114,7 @@ export type Figure =
       kind: 'triangle';
       /** In drawing order, like the path. */
       corners: [Place, Place, Place];
-      /** A right triangle that is isosceles too is `'right'`. */
+      /** A right triangle that is also isosceles is `'right'`. */
       subtype: 'general' | 'equilateral' | 'isosceles' | 'right';
     }
   | {
@@ -134,7 +134,7 @@ export type Figure =
       rotation: number;
     };
 
-/** What a stroke can be made: a family, or one of its kinds. */
+/** What a stroke can be turned into: a family, or one of its kinds. */
 export type Wish =
   | FigureFamily
   | 'circle'
@@ -171,7 +171,7 @@ export interface Beautified<Path> {
   /**
    * The outline of the figure or the ink as drawn: fractions of the drawing area, objects or a
    * Float64Array like the stroke that was given. A dot has 64 points, a line 21, an angle 42, an
-   * ellipse 85, polygons have 21 an edge. Points of figures are new objects without force. Ink that
+   * ellipse 85, polygons 21 per edge. Points of figures are new objects without force. Ink that
    * stays as drawn comes back as a new array of the same objects, or as a copy of the Float64Array.
    */
   path: Path;
@@ -187,8 +187,8 @@ export interface Beautified<Path> {
   /** Null when a figure was recognised. */
   reason: Reason | null;
   /**
-   * Families worth offering beside the answer, likeliest first: those with a probability of 1 % and
-   * more. A stroke that stays ink may have them too.
+   * Families worth offering besides the answer, likeliest first: those with a probability of 1 % and
+   * more, also for a stroke that stays ink.
    */
   alternatives: Alternative[];
 }
@@ -202,7 +202,7 @@ export type Ink = readonly InkPoint[] | Float64Array;
  */
 export declare class Beautifier {
   /**
-   * @throws TypeError when `options` is not an object (arrays and a `Map` are refused too) or an
+   * @throws TypeError when `options` is not an object (nor an array or a `Map`) or an
    *   option has the wrong type
    * @throws RangeError when an option is unknown or out of range; messages name the option and
    *   what was found

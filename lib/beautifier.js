@@ -1,7 +1,7 @@
 'use strict';
 
 const { isFloat64Array } = require('node:util/types');
-const { FIGURES, WISHES, flattenFigure, makeFigure, native } = require('./figures.js');
+const { FAMILIES, WISHES, flattenFigure, makeFigure, native } = require('./figures.js');
 const {
   copyPacked,
   copyPoints,
@@ -18,7 +18,7 @@ const REASONS = [null, 'invalid', 'too-small', 'not-wanted', 'not-sure', 'no-fig
 const ANCHORS = Object.freeze(['centre', 'end', 'corner']);
 
 const DEFAULTS = {
-  figures: FIGURES,
+  figures: FAMILIES,
   minSize: 0,
   tapSize: 4,
   sensitivity: 0.5,
@@ -81,7 +81,7 @@ function completeOptions(options) {
     const { [name]: value = byDefault } = options;
     complete[name] = value;
   }
-  complete.figures = copyNames('options.figures', complete.figures, FIGURES);
+  complete.figures = copyNames('options.figures', complete.figures, FAMILIES);
   complete.anchors = copyNames('options.anchors', complete.anchors, ANCHORS);
   checkNumber('options.minSize', complete.minSize, 0, Number.MAX_VALUE);
   checkNumber('options.tapSize', complete.tapSize, 0, Number.MAX_VALUE);
@@ -115,9 +115,9 @@ class Beautifier {
     const value = completeOptions(options);
     Object.defineProperty(this, 'options', { value, enumerable: true });
     this.#stride = STRIDES[this.options.layout];
-    const { figures, minSize, tapSize, sensitivity } = this.options;
+    const { figures: families, minSize, tapSize, sensitivity } = this.options;
     this.#native = new native.Beautifier(
-      figures.map((figure) => FIGURES.indexOf(figure)),
+      families.map((family) => FAMILIES.indexOf(family)),
       minSize,
       tapSize,
       sensitivity,
@@ -171,7 +171,7 @@ class Beautifier {
 /** Pairs of family and probability as objects. */
 function unpackAlternatives(pairs) {
   return Array.from({ length: pairs.length / 2 }, (_, k) => ({
-    family: FIGURES[pairs[2 * k]],
+    family: FAMILIES[pairs[2 * k]],
     probability: pairs[2 * k + 1],
   }));
 }
@@ -184,4 +184,4 @@ function outlineOf(figure, width, height) {
   return unpackObjects(native.outlineOf(index, numbers, width, height));
 }
 
-module.exports = { Beautifier, FIGURES, outlineOf };
+module.exports = { Beautifier, FIGURES: FAMILIES, outlineOf };

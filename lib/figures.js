@@ -3,18 +3,18 @@
 const { found } = require('./packing.js');
 const { loadNative } = require('./native.js');
 
-// Figures as objects and as native numbers, by the tables of the native module.
+// Converts figures between objects and native numbers, by the tables of the native module.
 
 const native = loadNative('beautifier');
 
 /** The names of the families, in the order of the native enumeration. */
-const FIGURES = Object.freeze(native.families.map(([name]) => name));
+const FAMILIES = Object.freeze(native.families.map(([name]) => name));
 
-/** What can be wished for: [family, kind] by name, with kind -1 for any. */
-const WISHES = new Map(FIGURES.map((name, family) => [name, [family, -1]]));
+/** What `beautifyAs` can be asked for: [family, kind] by name; kind -1 stands for any. */
+const WISHES = new Map(FAMILIES.map((name, family) => [name, [family, -1]]));
 native.families.forEach(([, , kinds], family) =>
   kinds.forEach((name, kind) => {
-    // `general` is a kind of two families; the ellipse's own kind has the family's name.
+    // `general` is a kind of two families, and `ellipse` is both a family and a kind.
     if (name !== 'general' && !WISHES.has(name)) WISHES.set(name, [family, kind]);
   }),
 );
@@ -81,4 +81,4 @@ function flattenFigure(figure) {
   return { index, numbers: Float64Array.from(numbers) };
 }
 
-module.exports = { FIGURES, WISHES, flattenFigure, makeFigure, native };
+module.exports = { FAMILIES, WISHES, flattenFigure, makeFigure, native };

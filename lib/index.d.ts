@@ -8,7 +8,7 @@
  * (0, 0) ─────── x ──────▶ (1, 0)      A point is a fraction of the drawing
  *   │                        │         area: x of its width, y of its height,
  *   y     drawing area       │         y downwards. Width and height are in
- *   │     width × height     │         a unit of your choice, as a rule CSS
+ *   │     width × height     │         a unit of your choice, usually CSS
  *   ▼                        │         pixels; all limits are in that unit.
  * (0, 1) ─────────────── (1, 1)
  * ```
@@ -25,8 +25,8 @@ export interface Point {
   /** Fraction of the drawing area's height: 0 upper edge, 1 lower edge, any number allowed. */
   y: number;
   /**
-   * Pen pressure from 0 to 1, as `PointerEvent.pressure` gives it. It matters for
-   * dots only: a small stroke of few points is one if the pen was pressed firmly.
+   * Pen pressure from 0 to 1, as `PointerEvent.pressure` gives it. It only
+   * matters for dots: a small stroke of few points is a dot if the pen was pressed firmly.
    *
    * Leave the property out where the pressure is unknown. If it exists, own or
    * inherited, it must be a number: `force: undefined` is an error. Returned points
@@ -46,7 +46,7 @@ export declare const FigureType: {
   /** An angle, two straight legs: 21 points each. */
   readonly ANGLE: 4;
   /**
-   * A triangle or quadrangle, rarely a polygon of more corners: a closed outline, 21 points an edge.
+   * A triangle or quadrangle, rarely a polygon of more corners: a closed outline, 21 points per edge.
    * `path` is the stroke as drawn if it is closed but fewer than three corners were found.
    */
   readonly POLYGON: 6;

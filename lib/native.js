@@ -5,8 +5,8 @@ const path = require('node:path');
 
 /**
  * The root of the checkout or of the installed package. Desktop hosts keep JavaScript in an
- * archive, such as app.asar, whose files native code cannot open: then it is the unpacked copy
- * beside the archive. The host would find the modules in the archive, but the core would not find
+ * archive, such as app.asar, whose files native code cannot open: then this is the unpacked copy
+ * beside the archive. The host could load the modules from the archive, but the core could not read
  * the templates there and would recognise no closed figure.
  */
 const root = path.join(__dirname, '..').replace(/\.asar(?=[\\/])/, '.asar.unpacked');
@@ -52,7 +52,7 @@ function findNative(name) {
   throw Object.assign(error, { code: 'MODULE_NOT_FOUND' });
 }
 
-/** The package contains the sources: without them, a bundler has moved this file. */
+/** The package contains the sources. If they are missing, a bundler has moved this file. */
 const advice = () =>
   fs.existsSync(path.join(root, 'CMakeLists.txt'))
     ? `Build it from the sources: (cd ${JSON.stringify(root)} && npm run build)`

@@ -2,8 +2,8 @@
 
 const { isFloat64Array, isTypedArray } = require('node:util/types');
 
-// Converts strokes between arrays of point objects and packed numbers. Errors name
-// the place of the wrong value in the argument.
+// Converts strokes between arrays of point objects and packed numbers. Errors say where in
+// the argument the wrong value is.
 
 /** Any value, in short, for an error message. */
 function found(value) {
@@ -68,7 +68,7 @@ function copyPoints(name, points) {
 
 /**
  * @param {string} name of the argument, for messages
- * @param {Array<{x: number, y: number, force?: number}>} points an array that getters cannot reach
+ * @param {Array<{x: number, y: number, force?: number}>} points an array that getters cannot change
  * @returns {Float64Array} x and y of each point
  */
 function packObjects(name, points) {

@@ -51,11 +51,11 @@ function fileOf(pathname) {
 async function serveFile(response, pathname) {
   const file = fileOf(pathname);
   const body = file && (await fs.readFile(file).catch(() => null));
-  if (!body) return sendJson(response, 404, { error: `There is no ${pathname} here.` });
+  if (!body) return sendJson(response, 404, { error: `There is no ${pathname}.` });
   return send(response, 200, TYPES[path.extname(file)], body);
 }
 
-/** Keeps other sites out, also those whose name resolves to the loopback address. */
+/** Rejects other sites, also those whose name resolves to the loopback address. */
 function isLocal({ headers }) {
   const local = /^(localhost|127\.0\.0\.1)(:\d+)?$/i;
   const { host = '', origin } = headers;
@@ -68,7 +68,7 @@ async function route(request, response, recognise) {
   const isStroke = pathname === '/stroke';
   const methods = isStroke ? ['POST'] : ['GET', 'HEAD'];
   if (!methods.includes(request.method)) {
-    throw new BadRequest(405, `${pathname} takes ${methods.join(' and ')} only.`, {
+    throw new BadRequest(405, `${pathname} accepts only ${methods.join(' and ')}.`, {
       Allow: methods.join(', '),
     });
   }
@@ -109,7 +109,7 @@ function parsePort(args) {
   if (args.length === 0) return DEFAULT_PORT;
   const port = args.length === 2 && args[0] === '--port' ? Number(args[1]) : NaN;
   if (Number.isInteger(port) && port >= 0 && port < 65536) return port;
-  throw Object.assign(new Error('The page takes --port N, N from 0 (any free port) to 65535.'), {
+  throw Object.assign(new Error('--port must be a whole number from 0 (any free port) to 65535.'), {
     expected: true,
   });
 }

@@ -18,7 +18,7 @@ function presetNames() {
   return buildPresets.map(({ name }) => name);
 }
 
-/** Whether this is a clone: the installed package holds the sources without the tests. */
+/** Whether this is a clone: the installed package has no tests. */
 const IS_CLONE = fs.existsSync(path.join(ROOT, 'test'));
 
 function isInstalled(packageName) {
@@ -45,7 +45,7 @@ function checkTools() {
   throw failure([`Not found: ${[...tools, ...headers].join(', ')}.`, ...advice].join(' '));
 }
 
-/** Whether the libraries of the tests and benchmarks are known to be here. */
+/** Whether the libraries of the tests and benchmarks are known to be installed. */
 function testLibrariesInstalled() {
   const installed = installedPackages(LEVELS.test);
   return installed !== null && LEVELS.test.every((name) => installed.has(name));

@@ -1,7 +1,7 @@
 'use strict';
 
-// `npm run docs`: the pages of both interfaces, for C++ in build/docs/cpp and for
-// JavaScript in build/docs/javascript. What lacks a comment is an error.
+// `npm run docs`: generates the reference of both interfaces, for C++ in build/docs/cpp and
+// for JavaScript in build/docs/javascript. A missing comment is an error.
 
 const fs = require('node:fs');
 const path = require('node:path');
@@ -10,7 +10,7 @@ const { version } = require('../package.json');
 
 const PAGES = path.join(ROOT, 'build', 'docs');
 
-/** Public headers without a page: doxygen says nothing about a file that has no comment. */
+/** Public headers without a page: doxygen does not warn about a file without a comment. */
 function headersLeftOut() {
   const makefile = path.join(ROOT, 'subproject', 'scrivo', 'CMakeLists.txt');
   const headers = fs.readFileSync(makefile, 'utf8').match(/\b(Scrivo|Beautifier)\/\w+\.h\b/g);

@@ -1,14 +1,14 @@
 'use strict';
 
-// Runs the tests of the package under the programs that may load it: one binary
-// a system, the one in prebuilds/ (for this system the build, if none is there).
+// Runs the tests of the package in several hosts, each with the binary in prebuilds/
+// for its system (for this system with the build, if there is no prebuilt one).
 //
 //   npm run test:hosts                    all hosts
 //   npm run test:hosts -- node-18 deno    some hosts, by name
 //
-// Prints a table for docs/hosts.md. A host that cannot be started here is listed
-// as not run, with the reason; only a test that fails makes the whole fail. Hosts of
-// other systems need Debian packages: npm run setup -- hosts
+// Prints a table for docs/hosts.md. A host that cannot be started here is listed as
+// not run, with the reason, and is no failure. Hosts of other systems need Debian
+// packages: npm run setup -- hosts
 
 const { spawnSync } = require('node:child_process');
 const fs = require('node:fs');
@@ -30,14 +30,15 @@ function modulesFor(target) {
 }
 
 /**
- * A copy of the package as it is installed, for one target, with its tests; the
- * modules of other targets and the checkout's build are out of its sight.
+ * A copy of the package as it is installed, for one target, with its tests, but without
+ * the modules of other targets and the build of the checkout.
  */
 function stage(target, modules) {
   const folder = path.join(FOLDER, 'stage', target);
   fs.rmSync(folder, { recursive: true, force: true });
   const tests = ['cases', 'lib', 'src', 'support'].map((name) => `test/${name}`);
-  const places = ['package.json', 'lib', 'templates', ...tests];
+  const ink = ['research/ink', 'packages/cli/lib/boxes.js'];
+  const places = ['package.json', 'lib', 'templates', ...ink, ...tests];
   for (const place of places.filter((name) => fs.existsSync(path.join(ROOT, name)))) {
     fs.cpSync(path.join(ROOT, place), path.join(folder, place), { recursive: true });
   }
@@ -45,7 +46,7 @@ function stage(target, modules) {
   fs.mkdirSync(prebuilds, { recursive: true });
   for (const file of modules) fs.copyFileSync(file, path.join(prebuilds, path.basename(file)));
   linkPackages(path.join(ROOT, 'node_modules'), path.join(folder, 'node_modules'));
-  // The core's answers bind the modules that do the same arithmetic.
+  // Modules for this target must return the same bits as the core.
   const core = 'build/release/test/scrivo/case_results';
   if (target === THIS_TARGET && fs.existsSync(path.join(ROOT, core))) {
     fs.mkdirSync(path.join(folder, path.dirname(core)), { recursive: true });
@@ -54,7 +55,7 @@ function stage(target, modules) {
   return folder;
 }
 
-/** Links what the tests need; the link back to the clone would hide the copy from some hosts. */
+/** Links what the tests need, but not the clone, which some hosts would load instead of the copy. */
 function linkPackages(from, to) {
   fs.mkdirSync(to);
   for (const name of fs.readdirSync(from).filter((each) => each !== 'scrivo')) {
@@ -63,8 +64,8 @@ function linkPackages(from, to) {
 }
 
 /**
- * Runs one test file; its counts, with `failed` at least 1 when the host ended
- * badly. The output goes to a file: Wine knows no other descriptor of Node's.
+ * Runs one test file; returns its counts, with `failed` at least 1 if the host ended with an
+ * error. The output goes to a file, since Node in Wine cannot write to a pipe.
  */
 function runFile(host, { command, env, preload }, folder, file) {
   const [program, ...first] = command;
@@ -86,7 +87,7 @@ function runFile(host, { command, env, preload }, folder, file) {
   return { passed, failed: ok ? 0 : Math.max(failed, 1), skipped };
 }
 
-/** Tests one host: the sums of its counts, or why it was not run. */
+/** Tests one host; returns the sums of its counts, or why it was not run. */
 async function testHost(host) {
   heading(`${host.label} ${host.version} (${host.target})`);
   const modules = modulesFor(host.target);
@@ -112,7 +113,7 @@ function row(host, { why, passed, failed, skipped }) {
   return `| ${host.label} ${host.version} | \`${host.target}\` | ${host.how} | ${counts} |`;
 }
 
-/** Rows for what no host here can load. */
+/** Rows for targets without a host. */
 const rowsOfTheRest = () =>
   Object.keys(TARGETS)
     .filter((target) => !HOSTS.some((host) => host.target === target))

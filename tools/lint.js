@@ -13,7 +13,7 @@ const { build } = require('./build.js');
 const { unbuiltFiles } = require('./support/source-lists.js');
 const { ROOT, capture, failure, heading, main, nodeTool, run } = require('./support/run.js');
 
-// Releases of clang-format disagree about details: one of them decides.
+// Versions of clang-format format differently.
 const CLANG_FORMAT_MAJOR = 14;
 
 /** Files that git tracks or would track, as paths from the root, that exist. */
@@ -49,7 +49,7 @@ async function prettier({ fix }) {
   return run(command, [...args, '--log-level=warn', fix ? '--write' : '--check', '.']);
 }
 
-/** Only files that are built are tested and checked: every C++ file must be part of a build. */
+/** Every C++ file must be part of a build: others are neither compiled nor checked. */
 async function lists() {
   const read = (name) => [name, fs.readFileSync(path.join(ROOT, name), 'utf8')];
   const makefiles = sourceFiles(/(^|\/)CMakeLists\.txt$|\.cmake$/);
@@ -69,9 +69,12 @@ async function types() {
   return worst;
 }
 
+/** The reference of both interfaces, where a missing comment is an error. */
+const docs = () => run(process.execPath, ['tools/docs.js']);
+
 /**
- * clang-tidy runs as part of a build with clang, so only changed files are
- * checked again. The build does not track the configuration: a new one starts over.
+ * clang-tidy runs as part of a build with clang, so only changed files are checked again.
+ * The build does not track the configuration: a change of it starts over.
  */
 async function clangTidy() {
   const hash = crypto.createHash('sha256');
@@ -96,6 +99,7 @@ const CHECKS = {
   prettier,
   eslint,
   types,
+  docs,
   'clang-tidy': clangTidy,
 };
 const FORMATTERS = ['clang-format', 'prettier', 'eslint'];

@@ -1,14 +1,14 @@
 'use strict';
 
-// Builds the modules for every system that the package ships them for, into
+// Builds the native modules for every supported system, into
 // prebuilds/<platform>-<arch>[-musl]/.
 //
 //   npm run prebuilds                        all targets
 //   npm run prebuilds -- linux-x64-musl ...  some targets
 //
-// linux-x64 is built with g++. It asks for glibc 2.14 and the C++ library of GCC 5. All
-// others are built with Zig from npm, whose C++ library goes into the module; on Linux
-// these ask for glibc 2.17 or for musl. The first build for a target takes minutes: that
+// linux-x64 is built with g++ and requires glibc 2.14 and the C++ library of GCC 5. All
+// others are built with Zig from npm, which links its C++ library into the module; on Linux
+// they require glibc 2.17 or musl. The first build for a target takes minutes, because that
 // library is compiled too.
 
 const fs = require('node:fs');

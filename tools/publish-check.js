@@ -1,7 +1,7 @@
 'use strict';
 
-// `npm run publish:check`: what must hold before `npm publish`. All checks run, even
-// after a failure; nothing is changed.
+// `npm run publish:check`: checks that the packages are ready for `npm publish`. All checks
+// run, even after a failure; nothing is changed.
 
 const fs = require('node:fs');
 const path = require('node:path');
@@ -48,21 +48,21 @@ function oldPrebuilds() {
     .map((name) => `prebuilds/${name} is older than the sources: npm run prebuilds`);
 }
 
-/** Paths of the prebuilt files of some targets that are there. */
+/** Paths of the prebuilt files of some targets that exist. */
 const builtFor = (targets) => targets.flatMap(prebuiltFiles).filter((file) => fs.existsSync(file));
 
-/** Complaints about files that are in the folder of another system, or no modules. */
+/** Complaints about files in the folder of another system, and about files that are no modules. */
 function systems() {
   return builtFor(Object.keys(TARGETS)).flatMap((file) => {
     const bytes = fs.readFileSync(file);
     const name = path.relative(ROOT, file);
     const [wanted, found] = [path.basename(path.dirname(file)), targetOf(bytes)];
-    if (found !== wanted) return [`${name} is for ${found ?? 'no system that is known'}`];
+    if (found !== wanted) return [`${name} is for ${found ?? 'no known system'}`];
     return bytes.includes('napi_register_module_v1') ? [] : [`${name} is no Node-API module`];
   });
 }
 
-/** The newest versions that the files for glibc may ask for: what docs/hosts.md promises. */
+/** The newest versions that files for glibc may require, as docs/hosts.md states. */
 const NEWEST = { GLIBC_2: 17, 'GLIBCXX_3.4': 21 };
 
 function libraries() {
@@ -74,7 +74,7 @@ function libraries() {
     return Object.entries(NEWEST)
       .map(([prefix, newest]) => [prefix, newest, Math.max(...asked(prefix).map(([, n]) => n))])
       .filter(([, newest, most]) => most > newest)
-      .map(([prefix, newest, most]) => `${name} asks for ${prefix}.${most}, not .${newest}`);
+      .map(([prefix, newest, most]) => `${name} requires ${prefix}.${most}, more than .${newest}`);
   });
 }
 
@@ -95,7 +95,7 @@ function cleanTree() {
     .map((line) => `not committed: ${line}`);
 }
 
-/** Complaints about what is in the archive: `tracked` by git, or `prebuilt` for a target. */
+/** Complaints about the content of an archive: files must be `tracked` by git or `prebuilt`. */
 function checkContents(packed, tracked, prebuilt) {
   const known = new Set([...tracked, ...prebuilt]);
   const isOfTests = (name) =>
@@ -133,12 +133,12 @@ function archive(folder) {
   ];
 }
 
-/** The archives in empty projects: the tests of test/package. */
+/** Installs the archives in empty projects: the tests of test/package. */
 async function installed() {
   return (await run(process.execPath, ['tools/test.js', 'package'])) === 0 ? [] : ['see above'];
 }
 
-/** A check by a program that came with npm: its complaints are what it prints. */
+/** A check by an installed program, which prints its complaints. */
 async function byTool(name, script, ...args) {
   const [node, ...tool] = nodeTool(name, script);
   return (await run(node, [...tool, ...args])) === 0 ? [] : ['see above'];
@@ -153,7 +153,7 @@ async function publint() {
   return found;
 }
 
-/** Whether types and code are found and agree, in every way that TypeScript looks for them. */
+/** Whether types are found and agree with the code in every mode of resolution. */
 const types = () => byTool('@arethetypeswrong/cli', 'dist/index.js', '--pack', '.');
 
 const CHECKS = {
@@ -172,13 +172,13 @@ const CHECKS = {
   installed,
 };
 
-/** What is left to the publisher. */
+/** What the publisher has to add. */
 function reminders() {
   return FOLDERS.flatMap((folder) => {
     const file = path.join(folder, 'package.json');
     const manifest = JSON.parse(read(file));
     const unsaid = ['repository', 'bugs', 'homepage'].filter((name) => !manifest[name]);
-    return unsaid.map((name) => `${file} names no ${name}: add it once there is one`);
+    return unsaid.map((name) => `${file} has no ${name} yet`);
   });
 }
 

@@ -5,7 +5,7 @@
 //
 //   node tools/setup.js          all that building, testing and linting need
 //   node tools/setup.js run      only what building and `npm start` need
-//   node tools/setup.js hosts    what `npm run test:hosts` needs besides: emulators
+//   node tools/setup.js hosts    what `npm run test:hosts` also needs: emulators
 
 const fs = require('node:fs');
 const path = require('node:path');
@@ -17,17 +17,17 @@ const PACKAGES = {
     'libgtest-dev',
     'libgmock-dev',
     'libbenchmark-dev',
-    'nlohmann-json3-dev', // the case files
-    'locales', // from which a test builds one with a decimal comma
+    'nlohmann-json3-dev', // for the case files
+    'locales', // a test builds one with a decimal comma
     'doxygen', // npm run docs
-    'parallel', // an example of the command line's documents
-    'chromium', // the browser test
-    'clang', // clang-tidy's preset compiles with it
+    'parallel', // an example of the command line's page
+    'chromium', // browser tests
+    'clang', // compiles the preset for clang-tidy
     'clang-format',
     'clang-tidy',
-    'git', // the linters ask it for the files
+    'git', // lists the files for the linters
   ],
-  // A line a system.
+  // One line per system.
   hosts: [
     ...['qemu-user', 'libc6-arm64-cross', 'libstdc++6-arm64-cross'],
     ...['musl:amd64', 'musl:arm64', 'g++-aarch64-linux-gnu'],
@@ -50,15 +50,15 @@ function checkNode(version) {
     return { error: `Node ${version} is too old: install Node ${OLDEST_NODE} or later.` };
   }
   if (major < TOOLS_NODE) {
-    return { warning: `Node ${version} runs scrivo, but its linters want ${TOOLS_NODE} or later.` };
+    return { warning: `Node ${version} runs scrivo, but its linters need ${TOOLS_NODE} or later.` };
   }
   return {};
 }
 
 /**
- * Whether node_modules holds what package-lock.json names. `installed` is the
- * record that npm keeps in node_modules, or null; npm updates it with every
- * change. Optional packages are for other platforms and may be missing.
+ * Whether node_modules holds what package-lock.json lists. `installed` is the
+ * record that npm keeps in node_modules, or null. Optional packages are for other
+ * platforms and may be missing.
  */
 function matchesLock(lock, installed) {
   if (!installed) return false;

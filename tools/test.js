@@ -1,7 +1,7 @@
 'use strict';
 
-// `npm test`: sets up, builds and runs every suite. A suite that fails or runs no
-// test does not stop the others, but fails the whole.
+// `npm test`: sets up, builds and runs every suite. A suite that fails or runs no test
+// does not stop the others, but fails the run.
 //
 //   npm test                    everything
 //   npm test -- node browser    some suites, by name, without setting up

@@ -11,16 +11,16 @@ const { ellipse, polygon, rotate, skew, spaceEvenly, trace, transform } = requir
  *
  * @typedef {object} Figure
  * @property {string} family the right answer
- * @property {(random: object, overshoot: number) => Array<{x: number, y: number}>} way
+ * @property {(random: object, overshoot: number) => Array<{x: number, y: number}>} path
  */
 
 const DEGREE = Math.PI / 180;
 
 /** @type {Record<string, Figure>} */
 const FIGURES = {
-  dot: { family: 'dot', way: () => [{ x: 0, y: 0 }] },
-  line: { family: 'line', way: straightWay },
-  angle: { family: 'angle', way: angleWay },
+  dot: { family: 'dot', path: () => [{ x: 0, y: 0 }] },
+  line: { family: 'line', path: linePath },
+  angle: { family: 'angle', path: anglePath },
   equilateral: closedFigure('triangle', () => isoscelesCorners(Math.sqrt(3) / 2)),
   isosceles: closedFigure('triangle', (random) => isoscelesCorners(random.uniform(0.6, 1.6))),
   'right triangle': closedFigure('triangle', rightTriangleCorners),
@@ -29,21 +29,21 @@ const FIGURES = {
   rhombus: closedFigure('quadrangle', rhombusCorners),
   parallelogram: closedFigure('quadrangle', parallelogramCorners),
   trapezoid: closedFigure('quadrangle', trapezoidCorners),
-  circle: { family: 'ellipse', way: (random, overshoot) => roundWay(1, random, overshoot) },
+  circle: { family: 'ellipse', path: (random, overshoot) => roundPath(1, random, overshoot) },
   ellipse: {
     family: 'ellipse',
-    way: (random, overshoot) => roundWay(random.uniform(0.45, 0.75), random, overshoot),
+    path: (random, overshoot) => roundPath(random.uniform(0.45, 0.75), random, overshoot),
   },
   pentagon: closedFigure('none', () => starCorners(5, 1)),
   star: closedFigure('none', () => starCorners(5, 2)),
-  spiral: { family: 'none', way: spiralWay },
-  wave: { family: 'none', way: waveWay },
-  zigzag: { family: 'none', way: zigzagWay },
-  loops: { family: 'none', way: loopsWay },
-  scrawl: { family: 'none', way: scrawlWay },
+  spiral: { family: 'none', path: spiralPath },
+  wave: { family: 'none', path: wavePath },
+  zigzag: { family: 'none', path: zigzagPath },
+  loops: { family: 'none', path: loopsPath },
+  scrawl: { family: 'none', path: scrawlPath },
 };
 
-function straightWay(random) {
+function linePath(random) {
   return rotate(
     [
       { x: 0, y: 0 },
@@ -53,7 +53,7 @@ function straightWay(random) {
   );
 }
 
-function angleWay(random) {
+function anglePath(random) {
   const opening = random.uniform(30, 110) * DEGREE;
   const leg = random.uniform(0.6, 1);
   const legs = polygon([
@@ -67,7 +67,7 @@ function angleWay(random) {
 function closedFigure(family, corners) {
   return {
     family,
-    way: (random, overshoot) => {
+    path: (random, overshoot) => {
       const ring = rotate(corners(random), smallTilt(random));
       return traceFromCorner(ring, random, overshoot);
     },
@@ -149,14 +149,14 @@ function starCorners(count, step) {
 }
 
 /** Round figures start near the top and mostly run counter-clockwise. */
-function roundWay(height, random, overshoot) {
+function roundPath(height, random, overshoot) {
   const ring = ellipse(0.5, height / 2);
   const directed = random.chance(0.75) ? [ring[0], ...ring.slice(1).reverse()] : ring;
   const top = random.chance(0.75) ? 0.25 : 0.75;
   return rotate(trace(directed, random.normal(top, 0.04), 1 + overshoot), smallTilt(random));
 }
 
-function spiralWay(random) {
+function spiralPath(random) {
   const turns = random.uniform(2.2, 3.5);
   const mirror = random.pick([-1, 1]);
   return curve(40 * turns, (t) => {
@@ -166,13 +166,13 @@ function spiralWay(random) {
   });
 }
 
-function waveWay(random) {
+function wavePath(random) {
   const periods = random.uniform(1.5, 3);
   const height = random.uniform(0.1, 0.2);
   return curve(120, (t) => [t, height * Math.sin(2 * Math.PI * periods * t)]);
 }
 
-function zigzagWay(random) {
+function zigzagPath(random) {
   const teeth = random.integer(4, 7);
   return polygon(
     Array.from({ length: teeth + 1 }, (_, i) => [
@@ -183,7 +183,7 @@ function zigzagWay(random) {
 }
 
 /** Joined loops, like a row of the letters e and l. */
-function loopsWay(random) {
+function loopsPath(random) {
   const loops = random.integer(3, 5);
   const heights = Array.from({ length: loops + 1 }, () => random.pick([0.14, 0.14, 0.3]));
   return curve(loops * 40, (t) => {
@@ -194,7 +194,7 @@ function loopsWay(random) {
 }
 
 /** A smooth curve through a few random points, like a hasty letter. */
-function scrawlWay(random) {
+function scrawlPath(random) {
   const knots = Array.from({ length: random.integer(5, 8) }, () => [
     random.uniform(-0.4, 0.4),
     random.uniform(-0.5, 0.5),

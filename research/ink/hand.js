@@ -41,6 +41,9 @@ const FINE_STEP = 0.5;
 // Least speed, as a share of full speed: the pen does not stop in a corner.
 const SLOWEST = 0.06;
 
+// Tremor of a pen that is pressed in one place, as a share of that in motion.
+const STILL = 0.2;
+
 // Frequency of physiological tremor, Hz.
 const TREMOR_LOW = 8;
 const TREMOR_HIGH = 12;
@@ -52,14 +55,14 @@ const LIFT_TIME = 40;
 /**
  * Moves a pen along a path.
  *
- * @param {Array<{x: number, y: number}>} way open polyline in units
+ * @param {Array<{x: number, y: number}>} path open polyline in units
  * @param {number} size longer side of the figure, units
  * @param {Hand} hand
  * @param {object} random from createRandom
  * @returns {Array<[number, number, number, number]>} samples [x, y, force, time], time in ms
  */
-function drawWay(way, size, hand, random) {
-  const shaky = wander(missEnd(way, size, hand, random), size, hand, random);
+function drawPath(path, size, hand, random) {
+  const shaky = wander(missEnd(path, size, hand, random), size, hand, random);
   const fine = spaceEvenly(shaky, Math.max(3, Math.round(lengthOf(shaky) / FINE_STEP)));
   const step = lengthOf(fine) / (fine.length - 1);
   const speeds = speedProfile(fine, step, size, hand.speed);
@@ -67,8 +70,8 @@ function drawWay(way, size, hand, random) {
   return record(sampleInTime(fine, speeds, times, hand.rate), hand, random);
 }
 
-function missEnd(way, size, hand, random) {
-  const rounded = roundCorners(way, size * hand.rounding);
+function missEnd(path, size, hand, random) {
+  const rounded = roundCorners(path, size * hand.rounding);
   const miss = () => random.normal(0, size * hand.drift);
   return spaceEvenly(drift(rounded, { x: miss(), y: miss() }), 400);
 }
@@ -208,13 +211,13 @@ function tap(hand, random) {
   const count = random.integer(14, 40);
   const slip = { x: random.normal(0, 0.8), y: random.normal(0, 0.8) };
   const samples = Array.from({ length: count }, (_, i) => ({
-    x: (slip.x * i) / count + random.normal(0, 0.3),
-    y: (slip.y * i) / count + random.normal(0, 0.3),
+    x: (slip.x * i) / count,
+    y: (slip.y * i) / count,
     speed: 0,
     time: (i * 1000) / hand.rate,
   }));
   const force = hand.force > 0 ? Math.min(1, hand.force + 0.35) : 0;
-  return record(samples, { ...hand, force }, random);
+  return record(samples, { ...hand, force, tremor: STILL * hand.tremor }, random);
 }
 
-module.exports = { HANDS, drawWay, tap };
+module.exports = { HANDS, drawPath, tap };

@@ -1,7 +1,7 @@
 'use strict';
 
 const { FIGURES } = require('./figures.js');
-const { HANDS, drawWay, tap } = require('./hand.js');
+const { HANDS, drawPath, tap } = require('./hand.js');
 const { transform } = require('./outlines.js');
 const { createRandom } = require('./random.js');
 
@@ -19,11 +19,11 @@ const { createRandom } = require('./random.js');
  */
 function drawInk({ figure, seed, size = 200, at = { x: 0, y: 0 }, hand = HANDS.ordinary }) {
   const random = createRandom(seed);
-  const { family, way } = FIGURES[figure];
+  const { family, path } = FIGURES[figure];
   const points =
     family === 'dot'
       ? tap(hand, random)
-      : drawWay(scaled(way(random, random.normal(0, hand.closing)), size), size, hand, random);
+      : drawPath(scaled(path(random, random.normal(0, hand.closing)), size), size, hand, random);
   return {
     family,
     label: figure,
@@ -31,8 +31,8 @@ function drawInk({ figure, seed, size = 200, at = { x: 0, y: 0 }, hand = HANDS.o
   };
 }
 
-function scaled(way, size) {
-  return transform(way, [size, 0, 0, size]);
+function scaled(path, size) {
+  return transform(path, [size, 0, 0, size]);
 }
 
 /**

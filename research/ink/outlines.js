@@ -1,5 +1,7 @@
 'use strict';
 
+const { boundingBox } = require('../../packages/cli/lib/boxes.js');
+
 /**
  * Outlines of plane figures as polylines: lists of {x, y}, y down, in any unit.
  *
@@ -30,14 +32,9 @@ function lengthOf(points) {
   return length;
 }
 
-/**
- * @param {Point[]} points
- * @returns {{x: number, y: number, width: number, height: number}}
- */
+/** The bounding box of points {x, y}. */
 function boxOf(points) {
-  const [xs, ys] = [points.map(({ x }) => x), points.map(({ y }) => y)];
-  const [x, y] = [Math.min(...xs), Math.min(...ys)];
-  return { x, y, width: Math.max(...xs) - x, height: Math.max(...ys) - y };
+  return boundingBox(points.map(({ x, y }) => [x, y]));
 }
 
 /**
@@ -196,5 +193,4 @@ module.exports = {
   spaceEvenly,
   trace,
   transform,
-  turnAt,
 };

@@ -1,8 +1,7 @@
 'use strict';
 
-const { templates } = require('scrivo');
+const { Beautifier } = require('scrivo/beautifier');
 const { HANDS, drawInk } = require('../ink/index.js');
-const engine = require('../template-engine.js');
 const { curve, fit, label, point, sheet } = require('./sheet.js');
 
 /** One row each: what was drawn, from left to right. */
@@ -36,15 +35,20 @@ const MARGIN = 18;
 const SIDE = 200;
 const DOT_SIDE = 20;
 
-/** Strokes by the ink generator, each as drawn and as the template engine answers. */
+// Side of the drawing area, in units: the strokes lie in its middle.
+const AREA = 1000;
+const AT = { x: AREA / 2, y: AREA / 2 };
+
+const beautifier = new Beautifier();
+
+/** Generated strokes, each as drawn and as the beautifier answers. */
 function drawGallery() {
-  engine.load(templates);
   const width = MARGIN + TITLE + ROWS[0].figures.length * (2 * CELL + PAIR_GAP) + MARGIN / 2;
   const height = 2 * MARGIN + ROWS.length * CELL;
   return sheet({
     width,
     height,
-    title: 'Strokes as drawn, in grey, and as Scrivo gives them back',
+    title: 'Strokes as drawn, in grey, and the figures made of them',
     parts: ROWS.map((row, i) => drawRow(row, MARGIN + i * CELL)),
   });
 }
@@ -52,23 +56,26 @@ function drawGallery() {
 function drawRow({ title, figures }, top) {
   const pairs = figures.map((figure, column) => {
     const left = MARGIN + TITLE + column * (2 * CELL + PAIR_GAP);
-    return drawPair(drawInk({ figure, seed: 11 + column, hand: HAND, size: SIDE }), left, top);
+    const sample = { figure, seed: 11 + column, hand: HAND, size: SIDE, at: AT };
+    return drawPair(drawInk(sample), left, top);
   });
   return [label(MARGIN + 6, top + CELL / 2 + 5, title), ...pairs].join('\n');
 }
 
 function drawPair({ family, points }, left, top) {
-  const answer = engine.answer(points);
   const drawn = points.map(point);
+  const stroke = drawn.map(({ x, y }) => ({ x: x / AREA, y: y / AREA }));
+  const { figure, path } = beautifier.beautify(stroke, AREA, AREA);
+  const made = path.map(({ x, y }) => ({ x: x * AREA, y: y * AREA }));
   const place = (x) => ({
     ...{ x: x + (CELL - FIGURE) / 2, y: top + (CELL - FIGURE) / 2, width: FIGURE, height: FIGURE },
     scale: FIGURE / (family === 'dot' ? DOT_SIDE : SIDE),
   });
   // The rings of a dot lie a unit apart: a thick pen fills them.
-  const kind = { none: 'ink', dot: 'shape thick' }[answer.family] ?? 'shape';
+  const pen = family === 'dot' ? ' thick' : '';
   return (
-    curve(drawn.map(fit(drawn, place(left))), 'ink') +
-    curve(answer.points.map(point).map(fit(drawn, place(left + CELL))), kind)
+    curve(drawn.map(fit(drawn, place(left))), `ink${pen}`) +
+    curve(made.map(fit(drawn, place(left + CELL))), (figure ? 'shape' : 'ink') + pen)
   );
 }
 

@@ -3,13 +3,15 @@
 const { drawBeautifier } = require('./beautifier.js');
 const { drawAnchorPair, drawQuadrangles } = require('./constructions.js');
 const { drawCornerScan } = require('./corner-scan.js');
+const { drawGallery } = require('./gallery.js');
 const { drawMatching } = require('./matching.js');
 const { drawPipeline } = require('./pipeline.js');
 const { drawRegularisation } = require('./regularisation.js');
 
-/** Pictures of the documents by file name, but for the gallery: SVG, the same at every call. */
+/** Pictures of the documents by file name: SVG, the same at every call. */
 function drawPictures() {
   return {
+    'gallery.svg': drawGallery(),
     'beautifier.svg': drawBeautifier(),
     'pipeline.svg': drawPipeline(),
     'corner-scan.svg': drawCornerScan(),

@@ -45,7 +45,7 @@ const STEPS = [
     question: ['Nothing fits.'],
     sample: sampleOf('loops'),
     type: 0,
-    answer: ['0: as drawn', 'the very points that', 'came in'],
+    answer: ['0: as drawn', 'the points of the', 'stroke'],
   },
 ];
 

@@ -6,8 +6,8 @@ const TEMPLATE_FIGURES = ['rectangle', 'triangle', 'isosceles_triangle', 'ellips
 /**
  * The texts of the template files.
  *
- * @param {import('./search.js').Candidate[]} templates in the order in which they are to stand
- * @returns {Record<string, string>} by the names of the files; an outline a line
+ * @param {import('./search.js').Candidate[]} templates in the order of the files
+ * @returns {Record<string, string>} by the names of the files; one outline per line
  */
 function templateFiles(templates) {
   const toLine = ({ outline }) => `${outline.flatMap(({ x, y }) => [x, y]).join(',')}\n`;

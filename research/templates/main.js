@@ -4,16 +4,17 @@ const fs = require('node:fs');
 const os = require('node:os');
 const path = require('node:path');
 const { parseArgs } = require('node:util');
+const { createEngine } = require('../../packages/cli/lib/engines.js');
+const { placeStroke } = require('../../packages/cli/lib/placement.js');
 const { failure } = require('../../tools/support/run.js');
 const { readStrokes, scaled } = require('../beautifier/strokes.js');
 const { FIGURES, HANDS, drawInk } = require('../ink/index.js');
 const { createUniform } = require('../ink/random.js');
-const engine = require('../template-engine.js');
 const { TEMPLATE_FIGURES, templateFiles } = require('./candidates.js');
 const { coversOf, selectCandidates, worth } = require('./search.js');
 const { sampleParameters, templateOutline } = require('./template-outlines.js');
 
-const USAGE = `Makes the template files from their parameters, or searches for parameters.
+const USAGE = `Writes the template files from their parameters, or searches for parameters.
 
 usage: templates                  write templates/ from research/templates/parameters.json
        templates --search TRAIN   choose the parameters by labelled strokes and write them
@@ -117,7 +118,7 @@ function covered(strokes, candidates) {
 
 /**
  * Figures begun at any corner and drawn in either direction. Some of these are rare in collected
- * strokes, such as a square begun at the lower right, and must be recognised all the same.
+ * strokes, such as a square begun at the lower right, and must be recognised as well.
  */
 function practiceStrokes() {
   const figures = Object.keys(FIGURES).filter((name) => FIGURES[name].family !== 'none');
@@ -129,12 +130,14 @@ function practiceStrokes() {
 }
 
 /**
- * Adds the engine's answers without templates, and once a template reaches the stroke. Any one will
- * do, so a small set is loaded that reaches every stroke within reach of a candidate.
+ * Adds the engine's answers without templates, and with a template that reaches the stroke. It does
+ * not matter which, so a small set is loaded that reaches every stroke within reach of a candidate.
  */
 function answerAll(strokes, parameters) {
-  engine.load([]);
-  for (const stroke of strokes) stroke.before = engine.answer(stroke.points);
+  const engine = createEngine('template');
+  const answer = (stroke) => engine.answer(placeStroke(stroke, 'natural'));
+  engine.load({ templates: [] });
+  for (const stroke of strokes) stroke.before = answer(stroke);
 
   const everything = strokes.map(({ cover }) => ({ cover, gain: 1 }));
   const witnesses = selectCandidates(everything, { price: 1, margin: 0 });
@@ -144,11 +147,11 @@ function answerAll(strokes, parameters) {
       folder,
       witnesses.map((i) => parameters[i]),
     );
-    engine.load(TEMPLATE_FIGURES.map((figure) => path.join(folder, `${figure}.template`)));
+    engine.load({ templates: [folder] });
   } finally {
     fs.rmSync(folder, { recursive: true });
   }
-  for (const stroke of strokes) stroke.after = engine.answer(stroke.points);
+  for (const stroke of strokes) stroke.after = answer(stroke);
 }
 
 function choose(strokes, parameters, { harm, margin, price }) {

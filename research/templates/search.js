@@ -6,8 +6,8 @@ const { askProbe } = require('../probe/index.js');
  * Chooses a small set of outlines as templates.
  *
  * A stroke with three corners or more is compared with the polygons or with the ellipses alone; any
- * template within its reach then gives the same answer. So the choice is one of coverage: outlines
- * whose reach covers the strokes that gain by being recognised.
+ * template within its reach then gives the same answer. The choice is therefore a covering problem:
+ * outlines whose reach covers the strokes that gain by being recognised.
  *
  * @typedef {object} Candidate
  * @property {string} figure name of its template file
@@ -33,7 +33,7 @@ const BATCH = 400;
 /**
  * @param {Array<Array<[number, number]>>} strokes in drawing-area units
  * @param {Candidate[]} candidates
- * @returns {Cover[]} one a stroke
+ * @returns {Cover[]} one per stroke
  */
 function coversOf(strokes, candidates) {
   const outlines = candidates.map(({ figure, outline }) => ({

@@ -13,9 +13,9 @@ const {
 /**
  * The outlines of templates: figures as people draw them, from a few parameters.
  *
- * The recogniser turns every path so that its centroid lies level with its first point, so the
- * orientation of a template is irrelevant. Its start is not: it decides the orientation after that
- * turn, and thereby how scaling to a square distorts the outline. The recogniser resamples at equal
+ * The recogniser rotates every path until its centroid is level with its first point, so the
+ * orientation of a template is irrelevant. Its start is not: it determines the orientation after
+ * that rotation, and so how scaling to a square distorts the outline. The recogniser resamples at equal
  * distances, so speed is irrelevant too.
  *
  * @typedef {object} TemplateParameters
@@ -59,8 +59,8 @@ const RINGS = {
  */
 function templateOutline(parameters) {
   const ring = RINGS[parameters.figure](parameters);
-  const way = trace(toSize(ring), parameters.start, parameters.sweep);
-  const drawn = roundCorners(way, SIZE * (parameters.rounding ?? 0));
+  const path = trace(toSize(ring), parameters.start, parameters.sweep);
+  const drawn = roundCorners(path, SIZE * (parameters.rounding ?? 0));
   return drawn.map(({ x, y }) => ({ x: roundTo(x, 10), y: roundTo(y, 10) }));
 }
 

@@ -1,10 +1,10 @@
 'use strict';
 
-// Writes the cases and their templates anew: node test/cases/make.js
+// Writes the cases and their templates: node test/cases/make.js
 //
-// What a stroke should become is constructed by formulas from the intended figure,
-// never copied from the engine's answers. Look at `git diff` afterwards: a case
-// changes only when its figure does.
+// Expected figures are computed by formulas from the intended figure, never copied from
+// the engine's answers. Look at `git diff` afterwards: a case changes only if its figure
+// does.
 
 const fs = require('node:fs');
 const path = require('node:path');
@@ -33,7 +33,7 @@ function drawn(corners, steps = 20) {
 const xy = (...numbers) => range(numbers.length / 2).map((i) => numbers.slice(2 * i, 2 * i + 2));
 const closed = (corners) => [...corners, corners[0]];
 
-/** A clean figure: 21 points an edge, so that inner corners occur twice. */
+/** A clean figure: 21 points per edge, so that inner corners occur twice. */
 const clean = (corners) =>
   range(corners.length - 1).flatMap((i) => drawn([corners[i], corners[i + 1]]));
 
@@ -180,7 +180,7 @@ const TEMPLATES = {
 
 const rounded = (number, digits) => Number(number.toFixed(digits));
 
-/** One value a line; eight points a line in long lists. */
+/** One value per line; eight points per line in long lists. */
 function toJson(value) {
   const list = (points) => {
     const items = points.map((p) => JSON.stringify(p));

@@ -33,11 +33,6 @@ describe('engines', () => {
     }
   });
 
-  test('the template engine has two names', () => {
-    const names = ['beautifier', 'template', 'exact'].map((name) => createEngine(name).name);
-    assert.deepEqual(names, ['beautifier', 'template', 'template']);
-  });
-
   test('polygons of the template engine are named by their edges', () => {
     const outline = (edges) =>
       Array.from({ length: edges }, (_, i) => [

@@ -50,7 +50,10 @@ test('a wrong command line says what to do, and does nothing', async () => {
     ['evaluate empty.ndjson', /there is no stroke in the input/],
     ['evaluate ink.ndjson --fast', /--fast/],
     ['evaluate ink.ndjson --unit=-3', /--unit must be a positive number or natural, found -3/],
-    ['evaluate ink.ndjson --engine exact --templates square.txt', /must contain one of rectangle/],
+    [
+      'evaluate ink.ndjson --engine template --templates square.txt',
+      /must contain one of rectangle/,
+    ],
     ['evaluate ink.ndjson --svg -', /--svg needs a file/],
     ['evaluate ink.ndjson --svg no/sheet.svg', /there is no directory/],
   ];

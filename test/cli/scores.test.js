@@ -2,8 +2,8 @@
 
 const assert = require('node:assert/strict');
 const { describe, it } = require('node:test');
-const { boundingBox, placeStroke } = require('../../packages/cli/lib/placement.js');
-const { formatTable } = require('../../packages/cli/lib/report.js');
+const { boundingBox } = require('../../packages/cli/lib/boxes.js');
+const { placeStroke } = require('../../packages/cli/lib/placement.js');
 const { Score } = require('../../packages/cli/lib/score.js');
 const { strokeSheet } = require('../../packages/cli/lib/sheet.js');
 
@@ -74,20 +74,5 @@ describe('sheet of strokes', () => {
     assert.ok(!/NaN|Infinity|undefined/.test(sheet));
     assert.match(sheet, /<title>a &amp; b:1<\/title>/);
     assert.match(sheet, />&lt;8&quot;&gt;</);
-  });
-});
-
-describe('tables', () => {
-  it('align names to the left and numbers to the right', () => {
-    assert.equal(
-      formatTable([
-        ['', 'all', 'right'],
-        ['dot', 7, '100.0 %'],
-        ['quadrangle', 1234, '.'],
-      ]),
-      ['             all    right', 'dot            7  100.0 %', 'quadrangle  1234        .'].join(
-        '\n',
-      ),
-    );
   });
 });

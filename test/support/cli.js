@@ -7,6 +7,7 @@ const path = require('node:path');
 const { Writable } = require('node:stream');
 const { main } = require('../../packages/cli/lib/main.js');
 const { drawEach } = require('../../research/ink/index.js');
+const { shakyLine } = require('./strokes.js');
 
 const PROGRAM = path.join(__dirname, '..', '..', 'packages', 'cli', 'bin', 'scrivo.js');
 
@@ -99,20 +100,18 @@ function toNdjson(strokes) {
   return strokes.map((stroke) => `${JSON.stringify(stroke)}\n`).join('');
 }
 
-/** A horizontal line of 41 points with a tremor of half a unit. */
-function shakyLine(left, y) {
-  return Array.from({ length: 41 }, (_, i) => [left + 5 * i, y + 0.5 * Math.sin(i)]);
-}
+/** A level line, 200 units long, with a tremor of half a unit. */
+const levelLine = (left, y) => shakyLine([left, y], [left + 200, y]);
 
 module.exports = {
   PROGRAM,
   collect,
   drawStrokes,
+  levelLine,
   makeFolder,
   parseLines,
   run,
   runProcess,
-  shakyLine,
   start,
   toNdjson,
   until,

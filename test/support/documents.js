@@ -35,8 +35,8 @@ function markBefore(token) {
  * The fenced blocks of a document.
  *
  * @returns {Array<{place: string, language: string, code: string, reason?: string,
- *   program?: string}>} `code` with the code that goes before it; `reason` why it is not run, which may be
- *   empty; `program` the last C++ up to here
+ *   program?: string}>} `code` includes the code that goes before it; `reason` says why it is not run
+ *   and may be empty; `program` is the last C++ up to here
  */
 function readBlocks(name) {
   const tokens = parse(name);

@@ -15,7 +15,7 @@ const host = ['bun', 'deno'].find((name) => name in process.versions) ?? 'node';
 const skipIn = (reasons) => reasons[host] ?? false;
 
 /**
- * Runs a function in a process of its own and returns what it passes to `report`.
+ * Runs a function in a separate process and returns what it passes to `report`.
  * The function sees nothing of this process; it may be async, and it is given
  *
  * - `hello`: the path of the native module, which is not loaded yet

@@ -1,39 +1,42 @@
 'use strict';
 
-// Strokes on a drawing area of 1000 by 800 units, each plainly one figure.
+// Ink of the generator on a drawing area of 1000 by 800 units.
+
+const { HANDS, drawInk } = require('../../research/ink/index.js');
 
 const WIDTH = 1000;
 const HEIGHT = 800;
 
-const samples = (place, count = 90) =>
-  Array.from({ length: count }, (_, i) => {
-    const [x, y] = place(i / (count - 1));
-    return { x: x / WIDTH, y: y / HEIGHT };
-  });
+// Pages get pointer events at the rate of the screen.
+const HAND = { ...HANDS.ordinary, rate: 60 };
 
-/** A stroke along corners in drawing-area units, `x,y` each, with a little tremor. */
-function polyline(text) {
-  const corners = text.split(' ').map((corner) => corner.split(',').map(Number));
-  const edges = corners.length - 1;
-  return samples((t) => {
-    const k = Math.min(edges - 1, Math.floor(t * edges));
-    const u = t * edges - k;
-    const tremor = 0.4 * Math.sin(40 * t);
-    return [0, 1].map((axis) => corners[k][axis] * (1 - u) + corners[k + 1][axis] * u + tremor);
+/** A figure in the middle of the area: points [x, y] in units. */
+const inkOf = (figure) =>
+  drawInk({ figure, seed: 1, hand: HAND, at: { x: 500, y: 400 } }).points.map(([x, y]) => [x, y]);
+
+/** The same as points {x, y} in fractions of the area. */
+const strokeOf = (figure) => inkOf(figure).map(([x, y]) => ({ x: x / WIDTH, y: y / HEIGHT }));
+
+/** A stroke for each value of `figure.kind`. */
+const INK = {
+  dot: strokeOf('dot'),
+  line: strokeOf('line'),
+  angle: strokeOf('angle'),
+  triangle: strokeOf('isosceles'),
+  quadrangle: strokeOf('rectangle'),
+  circle: strokeOf('circle'),
+  ellipse: strokeOf('ellipse'),
+};
+
+/** 60 points [x, y] along a straight line, trembling by up to `tremor` units across it. */
+function shakyLine(from, to, tremor = 0.5) {
+  const [dx, dy] = [to[0] - from[0], to[1] - from[1]];
+  const length = Math.hypot(dx, dy);
+  return Array.from({ length: 60 }, (_, i) => {
+    const t = i / 59;
+    const across = (tremor * (Math.sin(2.3 * i) + Math.sin(0.9 * i))) / 2;
+    return [from[0] + t * dx - (across * dy) / length, from[1] + t * dy + (across * dx) / length];
   });
 }
 
-const round = (rx, ry) =>
-  samples((t) => [500 + rx * Math.cos(6.25 * t), 400 + ry * Math.sin(6.25 * t)]);
-
-const INK = {
-  dot: samples((t) => [500 + t, 400], 2),
-  line: polyline('100,100 500,260'),
-  angle: polyline('100,100 400,120 380,420'),
-  triangle: polyline('100,400 250,120 420,390 100,400'),
-  quadrangle: polyline('100,100 400,105 395,300 102,296 100,100'),
-  circle: round(100, 102),
-  ellipse: round(160, 80),
-};
-
-module.exports = { WIDTH, HEIGHT, INK, polyline };
+module.exports = { WIDTH, HEIGHT, INK, inkOf, shakyLine, strokeOf };

@@ -6,25 +6,15 @@ const { after, before, beforeEach, describe, test } = require('node:test');
 const { createRecogniser } = require('../../surface/recognise.js');
 const { createServer, listen } = require('../../surface/server.js');
 const { launchChromium } = require('../support/chromium.js');
+const { HEIGHT, WIDTH, inkOf, shakyLine } = require('../support/strokes.js');
 
 // Longer than the animation of ink into a figure.
 const ANIMATION_MS = 1200;
-const VIEW = { width: 1000, height: 700 };
-
-/** Points along a straight line, trembling by up to `tremor` pixels across it. */
-function shakyLine(from, to, tremor = 4) {
-  const [dx, dy] = [to[0] - from[0], to[1] - from[1]];
-  const length = Math.hypot(dx, dy);
-  return Array.from({ length: 60 }, (_, i) => {
-    const t = i / 59;
-    const across = (tremor * (Math.sin(2.3 * i) + Math.sin(0.9 * i))) / 2;
-    return [from[0] + t * dx - (across * dy) / length, from[1] + t * dy + (across * dx) / length];
-  });
-}
+const VIEW = { width: WIDTH, height: HEIGHT };
 
 const FROM = [200, 300];
 const TO = [700, 420];
-const LINE = shakyLine(FROM, TO);
+const LINE = shakyLine(FROM, TO, 4);
 
 /** Distance of a point from the straight line through `a` and `b`. */
 function distanceToLine({ x, y }, a, b) {
@@ -103,8 +93,7 @@ describe('the drawing page', () => {
   });
 
   test('names the kind of a quadrangle and its confidence', async () => {
-    const corners = [[300, 200], [504, 203], [501, 402], [298, 398], [301, 202]]; // prettier-ignore
-    await draw(corners.slice(1).flatMap((corner, i) => shakyLine(corners[i], corner, 2)));
+    await draw(inkOf('square'));
     assert.match(await status(), /^Square, confidence \d\d %$/);
     assert.match(await page.textContent('#label'), /^Square · \d\d %$/);
   });

@@ -1,6 +1,6 @@
 'use strict';
 
-// Which programs the package is tried under, which tests, and how each is started.
+// The hosts that the package is tested in, the tests, and how each host is started.
 
 const fs = require('node:fs');
 const path = require('node:path');
@@ -15,6 +15,7 @@ const { countBun, countDeno, countTap } = require('./test-counts.js');
 const TEST_FILES = [
   'lib/beautifier.test.js',
   'lib/cases.test.js',
+  'lib/figures.test.js',
   'lib/index.test.js',
   'lib/native.test.js',
   'lib/packing.test.js',
@@ -24,7 +25,7 @@ const TEST_FILES = [
   'src/scrivo.test.js',
 ];
 
-/** Each kind's way of running a test file; `preload` is a script to run before it, if any. */
+/** How each kind of host runs a test file; `preload` is a script to run before it, if any. */
 const KINDS = {
   node: {
     label: 'Node.js',
@@ -67,8 +68,8 @@ const musl = {
 };
 
 /**
- * Under the Linux emulator, which starts no other ARM program: what the tests start goes
- * through a script, for which they take the path of the host.
+ * A host in the Linux emulator, which cannot start other ARM programs. The tests start their
+ * child processes by `process.execPath`, which is set to a script that starts the emulator.
  */
 function emulate(program, folder, name, options) {
   const start = path.join(folder, name);
@@ -108,7 +109,7 @@ const windows = {
     env: {
       WINEPREFIX: path.join(folder, 'wine'),
       WINEDEBUG: '-all',
-      NODE_SKIP_PLATFORM_CHECK: '1', // Wine says it were an older Windows
+      NODE_SKIP_PLATFORM_CHECK: '1', // Wine reports an older version of Windows
     },
   }),
 };
@@ -119,7 +120,7 @@ const host = (name, kind, system, source, version, program) => ({
   ...{ name, kind, package: source, version, program },
 });
 
-/** Node.js of a system, under the name of its major version: `node-20-SUFFIX`. */
+/** Node.js for a system, named by its major version: `node-20-SUFFIX`. */
 const nodeHost = (system, source, suffix, program) => (version) =>
   host(`node-${parseInt(version, 10)}${suffix}`, 'node', system, source, version, program);
 

@@ -5,9 +5,9 @@ const path = require('node:path');
 const { ROOT } = require('./run.js');
 
 /**
- * What prebuilt files are made for: the folder in prebuilds/, and Zig's name for
- * it. null stands for the g++ of this system, a Debian 12 of that processor: its
- * results are the reference, to the last bit. Zig links sines and cosines of its own.
+ * The targets of prebuilt files: the folder in prebuilds/ and Zig's name. null stands for
+ * g++ on Debian 12, whose results are the reference to the last bit; the sines and cosines
+ * of Zig's libraries differ.
  */
 const TARGETS = {
   'linux-x64': null,
@@ -26,7 +26,7 @@ function moduleNames() {
   return [...text.matchAll(/^scrivo_add_node_module\((\w+)/gm)].map(([, name]) => name);
 }
 
-/** Where the files for a target are kept: those of every module, whether there or not. */
+/** Paths of the files for a target, whether they exist or not. */
 function prebuiltFiles(target) {
   return moduleNames().map((name) => path.join(ROOT, 'prebuilds', target, `${name}.node`));
 }

@@ -1,15 +1,15 @@
 'use strict';
 
-// Bun for musl needs the GNU C++ library, which Debian has for glibc only. The
-// members that it uses hardly depend on the C library, so they are linked from the
-// static library into a shared one, for tests only.
+// Bun for musl needs the GNU C++ library, which Debian has for glibc only. The members
+// that Bun uses hardly depend on the C library, so for tests they are linked from the
+// static library into a shared one.
 
 const { execFileSync } = require('node:child_process');
 const fs = require('node:fs');
 const path = require('node:path');
 
-// What the members ask of glibc that musl lacks. -1 is "not found", after which
-// the unwinder looks for the library's tables in the way known to musl.
+// What the members need from glibc and musl lacks. -1 means "not found"; the unwinder
+// then looks for the library's tables in a way that works with musl.
 const GLIBC_PARTS = `extern "C" {
 char __libc_single_threaded;
 int _dl_find_object(void*, void*) { return -1; }

@@ -1,7 +1,7 @@
 'use strict';
 
-// npm packages that only some tools need: compilers and hosts of a hundred
-// megabytes each, too large for every clone to install.
+// npm packages that only some tools need: compilers and hosts of a hundred megabytes
+// each, which not every clone should install.
 
 const fs = require('node:fs');
 const path = require('node:path');

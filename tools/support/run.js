@@ -55,7 +55,7 @@ function forget(child) {
  */
 function run(command, args = [], { env = {}, cwd = ROOT } = {}) {
   return new Promise((resolve) => {
-    // Before the start: a signal may come as soon as the child is there.
+    // Before the start, since a signal may arrive as soon as the child exists.
     if (running.size === 0) watchSignals(true);
     const child = spawn(command, args, {
       cwd,
@@ -87,7 +87,7 @@ function capture(command, args = []) {
   return status === 0 ? stdout : null;
 }
 
-/** Path of a tool that came with npm, started through the running Node. */
+/** The command that runs an installed tool with this Node. */
 const nodeTool = (name, script) => [
   process.execPath,
   path.join(ROOT, 'node_modules', name, script),

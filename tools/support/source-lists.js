@@ -2,18 +2,17 @@
 
 const path = require('node:path').posix;
 
-/** The words of a CMake file, quotes and parentheses taken off, without comments. */
+/** The words of a CMake file, without quotes, parentheses and comments. */
 const words = (text) => new Set(text.replace(/#.*$/gm, '').split(/[\s()";]+/));
 
 const quotedIncludes = (text) =>
   [...text.matchAll(/^\s*#\s*include\s+"([^"]+)"/gm)].map((m) => m[1]);
 
 /**
- * C++ files that nothing builds: sources that no file of CMake names, and
- * headers that neither such a file names nor another source includes.
- * A file counts as named when a file of CMake in one of its folders holds
- * its path from there. `sources` and `makefiles` map paths from the root to
- * contents.
+ * C++ files that nothing builds: sources that no CMake file names, and headers that are
+ * neither named nor included by another source. A file counts as named if a CMake file in
+ * one of its folders contains its path from there. `sources` and `makefiles` map paths from
+ * the root to contents.
  */
 function unbuiltFiles(sources, makefiles) {
   const lists = [...makefiles].map(([name, text]) => [path.dirname(name), words(text)]);

@@ -24,7 +24,7 @@ const { UserError } = require('./user-error.js');
  * @property {(stroke: import('./placement.js').PlacedStroke) => Answer} answer in any thread
  */
 
-/** Fits every figure to the stroke. */
+/** Fits every family to the stroke. */
 function beautifierEngine() {
   let instance;
   const entry = () => requireEntry('scrivo/beautifier', 'beautifier');
@@ -44,7 +44,7 @@ function beautifierEngine() {
   };
 }
 
-/** Fails for a family that has no colour and label here, rather than drawing it wrongly. */
+/** Throws for a family without colour and label, which would be drawn wrongly. */
 function checkFamilies(families) {
   const missing = families.filter((family) => !Object.hasOwn(ANSWERS, family));
   if (missing.length > 0) throw new Error(`families.js lacks ${missing.join(', ')}`);
@@ -57,10 +57,7 @@ function nameFigure(figure) {
   return { family: figure.kind, kind: figure.subtype ?? null };
 }
 
-/**
- * Compares with templates. Those are shared by all threads of the process, and loading adds to
- * them.
- */
+/** Compares with templates, which all threads of the process share. Loading adds to them. */
 function templateEngine() {
   const entry = () => requireEntry('scrivo', 'template');
   return {
@@ -88,13 +85,10 @@ function requireEntry(name, engine) {
 const ENGINES = { beautifier: beautifierEngine, template: templateEngine };
 const ENGINE_NAMES = Object.keys(ENGINES);
 
-const ALIASES = { exact: 'template' };
-
 /** @returns {Engine} */
-function createEngine(given) {
-  const name = ALIASES[given] ?? given;
+function createEngine(name) {
   if (Object.hasOwn(ENGINES, name)) return ENGINES[name]();
-  throw new UserError(`there is no engine ${given}: choose ${ENGINE_NAMES.join(' or ')}`);
+  throw new UserError(`there is no engine ${name}: choose ${ENGINE_NAMES.join(' or ')}`);
 }
 
 module.exports = { ENGINE_NAMES, createEngine };

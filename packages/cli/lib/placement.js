@@ -1,10 +1,12 @@
 'use strict';
 
+const { boundingBox } = require('./boxes.js');
+
 // Side of the drawing area, in drawing units, in which the engines' thresholds are given.
 const AREA = 1000;
 
-// A stroke may fill this fraction of the area. For larger ones the area grows, so that no figure is
-// moved at a border that was not there when it was drawn.
+// A stroke may fill this fraction of the area. For larger strokes the area grows, so that no figure
+// is moved because of a border that did not exist when it was drawn.
 const MAX_FILL = 0.8;
 
 /**
@@ -45,19 +47,4 @@ function placeStroke({ family, points }, unit) {
   };
 }
 
-/**
- * @param {Array<ArrayLike<number>>} points [x, y, ...]
- * @returns {{x: number, y: number, width: number, height: number}} upper left corner and size
- */
-function boundingBox(points) {
-  let [left, top, right, bottom] = [Infinity, Infinity, -Infinity, -Infinity];
-  for (const [x, y] of points) {
-    left = Math.min(left, x);
-    right = Math.max(right, x);
-    top = Math.min(top, y);
-    bottom = Math.max(bottom, y);
-  }
-  return { x: left, y: top, width: right - left, height: bottom - top };
-}
-
-module.exports = { boundingBox, placeStroke };
+module.exports = { placeStroke };

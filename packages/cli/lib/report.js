@@ -75,4 +75,4 @@ function percent(part, whole) {
   return `${((100 * part) / whole).toFixed(1)} %`;
 }
 
-module.exports = { formatReport, formatTable, percent };
+module.exports = { formatReport };

@@ -1,6 +1,6 @@
 'use strict';
 
-const { boundingBox } = require('./placement.js');
+const { boundingBox } = require('./boxes.js');
 const { createRounding, escapeText, polylinePoints } = require('./svg.js');
 
 const COLUMNS = 8;

@@ -17,8 +17,8 @@ const TEMPLATE_FILES = [
 ];
 
 /**
- * The list of files that the template engine is given. The engine ignores a file that is missing
- * or has another name; a user who named it is told.
+ * The list of files for the template engine. The engine ignores a file that is missing or has
+ * another name; here that is an error.
  *
  * @param {string[]} names files, or directories that hold them
  * @returns {string[]} existing files, at most one of each name
@@ -28,8 +28,9 @@ function resolveTemplates(names) {
   const taken = new Map();
   for (const file of files) {
     const slot = TEMPLATE_FILES.find((name) => file.includes(name));
-    if (!slot)
+    if (!slot) {
       throw new UserError(`${file}: the name must contain one of ${TEMPLATE_FILES.join(', ')}`);
+    }
     if (taken.has(slot)) {
       throw new UserError(`${taken.get(slot)} and ${file} are both ${slot}: name one`);
     }

@@ -33,7 +33,7 @@ enum class Reason : std::uint8_t {
 
 /// Another family that the stroke may have been meant as.
 struct Alternative {
-    FigureFamily family = FigureFamily::LINE;
+    FigureFamily family = FigureFamily::LINE;  ///< the other family
     double probability = 0.0;  ///< from 0 to 1; together with the answer's at most 1
 };
 
@@ -61,8 +61,11 @@ class Wish {
 public:
     /// The kind is chosen as `beautify` chooses it.
     Wish(FigureFamily family) : m_family(family) {}
+    /// A triangle of this kind.
     Wish(TriangleKind kind) : Wish(FigureFamily::TRIANGLE, static_cast<std::uint8_t>(kind)) {}
+    /// A quadrangle of this kind.
     Wish(QuadrangleKind kind) : Wish(FigureFamily::QUADRANGLE, static_cast<std::uint8_t>(kind)) {}
+    /// An ellipse of this kind.
     Wish(EllipseKind kind) : Wish(FigureFamily::ELLIPSE, static_cast<std::uint8_t>(kind)) {}
     /// A kind by the number that it has in the enumeration of its family.
     Wish(FigureFamily family, std::uint8_t kind) : m_family(family), m_kind(kind) {}

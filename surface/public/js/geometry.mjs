@@ -47,13 +47,12 @@ export function isClosed(points) {
   return Math.hypot(ax - bx, ay - by) < 1e-3;
 }
 
+/** The edges of the box around points. */
 export function bounds(points) {
-  const xs = points.map(([x]) => x);
-  const ys = points.map(([, y]) => y);
-  return {
-    left: xs.reduce((a, b) => Math.min(a, b)),
-    right: xs.reduce((a, b) => Math.max(a, b)),
-    top: ys.reduce((a, b) => Math.min(a, b)),
-    bottom: ys.reduce((a, b) => Math.max(a, b)),
-  };
+  let [left, top, right, bottom] = [Infinity, Infinity, -Infinity, -Infinity];
+  for (const [x, y] of points) {
+    [left, right] = [Math.min(left, x), Math.max(right, x)];
+    [top, bottom] = [Math.min(top, y), Math.max(bottom, y)];
+  }
+  return { left, right, top, bottom };
 }

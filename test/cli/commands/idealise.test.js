@@ -9,11 +9,11 @@ const { Beautifier } = require('../../../lib/beautifier.js');
 const scrivo = require('../../../lib/index.js');
 const {
   drawStrokes,
+  levelLine,
   makeFolder,
   parseLines,
   run,
   runProcess,
-  shakyLine,
   toNdjson,
 } = require('../../support/cli.js');
 
@@ -102,7 +102,7 @@ describe('what comes out', () => {
     const line = (points, answer = '') =>
       `{"id":12345678901234567890,"s":"\\u0001 }]\\": 1234567890123456789","type":7,` +
       `"points":${points},"a":{"points":[{"n":[-1234567890123456789]}]}${answer}}`;
-    const drawn = ['[[1,2,null]]', JSON.stringify(shakyLine(10, 20))];
+    const drawn = ['[[1,2,null]]', JSON.stringify(levelLine(10, 20))];
     const args = ['--engine', 'template'];
     const { stdout } = await idealise(
       args,
@@ -116,25 +116,22 @@ describe('what comes out', () => {
   });
 
   test('lines snap to other strokes only with --snap', async () => {
-    const dot = { points: [[200, 106]] }; // beside the start of the line
-    const line = { points: shakyLine(200, 100) };
-    const besides = toNdjson([{ ...line, others: [dot.points] }]);
-    write('besides.ndjson', besides);
-    write(
-      'dot.svg',
-      `<svg><path d="M200 106h0"/><polyline points="${line.points.join(' ')}"/></svg>`,
-    );
+    const line = { points: levelLine(200, 100) };
+    write('besides.ndjson', toNdjson([{ ...line, others: [[[200, 106]]] }]));
+    // An earlier stroke of the document, beside the start of the line.
+    const earlier = { beautifier: 'M200 106V300', template: 'M200 106h0' };
     const heightIn = (text) => parseLines(text).at(-1).points[0][1];
     for (const engine of Object.keys(ENGINES)) {
+      const drawn = `<path d="${earlier[engine]}"/><polyline points="${line.points.join(' ')}"/>`;
+      write('page.svg', `<svg>${drawn}</svg>`);
       const heightOf = async (...args) => {
-        const out = ['-o', 'out.ndjson', '--force', '--engine', engine];
-        await idealise([...args, ...out]);
+        await idealise([...args, '-o', 'out.ndjson', '--force', '--engine', engine]);
         return heightIn(read('out.ndjson'));
       };
-      assert.ok(Math.abs((await heightOf('besides.ndjson')) - 100) < 0.5);
-      assert.ok(Math.abs((await heightOf('besides.ndjson', '--snap')) - 106) < 0.5);
-      assert.ok(Math.abs((await heightOf('dot.svg')) - 100) < 0.5);
-      assert.ok(Math.abs((await heightOf('dot.svg', '--snap')) - 106) < 0.5);
+      for (const input of ['besides.ndjson', 'page.svg']) {
+        assert.ok(Math.abs((await heightOf(input)) - 100) < 0.5, `${engine}, ${input}`);
+        assert.ok(Math.abs((await heightOf(input, '--snap')) - 106) < 0.5, `${engine}, ${input}`);
+      }
     }
     // The template engine itself prints to the standard output of its process.
     const args = ['idealise', 'besides.ndjson', '--snap', '--engine', 'template'];
@@ -185,8 +182,9 @@ describe('wrong lines and inputs', () => {
 });
 
 test('the summary is on standard output, or on standard error when strokes are there', async () => {
-  write('three.ndjson', toNdjson([{ points: shakyLine(0, 9) }, { points: [[1, 2]] }]));
-  const filed = await idealise(['three.ndjson', '-o', 'three.svg', '--json', '--engine', 'exact']);
+  write('three.ndjson', toNdjson([{ points: levelLine(0, 9) }, { points: [[1, 2]] }]));
+  const engine = ['--engine', 'template'];
+  const filed = await idealise(['three.ndjson', '-o', 'three.svg', '--json', ...engine]);
   const { seconds, cpu_seconds: cpu, ...summary } = JSON.parse(filed.stdout);
   assert.ok(seconds > 0 && cpu > 0);
   assert.deepEqual(summary, {

@@ -6,10 +6,10 @@ const path = require('node:path');
 const { after, describe, test } = require('node:test');
 const {
   drawStrokes,
+  levelLine,
   makeFolder,
   parseLines,
   run,
-  shakyLine,
   toNdjson,
 } = require('../../support/cli.js');
 
@@ -78,7 +78,7 @@ describe('formats', () => {
       ...{ kind: null, confidence: null },
       points: JSON.parse(line).points,
     });
-    // A margin of 10 pixels around ink of half a pixel a unit.
+    // A margin of 10 pixels around ink with half a pixel per unit.
     const { stdout: drawing } = await idealise(['kept.inkml', '--format', 'svg']);
     assert.match(drawing, /width="22" height="22" viewBox="-19 -18 44 44">\n<g [^>]*width="4"/);
     assert.match(drawing, /stroke="#f00" stroke-width="3"/);
@@ -114,7 +114,7 @@ describe('formats', () => {
   });
 
   test('coordinates are rounded', async () => {
-    const ink = toNdjson([{ points: shakyLine(0.12345, 100) }]);
+    const ink = toNdjson([{ points: levelLine(0.12345, 100) }]);
     const { stdout } = await idealise(['--decimals', '1'], ink);
     const [{ points, figure }] = parseLines(stdout);
     assert.equal(figure, 'line');

@@ -37,38 +37,17 @@ switch (result.type) {
     same<typeof result.type, never>(true);
 }
 
-// @ts-expect-error: the paths are missing
-initScrivo();
 // @ts-expect-error: not an array
 initScrivo('rectangle.template');
-// @ts-expect-error: not a string
-initScrivo([1]);
-// @ts-expect-error: one argument only
-initScrivo([], true);
-
-// @ts-expect-error: the other strokes are missing
-optimizeAStroke(points, 800, 600);
-// @ts-expect-error: width is not a number
-optimizeAStroke(points, '800', 600, []);
 // @ts-expect-error: one stroke instead of a list of strokes
 optimizeAStroke(points, 800, 600, points);
-// @ts-expect-error: points are objects
-optimizeAStroke([[0, 1]], 800, 600, []);
-// @ts-expect-error: no y
-optimizeAStroke([{ x: 0 }], 800, 600, []);
-// @ts-expect-error: force is not a number
-optimizeAStroke([{ x: 0, y: 1, force: null }], 800, 600, []);
 // @ts-expect-error: an undefined force is not accepted
 optimizeAStroke([{ x: 0, y: 1, force: undefined }], 800, 600, []);
 // @ts-expect-error: no typed arrays
 optimizeAStroke(new Float64Array(4), 800, 600, []);
-// @ts-expect-error: not awaited
-optimizeAStroke(points, 800, 600, []).then();
 
 // @ts-expect-error: 3 is not a code
 const unknown: FigureType = 3;
-// @ts-expect-error: constants cannot change
-FigureType.LINE = 3;
 // @ts-expect-error: the list is read-only
 templates.push('mine.template');
 // @ts-expect-error: named exports only

@@ -5,10 +5,10 @@ const { spawnSync } = require('node:child_process');
 const fs = require('node:fs');
 const path = require('node:path');
 const { after, before, describe, it } = require('node:test');
-const { templates } = require('../../../lib/index.js');
+const { createEngine } = require('../../../packages/cli/lib/engines.js');
+const { placeStroke } = require('../../../packages/cli/lib/placement.js');
 const { scaled } = require('../../../research/beautifier/strokes.js');
 const { FIGURES, HANDS, drawInk } = require('../../../research/ink/index.js');
-const engine = require('../../../research/template-engine.js');
 const { TEMPLATE_FIGURES } = require('../../../research/templates/candidates.js');
 const { readParameters, writeTemplates } = require('../../../research/templates/main.js');
 const { coversOf, selectCandidates } = require('../../../research/templates/search.js');
@@ -22,7 +22,9 @@ const SHIPPED = path.join(root, 'templates');
 /** As in the search: of a longer side of 200 units, but for dots. */
 const inUnits = ({ family, points }) => (family === 'dot' ? points : scaled(points, 200));
 
-before(() => engine.load(templates));
+const engine = createEngine('template');
+before(() => engine.load({}));
+const answer = (points) => engine.answer(placeStroke({ points }, 'natural'));
 
 describe('template files', () => {
   const folder = makeFolder(after);
@@ -43,7 +45,7 @@ describe('template files', () => {
     for (const figure of closed) {
       const strokes = Array.from({ length: 20 }, (_, seed) => drawInk({ figure, seed, hand }));
       const right = strokes.filter(
-        (stroke) => engine.answer(inUnits(stroke)).family === stroke.family,
+        (stroke) => answer(inUnits(stroke)).family === stroke.family,
       );
       assert.ok(right.length >= 18, `${figure}: ${right.length} of 20`);
     }
@@ -65,22 +67,12 @@ describe('template search', () => {
     coversOf(strokes, candidates).forEach((cover, i) => {
       if (cover.group === 'all') return; // any template may be the nearest
       const isReached = cover.candidates.length > 0;
-      const { type } = engine.answer(strokes[i]);
+      const { type } = answer(strokes[i]);
       assert.equal(type === 6 || type === 7, isReached, `stroke ${i}`);
       if (isReached) assert.equal(type, cover.group === 'polygons' ? 6 : 7);
       foreseen[isReached ? cover.group : 'none'] += 1;
     });
     assert.ok(Math.min(...Object.values(foreseen)) > 10, JSON.stringify(foreseen));
-  });
-
-  it('measures the distance that is left to the limit', () => {
-    const ellipse = { figure: 'ellipse', outline: templateOutline(readParameters()[0]) };
-    const circle = (seed) => inUnits(drawInk({ figure: 'circle', seed }));
-    const itself = ellipse.outline.map(({ x, y }) => [x, y]);
-    const [own, other] = coversOf([itself, circle(2)], [ellipse]);
-    // A match of score 0.8 lies 20 % of half the diagonal away.
-    assert.ok(Math.abs(own.left[0] - 0.2 * 176.7767) < 1, own.left);
-    assert.ok(other.left[0] > 0 && other.left[0] < own.left[0] - 1, other.left);
   });
 
   it('takes what adds most, stops at its price and avoids harm', () => {

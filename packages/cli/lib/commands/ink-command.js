@@ -41,8 +41,8 @@ Figures
       --engine NAME         ${ENGINE_NAMES.join(' or ')} (${ENGINE_NAMES[0]} by default)
       --templates PATH      for the template engine: a template file, or a directory of them,
                             instead of those shipped; may be repeated
-      --snap                let lines snap to the centres of other strokes: those earlier in the
-                            same document, or the "others" of its line
+      --snap                let lines snap to other strokes: those earlier in the same document,
+                            or the "others" of its line
 
 Output
   -o, --output OUT          file to write, - for standard output (the default); compressed if it

@@ -5,7 +5,7 @@ const { displayName, openInput, peek } = require('./input.js');
 const { readBlocks } = require('./ndjson.js');
 const { readXml } = require('./xml.js');
 
-// More than any leading white space or XML declaration takes.
+// Longer than any leading white space or XML declaration.
 const MAX_HEAD = 1 << 20;
 
 const [LESS_THAN, GREATER_THAN] = ['<', '>'].map((character) => character.charCodeAt(0));

@@ -70,7 +70,7 @@ async function openInput(path, onBytes) {
   const { head, whole } = await peek(countBytes(raw, onBytes), ({ length }) => length >= 2);
   const bytes = Readable.from(whole, { objectMode: false });
   const isGzip = head.length >= 2 && head[0] === 0x1f && head[1] === 0x8b;
-  // Whoever reads the result gets the error; the callback only keeps it from being thrown as well.
+  // The reader of the result gets the error; without a callback it would be thrown as well.
   return isGzip ? pipeline(bytes, zlib.createGunzip(), () => {}) : bytes;
 }
 

@@ -17,10 +17,10 @@ const KEPT = [
   'stroke-dasharray',
 ];
 
-/** Shapes that are drawn, but without a path of the pen. */
+/** Shapes that are not read as strokes. */
 const OTHER_SHAPES = new Set(['rect', 'circle', 'ellipse', 'use']);
 
-// A curve that takes more is far larger than any drawing area and is sampled more coarsely.
+// A curve that needs more is far larger than any drawing area and is sampled more coarsely.
 const MAX_SAMPLES = 10000;
 
 const NUMBERS = String.raw`[-+.\deE,\s]*`;

@@ -1,6 +1,6 @@
 'use strict';
 
-const { boundingBox } = require('../placement.js');
+const { boundingBox } = require('../boxes.js');
 
 // Room around a stroke without a drawing area, in drawing units, in addition to its own size. No
 // figure reaches further.
@@ -57,15 +57,10 @@ function commonArea(a, b) {
   return Object.keys(a).every((key) => a[key] === b[key]) ? a : null;
 }
 
-/** The common scale of two, likewise. */
+/** The common scale of two, by the same rule. */
 function commonScale(a, b) {
   if (a === undefined || a === b) return b;
   return b === undefined ? a : null;
 }
 
-/** Smallest box around two, as [left, top, right, bottom]. */
-function uniteBoxes(a, b) {
-  return [Math.min(a[0], b[0]), Math.min(a[1], b[1]), Math.max(a[2], b[2]), Math.max(a[3], b[3])];
-}
-
-module.exports = { commonArea, commonScale, placeInArea, uniteBoxes };
+module.exports = { commonArea, commonScale, placeInArea };

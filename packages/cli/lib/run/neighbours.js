@@ -1,6 +1,6 @@
 'use strict';
 
-const { boundingBox } = require('../placement.js');
+const { edgesOf } = require('../boxes.js');
 
 // The number of strokes that are remembered, so that memory does not grow with the document.
 const MAX_KEPT = 1000;
@@ -8,43 +8,35 @@ const MAX_KEPT = 1000;
 // Drawing units. A line snaps to what is within 10 of it; its fitted ends may go beyond its ink.
 const REACH = 32;
 
-/** The centres of earlier strokes, to which a line may snap. */
+/** The earlier strokes of a document, to which a line may snap. */
 class Neighbours {
-  constructor() {
-    this.centres = [];
-  }
+  #kept = [];
 
   /**
-   * Gives a stroke the centres near it as its others, each a stroke of one point, and remembers its
-   * own.
+   * Gives a stroke the earlier ones near it as its others, and remembers it.
    *
    * @param {import('../read/stroke-points.js').Stroke} stroke
    * @param {number} scale drawing units per unit of the stroke
    */
   meet(stroke, scale) {
-    const { x: left, y: top, width, height } = boundingBox(stroke.points);
-    const reach = REACH / scale;
-    stroke.others = this.centres
-      .filter(
-        ([x, y]) =>
-          x > left - reach &&
-          x < left + width + reach &&
-          y > top - reach &&
-          y < top + height + reach,
-      )
-      .map((centre) => [centre]);
-    this.centres.push(centreOf(stroke.points));
-    if (this.centres.length > MAX_KEPT) this.centres.shift();
+    const { points } = stroke;
+    const edges = edgesOf(points);
+    stroke.others = this.#kept
+      .filter((earlier) => isNear(earlier.edges, edges, REACH / scale))
+      .map((earlier) => earlier.points);
+    this.#kept.push({ edges, points });
+    if (this.#kept.length > MAX_KEPT) this.#kept.shift();
   }
 }
 
-function centreOf(points) {
-  let [x, y] = [0, 0];
-  for (const point of points) {
-    x += point[0];
-    y += point[1];
-  }
-  return [x / points.length, y / points.length];
+/** Whether two boxes are less than `reach` apart along both axes. */
+function isNear([left, top, right, bottom], other, reach) {
+  return (
+    left < other[2] + reach &&
+    right > other[0] - reach &&
+    top < other[3] + reach &&
+    bottom > other[1] - reach
+  );
 }
 
 module.exports = { Neighbours };

@@ -3,8 +3,8 @@
 const { createEngine } = require('../engines.js');
 const { parseBlock } = require('../read/ndjson.js');
 const { createWriter } = require('../write/formats.js');
-const { boundingBox } = require('../placement.js');
-const { commonArea, commonScale, placeInArea, uniteBoxes } = require('./area.js');
+const { NO_EDGES, edgesOf, uniteEdges } = require('../boxes.js');
+const { commonArea, commonScale, placeInArea } = require('./area.js');
 
 /**
  * @typedef {object} ProcessorOptions plain data, the same for every job of a run
@@ -22,14 +22,14 @@ const { commonArea, commonScale, placeInArea, uniteBoxes } = require('./area.js'
  * @typedef {object} JobResult
  * @property {Uint8Array[]} parts text for each part of the output
  * @property {number} lines of the block, 0 for a document
- * @property {Record<string, number>} figures strokes by figure
+ * @property {Record<string, number>} families number of strokes answered with each
  * @property {Array<[number, string]>} problems line and message of each stroke left out
- * @property {number[]} box left, top, right, bottom of all that is drawn, in output units; empty
- *   where the format does not need it
+ * @property {number[]} edges left, top, right, bottom of all that is drawn, in output units; those
+ *   of nothing where the format does not need them
  * @property {{x: number, y: number, width: number, height: number}|null} [area] the drawing area
  *   of all strokes, in output units; null when they have none in common, undefined without
  *   strokes
- * @property {number|null} [scale] drawing units per output unit, likewise
+ * @property {number|null} [scale] drawing units per output unit, by the same rule
  * @property {Record<string, string>} definitions what the texts refer to, by identifier
  */
 
@@ -58,9 +58,9 @@ class Tally {
     this.writer = writer;
     this.texts = Array.from({ length: writer.parts }, () => []);
     this.definitions = {};
-    this.figures = {};
+    this.families = {};
     this.problems = [];
-    this.box = [Infinity, Infinity, -Infinity, -Infinity];
+    this.edges = NO_EDGES;
     this.area = undefined;
     this.scale = undefined;
   }
@@ -69,7 +69,7 @@ class Tally {
     const { texts, definitions } = this.writer.write(stroke, answer);
     texts.forEach((text, part) => this.texts[part].push(text));
     Object.assign(this.definitions, definitions);
-    this.figures[answer.figure] = (this.figures[answer.figure] ?? 0) + 1;
+    this.families[answer.family] = (this.families[answer.family] ?? 0) + 1;
     if (this.writer.needsView) this.show(stroke, answer);
   }
 
@@ -82,23 +82,20 @@ class Tally {
   }
 
   enclose(points, unit) {
-    const { x, y, width, height } = boundingBox(points);
-    this.box = uniteBoxes(
-      this.box,
-      [x, y, x + width, y + height].map((value) => value * unit),
-    );
+    const edges = edgesOf(points).map((edge) => edge * unit);
+    this.edges = uniteEdges(this.edges, edges);
   }
 
   toResult(lines) {
-    const { figures, problems, box, area, scale, definitions } = this;
+    const { families, problems, edges, area, scale, definitions } = this;
     const encoder = new TextEncoder();
     const parts = this.texts.map((texts) => encoder.encode(texts.join('')));
-    return { parts, lines, figures, problems, box, area, scale, definitions };
+    return { parts, lines, families, problems, edges, area, scale, definitions };
   }
 }
 
 /**
- * @returns {{points: number[][], type: number, figure: string, kind: string|null,
+ * @returns {{points: number[][], type: number, family: string, kind: string|null,
  *   confidence: number|null}} in units of the input; the stroke's own points where no figure was
  *   recognised
  */
@@ -107,11 +104,11 @@ function answerStroke(engine, stroke, { area, scale, snap }) {
     area,
     scale,
   });
-  const { family: figure, path, type, kind, confidence } = engine.answer(placed);
-  const points = type === 0 ? stroke.points : path.map(toInput);
+  const { path, ...answer } = engine.answer(placed);
+  const points = answer.type === 0 ? stroke.points : path.map(toInput);
   const isDrawable = points.every(([x, y]) => Number.isFinite(x) && Number.isFinite(y));
-  if (isDrawable) return { points, type, figure, kind, confidence };
-  return { points: stroke.points, type: 0, figure: 'none', kind: null, confidence: null };
+  if (isDrawable) return { ...answer, points };
+  return { points: stroke.points, type: 0, family: 'none', kind: null, confidence: null };
 }
 
 module.exports = { createProcessor };

@@ -21,8 +21,8 @@ const WORKER = path.join(__dirname, 'worker.js');
  */
 function createRunner(options, { jobs, writesToStdout }) {
   const engine = createEngine(options.engine);
-  // The template engine prints a line when a line snaps. Where that would get among the strokes, it
-  // runs in processes, whose standard output is discarded.
+  // The template engine prints a message when a line snaps. Where that would end up among the strokes,
+  // it runs in processes, whose standard output is discarded.
   if (options.snap && writesToStdout && engine.name === 'template') {
     return createPool('process', jobs, { ...options, loads: true });
   }
@@ -57,7 +57,7 @@ function createPool(workerType, maxWorkers, options) {
   };
 }
 
-/** Tells a worker that was ended from outside from a fault of the program. */
+/** Reports a worker that was ended from outside; other errors are faults of the program. */
 function explain(error) {
   const isEnded = /Worker terminated Unexpectedly/i.test(error.message);
   if (!isEnded && error.code !== 'ERR_WORKER_OUT_OF_MEMORY') throw error;

@@ -1,13 +1,14 @@
 'use strict';
 
 const { Readable } = require('node:stream');
+const { NO_EDGES, uniteEdges } = require('../boxes.js');
 const { createEngine } = require('../engines.js');
 const { createProgress } = require('../progress.js');
 const { readInk } = require('../read/ink.js');
 const { STDIN, checkInputs, displayName } = require('../read/input.js');
 const { createDocument } = require('../write/document.js');
 const { inspectOutput } = require('../write/output-file.js');
-const { commonArea, commonScale, uniteBoxes } = require('./area.js');
+const { commonArea, commonScale } = require('./area.js');
 const { Neighbours } = require('./neighbours.js');
 const { createRunner } = require('./runner.js');
 
@@ -104,11 +105,11 @@ class Report {
   constructor({ engine, output, area }, progress) {
     Object.assign(this, { engine, output, givenArea: area, progress });
     this.strokes = 0;
-    this.figures = {};
+    this.families = {};
     this.skipped = 0;
     this.unread = [];
     this.passedOver = 0;
-    this.box = [Infinity, Infinity, -Infinity, -Infinity];
+    this.edges = NO_EDGES;
     this.area = undefined;
     this.scale = undefined;
     this.start = process.hrtime.bigint();
@@ -116,7 +117,7 @@ class Report {
     this.position = { input: undefined, lines: 0 };
   }
 
-  add({ input, damage, passedOver, lines, figures, problems, box, area, scale }) {
+  add({ input, damage, passedOver, lines, families, problems, edges, area, scale }) {
     this.locate(input);
     if (damage) {
       this.unread.push(input.name);
@@ -130,11 +131,11 @@ class Report {
     this.position.lines += lines;
     this.skipped += problems.length;
     this.passedOver += passedOver.length;
-    this.box = uniteBoxes(this.box, box);
+    this.edges = uniteEdges(this.edges, edges);
     this.area = commonArea(this.area, area);
     this.scale = commonScale(this.scale, scale);
-    for (const [figure, n] of Object.entries(figures)) {
-      this.figures[figure] = (this.figures[figure] ?? 0) + n;
+    for (const [family, n] of Object.entries(families)) {
+      this.families[family] = (this.families[family] ?? 0) + n;
       this.strokes += n;
     }
     this.progress.count(this.strokes);
@@ -152,7 +153,7 @@ class Report {
       engine: this.engine,
       output: this.output,
       strokes: this.strokes,
-      figures: this.figures,
+      figures: this.families,
       skipped: this.skipped,
       passed_over: this.passedOver,
       unread: this.unread,
@@ -165,18 +166,18 @@ class Report {
    * What the head of a drawing depends on.
    *
    * @returns {{view: {x: number, y: number, width: number, height: number},
-   *   scale: number|undefined, figures: Record<string, number>}} view: the drawing area, or where
+   *   scale: number|undefined, families: Record<string, number>}} view: the drawing area, or where
    *   there is none the ink and a margin; scale: drawing units per unit of it, where all strokes
    *   have the same
    */
   picture() {
     const scale = this.scale ?? undefined;
-    return { view: this.view(scale ?? 1), scale, figures: this.figures };
+    return { view: this.view(scale ?? 1), scale, families: this.families };
   }
 
   view(scale) {
     if (this.area) return this.area;
-    const [left, top, right, bottom] = this.box;
+    const [left, top, right, bottom] = this.edges;
     if (!(left <= right)) return this.givenArea ?? { x: 0, y: 0, width: 100, height: 100 };
     const margin = MARGIN / scale;
     return {

@@ -21,9 +21,9 @@ function textFields({ fields, asObjects }) {
   );
 }
 
-/** The fields that tell an answer, in every format that has fields. */
-function answerFields({ type, figure, kind, confidence }) {
-  return { type, figure, kind, confidence };
+/** An answer as fields. The field `family` is the label of a labelled stroke and stays. */
+function answerFields({ type, family, kind, confidence }) {
+  return { type, figure: family, kind, confidence };
 }
 
 module.exports = { answerFields, textFields };

@@ -131,7 +131,7 @@ class TemporaryFile {
     const unique = crypto.randomBytes(4).toString('hex');
     this.path = path.join(directory, `.${name}.${process.pid}.${unique}.tmp`);
     this.stream = fs.createWriteStream(this.path, { flags: 'wx', flush: true });
-    // Must not call `forget`: removing a listener here skips the next one.
+    // Must not call `forget`: removing a listener during the event skips the next one.
     this.forget = onExit(() => this.delete());
   }
 

@@ -18,11 +18,11 @@ const FAINT = '#c4c7c5';
  * A stroke as two polylines, in drawing units: the ink, which both sides of the picture show, and
  * its figure.
  */
-function formatPictureParts({ points: drawn }, { points, figure }, round, scale = 1) {
+function formatPictureParts({ points: drawn }, { points, family }, round, scale = 1) {
   const roundScaled = (value) => round(value * scale);
   const ink = polylinePoints(drawn, roundScaled);
   const ideal = points === drawn ? ink : polylinePoints(points, roundScaled);
-  const { color } = ANSWERS[figure];
+  const { color } = ANSWERS[family];
   return {
     texts: [`<polyline points="${ink}"/>\n`, `<polyline stroke="${color}" points="${ideal}"/>\n`],
   };
@@ -33,10 +33,10 @@ function formatPictureParts({ points: drawn }, { points, figure }, round, scale 
  *
  * @param {object} summary
  * @param {{x: number, y: number, width: number, height: number}} summary.view the visible part
- * @param {Record<string, number>} summary.figures number of strokes by figure
+ * @param {Record<string, number>} summary.families number of strokes answered with each
  * @returns {Array<string|number>} texts, and the numbers of the parts between them
  */
-function composePicture({ view, figures }) {
+function composePicture({ view, families }) {
   const zoom = Math.min(PANEL / view.width, PANEL / view.height);
   const panel = { width: view.width * zoom, height: view.height * zoom };
   const width = Math.max(2 * panel.width + 3 * GAP, MIN_WIDTH);
@@ -49,7 +49,7 @@ function composePicture({ view, figures }) {
 <rect width="${width}" height="${height}" fill="#fff"/>
 <g font-family="sans-serif" font-size="16" fill="${INK}">
 <text x="${GAP}" y="28">as drawn</text>
-<text x="${right}" y="28">idealised: ${describeFigures(figures)}</text>
+<text x="${right}" y="28">idealised: ${describeFamilies(families)}</text>
 </g>
 <g fill="none" stroke-linecap="round" stroke-linejoin="round" stroke-width="${2 / zoom}">
 <g stroke="${INK}" ${place(GAP)}>
@@ -63,11 +63,11 @@ function composePicture({ view, figures }) {
   ];
 }
 
-function describeFigures(figures) {
+function describeFamilies(families) {
   const counts = Object.entries(ANSWERS)
-    .filter(([family]) => figures[family])
+    .filter(([family]) => families[family])
     .map(
-      ([family, { color, label }]) => `<tspan fill="${color}">${label} ${figures[family]}</tspan>`,
+      ([family, { color, label }]) => `<tspan fill="${color}">${label} ${families[family]}</tspan>`,
     );
   return counts.join(', ') || 'no stroke';
 }

@@ -17,13 +17,13 @@ const ATTRIBUTES = [
   'stroke-dasharray',
 ];
 
-/** A stroke as a polyline, its figure in an attribute. */
-function formatPolyline(stroke, { points, figure }, round) {
+/** A stroke as a polyline, the family of its figure in an attribute. */
+function formatPolyline(stroke, { points, family }, round) {
   const fields = textFields(stroke);
   const attributes = ATTRIBUTES.filter((name) => isPlain(stroke.fields[name])).map(
     (name) => ` ${name}="${escapeText(fields.get(name))}"`,
   );
-  const polyline = `<polyline${attributes.join('')} data-figure="${figure}" points="${polylinePoints(points, round)}"/>\n`;
+  const polyline = `<polyline${attributes.join('')} data-figure="${family}" points="${polylinePoints(points, round)}"/>\n`;
   return { texts: [polyline] };
 }
 
