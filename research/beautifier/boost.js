@@ -40,11 +40,11 @@ function binOf(value, cuts) {
   return low;
 }
 
-/** Every feature of `rows` (arrays of numbers) as a column of bins. */
-function binned(rows) {
+/** Every feature of `rows` (arrays of numbers) as a column of bins that `some` of the rows choose. */
+function binned(rows, some = rows) {
   return Array.from(rows[0], (_, feature) => {
     const values = rows.map((row) => row[feature]);
-    const cuts = cutsOf(values);
+    const cuts = cutsOf(some.map((row) => row[feature]));
     return { feature, cuts, bins: Uint8Array.from(values, (value) => binOf(value, cuts)) };
   });
 }

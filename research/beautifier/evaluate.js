@@ -6,6 +6,8 @@
 //
 // Twice: with every stroke but dots scaled to a longer side of 200 units, and at
 // its natural size; then the kinds of figures and how far they lie from the ink.
+// Dots of more than 4 units are those of a device with small units: they are
+// judged as with a `tapSize` of 14, which is the same as scaling them, and apart.
 
 const { WITHOUT, readArguments } = require('./arguments.js');
 const { familyOf } = require('./names.js');
@@ -13,7 +15,10 @@ const { probe } = require('./probe.js');
 const { printShapes } = require('./shapes.js');
 const { bins } = require('./reliability.js');
 const { percent } = require('./report.js');
-const { readStrokes, scaled } = require('./strokes.js');
+const { extentOf, readStrokes, scaled } = require('./strokes.js');
+
+const TAP = 4; // units, the default `tapSize`
+const LARGE_TAP = 14;
 
 const share = (part, whole) => percent(part, whole, 2);
 
@@ -54,15 +59,37 @@ function print(title, rows) {
   console.log(`  handwriting taken for a dot: ${share(dots, hand.length)}`);
 }
 
+function printLargeDots(strokes) {
+  const drawn = strokes.map(({ points }) => points.map((p) => p.map((v) => (TAP / LARGE_TAP) * v)));
+  const right = probe('answers', drawn).filter((answer) => familyOf(answer) === 'dot').length;
+  console.log(`dots of more than ${TAP} units, with a tap size of ${LARGE_TAP}:`);
+  console.log(`  ${right} right of ${strokes.length}`);
+}
+
+function printConfidence(rows) {
+  console.log('  confidence of the answers and how many of them are right:');
+  const table = bins(
+    rows.map(({ confidence, answer, family }) => ({ confidence, right: answer === family })),
+  );
+  for (const { confidence, right, count } of table) {
+    console.log(`    ${confidence.toFixed(2)}  ${share(right, 1)} of ${count}`);
+  }
+}
+
+/** Points of the strokes at a longer side of 200 units; dots stay as drawn. */
+const scaledOf = (strokes) =>
+  strokes.map(({ family, points }) => (family === 'dot' ? points : scaled(points, 200)));
+
 const USAGE = 'node research/beautifier/evaluate.js STROKES [--without LINE,LINE...]';
 
 function main() {
   const { files, without } = readArguments(USAGE, WITHOUT);
-  const strokes = readStrokes(files[0]).filter((_, line) => !without.has(line));
+  const all = readStrokes(files[0]).filter((_, line) => !without.has(line));
+  const isLarge = ({ family, points }) => family === 'dot' && extentOf(points) > TAP;
+  const strokes = all.filter((stroke) => !isLarge(stroke));
+  printLargeDots(all.filter(isLarge));
   for (const natural of [false, true]) {
-    const drawn = strokes.map(({ family, points }) =>
-      natural || family === 'dot' ? points : scaled(points, 200),
-    );
+    const drawn = natural ? strokes.map(({ points }) => points) : scaledOf(strokes);
     const answers = probe('answers', drawn);
     const rows = strokes.map(({ family, label }, i) => ({
       family,
@@ -72,21 +99,26 @@ function main() {
     }));
     print(natural ? 'natural size' : 'longer side 200 units', rows);
     if (!natural) {
-      console.log('  confidence of the answers and how many of them are right:');
-      const table = bins(
-        rows.map((row) => ({ confidence: row.confidence, right: row.answer === row.family })),
-      );
-      for (const bin of table) {
-        console.log(`    ${bin.confidence.toFixed(2)}  ${share(bin.right, 1)} of ${bin.count}`);
-      }
+      printConfidence(rows);
       printShapes(strokes, drawn, answers);
     }
   }
 }
 
-try {
-  main();
-} catch (error) {
-  console.error(`evaluate: ${error.message}`);
-  process.exitCode = 1;
+/** Prints kinds and distances of all figures in the files. */
+function printShapesOf(files) {
+  const strokes = files.flatMap(readStrokes).filter(({ family }) => family !== 'none');
+  const drawn = scaledOf(strokes);
+  printShapes(strokes, drawn, probe('answers', drawn));
 }
+
+if (require.main === module) {
+  try {
+    main();
+  } catch (error) {
+    console.error(`evaluate: ${error.message}`);
+    process.exitCode = 1;
+  }
+}
+
+module.exports = { printShapesOf };

@@ -22,7 +22,11 @@ const terms = (plain, share = '', square = '') => {
       .split(' ')
       .filter(Boolean)
       .map((feature) => ({ feature, form }));
-  return [...list(plain, 'AS_IS'), ...list(share, 'SHARE'), ...list(square, 'SQUARE')];
+  return [
+    ...list(plain + ' SPARSE', 'AS_IS'),
+    ...list(share, 'SHARE'),
+    ...list(square + ' SPARSE', 'SQUARE'),
+  ];
 };
 
 const LOOP = 'GAP TRIMMED TAIL COUNTER_BENDS';
@@ -97,7 +101,11 @@ class Table {
 
   /** Values and bins of all rows, for fits to any part of them. */
   prepare() {
-    this.columns = binned(this.rows.map(({ features }) => features));
+    const taught = this.rows.filter(({ importance }) => importance > 0);
+    this.columns = binned(
+      this.rows.map(({ features }) => features),
+      taught.map(({ features }) => features),
+    );
     this.values = Object.fromEntries(
       NAMES.map((family) => [
         family,

@@ -31,7 +31,7 @@ function squeezed(points, random) {
 
 /** Thinned to every `maxStep`-th point, or less where few points would be left. */
 function thin(points, maxStep, minPoints) {
-  return d.thinned(Math.max(1, Math.min(maxStep, Math.floor(points.length / minPoints))))(points);
+  return d.thinned(Math.max(1, Math.floor(Math.min(maxStep, points.length / minPoints))))(points);
 }
 
 const shaken = (points, random) =>
@@ -64,6 +64,9 @@ function retracedPart(points, random) {
 // Weight of strokes that are drawn otherwise than most are: enough to know them,
 // too little to blur what tells figures apart.
 const FEW = 0.08;
+// More of sparse ones: a feature tells that samples are few.
+const SPARSE = 0.5;
+const SPARSER = 0.3;
 
 /** [weight, families, what becomes of them, how]; 'same' keeps the family. */
 const VARIANTS = [
@@ -79,7 +82,8 @@ const VARIANTS = [
     'same',
     (p, random) => turned(squeezed(p, random), random),
   ],
-  [FEW, null, 'same', (points) => thin(points, 6, MIN_POINTS_SPARSE)],
+  [SPARSE, null, 'same', (points) => thin(points, 6, MIN_POINTS_SPARSE)],
+  [SPARSER, null, 'same', (points, random) => thin(points, 3 + Math.floor(6 * random()), 4)],
   [FEW, null, 'same', rough],
   [FEW, CLOSED, 'same', (points, random) => d.gap(uniform(random, 0.03, 0.14))(points)],
   [

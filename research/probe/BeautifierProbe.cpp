@@ -63,7 +63,7 @@ void printFeatures(const Scrivo::Beautifier& /*beautifier*/, const Stroke& strok
         std::printf(" -1\n");
         return;
     }
-    const Evidence evidence = examine(resample(ink, frame), frame.length / frame.extent);
+    const Evidence evidence = examine(ink, frame);
     std::printf(" %d", evidence.closed ? 1 : 0);
     for (const double value : featuresOf(evidence)) {
         std::printf(" %.9g", value);
@@ -178,7 +178,7 @@ void printKinds(const Scrivo::Beautifier& /*beautifier*/, const Stroke& stroke) 
     const Frame frame = measure(ink);
     std::optional<PolygonInk> edges;
     if (frame.measurable && frame.extent > 0.0) {
-        const Evidence evidence = examine(resample(ink, frame), frame.length / frame.extent);
+        const Evidence evidence = examine(ink, frame);
         edges = evidence.closed ? std::optional(inkOf(evidence, 4)) : std::nullopt;
     }
     const PolygonInk any = edges.value_or(noInk());

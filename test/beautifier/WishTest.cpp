@@ -1,6 +1,7 @@
 #include "Answers.h"
 #include "Beautifier/figures/Families.h"
 
+#include <array>
 #include <gtest/gtest.h>
 #include <stdexcept>
 
@@ -88,8 +89,10 @@ TEST(Wish, WithoutAFigureIsRejected) {
 
 TEST(Alternatives, AreOtherFamiliesLikeliestFirstAndSumToOneAtMost) {
     int offered = 0;
-    for (const double round : {0.0, 20.0, 40.0, 60.0, 80.0}) {
-        // From a square to a circle.
+    for (int i = 0; i < 20; ++i) {
+        // From a square to a circle, of few samples and of many.
+        const double round = 20.0 * (i / 4);
+        const int count = std::array{6, 7, 8, 90}[i % 4];
         const Curve between = [=](double t) {
             const Point2D c = ellipse(100, 100, 0.0)(t);
             const auto clamp = [&](double v, double middle) {
@@ -98,7 +101,7 @@ TEST(Alternatives, AreOtherFamiliesLikeliestFirstAndSumToOneAtMost) {
             };
             return Point2D{clamp(c.x, 400), clamp(c.y, 300), 0.0};
         };
-        const Beautified answer = beautify(sample(between, 90), {.sensitivity = 1.0});
+        const Beautified answer = beautify(sample(between, count), {.sensitivity = 1.0});
         double sum = answer.reason == Reason::RECOGNISED ? answer.confidence : 0.0;
         double before = 1.0;
         for (const Alternative& alternative : answer.alternatives) {

@@ -44,10 +44,6 @@ std::optional<Verdict> judgeUnfitted(const Ink& ink, const Frame& frame,
     return std::nullopt;
 }
 
-Evidence examine(const Ink& ink, const Frame& frame) {
-    return beautifier::examine(beautifier::resample(ink, frame), frame.length / frame.extent);
-}
-
 struct Ranking {
     std::vector<Verdict> verdicts;  ///< likeliest first
     Evidence evidence;              ///< empty when the verdict needed no fit
@@ -57,7 +53,7 @@ Ranking rank(const Ink& ink, const Frame& frame, const BeautifierOptions& option
     if (const auto verdict = judgeUnfitted(ink, frame, options)) {
         return {{*verdict}, {}};
     }
-    const Evidence evidence = examine(ink, frame);
+    const Evidence evidence = beautifier::examine(ink, frame);
     return {beautifier::rank(evidence), evidence};
 }
 
@@ -66,7 +62,7 @@ Ranking rank(const Ink& ink, const Frame& frame, const BeautifierOptions& option
 Evidence evidenceFor(const Family& family, Evidence evidence, const Ink& ink, const Frame& frame) {
     const bool isUnfitted = evidence.length == 0.0;
     if (isUnfitted && family.needsFit) {
-        evidence = examine(ink, frame);
+        evidence = beautifier::examine(ink, frame);
     }
     if (family.closed) {
         beautifier::takeAsClosed(evidence);
@@ -74,23 +70,30 @@ Evidence evidenceFor(const Family& family, Evidence evidence, const Ink& ink, co
     return evidence;
 }
 
-/// Probabilities of the families other than `except`, scaled down so that their sum
-/// is at most `rest`.
-std::vector<Alternative> alternativesOf(std::span<const Verdict> verdicts,
-                                        std::optional<FigureFamily> except, double rest) {
-    std::vector<Alternative> result;
-    double sum = 0.0;
-    for (const Verdict& verdict : verdicts) {
-        if (verdict.family != except) {
-            result.push_back({verdict.family, verdict.probability()});
-            sum += verdict.probability();
-        }
+/// Probabilities of all families: the likeliest has that of its own log odds, the
+/// others share the rest with ink that is no figure, as a softmax of theirs.
+std::vector<Alternative> probabilitiesOf(std::span<const Verdict> verdicts) {
+    // Log odds are calibrated where they are the highest; lower ones mean less.
+    constexpr double FLATNESS = 1.2;
+    const auto oddsOf = [](const Verdict& verdict) { return std::exp(verdict.logit / FLATNESS); };
+    const double first = verdicts.front().probability();
+    double sum = 1.0;
+    for (const Verdict& verdict : verdicts.subspan(1)) {
+        sum += oddsOf(verdict);
     }
-    for (Alternative& alternative : result) {
-        alternative.probability *= sum > rest ? rest / sum : 1.0;
+    std::vector<Alternative> result{{verdicts.front().family, first}};
+    for (const Verdict& verdict : verdicts.subspan(1)) {
+        result.push_back({verdict.family, (1.0 - first) * oddsOf(verdict) / sum});
     }
-    std::erase_if(result, [](const auto& a) { return a.probability < MIN_PROBABILITY; });
     return result;
+}
+
+/// What is worth offering of `all` families beside one of them.
+std::vector<Alternative> alternativesTo(std::optional<FigureFamily> answer,
+                                        std::vector<Alternative> all) {
+    std::erase_if(
+        all, [&](const auto& a) { return a.family == answer || a.probability < MIN_PROBABILITY; });
+    return all;
 }
 
 Beautified asDrawn(std::span<const Point2D> stroke, Reason reason, double confidence) {
@@ -229,9 +232,9 @@ Beautified Beautifier::beautify(std::span<const Point2D> stroke, double width, d
     const double confidence = verdict.probability();
     const Reason reason = objection(verdict, m_options);
     if (reason != Reason::RECOGNISED) {
-        const bool isCertain = reason == Reason::NOT_WANTED;
-        Beautified answer = asDrawn(stroke, reason, isCertain ? 1.0 : 1.0 - confidence);
-        answer.alternatives = alternativesOf(ranking.verdicts, std::nullopt, 1.0);
+        const bool isScored = reason != Reason::NOT_WANTED;
+        Beautified answer = asDrawn(stroke, reason, isScored ? 1.0 - confidence : 1.0);
+        answer.alternatives = alternativesTo(std::nullopt, probabilitiesOf(ranking.verdicts));
         return answer;
     }
     const Family& family = *beautifier::findFamily(verdict.family);
@@ -239,7 +242,7 @@ Beautified Beautifier::beautify(std::span<const Point2D> stroke, double width, d
     Beautified answer = answerWith(family.idealise(fitted), family, m_options.insideArea, ink);
     if (answer.reason == Reason::RECOGNISED) {
         answer.confidence = confidence;
-        answer.alternatives = alternativesOf(ranking.verdicts, verdict.family, 1.0 - confidence);
+        answer.alternatives = alternativesTo(verdict.family, probabilitiesOf(ranking.verdicts));
     }
     return answer;
 }
@@ -264,12 +267,11 @@ Beautified Beautifier::beautifyAs(std::span<const Point2D> stroke, const Wish& w
     if (answer.reason != Reason::RECOGNISED) {
         answer.reason = Reason::NO_FIGURE;
     } else {
-        const auto all = alternativesOf(ranking.verdicts, std::nullopt, 1.0);
+        const auto all = probabilitiesOf(ranking.verdicts);
         for (const Alternative& one : all) {
             answer.confidence = one.family == wish.family() ? one.probability : answer.confidence;
         }
-        answer.alternatives =
-            alternativesOf(ranking.verdicts, wish.family(), 1.0 - answer.confidence);
+        answer.alternatives = alternativesTo(wish.family(), all);
     }
     return answer;
 }

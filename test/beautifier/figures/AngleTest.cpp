@@ -17,7 +17,7 @@ std::array<Point2D, 3> legsOf(const Path& corners) {
     const Path stroke = sample(polyline(corners), 120);
     const beautifier::Ink ink{stroke, 1, 1};
     const beautifier::Frame frame = beautifier::measure(ink);
-    const LegsFit fit = beautifier::fitLegs(beautifier::examine(beautifier::resample(ink, frame)));
+    const LegsFit fit = beautifier::fitLegs(beautifier::examine(ink, frame));
     return {frame.toUnits(fit.from), frame.toUnits(fit.vertex), frame.toUnits(fit.to)};
 }
 

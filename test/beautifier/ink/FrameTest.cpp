@@ -44,6 +44,21 @@ TEST(Frame, HoldingThePenStillAddsNoLength) {
     EXPECT_LE(travel(dot, measure(dot)), 0.4);
 }
 
+TEST(Frame, PiecesCountWhatSpansTheStroke) {
+    const auto pieces = [](const std::vector<Point2D>& samples) {
+        return measure({samples, 1, 1}).pieces;
+    };
+    EXPECT_NEAR(pieces({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}}), 3, 1e-9);
+    // Neither a pen at rest nor dense corners fill the long pieces.
+    std::vector<Point2D> samples{{0, 0, 0}, {100, 0, 0}, {100, 100, 0}};
+    samples.insert(samples.begin(), 10, samples.front());
+    for (int i = 1; i < 10; ++i) {
+        samples.push_back({100 - 0.1 * i, 100, 0});
+    }
+    EXPECT_NEAR(pieces(samples), 2, 0.1);
+    EXPECT_EQ(pieces({{1, 1, 0}}), 0);
+}
+
 }  // namespace
 
 }  // namespace Scrivo::test

@@ -1,4 +1,6 @@
 #include "Answers.h"
+#include "Beautifier/fit/EllipseFit.h"
+#include "Beautifier/fit/Evidence.h"
 
 #include <gtest/gtest.h>
 #include <string>
@@ -23,6 +25,23 @@ TEST(BeautifierInk, CurvesOfFewSamplesStayRound) {
         ASSERT_TRUE(is<CircleFigure>(answer.figure)) << count << " points";
         EXPECT_NEAR(std::get<CircleFigure>(answer.figure).radius, 100.0, 2.0);
     }
+}
+
+TEST(BeautifierInk, SparseLoopsAreFittedRoundAndStraight) {
+    using namespace beautifier;
+    for (const int count : {6, 7, 8}) {
+        const Path path = sample(ellipse(100, 60, 0.3), count);
+        const Ink ink{path, 1, 1};
+        const Evidence e = beautifier::examine(ink, measure(ink));
+        ASSERT_TRUE(e.closed) << count;
+        const double round = fitEllipseTo(e.closed->round.loop).rms;
+        EXPECT_LT(round, 0.02) << count;
+        EXPECT_LE(round, fitEllipseTo(e.closed->loop).rms + 1e-12) << count;
+    }
+    const Path dense = sample(ellipse(100, 60, 0.3), 60);
+    const Ink ink{dense, 1, 1};
+    const Evidence e = beautifier::examine(ink, measure(ink));
+    EXPECT_EQ(norm(e.closed->round.fine[40] - e.fine[40]), 0.0);
 }
 
 TEST(BeautifierOutline, CoarsePointsLieAtEvenDistances) {

@@ -41,6 +41,29 @@ TEST(Strays, WhatRunsOnOverTheStartIsCut) {
     EXPECT_LT(norm(square.fine.back() - square.fine.front()), 0.1);
 }
 
+TEST(Strays, WaysBackAreCutHoweverOftenTheyAreDrawn) {
+    for (const int times : {2, 3, 4}) {
+        ink::Path path;
+        for (int i = 0; i <= times; ++i) {
+            path.push_back({100.0 * (i % 2), 0});
+        }
+        EXPECT_NEAR(cleaned(path).retraced, 1.0 - 1.0 / times, 2 * TWO_STEPS) << times;
+    }
+    // A closed figure is given more room than a line.
+    const ink::Path back{{0, 0}, {0, 200}, {215, 200}, {200, 0}, {0, 0}};
+    ink::Path path{{0, 0}, {200, 0}, {200, 200}, {0, 200}};
+    path.insert(path.end(), back.begin(), back.end());
+    EXPECT_NEAR(cleaned(path).retraced, 0.5, 2 * TWO_STEPS);
+}
+
+TEST(Strays, ArrowHeadsAreNone) {
+    for (const bool atEnd : {true, false}) {
+        const ink::Path path{{0, 0}, {200, 0}, {182, 12}, {200, 0}, {182, -12}};
+        const Cleaned arrow = cleaned(atEnd ? path : ink::Path(path.rbegin(), path.rend()));
+        EXPECT_EQ(arrow.retraced + arrow.hook, 0.0);
+    }
+}
+
 TEST(Strays, FiguresWithoutThemStayAsTheyAre) {
     for (const ink::Path& path : std::vector<ink::Path>{
              {{0, 0}, {300, 0}, {300, 120}},

@@ -37,6 +37,26 @@ TEST(Tremor, IsAveragedAway) {
     }
 }
 
+TEST(Tremor, IsAveragedGradually) {
+    double before = 0.0;
+    for (double amplitude = 0.5; amplitude < 3.0; amplitude += 0.05) {
+        const Path path = sample(
+            [&](double t) {
+                return Point2D{200 * t, amplitude * std::sin(2 * std::numbers::pi * 200 * t / 12)};
+            },
+            800);
+        double squares = 0.0;
+        for (const Vec& p : resample({path, 1, 1}, measure({path, 1, 1}))) {
+            squares += p.y * p.y;
+        }
+        const double rms = 200 * std::sqrt(squares / FINE);
+        if (before > 0.0) {
+            EXPECT_LT(std::abs(rms - before), 0.25) << amplitude;
+        }
+        before = rms;
+    }
+}
+
 }  // namespace
 
 }  // namespace Scrivo::test

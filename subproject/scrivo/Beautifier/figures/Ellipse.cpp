@@ -65,15 +65,16 @@ struct Course {
 
 Course courseOf(const Evidence& e, const EllipseFit& fit) {
     constexpr int STEP = 2;
-    const auto at = [&](int i) { return e.fine[static_cast<std::size_t>(i)]; };
+    const auto at = [&](int i) { return e.closed->round.fine[static_cast<std::size_t>(i)]; };
     const EllipseView view(fit);
+    const Closure& closure = e.closed->round.closure;
     int far = 0;
     int count = 0;
     double squares = 0.0;
     for (int i = STEP; i + STEP < FINE; i += STEP) {
         const EllipsePoint p = view.at(at(i));
         far += std::abs(p.distance) > FAR * e.size ? 1 : 0;
-        if (i - STEP >= e.closed->closure.first && i + STEP <= e.closed->closure.last) {
+        if (i - STEP >= closure.first && i + STEP <= closure.last) {
             const Vec chord = at(i + STEP) - at(i - STEP);
             const double outwards = dot(p.outwards, chord);
             const double lengths = dot(p.outwards, p.outwards) * dot(chord, chord);
@@ -87,7 +88,7 @@ Course courseOf(const Evidence& e, const EllipseFit& fit) {
 }  // namespace
 
 std::array<double, EllipseFamily::FEATURES.size()> EllipseFamily::measure(const Evidence& e) {
-    const EllipseFit fit = fitEllipseTo(e.closed->loop);
+    const EllipseFit fit = fitEllipseTo(e.closed->round.loop);
     const double rms = fit.found ? share(fit.rms, e.size) : 0.0;
     const double overFour = rms - share(e.closed->polygons[3].rms, e.size);
     const double overSix = rms - share(e.closed->polygons[5].rms, e.size);
@@ -97,7 +98,7 @@ std::array<double, EllipseFamily::FEATURES.size()> EllipseFamily::measure(const 
     const Course course = courseOf(e, fit);
     return {rms,
             share(fit.worst, e.size),
-            std::min(MAX_GAP, 0.5 * e.closed->closure.gap / fit.b),
+            std::min(MAX_GAP, 0.5 * e.closed->round.closure.gap / fit.b),
             lengthRatio(e, circumference(fit)),
             course.far,
             course.slope,
@@ -107,11 +108,12 @@ std::array<double, EllipseFamily::FEATURES.size()> EllipseFamily::measure(const 
 
 Figure EllipseFamily::idealise(const Fitted& fitted) {
     const Evidence& e = fitted.evidence;
-    const Closure& closure = e.closed->closure;
+    const RoundEvidence& round = e.closed->round;
+    const Closure& closure = round.closure;
     const bool isOneLap = closure.end == closure.last;
-    const EllipseFit first = fitEllipseTo(e.closed->loop);
+    const EllipseFit first = fitEllipseTo(round.loop);
     const std::span<const Vec> points =
-        isOneLap ? std::span<const Vec>(e.closed->loop).first(LOOP) : lapsOf(e.fine, closure);
+        isOneLap ? std::span<const Vec>(round.loop).first(LOOP) : lapsOf(round.fine, closure);
     const EllipseFit fit = withinInk(isOneLap ? first : refined(first, points), points);
     const CircleFit circle = fitCircleTo(points, fit.centre);
     const bool isCircle = fitted.kind ? *fitted.kind == static_cast<int>(EllipseKind::CIRCLE)

@@ -28,12 +28,18 @@ double sizeOf(const Coarse& points) {
 ClosedEvidence examineClosed(const Fine& fine, const Closure& closure) {
     const Coarse points = loop(fine, closure);
     const Scatter scatter(points);
-    return {closure, points, scatter, fitPolygons(scatter)};
+    return {closure, points, scatter, fitPolygons(scatter), {fine, closure, points}};
+}
+
+RoundEvidence examineRound(const Fine& outline) {
+    const Fine fine = withoutStrays(outline).fine;
+    const Closure closure = close(fine);
+    return {fine, closure, loop(fine, closure)};
 }
 
 }  // namespace
 
-Evidence examine(const Fine& outline, double inkLength) {
+Evidence examine(const Fine& outline) {
     const Cleaned cleaned = withoutStrays(outline);
     const Fine& fine = cleaned.fine;
     const Coarse points = coarse(fine);
@@ -46,7 +52,8 @@ Evidence examine(const Fine& outline, double inkLength) {
                lengthBetween(fine, 0, FINE - 1),
                fitPolylines(scatter, OPEN_PIECES),
                outline,
-               inkLength > 0.0 ? inkLength / lengthBetween(outline, 0, FINE - 1) : 1.0,
+               1.0,
+               MANY_PIECES,
                cleaned.retraced,
                cleaned.overlap,
                cleaned.hook,
@@ -54,6 +61,16 @@ Evidence examine(const Fine& outline, double inkLength) {
     const Closure closure = close(fine);
     if (closure.gap < OPEN_GAP * e.size) {
         e.closed = examineClosed(fine, closure);
+    }
+    return e;
+}
+
+Evidence examine(const Ink& ink, const Frame& frame) {
+    Evidence e = examine(resample(ink, frame));
+    e.roughness = frame.length / frame.extent / lengthBetween(e.outline, 0, FINE - 1);
+    e.pieces = frame.pieces;
+    if (e.closed && e.pieces < MANY_PIECES) {
+        e.closed->round = examineRound(resampleRound(ink, frame));
     }
     return e;
 }

@@ -12,17 +12,21 @@ Frame measure(const Ink& ink) {
     Vec high{-INF, -INF};
     Vec before;
     double sum = 0.0;
+    double squares = 0.0;
     for (std::size_t i = 0; i < ink.samples.size(); ++i) {
         const Vec p = ink.at(ink.samples[i]);
         low = {std::min(low.x, p.x), std::min(low.y, p.y)};
         high = {std::max(high.x, p.x), std::max(high.y, p.y)};
-        sum += i == 0 ? 0.0 * (p.x + p.y) : norm(p - before);
+        const double piece = i == 0 ? 0.0 * (p.x + p.y) : norm(p - before);
+        sum += piece;
+        squares += piece * piece;
         before = p;
     }
     frame.centre = 0.5 * (low + high);
     frame.extent = std::max(high.x - low.x, high.y - low.y);
     frame.diagonal = norm(high - low);
     frame.length = sum;
+    frame.pieces = squares > 0.0 ? sum * sum / squares : 0.0;
     // A NaN or infinite sample makes the sum so, also where min and max skip a NaN.
     const double farthest = std::max({-low.x, -low.y, high.x, high.y});
     frame.measurable = !ink.samples.empty() && std::isfinite(sum) && farthest < UNKNOWN_EXTENT;

@@ -22,6 +22,9 @@ constexpr BendLimits AMONG_STRAIGHT{0.79, 1.13};
 // of a triangle bend more, and so do those of a square on average.
 constexpr BendLimits AMONG_BENT{1.95, 2.2};
 constexpr double CORNER = 2.2;
+
+// Where nothing is a corner but a pen that turns back.
+constexpr BendLimits ALL_ROUND{2.2, 2.7};
 constexpr double SQUARE_CORNERS = 1.53;
 
 // Strokes with more bends are joined by straight pieces: their curves are dense enough.
@@ -101,9 +104,8 @@ Vec hermite(Vec b, Vec c, Vec atB, Vec atC, double t) {
 }
 
 /// `FINE` points along the curve that joins the samples.
-Fine joined(Cursor cursor, const Frame& frame) {
+Fine joined(Cursor cursor, const Frame& frame, const BendLimits& limits) {
     Fine out;
-    const BendLimits limits = limitsOf(cursor);
     Window w;
     if (!cursor.next(w.b) || !cursor.next(w.c)) {
         return out;
@@ -139,7 +141,11 @@ Fine joined(Cursor cursor, const Frame& frame) {
 Fine resample(const Ink& ink, const Frame& frame) {
     const Cursor cursor(ink, frame);
     const std::optional<Fine> calm = withoutTremor(cursor, frame.length / frame.extent);
-    return calm ? *calm : joined(cursor, frame);
+    return calm ? *calm : joined(cursor, frame, limitsOf(cursor));
+}
+
+Fine resampleRound(const Ink& ink, const Frame& frame) {
+    return joined(Cursor(ink, frame), frame, ALL_ROUND);
 }
 
 Coarse coarse(const Fine& fine) {

@@ -25,6 +25,10 @@ using Coarse = std::array<Vec, COARSE>;
 /// Requires a measurable frame with a positive extent.
 Fine resample(const Ink& ink, const Frame& frame);
 
+/// The same with a curve through all samples, as though nothing had corners: what
+/// few samples leave open may have been round.
+Fine resampleRound(const Ink& ink, const Frame& frame);
+
 /// Every second point.
 Coarse coarse(const Fine& fine);
 

@@ -89,12 +89,31 @@ Fine part(const Fine& fine, const Range& range) {
     return out;
 }
 
+/// Whether the pen turns back sharply at least twice near an end, as it does in an
+/// arrow head, which is no stray.
+bool isArrowHead(const Fine& fine, bool atEnd) {
+    constexpr int REACH = 26;  // steps
+    constexpr double SHARP = -0.3;
+    int turns = 0;
+    for (int i = 2; i <= REACH; ++i) {
+        const int toEnd = std::min(i, CHORD);
+        const double bend =
+            atEnd ? bendAt(fine, FINE - 1 - i, CHORD, toEnd) : bendAt(fine, i, toEnd, CHORD);
+        if (bend < SHARP) {
+            ++turns;
+            i += CHORD;
+        }
+    }
+    return turns >= 2;
+}
+
 /// What remains without the longest part that goes back over the rest.
 Range beforeRetracing(const Fine& fine) {
+    const std::array arrows{isArrowHead(fine, false), isArrowHead(fine, true)};
     for (int i = FINE / 2; i >= LEAST_RETRACED; --i) {
         for (const bool atEnd : {true, false}) {
             const int turn = atEnd ? FINE - 1 - i : i;
-            if (bendAt(fine, turn, CHORD, CHORD) <= TURN_BACK &&
+            if (!arrows[atEnd ? 1 : 0] && bendAt(fine, turn, CHORD, CHORD) <= TURN_BACK &&
                 isRetraced(fine, turn, atEnd ? 1 : -1)) {
                 return atEnd ? Range{0, turn} : Range{turn, FINE - 1};
             }
@@ -151,6 +170,9 @@ int beforeSpur(const Fine& fine) {
 /// Steps of the hook before the sharpest bend near the start; 0 without one. An
 /// end that meets the other one is the short side of a closed figure.
 int hookAt(const Fine& fine) {
+    if (isArrowHead(fine, false)) {
+        return 0;
+    }
     const double gap = norm(fine.front() - fine.back());
     int best = 0;
     double sharpest = HOOK_BEND;

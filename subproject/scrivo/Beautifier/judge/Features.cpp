@@ -64,6 +64,7 @@ void measureStroke(const Evidence& e, Features& f) {
     f["RETRACED"_f] = e.retraced;
     f["OVERLAP"_f] = e.overlap;
     f["HOOK"_f] = e.hook;
+    f["SPARSE"_f] = std::log(MANY_PIECES / std::clamp(e.pieces, 1.0, MANY_PIECES));
 }
 
 void measureLoop(const Evidence& e, const ClosedEvidence& c, Features& f) {

@@ -16,7 +16,7 @@
 /// makes them.
 namespace Scrivo::beautifier {
 
-inline constexpr std::array<std::string_view, 23> STROKE_FEATURES{
+inline constexpr std::array<std::string_view, 24> STROKE_FEATURES{
     // Any stroke.
     "TURNING",  // sum of absolute bends, radians
     "BOW",      // absolute sum of bends, radians
@@ -28,6 +28,7 @@ inline constexpr std::array<std::string_view, 23> STROKE_FEATURES{
     "RETRACED",        // share of the path that went back over the rest
     "OVERLAP",         // share of the path that ran on over its start
     "HOOK",            // longest flick cut at an end, over the longer side
+    "SPARSE",          // log of how few the samples are, 0 for dense ink
     // Strokes whose ends meet.
     "CLOSURE_BEND",   // bend where the ends meet, radians
     "GAP",            // distance of the trimmed ends
