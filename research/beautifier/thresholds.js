@@ -15,7 +15,7 @@ const SOFTNESS = 0.5; // log odds over which an answer fades in
 const STIFFNESS = 6; // strokes that a shift of one costs, half of it squared
 const RARENESS = 0.5; // exponent by which families with few strokes count more
 const HANDWRITING = 1.5; // changing it costs that much more than changing a drawing
-const PRICE = 1.3; // of changing a drawing, in figures missed
+const PRICE = 1.6; // of changing a drawing, in figures missed
 const MAX_SHIFT = 1;
 const STEP = 0.01;
 
