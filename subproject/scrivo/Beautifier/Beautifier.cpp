@@ -88,11 +88,15 @@ std::vector<Alternative> probabilitiesOf(std::span<const Verdict> verdicts) {
     return result;
 }
 
-/// What is worth offering of `all` families beside one of them.
+/// What is worth offering of `all` families beside one of them, likeliest first: with a
+/// low probability of its own, the family of the highest log odds need not be that.
 std::vector<Alternative> alternativesTo(std::optional<FigureFamily> answer,
                                         std::vector<Alternative> all) {
     std::erase_if(
         all, [&](const auto& a) { return a.family == answer || a.probability < MIN_PROBABILITY; });
+    std::stable_sort(all.begin(), all.end(), [](const auto& a, const auto& b) {
+        return a.probability > b.probability;
+    });
     return all;
 }
 

@@ -133,10 +133,23 @@ describe('what comes out', () => {
         assert.ok(Math.abs((await heightOf(input, '--snap')) - 106) < 0.5, `${engine}, ${input}`);
       }
     }
-    // The template engine itself prints to the standard output of its process.
-    const args = ['idealise', 'besides.ndjson', '--snap', '--engine', 'template'];
-    const { stdout } = await runProcess(folder, args);
-    assert.ok(Math.abs(heightIn(stdout) - 106) < 0.5);
+  });
+
+  test('what the template engine prints when lines snap is not among the output', async () => {
+    const points = Array.from({ length: 70 }, (_, i) => [400, 291 + (80 * i) / 69]);
+    write('upright.ndjson', toNdjson([{ points, others: [[[392, 284]], [[408.5, 290]]] }]));
+    const common = ['idealise', 'upright.ndjson', '--snap', '--engine', 'template'];
+    const strokes = await runProcess(folder, common);
+    assert.deepEqual([strokes.code, strokes.stderr], [0, '']);
+    assert.deepEqual(
+      parseLines(strokes.stdout).map(({ figure }) => figure),
+      ['line'],
+    );
+    for (const jobs of ['1', '2']) {
+      const args = [...common, '-o', 'upright.out', '--force', '--json', '--jobs', jobs];
+      const { stdout } = await runProcess(folder, args);
+      assert.deepEqual(JSON.parse(stdout).figures, { line: 1 });
+    }
   });
 });
 

@@ -13,17 +13,15 @@ const WORKER = path.join(__dirname, 'worker.js');
  * pool of worker threads.
  *
  * @param {import('./processor.js').ProcessorOptions} options
- * @param {object} how
- * @param {number} how.jobs at a time
- * @param {boolean} how.writesToStdout
+ * @param {number} jobs at a time
  * @returns {{run: (job: object) => Promise<import('./processor.js').JobResult>,
  *   close: () => Promise<void>}}
  */
-function createRunner(options, { jobs, writesToStdout }) {
+function createRunner(options, jobs) {
   const engine = createEngine(options.engine);
-  // The template engine prints a message when a line snaps. Where that would end up among the strokes,
-  // it runs in processes, whose standard output is discarded.
-  if (options.snap && writesToStdout && engine.name === 'template') {
+  // The template engine prints a message when some lines snap, which must not end up among the
+  // strokes or the summary. So it runs in processes, whose standard output is discarded.
+  if (options.snap && engine.name === 'template') {
     return createPool('process', jobs, { ...options, loads: true });
   }
   if (jobs === 1) {
@@ -40,14 +38,14 @@ function createPool(workerType, maxWorkers, options) {
   const pool = workerpool.pool(WORKER, {
     workerType,
     maxWorkers,
-    // Turns output into events, which have no listener.
+    // Turns output into events.
     emitStdStreams: isProcess,
     forkOpts: { serialization: 'advanced' },
   });
   return {
     async run(job) {
       const transfer = job.bytes && !isProcess ? [job.bytes.buffer] : [];
-      const result = await pool.exec('work', [options, job], { transfer }).catch(explain);
+      const result = await pool.exec('work', [options, job], { transfer, on: discard }).catch(explain);
       if (result.failure) throw new UserError(result.failure);
       return result;
     },
@@ -56,6 +54,9 @@ function createPool(workerType, maxWorkers, options) {
     },
   };
 }
+
+/** Every task needs a listener: an event without one ends the program. */
+function discard() {}
 
 /** Reports a worker that was ended from outside; other errors are faults of the program. */
 function explain(error) {

@@ -47,10 +47,7 @@ async function runStrokes(options, { stdout, stderr }) {
   const target = inspectOutput(options.output, options);
   const { templates, area, scale, snap, format, decimals, jobs } = options;
   const engine = createEngine(options.engine).name;
-  const runner = createRunner(
-    { engine, templates, area, scale, snap, format, decimals },
-    { jobs, writesToStdout: target.kind !== 'file' },
-  );
+  const runner = createRunner({ engine, templates, area, scale, snap, format, decimals }, jobs);
   const progress = createProgress({ totalBytes, stream: stderr });
   const report = new Report({ ...options, engine }, progress);
   const document = createDocument(target, format, stdout, options.convert);

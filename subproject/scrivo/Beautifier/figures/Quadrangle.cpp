@@ -53,7 +53,7 @@ Figure QuadrangleFamily::idealise(const Fitted& fitted) {
 }
 
 Figure QuadrangleFamily::inBox(const Box& box, std::optional<std::uint8_t> kind) {
-    const auto subtype = static_cast<QuadrangleKind>(kind.value_or(0));
+    const auto subtype = kind ? static_cast<QuadrangleKind>(*kind) : QuadrangleKind::RECTANGLE;
     switch (subtype) {
         case QuadrangleKind::SQUARE: {
             const Vec middle = 0.5 * (box.low + box.high);
@@ -78,7 +78,7 @@ Figure QuadrangleFamily::inBox(const Box& box, std::optional<std::uint8_t> kind)
                                     subtype};
         default:
             return QuadrangleFigure{{box.at(0, 0), box.at(1, 0), box.at(1, 1), box.at(0, 1)},
-                                    QuadrangleKind::RECTANGLE};
+                                    subtype};
     }
 }
 

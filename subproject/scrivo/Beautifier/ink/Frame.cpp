@@ -5,6 +5,14 @@
 
 namespace Scrivo::beautifier {
 
+namespace {
+
+// Below this extent, drawing-area units, squares of lengths are not precise, and a
+// stroke is a place.
+constexpr double MIN_EXTENT = 1e-150;
+
+}  // namespace
+
 Frame measure(const Ink& ink) {
     Frame frame;
     constexpr double INF = std::numeric_limits<double>::infinity();
@@ -23,10 +31,13 @@ Frame measure(const Ink& ink) {
         before = p;
     }
     frame.centre = 0.5 * (low + high);
-    frame.extent = std::max(high.x - low.x, high.y - low.y);
-    frame.diagonal = norm(high - low);
-    frame.length = sum;
-    frame.pieces = squares > 0.0 ? sum * sum / squares : 0.0;
+    const double extent = std::max(high.x - low.x, high.y - low.y);
+    if (!(extent < MIN_EXTENT)) {
+        frame.extent = extent;
+        frame.diagonal = norm(high - low);
+        frame.length = sum;
+        frame.pieces = squares > 0.0 ? sum * sum / squares : 0.0;
+    }
     // A NaN or infinite sample makes the sum so, also where min and max skip a NaN.
     const double farthest = std::max({-low.x, -low.y, high.x, high.y});
     frame.measurable = !ink.samples.empty() && std::isfinite(sum) && farthest < UNKNOWN_EXTENT;
@@ -34,7 +45,7 @@ Frame measure(const Ink& ink) {
 }
 
 double travel(const Ink& ink, const Frame& frame) {
-    if (ink.samples.empty()) {
+    if (ink.samples.empty() || frame.extent == 0.0) {
         return 0.0;
     }
     const double shortest = std::max(0.5, frame.extent / 8.0);

@@ -22,7 +22,7 @@ struct Ink {
 /// frame's own units: centred, longer side 1.
 struct Frame {
     Vec centre;             ///< of the bounding box
-    double extent = 0.0;    ///< longer side of the bounding box
+    double extent = 0.0;    ///< longer side of the bounding box; 0 below 1e-150 units
     double diagonal = 0.0;  ///< of the bounding box
     double length = 0.0;    ///< of the polyline through the samples
     /// Pieces of even length that would weigh as much as those between the samples:
