@@ -9,6 +9,8 @@
 #include <cstdint>
 #include <exception>
 #include <napi.h>
+#include <optional>
+#include <set>
 #include <span>
 #include <stdexcept>
 #include <string>
@@ -37,15 +39,59 @@ Points unpack(std::span<const double> values, std::size_t stride) {
     return points;
 }
 
-/// The numbers of a Float64Array. Other arrays are rejected: with smaller elements,
-/// reading would run past the end.
-std::span<const double> view(const Napi::Value& value) {
-    if (!value.IsTypedArray() ||
-        value.As<Napi::TypedArray>().TypedArrayType() != napi_float64_array) {
-        throw std::invalid_argument("points must be in a Float64Array");
+// Arguments of another type are rejected before they are read: node-addon-api would
+// raise an exception and read on, and end the process when it raises the next one.
+
+void require(bool holds, const char* message) {
+    if (!holds) throw std::invalid_argument(message);
+}
+
+double number(const Napi::Value& value) {
+    require(value.IsNumber(), "expected a number");
+    return value.As<Napi::Number>().DoubleValue();
+}
+
+bool boolean(const Napi::Value& value) {
+    require(value.IsBoolean(), "expected a boolean");
+    return value.As<Napi::Boolean>().Value();
+}
+
+/// The member of an enumeration with this number; it need not have such a member.
+template <typename Enumeration = std::uint8_t>
+Enumeration member(double value) {
+    require(value >= 0.0 && value <= 255.0, "expected a number from 0 to 255");
+    return static_cast<Enumeration>(static_cast<std::uint8_t>(value));
+}
+
+template <typename Enumeration>
+std::set<Enumeration> members(const Napi::Value& value) {
+    require(value.IsArray(), "expected an array of numbers");
+    const auto array = value.As<Napi::Array>();
+    std::set<Enumeration> result;
+    for (std::uint32_t i = 0; i < array.Length(); ++i) {
+        result.insert(member<Enumeration>(number(array.Get(i))));
     }
-    const auto array = value.As<Napi::Float64Array>();
+    return result;
+}
+
+/// The elements of a typed array. Other arrays are rejected: with smaller elements,
+/// reading would run past the end.
+template <typename T>
+std::span<const T> view(const Napi::Value& value, napi_typedarray_type type, const char* message) {
+    require(value.IsTypedArray() && value.As<Napi::TypedArray>().TypedArrayType() == type, message);
+    const auto array = value.As<Napi::TypedArrayOf<T>>();
     return {array.Data(), array.ElementLength()};
+}
+
+std::span<const double> doubles(const Napi::Value& value) {
+    return view<double>(value, napi_float64_array, "points must be in a Float64Array");
+}
+
+/// Passes an error to JavaScript, unless an exception is already on its way there.
+void raise(Napi::Env env, const std::exception& error) {
+    if (!env.IsExceptionPending()) {
+        Napi::Error::New(env, error.what()).ThrowAsJavaScriptException();
+    }
 }
 
 /// A new Float64Array and its numbers. No numbers, and an exception pending, when
@@ -201,36 +247,23 @@ public:
     /// regularFigures, nearbyStrokes, insideArea, anchors: number[])
     explicit Beautifier(const Napi::CallbackInfo& info) : Napi::ObjectWrap<Beautifier>(info) {
         try {
-            m_beautifier = Scrivo::Beautifier(readOptions(info));
+            m_beautifier.emplace(readOptions(info));
         } catch (const std::exception& error) {
-            Napi::Error::New(info.Env(), error.what()).ThrowAsJavaScriptException();
+            raise(info.Env(), error);
         }
     }
 
 private:
     static Scrivo::BeautifierOptions readOptions(const Napi::CallbackInfo& info) {
-        const Napi::Env env = info.Env();
-        Scrivo::BeautifierOptions options;
-        options.figures.clear();
-        const Napi::Array families(env, info[0]);
-        for (std::uint32_t i = 0; i < families.Length(); ++i) {
-            const std::uint32_t family = Napi::Number(env, families.Get(i)).Uint32Value();
-            options.figures.insert(static_cast<Scrivo::FigureFamily>(family));
-        }
-        options.minSize = Napi::Number(env, info[1]).DoubleValue();
-        options.tapSize = Napi::Number(env, info[2]).DoubleValue();
-        options.sensitivity = Napi::Number(env, info[3]).DoubleValue();
-        options.horizontalVertical = Napi::Boolean(env, info[4]).Value();
-        options.regularFigures = Napi::Boolean(env, info[5]).Value();
-        options.nearbyStrokes = Napi::Boolean(env, info[6]).Value();
-        options.insideArea = Napi::Boolean(env, info[7]).Value();
-        options.anchors.clear();
-        const Napi::Array anchors(env, info[8]);
-        for (std::uint32_t i = 0; i < anchors.Length(); ++i) {
-            const std::uint32_t sort = Napi::Number(env, anchors.Get(i)).Uint32Value();
-            options.anchors.insert(static_cast<Scrivo::AnchorSort>(sort));
-        }
-        return options;
+        return {.figures = members<Scrivo::FigureFamily>(info[0]),
+                .minSize = number(info[1]),
+                .tapSize = number(info[2]),
+                .sensitivity = number(info[3]),
+                .horizontalVertical = boolean(info[4]),
+                .regularFigures = boolean(info[5]),
+                .nearbyStrokes = boolean(info[6]),
+                .anchors = members<Scrivo::AnchorSort>(info[8]),
+                .insideArea = boolean(info[7])};
     }
 
     /// (points: Float64Array, stride, width, height, others: Float64Array,
@@ -241,49 +274,49 @@ private:
     Napi::Value beautify(const Napi::CallbackInfo& info) {
         return answer(info, [this](const Points& stroke, double width, double height,
                                    const std::vector<Points>& others) {
-            return m_beautifier.beautify(stroke, width, height, others);
+            return m_beautifier.value().beautify(stroke, width, height, others);
         });
     }
 
     /// The same, followed by (family, kind); -1 for no kind.
     Napi::Value beautifyAs(const Napi::CallbackInfo& info) {
-        const auto family = Napi::Number(info.Env(), info[6]).Uint32Value();
-        const auto kind = Napi::Number(info.Env(), info[7]).Int32Value();
-        return answer(info, [=, this](const Points& stroke, double width, double height,
-                                      const std::vector<Points>& others) {
-            return m_beautifier.beautifyAs(stroke, wishOf(family, kind), width, height, others);
+        return answer(info, [&info, this](const Points& stroke, double width, double height,
+                                          const std::vector<Points>& others) {
+            const Scrivo::Wish wish = wishOf(number(info[6]), number(info[7]));
+            return m_beautifier.value().beautifyAs(stroke, wish, width, height, others);
         });
     }
 
-    static Scrivo::Wish wishOf(std::uint32_t family, std::int32_t kind) {
-        const auto wished = static_cast<Scrivo::FigureFamily>(family);
-        if (kind < 0) return wished;
-        return {wished, static_cast<std::uint8_t>(kind)};
+    static Scrivo::Wish wishOf(double family, double kind) {
+        const auto wished = member<Scrivo::FigureFamily>(family);
+        if (kind < 0.0) return wished;
+        return {wished, member(kind)};
     }
 
     template <typename Answer>
     static Napi::Value answer(const Napi::CallbackInfo& info, Answer answerTo) {
         const Napi::Env env = info.Env();
         try {
-            const std::size_t stride = Napi::Number(env, info[1]).Uint32Value() == 2 ? 2 : 3;
-            const Points stroke = unpack(view(info[0]), stride);
-            const double width = Napi::Number(env, info[2]).DoubleValue();
-            const double height = Napi::Number(env, info[3]).DoubleValue();
+            const std::size_t stride = number(info[1]) == 2.0 ? 2 : 3;
+            const Points stroke = unpack(doubles(info[0]), stride);
+            const double width = number(info[2]);
+            const double height = number(info[3]);
             return toArray(env, stride, answerTo(stroke, width, height, readOthers(info)));
         } catch (const std::exception& error) {
             // Out of memory: the host must survive.
-            Napi::Error::New(env, error.what()).ThrowAsJavaScriptException();
+            raise(env, error);
             return env.Undefined();
         }
     }
 
     static std::vector<Points> readOthers(const Napi::CallbackInfo& info) {
-        std::span<const double> values = view(info[4]);
-        const Napi::Uint32Array lengths(info.Env(), info[5]);
+        std::span<const double> values = doubles(info[4]);
+        const auto lengths = view<std::uint32_t>(info[5], napi_uint32_array,
+                                                 "lengths must be in a Uint32Array");
         std::vector<Points> others;
-        others.reserve(lengths.ElementLength());
-        for (std::size_t i = 0; i < lengths.ElementLength(); ++i) {
-            const std::size_t count = 2 * static_cast<std::size_t>(lengths[i]);
+        others.reserve(lengths.size());
+        for (const std::uint32_t length : lengths) {
+            const std::size_t count = 2 * static_cast<std::size_t>(length);
             if (count > values.size()) throw std::invalid_argument("lengths exceed the points");
             others.push_back(unpack(values.first(count), 2));
             values = values.subspan(count);
@@ -316,7 +349,7 @@ private:
         return result;
     }
 
-    Scrivo::Beautifier m_beautifier;  // with default options until the constructor has read them
+    std::optional<Scrivo::Beautifier> m_beautifier;  // unless the constructor threw
 };
 
 /// A figure from its numbers; the inverse of `Numbers`.
@@ -360,13 +393,13 @@ Scrivo::Figure figureOf(std::size_t index, std::span<const double> values) {
 Napi::Value outlineOf(const Napi::CallbackInfo& info) {
     const Napi::Env env = info.Env();
     try {
-        const auto index = Napi::Number(env, info[0]).Uint32Value();
-        const double width = Napi::Number(env, info[2]).DoubleValue();
-        const double height = Napi::Number(env, info[3]).DoubleValue();
-        const Scrivo::Figure figure = figureOf(index, view(info[1]));
+        const std::size_t index = member(number(info[0]));
+        const double width = number(info[2]);
+        const double height = number(info[3]);
+        const Scrivo::Figure figure = figureOf(index, doubles(info[1]));
         return {env, pack(env, Scrivo::outlineOf(figure, width, height), 2)};
     } catch (const std::exception& error) {
-        Napi::Error::New(env, error.what()).ThrowAsJavaScriptException();
+        raise(env, error);
         return env.Undefined();
     }
 }

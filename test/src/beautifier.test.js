@@ -21,6 +21,38 @@ test('arguments are arrays of the right type, read no further than their ends', 
   assert.throws(() => call(new Float64Array(3), new Float32Array(2)), /Float64Array/);
 });
 
+test('any wrong arguments throw once, and the process goes on', () => {
+  const { Beautifier: Native, outlineOf } = loadNative('beautifier');
+  const options = [[1], 0, 4, 0.5, true, true, true, true, []];
+  const native = new Native(...options);
+  const stroke = [new Float64Array(3), 3, 1, 1, new Float64Array(4), Uint32Array.of(2)];
+  const calls = [
+    [(...args) => new Native(...args), options],
+    [(...args) => native.beautify(...args), stroke],
+    [(...args) => native.beautifyAs(...args), [...stroke, 1, -1]],
+    [outlineOf, [2, new Float64Array(4), 1, 1]],
+  ];
+  const throwing = Object.defineProperty([1], 0, {
+    get() {
+      throw new Error('getter');
+    },
+  });
+  const wrong = [undefined, null, {}, 'a', Symbol('s'), new Uint8Array(1), [-1], [256], throwing];
+  for (const [call, args] of calls) {
+    assert.doesNotThrow(() => call(...args));
+    for (const i of args.keys()) {
+      for (const value of wrong) {
+        const changed = Object.assign([...args], { [i]: value });
+        assert.throws(() => call(...changed), Error, `value ${wrong.indexOf(value)} as ${i}`);
+      }
+      if (args.length === i + 1) continue;
+      assert.throws(() => call(...args.slice(0, i)), Error, `${i} arguments`);
+    }
+  }
+  assert.throws(() => new Native([7]), Error);
+  assert.throws(() => native.beautify.call({}, ...stroke), TypeError);
+});
+
 const FILE = JSON.stringify(path.join(__dirname, '..', '..', 'lib', 'beautifier.js'));
 
 test('survives the end of a thread during a call', () => {

@@ -146,7 +146,7 @@ describe('what comes out', () => {
       ['line'],
     );
     for (const jobs of ['1', '2']) {
-      const args = [...common, '-o', 'upright.out', '--force', '--json', '--jobs', jobs];
+      const args = [...common, '-o', 'out.ndjson', '--force', '--json', '--jobs', jobs];
       const { stdout } = await runProcess(folder, args);
       assert.deepEqual(JSON.parse(stdout).figures, { line: 1 });
     }
