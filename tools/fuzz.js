@@ -62,7 +62,8 @@ function spread(list, count) {
 async function fuzz(target, seconds, isKept) {
   heading(`Fuzz ${target} for ${seconds} s`);
   const folder = unpack(target);
-  const options = [`-max_total_time=${seconds}`, `-max_len=${MAX_BYTES}`, '-print_final_stats=1'];
+  const limits = [`-max_total_time=${seconds}`, `-max_len=${MAX_BYTES}`, '-len_control=0'];
+  const options = [...limits, '-print_final_stats=1'];
   const artifacts = `-artifact_prefix=${path.join(FOUND, `${target}-`)}`;
   const code = await run(program(target), [...options, '-verbosity=0', artifacts, folder]);
   if (code === 0 && isKept) await keep(target, folder);

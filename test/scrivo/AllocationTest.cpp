@@ -1,8 +1,11 @@
-// The state after a load runs out of memory, at each of its allocations.
+// What happens when memory runs out, at each allocation of a call.
 
+#include "Beautifier/Beautifier.h"
+#include "Examples.h"
 #include "FailingAllocation.h"
 #include "Ink.h"
 #include "Matchers.h"
+#include "Scrivo/Scrivo.h"
 #include "Scrivo/TemplatesGraphicsRecognizer.h"
 
 #include <algorithm>
@@ -134,6 +137,41 @@ TEST(OutOfMemory, AFailedUpdateIsRepeated) {
         failEveryAllocation([&] { answer = loaded.recogniser.recognize(outline); }, [] {});
     EXPECT_GT(failures, 10);
     EXPECT_EQ(answer.name, "exact");
+}
+
+TEST(OutOfMemory, TheBeautifierThrowsBadAllocAndAnswersAfterwards) {
+    const BeautifierOptions options{.minSize = 1.0};
+    const std::vector<Stroke> others{fractions(chain({{390, 200}, {395, 290}}, 20), 800, 600)};
+    int failures = 0;
+    for (const ink::Example& example : ink::examples()) {
+        const Stroke stroke = fractions(ink::sample(example.curve, 40), 800, 600);
+        const Beautified expected = Beautifier(options).beautify(stroke, 800, 600, others);
+        Beautified answer;
+        failures += failEveryAllocation(
+            [&] { answer = Beautifier(options).beautify(stroke, 800, 600, others); }, [] {});
+        EXPECT_EQ(answer.type, expected.type);
+        EXPECT_TRUE(hasBitsOf(answer.path, expected.path));
+    }
+    EXPECT_GT(failures, 100);
+}
+
+TEST(OutOfMemory, TheTemplateEngineAnswersWithTheStrokeAsDrawn) {
+    const Stroke stroke = fractions(closedChain({{0, 0}, {0, 90}, {90, 90}, {90, 0}}, 20), 800, 600);
+    for (int failures = 0;; ++failures) {
+        // Arguments are made before an allocation fails.
+        Stroke given = stroke;
+        std::vector<Stroke> others;
+        allocationsBeforeFailure = failures;
+        const StrokeResult answer =
+            optimizeAStroke(std::move(given), 800, 600, std::move(others));
+        const bool isDone = allocationsBeforeFailure >= 0;
+        allocationsBeforeFailure = -1;
+        EXPECT_TRUE(hasBitsOf(answer.path, stroke)) << "after " << failures;
+        if (isDone) {
+            EXPECT_GT(failures, 2);
+            break;
+        }
+    }
 }
 
 }  // namespace
