@@ -16,9 +16,10 @@ Stroke Input::doubles() {
 Stroke Input::scribble() {
     const double step = in(0.0, 20.0);
     const Point2D start = place();
+    const auto steps = [this] { return static_cast<double>(upTo(31)) - 16.0; };
     Stroke stroke(upTo(120));
     for (Point2D& p : stroke) {
-        p = start + step * Point2D{upTo(31) - 16.0, upTo(31) - 16.0};
+        p = start + step * Point2D{steps(), steps()};
         p.force = 0.75;
     }
     return stroke;
