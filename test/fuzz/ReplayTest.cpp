@@ -38,7 +38,7 @@ TEST_P(FuzzCorpus, KeepsEveryPromise) {
 
 TEST_P(FuzzCorpus, KeepsEveryPromiseForRandomInputs) {
     Random random;
-    for (int round = 0; round < 300; ++round) {
+    for (int round = 0; round < 1000; ++round) {
         std::vector<std::uint8_t> input(static_cast<std::size_t>(random.below(120)));
         for (std::uint8_t& byte : input) {
             byte = static_cast<std::uint8_t>(random.below(256));
