@@ -311,8 +311,8 @@ private:
 
     static std::vector<Points> readOthers(const Napi::CallbackInfo& info) {
         std::span<const double> values = doubles(info[4]);
-        const auto lengths = view<std::uint32_t>(info[5], napi_uint32_array,
-                                                 "lengths must be in a Uint32Array");
+        const auto lengths =
+            view<std::uint32_t>(info[5], napi_uint32_array, "lengths must be in a Uint32Array");
         std::vector<Points> others;
         others.reserve(lengths.size());
         for (const std::uint32_t length : lengths) {

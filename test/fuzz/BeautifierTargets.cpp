@@ -86,9 +86,9 @@ double roundingOf(const Drawn& drawn) {
 
 void requireInside(const Beautified& answer, double rounding) {
     for (const Point2D& p : answer.path) {
-        require(p.x >= -rounding && p.x <= 1.0 + rounding && p.y >= -rounding &&
-                    p.y <= 1.0 + rounding,
-                "figures that fit are inside the area");
+        require(
+            p.x >= -rounding && p.x <= 1.0 + rounding && p.y >= -rounding && p.y <= 1.0 + rounding,
+            "figures that fit are inside the area");
     }
 }
 
@@ -97,9 +97,9 @@ void requireFigure(const Beautified& answer, const Drawn& drawn, const Beautifie
     require(isDrawn(answer.path, answer.type), "code and path agree");
     require(beautifier::findFamily(*familyOf(answer.figure))->code == answer.type,
             "code and figure agree");
-    require(areSame(Scrivo::outlineOf(answer.figure, drawn.area.width, drawn.area.height),
-                    answer.path),
-            "the path is the figure's outline");
+    require(
+        areSame(Scrivo::outlineOf(answer.figure, drawn.area.width, drawn.area.height), answer.path),
+        "the path is the figure's outline");
     if (options.insideArea && answer.type != FIGURE_LINE && fits(answer.path)) {
         requireInside(answer, roundingOf(drawn));
     }
@@ -109,9 +109,9 @@ void requireAgreement(const Beautified& answer, const Drawn& drawn,
                       const BeautifierOptions& options) {
     require(isShare(answer.confidence), "confidence is from 0 to 1");
     const bool isFigure = answer.reason == Reason::RECOGNISED;
-    require(isFigure == (answer.type != FIGURE_NONE) &&
-                isFigure == familyOf(answer.figure).has_value(),
-            "code, figure and reason agree");
+    require(
+        isFigure == (answer.type != FIGURE_NONE) && isFigure == familyOf(answer.figure).has_value(),
+        "code, figure and reason agree");
     requireOrderedAlternatives(answer);
     if (isFigure) {
         requireFigure(answer, drawn, options);
@@ -121,8 +121,7 @@ void requireAgreement(const Beautified& answer, const Drawn& drawn,
 }
 
 bool isAbout(const Beautified& a, const Beautified& b) {
-    return a.type == b.type && familyOf(a.figure) == familyOf(b.figure) &&
-           areSame(a.path, b.path);
+    return a.type == b.type && familyOf(a.figure) == familyOf(b.figure) && areSame(a.path, b.path);
 }
 
 /// Raising the sensitivity keeps every figure.
@@ -157,8 +156,8 @@ void beautifyAs(Bytes bytes) {
     const bool hasKind = kind < family.kinds.size();
     const Wish wish = hasKind ? Wish(family.family, kind) : Wish(family.family);
     const Drawn drawn(input);
-    const Beautified answer = Beautifier(options).beautifyAs(
-        drawn.stroke, wish, drawn.area.width, drawn.area.height, drawn.others);
+    const Beautified answer = Beautifier(options).beautifyAs(drawn.stroke, wish, drawn.area.width,
+                                                             drawn.area.height, drawn.others);
     requireAgreement(answer, drawn, options);
     if (answer.type != FIGURE_NONE) {
         require(familyOf(answer.figure) == family.family, "the figure is of the wished family");

@@ -22,11 +22,10 @@ inline bool isFinite(const Stroke& stroke) {
 }
 
 inline bool areSame(const Stroke& a, const Stroke& b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](const Point2D& p, const Point2D& q) {
-                          return sameBits(p.x, q.x) && sameBits(p.y, q.y) &&
-                                 sameBits(p.force, q.force);
-                      });
+    return std::equal(
+        a.begin(), a.end(), b.begin(), b.end(), [](const Point2D& p, const Point2D& q) {
+            return sameBits(p.x, q.x) && sameBits(p.y, q.y) && sameBits(p.force, q.force);
+        });
 }
 
 /// Whether a path has as many points as the figure of a code is drawn with.

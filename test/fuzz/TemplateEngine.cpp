@@ -39,9 +39,8 @@ void requireLiteralAnswer(const TemplatesGraphicsRecognizer& recogniser, const S
 }
 
 bool isModerate(const Stroke& stroke) {
-    return std::all_of(stroke.begin(), stroke.end(), [](const Point2D& p) {
-        return std::abs(p.x) < 1e6 && std::abs(p.y) < 1e6;
-    });
+    return std::all_of(stroke.begin(), stroke.end(),
+                       [](const Point2D& p) { return std::abs(p.x) < 1e6 && std::abs(p.y) < 1e6; });
 }
 
 }  // namespace
@@ -66,10 +65,9 @@ void templateText(Bytes bytes) {
 }
 
 void optimizeAStroke(Bytes bytes) {
-    static const bool IS_LOADED = initScrivo({SCRIVO_TEMPLATES "/rectangle.template",
-                                              SCRIVO_TEMPLATES "/triangle.template",
-                                              SCRIVO_TEMPLATES "/isosceles_triangle.template",
-                                              SCRIVO_TEMPLATES "/ellipse.template"});
+    static const bool IS_LOADED = initScrivo(
+        {SCRIVO_TEMPLATES "/rectangle.template", SCRIVO_TEMPLATES "/triangle.template",
+         SCRIVO_TEMPLATES "/isosceles_triangle.template", SCRIVO_TEMPLATES "/ellipse.template"});
     require(IS_LOADED, "templates can be loaded");
     Input input(bytes);
     const Area area(input);

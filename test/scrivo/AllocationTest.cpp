@@ -156,14 +156,14 @@ TEST(OutOfMemory, TheBeautifierThrowsBadAllocAndAnswersAfterwards) {
 }
 
 TEST(OutOfMemory, TheTemplateEngineAnswersWithTheStrokeAsDrawn) {
-    const Stroke stroke = fractions(closedChain({{0, 0}, {0, 90}, {90, 90}, {90, 0}}, 20), 800, 600);
+    const Stroke stroke =
+        fractions(closedChain({{0, 0}, {0, 90}, {90, 90}, {90, 0}}, 20), 800, 600);
     for (int failures = 0;; ++failures) {
         // Arguments are made before an allocation fails.
         Stroke given = stroke;
         std::vector<Stroke> others;
         allocationsBeforeFailure = failures;
-        const StrokeResult answer =
-            optimizeAStroke(std::move(given), 800, 600, std::move(others));
+        const StrokeResult answer = optimizeAStroke(std::move(given), 800, 600, std::move(others));
         const bool isDone = allocationsBeforeFailure >= 0;
         allocationsBeforeFailure = -1;
         EXPECT_TRUE(hasBitsOf(answer.path, stroke)) << "after " << failures;

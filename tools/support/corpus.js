@@ -15,7 +15,9 @@ function fromLines(text) {
 /** The text of commented lines and further inputs. */
 function toLines(noted, inputs) {
   const known = new Set(noted);
-  const fresh = inputs.map((input) => input.toString('hex')).filter((hex) => hex && !known.has(hex));
+  const fresh = inputs
+    .map((input) => input.toString('hex'))
+    .filter((hex) => hex && !known.has(hex));
   return [...noted, ...fresh].map((line) => `${line}\n`).join('');
 }
 

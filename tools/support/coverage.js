@@ -9,7 +9,10 @@ const path = require('node:path');
  */
 function addReport(files, report, build, sources) {
   for (const { file, lines } of report.files) {
-    const name = path.relative(sources, path.resolve(report.current_working_directory ?? build, file));
+    const name = path.relative(
+      sources,
+      path.resolve(report.current_working_directory ?? build, file),
+    );
     if (name.startsWith('..')) continue;
     if (!files.has(name)) files.set(name, new Map());
     const known = files.get(name);

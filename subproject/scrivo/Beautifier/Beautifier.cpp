@@ -94,9 +94,8 @@ std::vector<Alternative> alternativesTo(std::optional<FigureFamily> answer,
                                         std::vector<Alternative> all) {
     std::erase_if(
         all, [&](const auto& a) { return a.family == answer || a.probability < MIN_PROBABILITY; });
-    std::stable_sort(all.begin(), all.end(), [](const auto& a, const auto& b) {
-        return a.probability > b.probability;
-    });
+    std::stable_sort(all.begin(), all.end(),
+                     [](const auto& a, const auto& b) { return a.probability > b.probability; });
     return all;
 }
 

@@ -45,7 +45,9 @@ function createPool(workerType, maxWorkers, options) {
   return {
     async run(job) {
       const transfer = job.bytes && !isProcess ? [job.bytes.buffer] : [];
-      const result = await pool.exec('work', [options, job], { transfer, on: discard }).catch(explain);
+      const result = await pool
+        .exec('work', [options, job], { transfer, on: discard })
+        .catch(explain);
       if (result.failure) throw new UserError(result.failure);
       return result;
     },
