@@ -47,7 +47,9 @@ private:
     T take() {
         T value{};
         const std::size_t count = std::min(sizeof value, m_rest.size());
-        std::memcpy(&value, m_rest.data(), count);
+        if (count > 0) {
+            std::memcpy(&value, m_rest.data(), count);
+        }
         m_rest = m_rest.subspan(count);
         return value;
     }
