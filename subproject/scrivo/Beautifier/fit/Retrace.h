@@ -2,7 +2,7 @@
 
 #include "Beautifier/ink/Resampling.h"
 
-/// Strokes that run there and back along the same path.
+/// Strokes that run there and back along the same path, for fits of open figures.
 namespace Scrivo::beautifier {
 
 /// Part of the even outline, from one index to another.
