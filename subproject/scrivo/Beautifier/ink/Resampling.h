@@ -16,6 +16,12 @@ inline constexpr int COARSE = 49;
 using Fine = std::array<Vec, FINE>;
 using Coarse = std::array<Vec, COARSE>;
 
+/// Part of an even outline, by the indices of its ends.
+struct Part {
+    int first = 0;
+    int last = FINE - 1;
+};
+
 /// `FINE` points at even distances along the stroke, in the frame's own units:
 /// centred, longer side 1. Where samples lie further apart than these points, a
 /// centripetal Catmull-Rom curve joins them (Yuksel, Schaefer, Keyser: On the

@@ -71,17 +71,12 @@ bool isRetraced(const Fine& fine, int turn, int step) {
     return sum <= MEAN_BESIDE * steps;
 }
 
-/// Part of an outline, by the indices of its ends.
-struct Range {
-    int first = 0;
-    int last = FINE - 1;
-};
-
-Fine part(const Fine& fine, const Range& range) {
+/// The part as an outline of its own.
+Fine cut(const Fine& fine, const Part& part) {
     Fine out;
     for (int k = 0; k < FINE; ++k) {
         const double target =
-            range.first + static_cast<double>(k) * (range.last - range.first) / (FINE - 1);
+            part.first + static_cast<double>(k) * (part.last - part.first) / (FINE - 1);
         const int i = std::min(static_cast<int>(target), FINE - 2);
         out[static_cast<std::size_t>(k)] =
             at(fine, i) + (target - i) * (at(fine, i + 1) - at(fine, i));
@@ -108,14 +103,14 @@ bool isArrowHead(const Fine& fine, bool atEnd) {
 }
 
 /// The outline without the longest part that retraces the rest.
-Range beforeRetracing(const Fine& fine) {
+Part beforeRetracing(const Fine& fine) {
     const std::array arrows{isArrowHead(fine, false), isArrowHead(fine, true)};
     for (int i = FINE / 2; i >= MIN_RETRACED; --i) {
         for (const bool atEnd : {true, false}) {
             const int turn = atEnd ? FINE - 1 - i : i;
             if (!arrows[atEnd ? 1 : 0] && bendAt(fine, turn, CHORD, CHORD) <= TURN_BACK &&
                 isRetraced(fine, turn, atEnd ? 1 : -1)) {
-                return atEnd ? Range{0, turn} : Range{turn, FINE - 1};
+                return atEnd ? Part{0, turn} : Part{turn, FINE - 1};
             }
         }
     }
@@ -201,18 +196,18 @@ Cleaned withoutStrays(const Fine& fine) {
     Cleaned cleaned;
     cleaned.fine = fine;
     for (int i = 0; i < MAX_RETRACED; ++i) {
-        const Range rest = beforeRetracing(cleaned.fine);
+        const Part rest = beforeRetracing(cleaned.fine);
         const double share = static_cast<double>(rest.last - rest.first) / (FINE - 1);
         if (share == 1.0) {
             break;
         }
-        cleaned.fine = part(cleaned.fine, rest);
+        cleaned.fine = cut(cleaned.fine, rest);
         cleaned.retraced = 1.0 - (1.0 - cleaned.retraced) * share;
     }
     const int overlap = overlapOf(cleaned.fine);
     if (overlap > 0) {
-        cleaned.fine = part(cleaned.fine, {0, FINE - 1 - overlap});
-        cleaned.fine = part(cleaned.fine, {0, beforeSpur(cleaned.fine)});
+        cleaned.fine = cut(cleaned.fine, {0, FINE - 1 - overlap});
+        cleaned.fine = cut(cleaned.fine, {0, beforeSpur(cleaned.fine)});
         cleaned.overlap = static_cast<double>(overlap) / (FINE - 1);
     }
     const int first = hookAt(cleaned.fine);
@@ -220,7 +215,7 @@ Cleaned withoutStrays(const Fine& fine) {
     cleaned.hook = std::max(norm(at(cleaned.fine, first) - at(cleaned.fine, 0)),
                             norm(at(cleaned.fine, last) - at(cleaned.fine, FINE - 1)));
     if (first > 0 || last < FINE - 1) {
-        cleaned.fine = part(cleaned.fine, {first, last});
+        cleaned.fine = cut(cleaned.fine, {first, last});
     }
     return cleaned;
 }
