@@ -76,4 +76,4 @@ function crossValidate(table, splits, penalty) {
   return verdicts;
 }
 
-module.exports = { FOLDS, NAMES, crossValidate, tableFrom, writerOf };
+module.exports = { FOLDS, NAMES, crossValidate, tableFrom };

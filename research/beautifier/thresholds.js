@@ -62,4 +62,4 @@ function chooseThresholds(verdicts, splits) {
   );
 }
 
-module.exports = { chooseThresholds };
+module.exports = { PRICE, chooseThresholds };

@@ -4,7 +4,7 @@ const assert = require('node:assert/strict');
 const { test } = require('node:test');
 const { NAMES } = require('../../../research/beautifier/model.js');
 const { createUniform } = require('../../../research/ink/random.js');
-const { chooseThresholds } = require('../../../research/beautifier/thresholds.js');
+const { PRICE, chooseThresholds } = require('../../../research/beautifier/thresholds.js');
 const { calibrationError } = require('../../../research/beautifier/report.js');
 const { sigmoid } = require('../../../research/beautifier/learn.js');
 
@@ -22,7 +22,7 @@ function calibratedVerdicts(count) {
 test('thresholds of calibrated scores are the price of a change, and no stroke moves them far', () => {
   const verdicts = calibratedVerdicts(2000);
   const thresholds = chooseThresholds(verdicts, 1);
-  for (const name of NAMES) assert.ok(Math.abs(thresholds[name] - Math.log(1.3)) < 0.35, name);
+  for (const name of NAMES) assert.ok(Math.abs(thresholds[name] - Math.log(PRICE)) < 0.35, name);
   for (const score of [-0.5, 0.2, 1.5]) {
     const row = { family: 'none', stroke: { label: 'handwriting' } };
     const more = { family: NAMES[4], score, row };
