@@ -30,6 +30,26 @@ TEST(KindChoice, StaysWithinTheAllowedForms) {
     EXPECT_TRUE(std::isnan(chooseQuadrangle(square, 0).fit.corners[0].x));
 }
 
+TEST(KindChoice, TakesCarefulInkAtItsWord) {
+    // Waves of `height` along the edges of a box.
+    const auto formOf = [](double ratio, double height) {
+        const std::vector<Vec> corners{{0, 0}, {1, 0}, {1, ratio}, {0, ratio}};
+        std::vector<Vec> points;
+        for (std::size_t i = 0; i < 4; ++i) {
+            const Vec along = corners[(i + 1) % 4] - corners[i];
+            for (int k = 0; k < 40; ++k) {
+                const Vec across = height * std::sin(1.9 * k) * Vec{-along.y, along.x};
+                points.push_back(corners[i] + (k / 40.0) * along + across);
+            }
+        }
+        return chooseQuadrangle(inkAlong(points, corners)).id;
+    };
+    EXPECT_EQ(formOf(0.75, 0.0), RECTANGLE);
+    EXPECT_EQ(formOf(0.75, 0.01), SQUARE);
+    EXPECT_EQ(formOf(0.93, 0.0), SQUARE);
+    EXPECT_EQ(formOf(0.6, 0.01), RECTANGLE);
+}
+
 TEST(KindChoice, PlacesLevelWhatLeansLittle) {
     const auto leanOf = [](double angle, bool isLevelled) {
         std::vector<Vec> corners = exactQuadrangles()[2].corners;

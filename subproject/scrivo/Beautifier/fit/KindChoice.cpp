@@ -63,11 +63,24 @@ std::span<Vec> cornersOf(PolygonFit& fit) {
     return std::span(fit.corners).first(static_cast<std::size_t>(fit.edges));
 }
 
+/// Share of the tolerance of edges. Ink that is as straight as a ruler's was drawn with
+/// care: its edges have the lengths that were meant.
+double toleranceFor(const PolygonInk& ink, const PolygonFit& free) {
+    constexpr double STRAIGHT = 0.002;  // root mean square distance, share of the size
+    constexpr double MIN_TOLERANCE = 0.4;
+    const double rms = std::sqrt(free.squares / ink.count) / ink.size;
+    return std::clamp(rms / STRAIGHT, MIN_TOLERANCE, 1.0);
+}
+
 /// Costs of the fits to one stroke.
 class Pricing {
 public:
     Pricing(const PolygonInk& ink, std::span<const Candidate> candidates, const FormCosts& costs)
-        : m_ink(ink), m_candidates(candidates), m_costs(costs), m_free(fitFreePolygon(ink)) {}
+        : m_ink(ink),
+          m_candidates(candidates),
+          m_costs(costs),
+          m_free(fitFreePolygon(ink)),
+          m_edges(costs.edges * toleranceFor(ink, m_free)) {}
 
     [[nodiscard]] const PolygonFit& freeFit() const { return m_free; }
 
@@ -79,7 +92,7 @@ public:
         }
         const PolygonFit& wider = candidate.widerId == candidate.id ? fit : m_wider;
         const FormErrors errors = errorsOf(m_ink, fit, wider, m_free);
-        return candidate.freedom + square(errors.edges / m_costs.edges) +
+        return candidate.freedom + square(errors.edges / m_edges) +
                square(errors.directions / m_costs.directions);
     }
 
@@ -88,6 +101,7 @@ private:
     std::span<const Candidate> m_candidates;
     const FormCosts& m_costs;
     PolygonFit m_free;
+    double m_edges;  ///< tolerance
     int m_widerId = -1;
     PolygonFit m_wider;  ///< of the form `m_widerId`, which several candidates share
 };
