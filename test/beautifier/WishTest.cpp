@@ -93,7 +93,7 @@ TEST(Alternatives, AreOtherFamiliesLikeliestFirstAndSumToOneAtMost) {
         // From a square to a circle, of few samples and of many.
         const int step = i / 4;
         const double round = 20.0 * step;
-        const int count = std::array{6, 7, 8, 90}[i % 4];
+        const int count = std::array{6, 7, 8, 90}.at(static_cast<std::size_t>(i % 4));
         const Curve between = [=](double t) {
             const Point2D c = ellipse(100, 100, 0.0)(t);
             const auto clamp = [&](double v, double middle) {
