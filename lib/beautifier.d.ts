@@ -37,8 +37,8 @@ export type FigureFamily = 'dot' | 'line' | 'angle' | 'triangle' | 'quadrangle' 
 export declare const FIGURES: readonly FigureFamily[];
 
 /**
- * A mark of another stroke: the mean of its samples, its ends when it is open, its corners. Strokes
- * smaller than 20 units have a centre only.
+ * What can be an anchor in another stroke: the mean of its samples, its ends when it is open, its
+ * corners. Strokes smaller than 20 units have a centre only.
  */
 export type AnchorSort = 'centre' | 'end' | 'corner';
 
@@ -58,9 +58,9 @@ export interface BeautifierOptions {
    */
   readonly minSize?: number | undefined;
   /**
-   * Longer side of the largest mark that a tap leaves, in drawing-area units; what is larger is no
-   * dot. The default suits units of about a 96th of an inch, such as CSS pixels; use 14 for the dense
-   * pixels of a telephone. Default: 4.
+   * Longer side of the largest mark that a tap leaves, in drawing-area units; larger marks are
+   * not dots. The default suits units of about a 96th of an inch, such as CSS pixels; use 14 for the dense
+   * pixels of a phone. Default: 4.
    */
   readonly tapSize?: number | undefined;
   /**
@@ -77,7 +77,7 @@ export interface BeautifierOptions {
   readonly regularFigures?: boolean | undefined;
   /** The ends of lines snap to nearby strokes. Default: true. */
   readonly nearbyStrokes?: boolean | undefined;
-  /** The marks of other strokes that the ends of lines snap to. Default: all. */
+  /** The anchors in nearby strokes that the ends of lines snap to. Default: all. */
   readonly anchors?: readonly AnchorSort[] | undefined;
   /**
    * Figures other than lines that extend beyond the drawing area are moved back into it if they fit.

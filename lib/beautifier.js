@@ -14,7 +14,7 @@ const {
 /** In the order of the native enumeration, which starts with a recognised figure. */
 const REASONS = [null, 'invalid', 'too-small', 'not-wanted', 'not-sure', 'no-figure'];
 
-/** Marks of other strokes to which lines snap, in the order of the native enumeration. */
+/** Sorts of anchors, in the order of the native enumeration. */
 const ANCHORS = Object.freeze(['centre', 'end', 'corner']);
 
 const DEFAULTS = {

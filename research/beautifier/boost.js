@@ -1,9 +1,9 @@
 'use strict';
 
 // Small trees boosted by Newton's method (Friedman: Greedy function approximation:
-// a gradient boosting machine, 2001). Two questions deep, so a tree weighs two
-// features against each other, which a sum of terms cannot. Deterministic: the
-// generator is seeded, ties go to the first feature and the lowest cut.
+// a gradient boosting machine, 2001). Trees of depth two model interactions of two
+// features, which a sum of terms cannot. Deterministic: the generator is seeded, ties
+// go to the first feature and the lowest cut.
 
 const { createUniform } = require('../ink/random.js');
 const { sigmoid } = require('./learn.js');
@@ -14,7 +14,7 @@ const RIDGE = 1; // added to the second derivatives of a leaf
 const MIN_HESSIAN = 1; // on either side of a cut
 const NEVER = 1e9; // a cut that no value exceeds
 const MIN_GAIN = 1e-9;
-const SHARE_OF_FEATURES = 0.3; // that a tree may ask for, so that trees differ
+const SHARE_OF_FEATURES = 0.3; // that a tree may use, so that trees differ
 
 /** Cuts between neighbouring values at even shares of the rows, at most `BINS - 1`. */
 function cutsOf(values) {

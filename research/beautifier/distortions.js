@@ -1,8 +1,8 @@
 'use strict';
 
-// Strokes drawn otherwise: the same figure, more roughly or in another way.
-// Every distortion takes points [x, y] in units of the drawing area and a seeded
-// generator, and returns points.
+// Distortions of strokes: the same figure, drawn more roughly or in another way.
+// Each takes points [x, y] in units of the drawing area and a seeded generator, and
+// returns points.
 
 const { normalFrom } = require('../ink/random.js');
 
@@ -112,10 +112,8 @@ module.exports = {
   TABLE,
   CLOSED,
   OPEN,
-  dense,
   gap,
   hooks,
-  lengthsOf,
   noise,
   part,
   runOn,

@@ -1,9 +1,9 @@
 'use strict';
 
-// Dots by the longer side of the box and the path, without its tremor, over its
-// diagonal, in units of which a tap leaves four: within one and a half nothing
-// can be read; within four a short path may be a slip and a very long one a press
-// that is held, between them lie small letters.
+// Dots, by the longer side of the box (in units of which a tap leaves four) and by the
+// length of the path without tremor over the diagonal. Up to 1.5 units every mark is a
+// dot. Up to 4 units, a short path may be a slip of a tap and a very long one a held
+// press; those between are small letters.
 
 const DOTS = [
   { extent: 1.5, min: 0, max: 1e6, sure: true },

@@ -1,7 +1,6 @@
 'use strict';
 
-// What happens to everyday strokes at their natural size, by the smallest size
-// that a host lets figures have.
+// What happens to everyday strokes at their natural size, by `minSize`.
 //
 //   node research/beautifier/everyday.js STROKES
 //

@@ -1,22 +1,22 @@
 'use strict';
 
-// Judgements of strokes by scores that were fitted without their writers.
+// Verdicts on strokes by scores that were fitted without their writers.
 
 const { createUniform } = require('../ink/random.js');
 const { TABLE } = require('./distortions.js');
-const { NAMES, Table, fitFamilies, judge } = require('./model.js');
+const { NAMES, Table, fitFamilies, verdictOf } = require('./model.js');
 const { tableOf } = require('./probe.js');
 const { hash, scaled } = require('./strokes.js');
 const { variants } = require('./variants.js');
 
 const FOLDS = 5;
-const MAX_DOT = 4; // units; what is larger is one by another tap size
+const MAX_DOT = 4; // units; larger dots need another tap size
 const OTHER = 4; // columns before the features: extent diagonal travel closed
 
 const writerOf = (stroke) => `${stroke.source}/${stroke.writer ?? stroke.id}`;
 
-/** Strokes drawn otherwise, to be judged only. */
-function otherwise(stroke) {
+/** Distorted copies of a stroke, for tests only. */
+function distortedCopies(stroke) {
   const seed = hash(stroke.source + stroke.id);
   const points = scaled(
     stroke.points.map(([x, y]) => [x, y]),
@@ -32,10 +32,10 @@ function otherwise(stroke) {
     }));
 }
 
-/** The table of all strokes, their variants and, if asked for, strokes drawn otherwise to test by. */
-function tableFrom(strokes, { drawnOtherwise = false } = {}) {
+/** The table of all strokes, their variants and, if `distorted`, distorted copies for tests. */
+function tableFrom(strokes, { distorted = false } = {}) {
   const drawn = strokes.flatMap((stroke) => {
-    const list = [...variants(stroke), ...(drawnOtherwise ? otherwise(stroke) : [])];
+    const list = [...variants(stroke), ...(distorted ? distortedCopies(stroke) : [])];
     return list.map((variant) => ({ ...variant, stroke }));
   });
   const { names, rows } = tableOf(
@@ -55,9 +55,9 @@ function tableFrom(strokes, { drawnOtherwise = false } = {}) {
 
 const isTested = (row) => row.original || row.test !== undefined;
 
-/** Judgements { row, family, score } of all original strokes and those to test by, in each split. */
+/** Verdicts { row, family, score } on all original strokes and distorted copies, in each split. */
 function crossValidate(table, splits, penalty) {
-  const judgements = [];
+  const verdicts = [];
   for (const split of splits) {
     const foldOf = (row) => hash(`${split}/${writerOf(row.stroke)}`) % FOLDS;
     for (let fold = 0; fold < FOLDS; fold++) {
@@ -68,12 +68,12 @@ function crossValidate(table, splits, penalty) {
       );
       for (const row of table.rows) {
         if (isTested(row) && foldOf(row) === fold) {
-          judgements.push({ row, split, fold, ...judge(model, table, row) });
+          verdicts.push({ row, split, fold, ...verdictOf(model, table, row) });
         }
       }
     }
   }
-  return judgements;
+  return verdicts;
 }
 
-module.exports = { FOLDS, NAMES, crossValidate, tableFrom, writerOf };
+module.exports = { FOLDS, NAMES, crossValidate, tableFrom };

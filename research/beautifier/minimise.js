@@ -26,7 +26,7 @@ function update(inverse, step, change) {
   );
 }
 
-/** Least place of a smooth function of few variables (BFGS, numeric gradient). */
+/** Minimum of a smooth function of few variables (BFGS, numeric gradient). */
 function minimise(loss, start, steps = 300) {
   let at = start;
   let value = loss(at);

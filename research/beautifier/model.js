@@ -1,15 +1,14 @@
 'use strict';
 
-// Which features speak for and against each figure, and how. Two judges score
-// each figure: a logistic sum of chosen terms, which is smooth and knows what is
-// to be expected, and small trees over all features, which see what features mean
-// together. Their mean errs less than either.
+// The scores of the families. Each is the mean of two models, which errs less than
+// either: a logistic regression on terms that are chosen by hand, which is smooth, and
+// boosted trees over all features, which model interactions of two features.
 
 const { binned, boost, sumOf } = require('./boost.js');
 const { dot, logistic, sigmoid } = require('./learn.js');
 
-// How a feature enters the sum: `share` terms beside the logarithm of the same
-// quantity, `square` terms beside the quantity.
+// Transformations of a feature. `share` terms are used together with the logarithm of
+// the same quantity, `square` terms together with the quantity.
 const FORMS = {
   AS_IS: (value) => value,
   SHARE: (value) => Math.exp(value),
@@ -86,10 +85,10 @@ const FAMILIES = {
 const NAMES = Object.keys(FAMILIES);
 
 const CROSSED = 3; // corners that miss one full turn by more: sides that cross, no quadrangle
-const TREES = 200; // a figure
+const TREES = 200; // a family
 
 /**
- * Strokes for the judges: `names` of the features, and rows { family, closed,
+ * Strokes for the models: `names` of the features, and rows { family, closed,
  * importance, features }, the last an array of numbers.
  */
 class Table {
@@ -141,7 +140,7 @@ function stretched({ weights, bias, trees }, slope) {
   };
 }
 
-/** Both judges of each family, fitted to the rows of a prepared table that `isUsed` holds for. */
+/** Both models of each family, fitted to the rows of a prepared table for which `isUsed` holds. */
 function fitFamilies(table, isUsed, penalty) {
   const importance = Float64Array.from(table.rows, (row) => row.importance);
   const model = {};
@@ -151,21 +150,21 @@ function fitFamilies(table, isUsed, penalty) {
       table.rows.flatMap((row, i) => (isUsed(row) && table.competes(family, row) ? [i] : [])),
     );
     const pick = (list) => Array.from(members, (i) => list[i]);
-    const judges = {
+    const both = {
       ...logistic(pick(table.values[family]), pick(targets), pick(importance), penalty),
       trees: boost(table.columns, members, targets, importance, TREES),
     };
-    model[family] = stretched(judges, 0.5);
+    model[family] = stretched(both, 0.5);
   }
   return model;
 }
 
-/** Mean of the judges' log odds that a row is of the family. */
+/** Mean of both models' log odds that a row is of the family. */
 const scoreOf = ({ weights, bias, trees }, table, family, row) =>
   bias + dot(weights, table.valuesOf(family, row)) + sumOf(trees, row.features);
 
 /** The family of the highest score, and that score. */
-function judge(model, table, row) {
+function verdictOf(model, table, row) {
   let best = { family: 'none', score: -Infinity };
   for (const family of NAMES) {
     if (!table.competes(family, row)) continue;
@@ -175,20 +174,20 @@ function judge(model, table, row) {
   return best;
 }
 
-// Calibrated where it matters: log odds beyond these are as good as sure, and
-// there are so many that they alone would decide the slope.
+// Scores beyond these log odds are left out of the calibration: they are nearly
+// certain, and so many that they alone would determine the slope.
 const DOUBTFUL = 4;
 
 /**
  * Platt scaling (Platt: Probabilistic outputs for support vector machines,
- * 1999) of each family's winning scores, from judgements { row, family, score }
+ * 1999) of each family's winning scores, from verdicts { row, family, score }
  * of strokes that the scores were not fitted to: { slope, offset } a family.
  */
-function calibration(judgements) {
+function calibration(verdicts) {
   const scale = {};
   for (const family of NAMES) {
-    const won = judgements.filter(
-      (judgement) => judgement.family === family && Math.abs(judgement.score) < DOUBTFUL,
+    const won = verdicts.filter(
+      (verdict) => verdict.family === family && Math.abs(verdict.score) < DOUBTFUL,
     );
     const { weights, bias } = logistic(
       won.map(({ score }) => [score]),
@@ -212,4 +211,13 @@ function calibrated(model, scale) {
   return out;
 }
 
-module.exports = { FAMILIES, NAMES, Table, calibrated, calibration, fitFamilies, judge, sigmoid };
+module.exports = {
+  FAMILIES,
+  NAMES,
+  Table,
+  calibrated,
+  calibration,
+  fitFamilies,
+  verdictOf,
+  sigmoid,
+};

@@ -1,6 +1,6 @@
 'use strict';
 
-// Tables of what judgements come to.
+// Tables of measures over verdicts.
 
 const { NAMES } = require('./model.js');
 const { sigmoid } = require('./learn.js');
@@ -9,7 +9,7 @@ const BINS = 10;
 
 const percent = (part, whole, decimals = 1) => `${((100 * part) / whole).toFixed(decimals)} %`;
 
-/** The same as wide as a column. */
+/** The same, padded to the width of a column. */
 const percentCell = (part, whole) => percent(part, whole).padStart(7);
 
 const count = (list, holds) => list.reduce((sum, item) => sum + (holds(item) ? 1 : 0), 0);
@@ -26,7 +26,10 @@ function calibrationError(answers) {
   return sums.reduce((sum, value) => sum + Math.abs(value), 0) / answers.length;
 }
 
-/** One line: figures right, each family, none changed, of these handwriting. */
+/**
+ * One line: the share of figures that are recognised, of all and of each family, and the share of
+ * other ink that is changed, of all and of handwriting.
+ */
 function tableLine(title, answers) {
   const right = ({ family, answer }) => family === answer;
   const changed = ({ answer }) => answer !== 'none';
@@ -53,9 +56,9 @@ const HEAD = `${''.padEnd(24)} ${['figures', 'dot', ...NAMES, 'none', 'hand']
   .map((name) => name.slice(0, 7).padStart(7))
   .join(' ')}`;
 
-/** Confidence and whether it was right, for strokes that change and for all of them. */
-function confidences(judgements, thresholds) {
-  const all = judgements.map(({ row, family, score }) => {
+/** { confidence, right } of the answers that change ink and of all answers. */
+function confidences(verdicts, thresholds) {
+  const all = verdicts.map(({ row, family, score }) => {
     const changes = score > thresholds[family];
     const right = row.family === family;
     const confidence = sigmoid(score);

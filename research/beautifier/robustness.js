@@ -1,12 +1,11 @@
 'use strict';
 
-// How the beautifier answers to labelled strokes that are drawn otherwise.
+// Scores the beautifier's answers on distorted copies of labelled strokes.
 //
 //   node research/beautifier/robustness.js STROKES [--without LINE,LINE...]
 //
 // All figures but dots are scaled to a longer side of 200 units first; dots stay
-// as drawn. Distortions are seeded by the stroke, so the table is the same every
-// time.
+// as drawn. Distortions are seeded by the stroke, so the table is reproducible.
 
 const { createUniform } = require('../ink/random.js');
 const { WITHOUT, readArguments } = require('./arguments.js');
@@ -21,7 +20,7 @@ const MAX_DOT = 4;
 
 const answersTo = (strokes) => probe('answers', strokes).map(familyOf);
 
-/** Scaled strokes, without those of `MAX_DOT` and more that count as dots. */
+/** Scaled strokes, without dots of more than `MAX_DOT` units. */
 function prepare(strokes) {
   return strokes
     .map(({ family, source, id, points }) => {
@@ -66,7 +65,7 @@ function main() {
   const { files, without } = readArguments(USAGE, WITHOUT);
   const strokes = prepare(readStrokes(files[0]).filter((_, line) => !without.has(line)));
   const figures = strokes.filter(({ family }) => family !== 'none');
-  console.log(`${'right'.padEnd(31)} all figures  those drawn otherwise`);
+  console.log(`${'right'.padEnd(31)} all figures  those distorted`);
   for (const [name, families, distort] of TABLE) printRow(name, figures, families, distort);
   printBackwards(strokes);
 }

@@ -1,7 +1,7 @@
 'use strict';
 
 // Kinds of figures, their lean and their distance from the ink, of strokes whose
-// family was found right.
+// family was recognised.
 
 const { familyOf, kindOf } = require('./names.js');
 const { probePaths } = require('./probe.js');
@@ -52,12 +52,12 @@ function meanDistance(ink, outline) {
 const cornersOf = (path) => path.filter((_, i) => i % EDGE_POINTS === 0);
 const lean = (angle) => Math.abs(angle - 90 * Math.round(angle / 90));
 
-/** The most that an edge leans. */
+/** The largest lean of an edge. */
 function worstLean(corners) {
   return Math.max(...corners.map((c, i) => lean(degrees(c, corners[(i + 1) % corners.length]))));
 }
 
-/** How far the edges lean on average, by their lengths. */
+/** Mean lean of the edges, weighted by their lengths. */
 function meanLean(corners) {
   let [x, y] = [0, 0];
   corners.forEach((from, i) => {

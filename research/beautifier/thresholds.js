@@ -1,21 +1,20 @@
 'use strict';
 
-// How sure a family has to be before it answers.
+// Chooses the log odds from which a family is answered.
 //
-// Calibrated odds would do with one threshold for all families: the log of what
-// changing ink that is no figure costs against missing a figure. Families may
-// leave it by a little where their strokes ask for it. Everything is smooth: an
-// answer near a threshold counts in part, so a stroke more or less moves no
-// threshold by a jump.
+// With perfectly calibrated odds one threshold would suffice for all families: the log
+// of the cost of changing ink that is no figure, relative to that of missing a figure.
+// Each family may deviate from it, at a penalty. The objective is smooth: an answer
+// near a threshold counts in part, so that a single stroke hardly moves it.
 
 const { NAMES } = require('./model.js');
 const { sigmoid } = require('./learn.js');
 
 const SOFTNESS = 0.5; // log odds over which an answer fades in
-const STIFFNESS = 6; // strokes that a shift of one costs, half of it squared
+const STIFFNESS = 6; // penalty: half of it times the squared shift, in strokes
 const RARENESS = 0.5; // exponent by which families with few strokes count more
-const HANDWRITING = 1.5; // changing it costs that much more than changing a drawing
-const PRICE = 1.6; // of changing a drawing, in figures missed
+const HANDWRITING = 1.5; // cost of changing it, relative to changing a drawing
+const PRICE = 1.6; // cost of changing a drawing, in missed figures
 const MAX_SHIFT = 1;
 const STEP = 0.01;
 
@@ -28,23 +27,21 @@ function worthOf({ row, family }, found) {
   return row.stroke.label === 'handwriting' ? -HANDWRITING * PRICE : -PRICE;
 }
 
-/** What finding a figure is worth in each family: somewhat more where there are few. */
-function worthOfFigures(judgements) {
-  const counts = NAMES.map(
-    (name) => judgements.filter(({ row }) => row.family === name).length || 1,
-  );
+/** The worth of finding a figure of each family: more for families with few strokes. */
+function worthOfFigures(verdicts) {
+  const counts = NAMES.map((name) => verdicts.filter(({ row }) => row.family === name).length || 1);
   const mean = counts.reduce((sum, count) => sum + count, 0) / counts.length;
   return counts.map((count) => (mean / count) ** RARENESS);
 }
 
-/** The shift from the common threshold that is worth most to one family. */
-function shiftOf(judgements, splits, found) {
-  const values = judgements.map((judgement) => worthOf(judgement, found));
+/** The best shift of one family from the common threshold. */
+function shiftOf(verdicts, splits, found) {
+  const values = verdicts.map((verdict) => worthOf(verdict, found));
   let best = { shift: 0, worth: -Infinity };
   for (let k = -Math.round(MAX_SHIFT / STEP); k * STEP <= MAX_SHIFT; k++) {
     const shift = k * STEP;
     const threshold = Math.log(PRICE / found) + shift;
-    const sum = judgements.reduce(
+    const sum = verdicts.reduce(
       (total, { score }, i) => total + values[i] * accepted(score, threshold),
       0,
     );
@@ -54,15 +51,15 @@ function shiftOf(judgements, splits, found) {
   return best.shift;
 }
 
-/** Thresholds { family: log odds }, from calibrated judgements of strokes in `splits` splits. */
-function chooseThresholds(judgements, splits) {
-  const found = worthOfFigures(judgements);
+/** Thresholds { family: log odds }, from calibrated verdicts on strokes in `splits` splits. */
+function chooseThresholds(verdicts, splits) {
+  const found = worthOfFigures(verdicts);
   return Object.fromEntries(
     NAMES.map((name, i) => {
-      const won = judgements.filter(({ family }) => family === name);
+      const won = verdicts.filter(({ family }) => family === name);
       return [name, Math.log(PRICE / found[i]) + shiftOf(won, splits, found[i])];
     }),
   );
 }
 
-module.exports = { chooseThresholds };
+module.exports = { PRICE, chooseThresholds };

@@ -1,17 +1,17 @@
 'use strict';
 
-// Learns the beautifier's numbers from labelled strokes and writes them to
+// Learns the beautifier's parameters from labelled strokes and writes them to
 // judge/Model.inc and figures/DotModel.inc, and the reliability plot to
 // docs/images/reliability.svg. The same strokes give the same bytes.
 //
-//   node research/beautifier/train.js STROKES... [--without LINE,LINE...] [--dry] [--otherwise]
+//   node research/beautifier/train.js STROKES... [--without LINE,LINE...] [--dry] [--distorted]
 //
 // STROKES hold one JSON object a line (gzip is fine) with `family`, `label`,
 // `source`, `writer`, `id` and `points` ([x, y, ...] in drawing-area units).
 // `--without` leaves out wrongly labelled lines, counted from 0 through all
 // files. Scores are calibrated, and thresholds chosen, on folds that share no
-// writer; what they come to there is printed. `--dry` writes nothing,
-// `--otherwise` adds the strokes of robustness.js, judged in their folds.
+// writer; the results there are printed. `--dry` writes nothing,
+// `--distorted` also tests each fold on distorted copies of its strokes.
 
 const { writeFileSync } = require('node:fs');
 const path = require('node:path');
@@ -30,8 +30,8 @@ const SPLITS = ['a', 'b', 'c'];
 const PENALTY = 0.7;
 
 const USAGE =
-  'node research/beautifier/train.js STROKES... [--without LINE,LINE...] [--dry] [--otherwise]';
-const OPTIONS = { ...WITHOUT, dry: { type: 'boolean' }, otherwise: { type: 'boolean' } };
+  'node research/beautifier/train.js STROKES... [--without LINE,LINE...] [--dry] [--distorted]';
+const OPTIONS = { ...WITHOUT, dry: { type: 'boolean' }, distorted: { type: 'boolean' } };
 
 function readAll({ files, without }) {
   return files
@@ -88,13 +88,13 @@ function modelText(command, names, model, thresholds) {
 }
 
 /** Answers of all splits, for the strokes scaled to one size and as drawn. */
-function answersOf(table, judgements, thresholds, natural) {
-  const answers = judgements.map(({ row, family, score }) => {
-    const judged = score > thresholds[family] ? family : 'none';
-    const answer = natural && isDot(row) ? 'dot' : judged;
+function answersOf(table, verdicts, thresholds, natural) {
+  const answers = verdicts.map(({ row, family, score }) => {
+    const fitted = score > thresholds[family] ? family : 'none';
+    const answer = natural && isDot(row) ? 'dot' : fitted;
     return { family: row.family, label: row.stroke.label, file: row.stroke.file, answer };
   });
-  // Dots are judged as drawn, and alike in every split.
+  // Dots are tested as drawn, with the same result in every split.
   const dots = table.dots.flatMap((row) =>
     SPLITS.map(() => ({
       family: 'dot',
@@ -148,12 +148,12 @@ function reportCalibration(original, thresholds) {
   console.log(`all answers             ${percentCell(calibrationError(all), 1)}`);
 }
 
-function reportOtherwise(judgements, thresholds) {
+function reportDistorted(verdicts, thresholds) {
   const right = ({ row, family, score }) => row.family === family && score > thresholds[family];
   const share = (list) => percentCell(list.filter(right).length, list.length);
-  for (const file of new Set(judgements.map(({ row }) => row.stroke.file))) {
-    console.log(`\ndrawn otherwise, in folds, ${file}: figures but dots, and those that differ`);
-    const here = judgements.filter(({ row }) => row.stroke.file === file && row.family !== 'none');
+  for (const file of new Set(verdicts.map(({ row }) => row.stroke.file))) {
+    console.log(`\ndistorted, in folds, ${file}: figures but dots, and those that differ`);
+    const here = verdicts.filter(({ row }) => row.stroke.file === file && row.family !== 'none');
     for (const [name, families] of TABLE) {
       const drawn = here.filter(({ row }) =>
         families.includes(row.family) && name !== TABLE[0][0] ? row.test === name : row.original,
@@ -168,20 +168,20 @@ function reportOtherwise(judgements, thresholds) {
 function main() {
   const options = readArguments(USAGE, OPTIONS, Infinity);
   const strokes = readAll(options);
-  const table = tableFrom(strokes, { drawnOtherwise: options.otherwise });
+  const table = tableFrom(strokes, { distorted: options.distorted });
   table.prepare();
   const raw = crossValidate(table, SPLITS, PENALTY);
   const scale = calibration(raw.filter(({ row }) => row.original));
-  const judgements = raw.map((j) => ({
+  const verdicts = raw.map((j) => ({
     ...j,
     score: scale[j.family].slope * j.score + scale[j.family].offset,
   }));
-  const original = judgements.filter(({ row }) => row.original);
+  const original = verdicts.filter(({ row }) => row.original);
   const thresholds = chooseThresholds(original, SPLITS.length);
   reportFiles(table, original, thresholds);
   reportThresholds(original, thresholds);
   reportCalibration(original, thresholds);
-  if (options.otherwise) reportOtherwise(judgements, thresholds);
+  if (options.distorted) reportDistorted(verdicts, thresholds);
   if (options.dry) return;
   const used = (row) => row.importance > 0;
   const model = calibrated(fitFamilies(table, used, PENALTY), scale);

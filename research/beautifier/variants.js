@@ -1,7 +1,7 @@
 'use strict';
 
-// More strokes from those that were drawn: the same figure drawn otherwise, and
-// ink that is no figure made from one that is.
+// Augmentation of the training set: the same figure drawn in other ways, and ink that
+// is no figure, made from figures.
 
 const { createUniform } = require('../ink/random.js');
 const d = require('./distortions.js');
@@ -61,19 +61,19 @@ function retracedPart(points, random) {
   return [...points, ...d.part(back, 0, uniform(random, 0.15, 0.9)).slice(1)];
 }
 
-// Weight of strokes that are drawn otherwise than most are: enough to know them,
-// too little to blur what tells figures apart.
+// Weight of unusually drawn strokes: enough to learn them, too little to affect the
+// usual ones.
 const FEW = 0.08;
-// More of sparse ones: a feature tells that samples are few.
+// Sparse strokes weigh more, since a feature tells them apart.
 const SPARSE = 0.5;
 const SPARSER = 0.3;
 
-/** [weight, families, what becomes of them, how]; 'same' keeps the family. */
+/** [weight, families (null for all), family of the variant, function]. */
 const VARIANTS = [
   [1, null, 'same', (points) => points],
   [0.5, null, 'same', (points, random) => turned([...points].reverse(), random)],
   [0.5, null, 'same', (points, random) => shaken(turned(points, random, -1), random)],
-  // Slim rectangles and ovals are rare in what people drew for collections. A line
+  // Slim rectangles and ovals are rare in collections of drawings. A line
   // or an angle becomes another figure by squeezing, and a slim triangle is a line
   // that was drawn there and back.
   [

@@ -4,8 +4,8 @@ const { escapeText } = require('../../packages/cli/lib/svg.js');
 const { boxOf } = require('../ink/outlines.js');
 
 /**
- * Writes the pictures of the documents: a background of their own, so that they suit any page, a
- * light and a dark colour scheme, and short names for what is drawn on it.
+ * The style of the pictures of the documents, with their own background, a light and a dark colour
+ * scheme, and functions that write their SVG elements.
  */
 
 const LIGHT = {

@@ -91,8 +91,9 @@ TEST(Alternatives, AreOtherFamiliesLikeliestFirstAndSumToOneAtMost) {
     int offered = 0;
     for (int i = 0; i < 20; ++i) {
         // From a square to a circle, of few samples and of many.
-        const double round = 20.0 * (i / 4);
-        const int count = std::array{6, 7, 8, 90}[i % 4];
+        const int step = i / 4;
+        const double round = 20.0 * step;
+        const int count = std::array{6, 7, 8, 90}.at(static_cast<std::size_t>(i % 4));
         const Curve between = [=](double t) {
             const Point2D c = ellipse(100, 100, 0.0)(t);
             const auto clamp = [&](double v, double middle) {

@@ -2,6 +2,7 @@
 
 const { boundingBox } = require('./boxes.js');
 const { createRounding, escapeText, polylinePoints } = require('./svg.js');
+const { openSvg } = require('./write/svg.js');
 
 const COLUMNS = 8;
 const CELL = 120;
@@ -42,7 +43,7 @@ function strokeSheet(cells) {
   const width = COLUMNS * CELL;
   const height = Math.ceil(cells.length / COLUMNS) * (CELL + CAPTION);
   return [
-    `<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 ${width} ${height}" width="${width}">`,
+    openSvg({ x: 0, y: 0, width, height }, { width, height }),
     `<style>${STYLE}</style>`,
     `<rect class="g" width="${width}" height="${height}"/>`,
     ...cells.map(formatCell),

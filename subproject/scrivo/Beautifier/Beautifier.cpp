@@ -57,7 +57,7 @@ Ranking rank(const Ink& ink, const Frame& frame, const BeautifierOptions& option
     return {beautifier::rank(evidence), evidence};
 }
 
-/// The evidence that a figure of `family` needs, even if the verdict did without or
+/// The evidence that a figure of `family` needs, also when the verdict needed none or
 /// the ends do not meet.
 Evidence evidenceFor(const Family& family, Evidence evidence, const Ink& ink, const Frame& frame) {
     const bool isUnfitted = evidence.length == 0.0;
@@ -73,7 +73,7 @@ Evidence evidenceFor(const Family& family, Evidence evidence, const Ink& ink, co
 /// Probabilities of all families: the likeliest has that of its own log odds, the
 /// others share the rest with ink that is no figure, as a softmax of theirs.
 std::vector<Alternative> probabilitiesOf(std::span<const Verdict> verdicts) {
-    // Log odds are calibrated where they are the highest; lower ones mean less.
+    // Log odds are calibrated for the likeliest family; those of the others are too high.
     constexpr double FLATNESS = 1.2;
     const auto oddsOf = [](const Verdict& verdict) { return std::exp(verdict.logit / FLATNESS); };
     const double first = verdicts.front().probability();
@@ -88,8 +88,8 @@ std::vector<Alternative> probabilitiesOf(std::span<const Verdict> verdicts) {
     return result;
 }
 
-/// What is worth offering of `all` families beside one of them, likeliest first: with a
-/// low probability of its own, the family of the highest log odds need not be that.
+/// Those of `all` families that are worth offering besides the answer, likeliest first:
+/// the family of the highest log odds need not have the highest probability.
 std::vector<Alternative> alternativesTo(std::optional<FigureFamily> answer,
                                         std::vector<Alternative> all) {
     std::erase_if(
@@ -119,7 +119,7 @@ bool isFinite(const std::vector<Point2D>& path) {
                        [](const Point2D& p) { return std::isfinite(p.x) && std::isfinite(p.y); });
 }
 
-/// Why a stroke with this verdict stays ink, if it does.
+/// Why a stroke with this verdict stays ink; `RECOGNISED` if it does not.
 Reason objection(const Verdict& verdict, const BeautifierOptions& options) {
     if (!(verdict.logit + beautifier::thresholdShift(options.sensitivity) > verdict.threshold)) {
         return verdict.probability() < RESEMBLANCE ? Reason::NO_FIGURE : Reason::NOT_SURE;

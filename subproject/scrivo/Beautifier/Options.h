@@ -19,7 +19,7 @@ enum class AnchorSort : std::uint8_t {
     CORNER   ///< of a stroke of 20 units and more
 };
 
-/// Which figures a beautifier recognises, and how eagerly.
+/// Which figures a beautifier recognises, how readily, and how it makes them ideal.
 struct BeautifierOptions {
     /// The families wanted. A stroke recognised as any other family stays ink.
     std::set<FigureFamily> figures = allFamilies();
@@ -31,7 +31,7 @@ struct BeautifierOptions {
     /// about a 96th of an inch, such as CSS pixels; for the physical pixels of a
     /// phone use 14.
     double tapSize = 4.0;
-    /// From 0 (only figures beyond doubt) to 1 (eagerly). Raising it never turns a
+    /// From 0 (only figures beyond doubt) to 1 (readily). Raising it never turns a
     /// figure back into ink or into another figure.
     double sensitivity = 0.5;
     /// Figures that are nearly level or upright by an edge, a diagonal, a leg or an

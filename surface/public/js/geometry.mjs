@@ -1,6 +1,6 @@
 // Polylines are arrays of [x, y] in pixels.
 
-export const lerp = (a, b, t) => a + (b - a) * t;
+const lerp = (a, b, t) => a + (b - a) * t;
 
 /** Length of a polyline up to each of its points. */
 function runningLengths(points) {

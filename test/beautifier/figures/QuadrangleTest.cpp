@@ -13,8 +13,8 @@ void expectExact(const QuadrangleFigure& q) {
     constexpr double EXACT = 1e-9;
     const auto& c = q.corners;
     const auto l = lengthsOf(c);
-    const auto crossOf = [&](int i, int k) {
-        const auto side = [&](int n) { return c.at((n + 1) % 4) - c.at(n); };
+    const auto crossOf = [&](std::size_t i, std::size_t k) {
+        const auto side = [&](std::size_t n) { return c.at((n + 1) % 4) - c.at(n); };
         return cross(side(i), side(k)) / (length(side(i)) * length(side(k)));
     };
     const bool hasTwoPairs = std::abs(crossOf(0, 2)) < EXACT && std::abs(crossOf(1, 3)) < EXACT;

@@ -39,7 +39,8 @@ TEST(Tremor, IsAveragedAway) {
 
 TEST(Tremor, IsAveragedGradually) {
     double before = 0.0;
-    for (double amplitude = 0.5; amplitude < 3.0; amplitude += 0.05) {
+    for (int step = 10; step < 60; ++step) {
+        const double amplitude = 0.05 * step;
         const Path path = sample(
             [&](double t) {
                 return Point2D{200 * t, amplitude * std::sin(2 * std::numbers::pi * 200 * t / 12)};

@@ -10,7 +10,7 @@ const {
   Table,
   calibrated,
   fitFamilies,
-  judge,
+  verdictOf,
 } = require('../../../research/beautifier/model.js');
 const { createUniform } = require('../../../research/ink/random.js');
 
@@ -80,7 +80,7 @@ test('a calibrated model gives the calibrated scores', () => {
   const same = { slope: 0.8, offset: -0.3 };
   const scaled = calibrated(model, Object.fromEntries(NAMES.map((name) => [name, same])));
   for (const row of rows) {
-    const [before, after] = [judge(model, table, row), judge(scaled, table, row)];
+    const [before, after] = [verdictOf(model, table, row), verdictOf(scaled, table, row)];
     assert.equal(after.family, before.family);
     assert.ok(Math.abs(after.score - (0.8 * before.score - 0.3)) < 1e-9);
   }

@@ -4,12 +4,12 @@ const assert = require('node:assert/strict');
 const { test } = require('node:test');
 const { NAMES } = require('../../../research/beautifier/model.js');
 const { createUniform } = require('../../../research/ink/random.js');
-const { chooseThresholds } = require('../../../research/beautifier/thresholds.js');
+const { PRICE, chooseThresholds } = require('../../../research/beautifier/thresholds.js');
 const { calibrationError } = require('../../../research/beautifier/report.js');
 const { sigmoid } = require('../../../research/beautifier/learn.js');
 
-/** Judgements whose scores are the log odds that they are right. */
-function calibratedJudgements(count) {
+/** Verdicts whose scores are their log odds of being right. */
+function calibratedVerdicts(count) {
   const random = createUniform(9);
   return Array.from({ length: count }, (_, i) => {
     const family = NAMES[i % NAMES.length];
@@ -20,13 +20,13 @@ function calibratedJudgements(count) {
 }
 
 test('thresholds of calibrated scores are the price of a change, and no stroke moves them far', () => {
-  const judgements = calibratedJudgements(2000);
-  const thresholds = chooseThresholds(judgements, 1);
-  for (const name of NAMES) assert.ok(Math.abs(thresholds[name] - Math.log(1.3)) < 0.35, name);
+  const verdicts = calibratedVerdicts(2000);
+  const thresholds = chooseThresholds(verdicts, 1);
+  for (const name of NAMES) assert.ok(Math.abs(thresholds[name] - Math.log(PRICE)) < 0.35, name);
   for (const score of [-0.5, 0.2, 1.5]) {
     const row = { family: 'none', stroke: { label: 'handwriting' } };
     const more = { family: NAMES[4], score, row };
-    const moved = chooseThresholds([...judgements, more, more], 1);
+    const moved = chooseThresholds([...verdicts, more, more], 1);
     for (const name of NAMES) assert.ok(Math.abs(moved[name] - thresholds[name]) < 0.1, name);
   }
 });

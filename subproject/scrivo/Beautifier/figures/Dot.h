@@ -15,7 +15,7 @@ struct DotFamily : FamilyDefaults {
     /// units.
     static std::optional<Verdict> judgeUnfitted(const Ink& ink, const Frame& frame,
                                                 const BeautifierOptions& options);
-    /// Fits decide nothing that `judgeUnfitted` has not decided.
+    /// Dots are recognised by `judgeUnfitted` alone.
     static bool competes(std::span<const double> /*own*/) { return false; }
     static Figure idealise(const Fitted& fitted);
 };

@@ -7,19 +7,19 @@
 
 #include <optional>
 
-/// What all figures look at in a stroke, in the frame's own units. The fit of a
-/// single figure stands in that figure's file.
+/// What the features and fits of all families start from, in the frame's own units.
+/// A fit that only one family uses is in that family's file.
 namespace Scrivo::beautifier {
 
-/// A stroke whose ends (nearly) meet as it is if it was meant round. Samples that
-/// are dense leave no choice.
+/// A closed stroke resampled as a round one. Differs from the usual resampling only
+/// when the samples are sparse.
 struct RoundEvidence {
     Fine fine;
     Closure closure;
     Coarse loop;
 };
 
-/// What there is of a stroke whose ends (nearly) meet.
+/// Measured only when the ends of the stroke (nearly) meet.
 struct ClosedEvidence {
     Closure closure;
     Coarse loop;
@@ -28,7 +28,7 @@ struct ClosedEvidence {
     RoundEvidence round;
 };
 
-/// Samples of so many even pieces show all that there is to see.
+/// From this many even pieces on, a stroke counts as densely sampled.
 inline constexpr double MANY_PIECES = 24.0;
 
 struct Evidence {
@@ -41,20 +41,20 @@ struct Evidence {
     PolylineFits polylines;
     Fine outline;                          ///< with strays
     double roughness = 1.0;                ///< length of the ink over that of its outline
-    double pieces = MANY_PIECES;           ///< even pieces that the samples are worth
-    double retraced = 0.0;                 ///< share of the outline that went back over the rest
-    double overlap = 0.0;                  ///< share that ran on over the start
-    double hook = 0.0;                     ///< longest flick cut at an end
-    std::optional<ClosedEvidence> closed;  ///< absent when the ends stay far apart
+    double pieces = MANY_PIECES;           ///< as in `Frame`; `MANY_PIECES` without samples
+    double retraced = 0.0;                 ///< share of the outline that retraced the rest
+    double overlap = 0.0;                  ///< share that continued past the start
+    double hook = 0.0;                     ///< longest hook cut at an end
+    std::optional<ClosedEvidence> closed;  ///< absent when the ends are far apart
 };
 
-/// Examines an outline as it is.
+/// Examines an outline whose samples are not known.
 Evidence examine(const Fine& outline);
 
 /// Examines ink of a positive extent.
 Evidence examine(const Ink& ink, const Frame& frame);
 
-/// The same stroke taken for a closed one, however far its ends are apart.
+/// Treats the stroke as closed, however far apart its ends are.
 void takeAsClosed(Evidence& evidence);
 
 }  // namespace Scrivo::beautifier

@@ -2,14 +2,8 @@
 
 #include "Beautifier/ink/Resampling.h"
 
-/// Strokes that run there and back along the same path.
+/// Strokes that run there and back along the same path, for fits of open figures.
 namespace Scrivo::beautifier {
-
-/// Part of the even outline, from one index to another.
-struct Part {
-    int first = 0;
-    int last = FINE - 1;
-};
 
 /// The outline without a part that retraces the rest at its end or at its start; all
 /// of it when less than a quarter is retraced.

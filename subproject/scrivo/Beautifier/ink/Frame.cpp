@@ -38,7 +38,7 @@ Frame measure(const Ink& ink) {
         frame.length = sum;
         frame.pieces = squares > 0.0 ? sum * sum / squares : 0.0;
     }
-    // A NaN or infinite sample makes the sum so, also where min and max skip a NaN.
+    // NaN and infinite samples propagate to the sum; min and max may skip a NaN.
     const double farthest = std::max({-low.x, -low.y, high.x, high.y});
     frame.measurable = !ink.samples.empty() && std::isfinite(sum) && farthest < UNKNOWN_EXTENT;
     return frame;

@@ -25,8 +25,9 @@ struct Frame {
     double extent = 0.0;    ///< longer side of the bounding box; 0 below 1e-150 units
     double diagonal = 0.0;  ///< of the bounding box
     double length = 0.0;    ///< of the polyline through the samples
-    /// Pieces of even length that would weigh as much as those between the samples:
-    /// the square of the length over the sum of their squares.
+    /// Effective number of pieces between the samples: the square of `length` over the
+    /// sum of the squared lengths of the pieces. Pieces much shorter than others
+    /// hardly count.
     double pieces = 0.0;
     /// There is a sample, and all coordinates are numbers below `UNKNOWN_EXTENT`.
     bool measurable = false;

@@ -15,7 +15,7 @@ struct BendLimits {
     double sharp = 0.0;
 };
 
-// A single corner stays a corner, ten samples still make a circle.
+// A right angle stays a corner, a decagon of samples becomes round.
 constexpr BendLimits AMONG_STRAIGHT{0.79, 1.13};
 
 // For strokes that bend at every sample, such as a slim ellipse of seven. The corners
@@ -23,7 +23,7 @@ constexpr BendLimits AMONG_STRAIGHT{0.79, 1.13};
 constexpr BendLimits AMONG_BENT{1.95, 2.2};
 constexpr double CORNER = 2.2;
 
-// Where nothing is a corner but a pen that turns back.
+// For round strokes: only where the pen turns back, there is a corner.
 constexpr BendLimits ALL_ROUND{2.2, 2.7};
 constexpr double SQUARE_CORNERS = 1.53;
 

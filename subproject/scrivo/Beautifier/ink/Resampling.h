@@ -16,17 +16,23 @@ inline constexpr int COARSE = 49;
 using Fine = std::array<Vec, FINE>;
 using Coarse = std::array<Vec, COARSE>;
 
+/// Part of an even outline, by the indices of its ends.
+struct Part {
+    int first = 0;
+    int last = FINE - 1;
+};
+
 /// `FINE` points at even distances along the stroke, in the frame's own units:
 /// centred, longer side 1. Where samples lie further apart than these points, a
 /// centripetal Catmull-Rom curve joins them (Yuksel, Schaefer, Keyser: On the
 /// parameterization of Catmull-Rom curves, 2009); at sharp bends it gives way
 /// to straight pieces, so that a polygon of few samples keeps its edges. Where
-/// the pen trembles all along, the points are means of the path about them.
+/// the pen trembles throughout, the points are means of the path about them.
 /// Requires a measurable frame with a positive extent.
 Fine resample(const Ink& ink, const Frame& frame);
 
-/// The same with a curve through all samples, as though nothing had corners: what
-/// few samples leave open may have been round.
+/// The same for a round stroke of few samples: the curve is smooth at all of them,
+/// except where the pen turns back.
 Fine resampleRound(const Ink& ink, const Frame& frame);
 
 /// Every second point.

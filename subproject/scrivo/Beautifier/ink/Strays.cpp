@@ -8,19 +8,19 @@ namespace {
 
 constexpr int CHORD = 4;  // steps on either side of a bend
 
-// A pen turns back sharply, and what is retraced lies beside what it retraces.
+// A retraced part begins where the pen turns back sharply, and lies beside the rest.
 constexpr double TURN_BACK = -0.5;    // cosine of the bend, at most
 constexpr double BESIDE = 0.06;       // at most, of the longer side
-constexpr double BESIDE_LOOP = 0.09;  // of a closed figure, which no letter retraces
-constexpr double LOOP_GAP = 0.25;     // between the ends of one
+constexpr double BESIDE_LOOP = 0.09;  // of a closed figure: letters do not retrace those
+constexpr double LOOP_GAP = 0.25;     // between the ends of a closed figure
 constexpr double MEAN_BESIDE = 0.03;  // on average
-constexpr int LEAST_RETRACED = 12;    // steps; less is a hook
-constexpr int MOST_RETRACED = 3;      // times; more is a scribble
+constexpr int MIN_RETRACED = 12;      // steps; less is a hook
+constexpr int MAX_RETRACED = 3;       // times; more is a scribble
 
-constexpr int LEAST_OVERLAP = 6;  // steps; less is trimmed where the ends meet
+constexpr int MIN_OVERLAP = 6;  // steps; less is trimmed where the ends meet
 
 // A hook is short and leaves at an angle.
-constexpr double LONGEST_HOOK = 0.11;  // of the longer side
+constexpr double MAX_HOOK = 0.11;  // of the longer side
 constexpr int HOOK_STEPS = 12;
 constexpr double HOOK_BEND = 0.5;  // cosine, at most
 constexpr double STRAIGHT = 1.25;  // path over reach; arrow heads go back and forth
@@ -29,8 +29,8 @@ Vec at(const Fine& fine, int i) {
     return fine[static_cast<std::size_t>(i)];
 }
 
-/// Cosine of the bend at point `i` between chords of so many steps; 1 where a
-/// chord has no length.
+/// Cosine of the bend at point `i` between chords of `before` and `after` steps; 1
+/// when a chord has no length.
 double bendAt(const Fine& fine, int i, int before, int after) {
     const Vec a = at(fine, i) - at(fine, i - before);
     const Vec b = at(fine, i + after) - at(fine, i);
@@ -38,8 +38,8 @@ double bendAt(const Fine& fine, int i, int before, int after) {
     return lengths > 0.0 ? dot(a, b) / std::sqrt(lengths) : 1.0;
 }
 
-/// Distance of the point `k` steps behind `turn` from the outline about `k`
-/// steps before it, `most` at most; the other way round when `step` is -1.
+/// Distance, clamped to `most`, of the point `k` steps after `turn` from the outline
+/// about `k` steps before it; the reverse when `step` is -1.
 double besideAt(const Fine& fine, int turn, int k, int step, double most) {
     constexpr int SLACK = 4;
     const int other = turn - step * k;
@@ -71,17 +71,12 @@ bool isRetraced(const Fine& fine, int turn, int step) {
     return sum <= MEAN_BESIDE * steps;
 }
 
-/// Part of an outline, by the indices of its ends.
-struct Range {
-    int first = 0;
-    int last = FINE - 1;
-};
-
-Fine part(const Fine& fine, const Range& range) {
+/// The part as an outline of its own.
+Fine cut(const Fine& fine, const Part& part) {
     Fine out;
     for (int k = 0; k < FINE; ++k) {
         const double target =
-            range.first + static_cast<double>(k) * (range.last - range.first) / (FINE - 1);
+            part.first + static_cast<double>(k) * (part.last - part.first) / (FINE - 1);
         const int i = std::min(static_cast<int>(target), FINE - 2);
         out[static_cast<std::size_t>(k)] =
             at(fine, i) + (target - i) * (at(fine, i + 1) - at(fine, i));
@@ -107,23 +102,23 @@ bool isArrowHead(const Fine& fine, bool atEnd) {
     return turns >= 2;
 }
 
-/// What remains without the longest part that goes back over the rest.
-Range beforeRetracing(const Fine& fine) {
+/// The outline without the longest part that retraces the rest.
+Part beforeRetracing(const Fine& fine) {
     const std::array arrows{isArrowHead(fine, false), isArrowHead(fine, true)};
-    for (int i = FINE / 2; i >= LEAST_RETRACED; --i) {
+    for (int i = FINE / 2; i >= MIN_RETRACED; --i) {
         for (const bool atEnd : {true, false}) {
             const int turn = atEnd ? FINE - 1 - i : i;
             if (!arrows[atEnd ? 1 : 0] && bendAt(fine, turn, CHORD, CHORD) <= TURN_BACK &&
                 isRetraced(fine, turn, atEnd ? 1 : -1)) {
-                return atEnd ? Range{0, turn} : Range{turn, FINE - 1};
+                return atEnd ? Part{0, turn} : Part{turn, FINE - 1};
             }
         }
     }
     return {};
 }
 
-/// Steps at the end that run on over the start of a closed outline, in the same
-/// direction; 0 when less than `LEAST_OVERLAP` or when they leave the start.
+/// Number of steps at the end that continue past the start of a closed outline, in
+/// the same direction; 0 when fewer than `MIN_OVERLAP` or when they diverge from it.
 int overlapOf(const Fine& fine) {
     constexpr int SLACK = 3;
     int meets = 0;
@@ -143,19 +138,19 @@ int overlapOf(const Fine& fine) {
             return 0;
         }
     }
-    const bool isOverlap = meets >= LEAST_OVERLAP && sum <= MEAN_BESIDE * meets;
+    const bool isOverlap = meets >= MIN_OVERLAP && sum <= MEAN_BESIDE * meets;
     return isOverlap ? meets : 0;
 }
 
 /// Last step before the sharp bend that ends a detour of up to a quarter of the
 /// longer side: a pen that overshot the closure and came back to the start.
 int beforeSpur(const Fine& fine) {
-    constexpr double LONGEST = 0.25;
-    constexpr int LEAST_STEPS = 2;
+    constexpr double MAX_DETOUR = 0.25;
+    constexpr int MIN_STEPS = 2;
     int best = FINE - 1;
     double sharpest = 0.0;
-    for (int i = FINE - 1 - LEAST_STEPS; i > FINE / 2; --i) {
-        if (norm(at(fine, i) - fine.back()) > LONGEST) {
+    for (int i = FINE - 1 - MIN_STEPS; i > FINE / 2; --i) {
+        if (norm(at(fine, i) - fine.back()) > MAX_DETOUR) {
             break;
         }
         const double bend = bendAt(fine, i, CHORD, std::min(CHORD, FINE - 1 - i));
@@ -181,7 +176,7 @@ int hookAt(const Fine& fine) {
         const double reach = norm(at(fine, i) - at(fine, 0));
         path += norm(at(fine, i) - at(fine, i - 1));
         const double bend = bendAt(fine, i, std::min(i, CHORD), CHORD);
-        const bool isFlick = reach <= LONGEST_HOOK && path <= STRAIGHT * reach;
+        const bool isFlick = reach <= MAX_HOOK && path <= STRAIGHT * reach;
         if (isFlick && bend < sharpest && gap > 0.5 * reach) {
             sharpest = bend;
             best = i;
@@ -200,19 +195,19 @@ Fine reversed(Fine fine) {
 Cleaned withoutStrays(const Fine& fine) {
     Cleaned cleaned;
     cleaned.fine = fine;
-    for (int i = 0; i < MOST_RETRACED; ++i) {
-        const Range rest = beforeRetracing(cleaned.fine);
+    for (int i = 0; i < MAX_RETRACED; ++i) {
+        const Part rest = beforeRetracing(cleaned.fine);
         const double share = static_cast<double>(rest.last - rest.first) / (FINE - 1);
         if (share == 1.0) {
             break;
         }
-        cleaned.fine = part(cleaned.fine, rest);
+        cleaned.fine = cut(cleaned.fine, rest);
         cleaned.retraced = 1.0 - (1.0 - cleaned.retraced) * share;
     }
     const int overlap = overlapOf(cleaned.fine);
     if (overlap > 0) {
-        cleaned.fine = part(cleaned.fine, {0, FINE - 1 - overlap});
-        cleaned.fine = part(cleaned.fine, {0, beforeSpur(cleaned.fine)});
+        cleaned.fine = cut(cleaned.fine, {0, FINE - 1 - overlap});
+        cleaned.fine = cut(cleaned.fine, {0, beforeSpur(cleaned.fine)});
         cleaned.overlap = static_cast<double>(overlap) / (FINE - 1);
     }
     const int first = hookAt(cleaned.fine);
@@ -220,7 +215,7 @@ Cleaned withoutStrays(const Fine& fine) {
     cleaned.hook = std::max(norm(at(cleaned.fine, first) - at(cleaned.fine, 0)),
                             norm(at(cleaned.fine, last) - at(cleaned.fine, FINE - 1)));
     if (first > 0 || last < FINE - 1) {
-        cleaned.fine = part(cleaned.fine, {first, last});
+        cleaned.fine = cut(cleaned.fine, {first, last});
     }
     return cleaned;
 }

@@ -7,7 +7,7 @@ namespace Scrivo::beautifier {
 namespace {
 
 /// Sums the path through the samples: the integral of the position over the arc
-/// length, from the start to any place further on than the one before.
+/// length, from the start to places that must be asked for in ascending order.
 class PathIntegral {
 public:
     explicit PathIntegral(Cursor cursor)
@@ -36,7 +36,7 @@ private:
 };
 
 /// `N` points at even distances along the samples, each the mean of the path
-/// within `reach` of it, or within as much as there is to the nearer end.
+/// within `reach` of it, or within its distance from the nearer end if that is less.
 template <std::size_t N>
 std::array<Vec, N> averaged(const Cursor& cursor, double length, double reach) {
     std::array<Vec, N> out;
@@ -52,11 +52,11 @@ std::array<Vec, N> averaged(const Cursor& cursor, double length, double reach) {
     return out;
 }
 
-// Tremor is what an average over this share of the size removes.
+// An average over this share of the size on either side removes tremor.
 constexpr double TREMOR_REACH = 0.04;
 
-/// How much longer the path is than its average, where it is about as rough as
-/// elsewhere: 1 for lines, curves and polygons, more for a hand that shakes.
+/// Ratio of the lengths of the path and its average, where it is typically rough
+/// (median): 1 for lines, curves and polygons, more for a shaking hand.
 double roughnessOf(const Cursor& cursor, double length) {
     constexpr std::size_t PLACES = 49;
     const auto even = averaged<PLACES>(cursor, length, TREMOR_REACH);

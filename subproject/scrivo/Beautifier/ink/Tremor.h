@@ -7,9 +7,10 @@
 
 namespace Scrivo::beautifier {
 
-/// `FINE` points along the mean of a path that trembles all along, of the given
-/// length in units of the frame; nothing when it is steady. Corners, however
-/// many, are not tremor, and between steady and rough the mean is blended in.
+/// `FINE` points along the mean of a path that trembles throughout, of the given
+/// length in the frame's units; nothing when it is steady. Corners, however many,
+/// do not count as tremor. From steady to rough the path is averaged over more and
+/// more of its length.
 std::optional<Fine> withoutTremor(const Cursor& cursor, double length);
 
 }  // namespace Scrivo::beautifier

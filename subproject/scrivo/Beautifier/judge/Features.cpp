@@ -12,7 +12,7 @@ namespace {
 // Ends that merely overshoot the closure stray less than this share of the size.
 constexpr double OVERSHOOT = 0.12;
 
-// Log of the largest ratio of the length of the ink to that of its mean.
+// Upper bound of ROUGHNESS.
 constexpr double MAX_ROUGHNESS = 1.5;
 
 /// Path within a small disc about `end`, in radii: 1 for a straight end, more

@@ -9,8 +9,8 @@
 #include <span>
 #include <string_view>
 
-/// The numbers by which the families compete: those of the stroke itself, then
-/// those of every family's fit.
+/// The inputs of the families' scores: the features of the stroke itself, then those
+/// of every family's fit.
 ///
 /// Distances and lengths are logarithms of shares of the size, as fit/Share.h
 /// makes them.
@@ -24,11 +24,11 @@ inline constexpr std::array<std::string_view, 24> STROKE_FEATURES{
     "TWO_RMS",  // residuals of two, three, four straight pieces
     "THREE_RMS", "FOUR_RMS",
     "THREE_OVER_TWO",  // log of the residual of three pieces over that of two
-    "ROUGHNESS",       // log of the length of the ink over that of its mean
-    "RETRACED",        // share of the path that went back over the rest
-    "OVERLAP",         // share of the path that ran on over its start
-    "HOOK",            // longest flick cut at an end, over the longer side
-    "SPARSE",          // log of how few the samples are, 0 for dense ink
+    "ROUGHNESS",       // log of the length of the ink over that of its outline
+    "RETRACED",        // share of the path that retraced the rest
+    "OVERLAP",         // share of the path that continued past its start
+    "HOOK",            // longest hook cut at an end, over the longer side
+    "SPARSE",          // log of `MANY_PIECES` over the even pieces, 0 for dense ink
     // Strokes whose ends meet.
     "CLOSURE_BEND",   // bend where the ends meet, radians
     "GAP",            // distance of the trimmed ends
@@ -66,7 +66,7 @@ using Features = std::array<double, FEATURE_COUNT>;
 /// The features of `e`; those of closed strokes are 0 when it is open.
 Features featuresOf(const Evidence& e);
 
-/// The part of `features` that a family measured itself.
+/// The features of a family's own fit.
 std::span<const double> ownFeatures(const Features& features, FigureFamily family);
 
 }  // namespace Scrivo::beautifier

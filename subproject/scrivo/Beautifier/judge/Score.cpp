@@ -28,14 +28,14 @@ struct Cut {
     double at;
 };
 
-/// A regression tree of depth two, so that two features are weighed against each
-/// other: the root, the nodes below and above its cut, and the leaves.
+/// A regression tree of depth two, which models interactions of two features: the
+/// root, the nodes below and above its cut, and the leaves.
 struct Tree {
     std::array<Cut, 3> cuts;
     std::array<double, 4> leaves;
 };
 
-/// A calibrated score, terms and trees, and the threshold that it must exceed.
+/// A calibrated score, the sum of terms and trees, and the threshold that it must exceed.
 struct FamilyModel {
     FigureFamily family;
     double bias;
@@ -101,7 +101,7 @@ std::vector<Verdict> rank(const Evidence& evidence) {
 }
 
 double thresholdShift(double sensitivity) {
-    // Over the whole range the odds that suffice change by e^8, about 3000.
+    // From 0 to 1 the odds required fall by a factor of e^8, about 3000.
     constexpr double RANGE = 8.0;
     return RANGE * (sensitivity - 0.5);
 }

@@ -5,7 +5,8 @@
 
 #include <vector>
 
-/// From features to a verdict. All learnt parameters are in Model.inc.
+/// Scores the families by the features of a stroke. The learnt parameters are in
+/// Model.inc.
 namespace Scrivo::beautifier {
 
 /// All families that compete for the stroke, likeliest first.
