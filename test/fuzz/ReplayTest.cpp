@@ -8,6 +8,11 @@
 
 namespace Scrivo::test::fuzz {
 
+/// How test programs name a target.
+static void PrintTo(const Target& target, std::ostream* out) {
+    *out << target.name;
+}
+
 namespace {
 
 /// One input a line, in hexadecimal; lines that begin with # say what was found.
