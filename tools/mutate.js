@@ -237,7 +237,8 @@ async function mutateMain(args) {
   heading('Mutants: what noticed them, where, the line before and after');
   const { tried, survivors } = await tryAll('release', limits, mutants, options.count);
   const unnoticed = await withSanitizers(survivors);
-  fs.writeFileSync(SURVIVORS, JSON.stringify(unnoticed.map(({ text, ...rest }) => rest)));
+  const places = unnoticed.map(({ file, before, after }) => ({ file, before, after }));
+  fs.writeFileSync(SURVIVORS, JSON.stringify(places));
   report(tried, unnoticed);
   return 0;
 }

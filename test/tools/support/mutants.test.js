@@ -32,7 +32,7 @@ test('comments, text, templates, assertions and the preprocessor stay', () => {
     'f<T>();',
     '/// 1 + 2',
     '/* 1\n2 */',
-    "g('1', \"2 < 3\");",
+    'g(\'1\', "2 < 3");',
     'static_assert(A == 3);',
     'void h(const T& x, Vec2D&& y);',
   ]) {
