@@ -30,19 +30,20 @@ const CONFIGURE = {
 };
 const MEGABYTES = 4000;
 
-/** Programs by target; the module's answers are compared in Node. */
+/** What to run, by target; `answers` are those of both modules, compared in Node. */
 const PROGRAMS = {
-  beautifier: [process.execPath, 'test/answers/answers.test.js'],
+  answers: [process.execPath, 'test/answers/answers.test.js'],
   scrivo_test: ['test/scrivo/scrivo_test'],
   beautifier_test: ['test/beautifier/beautifier_test'],
   allocation_test: ['test/scrivo/allocation_test'],
   fuzz_test: ['test/fuzz/fuzz_test'],
   compare: ['test/fuzz/compare', '1500'],
 };
+const targetsOf = (test) => (test === 'answers' ? ['hello', 'beautifier'] : [test]);
 /** The quickest first. */
 const TESTS = {
-  Scrivo: ['scrivo_test', 'compare', 'fuzz_test', 'allocation_test'],
-  Beautifier: ['beautifier', 'beautifier_test', 'fuzz_test', 'allocation_test'],
+  Scrivo: ['scrivo_test', 'answers', 'compare', 'fuzz_test', 'allocation_test'],
+  Beautifier: ['answers', 'beautifier_test', 'fuzz_test', 'allocation_test'],
 };
 const engineOf = ({ file }) => (file.includes('/Beautifier/') ? 'Beautifier' : 'Scrivo');
 
@@ -79,10 +80,10 @@ const buildArgs = (preset, targets) => [
 /** `seconds` of processor time end an endless mutant. */
 async function runTest(preset, test, seconds) {
   const [program, ...args] = PROGRAMS[test];
-  const command = test === 'beautifier' ? program : path.join(COPY, 'build', preset, program);
+  const command = test === 'answers' ? program : path.join(COPY, 'build', preset, program);
   const limits = [`-t ${seconds}`];
   // Sanitizers and Node reserve far more memory than they use.
-  if (preset === 'release' && test !== 'beautifier') limits.push(`-v ${MEGABYTES * 1024}`);
+  if (preset === 'release' && test !== 'answers') limits.push(`-v ${MEGABYTES * 1024}`);
   const env = {
     GTEST_FAIL_FAST: '1',
     ASAN_OPTIONS: `hard_rss_limit_mb=${MEGABYTES}:detect_leaks=0`,
@@ -91,14 +92,14 @@ async function runTest(preset, test, seconds) {
 }
 
 const testsOf = (preset, engine) =>
-  TESTS[engine].filter((test) => preset === 'release' || test !== 'beautifier');
+  TESTS[engine].filter((test) => preset === 'release' || test !== 'answers');
 
 /** Builds everything without a fault. Returns the limit of every test, in seconds. */
 async function prepare(preset, engines) {
   heading(`Build the copy (${preset})`);
   if ((await configure(preset)) !== 0) throw failure('mutate: configuring failed');
   const tests = [...new Set(engines.flatMap((engine) => testsOf(preset, engine)))];
-  const code = await run('cmake', buildArgs(preset, tests), { cwd: COPY });
+  const code = await run('cmake', buildArgs(preset, tests.flatMap(targetsOf)), { cwd: COPY });
   if (code !== 0) throw failure('mutate: the copy does not build');
   const limits = {};
   for (const test of tests) {
@@ -116,7 +117,7 @@ async function firstFailure(preset, limits, mutant) {
   fs.writeFileSync(file, mutant.text);
   try {
     for (const test of testsOf(preset, engineOf(mutant))) {
-      if ((await quietly('cmake', buildArgs(preset, [test]))) !== 0) return undefined;
+      if ((await quietly('cmake', buildArgs(preset, targetsOf(test)))) !== 0) return undefined;
       if ((await runTest(preset, test, limits[test])) !== 0) return test;
     }
     return null;
