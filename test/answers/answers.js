@@ -92,7 +92,7 @@ function answers() {
   return Object.entries(ENGINES).map(([name, answer]) => [name, lines(answer).join('')]);
 }
 
-module.exports = { answers, fileOf };
+module.exports = { BEAUTIFIERS, answers, drawStrokes, fileOf };
 
 if (require.main === module) {
   for (const [name, text] of answers()) fs.writeFileSync(fileOf(name), text);

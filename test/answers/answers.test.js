@@ -3,7 +3,7 @@
 const assert = require('node:assert/strict');
 const fs = require('node:fs');
 const { test } = require('node:test');
-const { answers, fileOf } = require('./answers.js');
+const { BEAUTIFIERS, answers, drawStrokes, fileOf } = require('./answers.js');
 
 test('seeded strokes have the answers on file; `npm run answers` writes those that are meant', () => {
   for (const [name, text] of answers()) {
@@ -15,5 +15,15 @@ test('seeded strokes have the answers on file; `npm run answers` writes those th
     );
     const shown = changed.slice(0, 10).join('\n');
     assert.equal(changed.length, 0, `${changed.length} changed:\n${shown}`);
+  }
+});
+
+test('strokes drawn backwards have the same answer, except at even odds', () => {
+  for (const { label, stroke, rest } of drawStrokes()) {
+    const [forwards, backwards] = [stroke, [...stroke].reverse()].map((points) =>
+      BEAUTIFIERS[0].beautify(points, ...rest),
+    );
+    const isSure = Math.min(forwards.confidence, backwards.confidence) > 0.9;
+    if (isSure) assert.equal(backwards.type, forwards.type, label);
   }
 });
