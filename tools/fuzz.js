@@ -58,7 +58,9 @@ async function keep(target, folder, renew) {
   known.forEach((input, k) => fs.writeFileSync(path.join(merged, `kept-${k}`), input));
   await run(program(target), ['-merge=1', `-max_len=${MAX_BYTES}`, '-verbosity=0', merged, folder]);
   const isNew = (name) => !path.basename(name).startsWith('kept-');
-  const found = filesOf(merged).filter(isNew).map((name) => fs.readFileSync(name));
+  const found = filesOf(merged)
+    .filter(isNew)
+    .map((name) => fs.readFileSync(name));
   found.sort((a, b) => a.length - b.length);
   const room = Math.max(0, MAX_KEPT - known.length);
   fs.writeFileSync(file, toLines(noted, [...known, ...spread(found, room)]));
