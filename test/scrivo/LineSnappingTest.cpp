@@ -83,6 +83,11 @@ TEST(LineRedraw, ReachOfAnAnchorIsStrict) {
     for (const double x : {-10.0, 210.0}) {
         EXPECT_EQ(redrawn(level, {{x, 5}}).front().y, 0.0) << x;
     }
+    // Ends within 20 units of the anchor's foot go there.
+    EXPECT_EQ(redrawn(level, {{20, 5}}).front().x, 0.0);
+    EXPECT_EQ(redrawn(level, {{floatBelow(20), 5}}).front().x, floatBelow(20));
+    EXPECT_EQ(redrawn(level, {{180, 5}}).back().x, 200.0);
+    EXPECT_EQ(redrawn(level, {{floatAbove(180), 5}}).back().x, floatAbove(180));
 }
 
 TEST(LineRedraw, UprightLineLeansForAnyAnchor) {

@@ -58,6 +58,17 @@ TEST(Dot, IsAPressHeldForAnyTime) {
     }
 }
 
+TEST(Dot, IsAsLikelyInAnyUnit) {
+    for (const double extent : {1.4, 2.5, 3.9}) {
+        const Path press = heldPress(60, extent);
+        const double confidence = beautify(press).confidence;
+        for (const double scale : {1e-3, 10.0}) {
+            const Path scaled = mapped(press, [&](const Point2D& p) { return scale * p; });
+            EXPECT_EQ(beautify(scaled, {.tapSize = 4.0 * scale}).confidence, confidence) << scale;
+        }
+    }
+}
+
 TEST(Dot, OfOnePlaceIsBeyondDoubt) {
     const BeautifierOptions strict{.sensitivity = 0.0};
     EXPECT_EQ(beautify({{200, 200}}, strict).type, FIGURE_POINT);

@@ -31,6 +31,8 @@ TEST(Tremor, IsAveragedAway) {
     }
     const auto fine = calmed(path);
     ASSERT_TRUE(fine);
+    EXPECT_NEAR(fine->front().x, -0.5, 1e-3);
+    EXPECT_NEAR(fine->back().x, 0.5, 1e-3);
     for (std::size_t i = 4; i < FINE - 4; ++i) {
         EXPECT_NEAR(fine->at(i).x, -0.5 + static_cast<double>(i) / (FINE - 1), 0.01);
         EXPECT_LT(std::abs(fine->at(i).y), 0.001) << i;
