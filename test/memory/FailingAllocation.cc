@@ -21,10 +21,10 @@ struct Malloc {
     Malloc() = default;
     template <typename U>
     Malloc(const Malloc<U>& /*other*/) {}
-    // NOLINTBEGIN(cppcoreguidelines-no-malloc)
+    // NOLINTBEGIN(cppcoreguidelines-no-malloc,bugprone-sizeof-expression): of a pointer, as meant
     T* allocate(std::size_t count) { return static_cast<T*>(std::malloc(count * sizeof(T))); }
     void deallocate(T* memory, std::size_t /*count*/) { std::free(memory); }
-    // NOLINTEND(cppcoreguidelines-no-malloc)
+    // NOLINTEND(cppcoreguidelines-no-malloc,bugprone-sizeof-expression)
     bool operator==(const Malloc& /*other*/) const { return true; }
 };
 
