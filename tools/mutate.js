@@ -42,7 +42,7 @@ const PROGRAMS = {
 const targetsOf = (test) => (test === 'answers' ? ['hello', 'beautifier'] : [test]);
 /** The quickest first. */
 const TESTS = {
-  Scrivo: ['scrivo_test', 'answers', 'compare', 'fuzz_test', 'allocation_test'],
+  Scrivo: ['answers', 'compare', 'scrivo_test', 'fuzz_test', 'allocation_test'],
   Beautifier: ['answers', 'beautifier_test', 'fuzz_test', 'allocation_test'],
 };
 const engineOf = ({ file }) => (file.includes('/Beautifier/') ? 'Beautifier' : 'Scrivo');
