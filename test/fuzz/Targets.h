@@ -19,16 +19,19 @@ void beautify(Bytes bytes);
 void beautifyAs(Bytes bytes);
 /// Figures of any parameters.
 void outlineOf(Bytes bytes);
+/// Both engines through the C interface.
+void cInterface(Bytes bytes);
 
 struct Target {
     std::string_view name;
     void (*run)(Bytes bytes);
 };
 
-inline constexpr std::array<Target, 5> TARGETS{{{"templateText", templateText},
+inline constexpr std::array<Target, 6> TARGETS{{{"templateText", templateText},
                                                 {"optimizeAStroke", optimizeAStroke},
                                                 {"beautify", beautify},
                                                 {"beautifyAs", beautifyAs},
-                                                {"outlineOf", outlineOf}}};
+                                                {"outlineOf", outlineOf},
+                                                {"cInterface", cInterface}}};
 
 }  // namespace Scrivo::test::fuzz
