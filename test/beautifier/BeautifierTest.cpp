@@ -164,8 +164,8 @@ TEST(BeautifierInput, DegenerateStrokesHaveAnAnswer) {
     }
     const Path square = inFractions(sample(examples()[3].curve, 50));
     for (const double side : {0.0, -5.0, INF, QUIET_NAN}) {
-        EXPECT_EQ(beautifier.beautify(square, side, HEIGHT).type, 0);
-        EXPECT_EQ(beautifier.beautify(square, WIDTH, side).type, 0);
+        EXPECT_EQ(beautifier.beautify(square, side, HEIGHT).reason, Reason::INVALID);
+        EXPECT_EQ(beautifier.beautify(square, WIDTH, side).reason, Reason::INVALID);
     }
     // Fractions of a nearly zero width overflow; coordinates beyond UNKNOWN_EXTENT are
     // not drawn.

@@ -9,17 +9,17 @@ const { Worker } = require('node:worker_threads');
 
 const LIB = path.join(__dirname, '..', '..', 'lib');
 const START = `require('node:worker_threads').parentPort.postMessage('started');`;
-const require_ = (file) => `require(${JSON.stringify(path.join(LIB, file))})`;
+const moduleOf = (file) => `require(${JSON.stringify(path.join(LIB, file))})`;
 const STROKE = `Array.from({ length: 3000 }, (_, i) => ({ x: Math.cos(i / 400), y: Math.sin(i / 400) }))`;
 
 const SOURCES = {
   'without a module': `${START} for (let x = 0; ; ) x += Math.random();`,
   'in a call of the beautifier': `
-    const { Beautifier } = ${require_('beautifier.js')};
+    const { Beautifier } = ${moduleOf('beautifier.js')};
     const [stroke, beautifier] = [${STROKE}, new Beautifier()];
     ${START} for (;;) beautifier.beautify(stroke, 800, 600);`,
   'in a call of the template engine': `
-    const { optimizeAStroke } = ${require_('index.js')};
+    const { optimizeAStroke } = ${moduleOf('index.js')};
     const stroke = ${STROKE};
     ${START} for (;;) optimizeAStroke(stroke, 800, 600, []);`,
 };
