@@ -158,7 +158,8 @@ export interface Alternative {
 /**
  * Why a stroke stays as drawn:
  *
- * - `'invalid'`: it has no points, lies beyond 2^31 - 1 units, or the area is too small to divide by
+ * - `'invalid'`: it has no points, lies beyond 2^31 - 1 units, or it or its figure is more than 50 times as
+ *   wide or high as the area, as with pixels instead of fractions or an area of nearly no width
  * - `'too-small'`: its longer side is below `minSize`
  * - `'not-wanted'`: it resembles a figure that is not among `figures`
  * - `'not-sure'`: it resembles a figure, but not enough for this `sensitivity`

@@ -77,8 +77,9 @@ export interface StrokeResult {
  *
  * A file is identified by the name that its path contains: `rectangle.template`,
  * `triangle.template`, `isosceles_triangle.template` or `ellipse.template`. Other
- * paths are ignored; of two with the same name the later one is used. A file that
- * is missing or cannot be read is skipped without an error.
+ * paths are ignored; of two with the same name the later one is used. Files that
+ * are missing or hold no outline are skipped, with a warning of the process that has
+ * the code `SCRIVO_NO_TEMPLATES` and their paths.
  *
  * - The templates belong to the process and are shared by its worker threads: load
  *   them once, in one thread. Another call adds its templates to those loaded.
@@ -102,7 +103,9 @@ export declare function initScrivo(paths: readonly string[]): boolean;
  *
  * The answer depends on the arguments and the loaded templates only, and the
  * arguments are not changed. Any number is accepted, NaN and infinities included;
- * a stroke of fewer than 10 points is always returned as drawn.
+ * a stroke of fewer than 10 points is always returned as drawn. The first figure in a
+ * thread that is more than 50 times as large as the drawing area emits a warning of the
+ * process with the code `SCRIVO_PIXELS`.
  *
  * @param stroke the points in the order in which they were drawn
  * @param width width of the drawing area, rounded to single precision

@@ -2,9 +2,10 @@
 
 const path = require('node:path');
 
-const { loadNative, root } = require('./native.js');
+const { loadNative, unpacked } = require('./native.js');
+const { checkTemplates, warnOfPixels } = require('./warnings.js');
 
-const { initScrivo, optimizeAStroke } = loadNative('hello');
+const native = loadNative('hello');
 
 const FigureType = Object.freeze({
   NONE: 0,
@@ -15,10 +16,24 @@ const FigureType = Object.freeze({
   ELLIPSE: 7,
 });
 
-const templates = Object.freeze(
-  ['rectangle', 'triangle', 'isosceles_triangle', 'ellipse'].map((figure) =>
-    path.join(root, 'templates', `${figure}.template`),
-  ),
-);
+// Written out for tools that collect the files of a program, as in native.js.
+const templates = Object.freeze([
+  unpacked(path.join(__dirname, '../templates/rectangle.template')),
+  unpacked(path.join(__dirname, '../templates/triangle.template')),
+  unpacked(path.join(__dirname, '../templates/isosceles_triangle.template')),
+  unpacked(path.join(__dirname, '../templates/ellipse.template')),
+]);
+
+function initScrivo(...args) {
+  const result = native.initScrivo(...args);
+  checkTemplates(args[0]);
+  return result;
+}
+
+function optimizeAStroke(stroke, width, height, otherStrokes) {
+  const result = native.optimizeAStroke(stroke, width, height, otherStrokes);
+  warnOfPixels(result);
+  return result;
+}
 
 module.exports = { initScrivo, optimizeAStroke, FigureType, templates };
