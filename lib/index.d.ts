@@ -18,22 +18,48 @@
  * @module scrivo
  */
 
-/** A sample of a stroke. Other properties are ignored and are not returned. */
-export interface Point {
+/** A place within the drawing area. Other properties are ignored and are not returned. */
+export interface Position {
   /** Fraction of the drawing area's width: 0 left edge, 1 right edge, any number allowed. */
   x: number;
   /** Fraction of the drawing area's height: 0 upper edge, 1 lower edge, any number allowed. */
   y: number;
+}
+
+/** A sample with pen pressure. */
+export interface PointWithForce extends Position {
   /**
    * Pen pressure from 0 to 1, as `PointerEvent.pressure` gives it. It only
    * matters for dots: a small stroke of few points is a dot if the pen was pressed firmly.
-   *
-   * Leave the property out where the pressure is unknown. If it exists, own or
-   * inherited, it must be a number: `force: undefined` is an error. Returned points
-   * have it only if it is not 0.
    */
-  force?: number;
+  force: number;
 }
+
+/** A sample whose pressure is unknown: the property must not exist. */
+export interface PointWithoutForce extends Position {
+  /** If it exists, own or inherited, it must be a number: `undefined` is an error. */
+  force?: never;
+}
+
+/** A sample of a stroke. Returned points have a force only if it is not 0. */
+export type Point = PointWithForce | PointWithoutForce;
+
+/**
+ * Refuses points whose `force` may exist and be `undefined`: `force?: number` without the compiler's
+ * option `exactOptionalPropertyTypes`, `force?: number | undefined` with it.
+ */
+export type KnownForce<P> = P extends { readonly force: number }
+  ? unknown
+  : P extends { readonly force: unknown }
+    ? { force: number }
+    : 'force' extends keyof P
+      ? P extends { readonly force?: ExactOptional extends true ? number : never }
+        ? unknown
+        : { force: number }
+      : unknown;
+
+/** Whether the compiler's option `exactOptionalPropertyTypes` is on. */
+export type ExactOptional = { a?: undefined } extends { a?: never } ? false : true;
 
 /** The codes of the figures. 3 and 5 are unused. */
 export declare const FigureType: {
@@ -128,11 +154,14 @@ export declare function initScrivo(paths: readonly string[]): boolean;
  *   not be read: a malformed point is one of zeros, not skipped; a stroke that is
  *   not an array is empty, and so is everything after the first failure.
  */
-export declare function optimizeAStroke(
-  stroke: readonly Point[],
+export declare function optimizeAStroke<
+  P extends Readonly<Position>,
+  Q extends Readonly<Position> = Position,
+>(
+  stroke: readonly (P & KnownForce<P>)[],
   width: number,
   height: number,
-  otherStrokes: readonly (readonly Point[])[],
+  otherStrokes: readonly (readonly (Q & KnownForce<Q>)[])[],
 ): StrokeResult;
 
 /**
