@@ -16,6 +16,8 @@
  * @module scrivo/beautifier
  */
 
+import type { FigureType } from './index.js';
+
 /** A point of a stroke: fractions of the drawing area, y downwards. */
 export interface InkPoint {
   readonly x: number;
@@ -158,7 +160,8 @@ export interface Alternative {
 /**
  * Why a stroke stays as drawn:
  *
- * - `'invalid'`: it has no points, lies beyond 2^31 - 1 units, or the area is too small to divide by
+ * - `'invalid'`: it has no points, lies beyond 2^31 - 1 units, or it or its figure is more than 50 times as
+ *   wide or high as the area, as with pixels instead of fractions or an area of nearly no width
  * - `'too-small'`: its longer side is below `minSize`
  * - `'not-wanted'`: it resembles a figure that is not among `figures`
  * - `'not-sure'`: it resembles a figure, but not enough for this `sensitivity`
@@ -166,26 +169,28 @@ export interface Alternative {
  */
 export type Reason = 'invalid' | 'too-small' | 'not-wanted' | 'not-sure' | 'no-figure';
 
-/** The answer to one stroke. */
-export interface Beautified<Path> {
-  /**
-   * The outline of the figure or the ink as drawn: fractions of the drawing area, objects or a
-   * Float64Array like the stroke that was given. A dot has 64 points, a line 21, an angle 42, an
-   * ellipse 85, polygons 21 per edge. Points of figures are new objects without force. Ink that
-   * stays as drawn comes back as a new array of the same objects, or as a copy of the Float64Array.
-   */
-  path: Path;
-  /** A figure code: 0, 1, 2, 4, 6 or 7, see `FigureType` of the main entry. */
-  type: number;
+/** A stroke as point objects, or as numbers in the order that `layout` names. */
+export type Ink = readonly InkPoint[] | Float64Array;
+
+/** Ink that stays as drawn: a new array of the same points, or a copy of the numbers. */
+export type Drawn<Stroke extends Ink> = Stroke extends Float64Array
+  ? Float64Array
+  : Stroke extends readonly (infer P)[]
+    ? P[]
+    : never;
+
+/** The outline of a figure: new points without force, or numbers, like the stroke. */
+export type Outline<Stroke extends Ink> = Stroke extends Float64Array
+  ? Float64Array
+  : { x: number; y: number }[];
+
+/** What every answer has. */
+export interface Answer {
   /**
    * Calibrated probability, from 0 to 1, that the answer is right; 1 where the options or the
    * numbers decide (`'invalid'`, `'too-small'`, `'not-wanted'`).
    */
   confidence: number;
-  /** Null when the stroke stays as drawn. */
-  figure: Figure | null;
-  /** Null when a figure was recognised. */
-  reason: Reason | null;
   /**
    * Families worth offering besides the answer, likeliest first: those with a probability of 1 % and
    * more, also for a stroke that stays ink.
@@ -193,8 +198,35 @@ export interface Beautified<Path> {
   alternatives: Alternative[];
 }
 
-/** A stroke as point objects, or as numbers in the order that `layout` names. */
-export type Ink = readonly InkPoint[] | Float64Array;
+/** A stroke that was recognised. */
+export interface Recognised<Stroke extends Ink> extends Answer {
+  /**
+   * The outline in fractions of the drawing area. A dot has 64 points, a line 21, an angle 42, an
+   * ellipse 85, polygons 21 per edge.
+   */
+  path: Outline<Stroke>;
+  /** The code of the figure. */
+  type: Exclude<FigureType, 0>;
+  /** Its parameters. */
+  figure: Figure;
+  /** There is none. */
+  reason: null;
+}
+
+/** A stroke that stays as drawn. */
+export interface AsDrawn<Stroke extends Ink> extends Answer {
+  /** The ink, in fractions of the drawing area. */
+  path: Drawn<Stroke>;
+  /** `FigureType.NONE` */
+  type: 0;
+  /** There is none. */
+  figure: null;
+  /** Why there is none. */
+  reason: Reason;
+}
+
+/** The answer to a stroke of a type: `if (answer.figure)` tells the two forms apart. */
+export type Beautified<Stroke extends Ink = InkPoint[]> = Recognised<Stroke> | AsDrawn<Stroke>;
 
 /**
  * Cannot change after construction; a derived class may add properties of its own. Beautifiers with
@@ -221,24 +253,12 @@ export declare class Beautifier {
    * @param others the other strokes on the page, to which the ends of lines may snap
    * @throws TypeError or RangeError that names the argument, the index and what was found
    */
-  beautify(
-    stroke: readonly InkPoint[],
+  beautify<Stroke extends Ink>(
+    stroke: Stroke,
     width: number,
     height: number,
     others?: readonly Ink[],
-  ): Beautified<InkPoint[]>;
-  beautify(
-    stroke: Float64Array,
-    width: number,
-    height: number,
-    others?: readonly Ink[],
-  ): Beautified<Float64Array>;
-  beautify(
-    stroke: Ink,
-    width: number,
-    height: number,
-    others?: readonly Ink[],
-  ): Beautified<InkPoint[] | Float64Array>;
+  ): Beautified<Stroke>;
 
   /**
    * The best figure of a family or kind for this stroke, whatever its score: `figures`, `minSize` and
@@ -248,32 +268,18 @@ export declare class Beautifier {
    * @param wish a family or kind; of a family the kind is chosen as `beautify` chooses it
    * @throws as {@link beautify}, and RangeError for an unknown wish
    */
-  beautifyAs(
-    stroke: readonly InkPoint[],
+  beautifyAs<Stroke extends Ink>(
+    stroke: Stroke,
     wish: Wish,
     width: number,
     height: number,
     others?: readonly Ink[],
-  ): Beautified<InkPoint[]>;
-  beautifyAs(
-    stroke: Float64Array,
-    wish: Wish,
-    width: number,
-    height: number,
-    others?: readonly Ink[],
-  ): Beautified<Float64Array>;
-  beautifyAs(
-    stroke: Ink,
-    wish: Wish,
-    width: number,
-    height: number,
-    others?: readonly Ink[],
-  ): Beautified<InkPoint[] | Float64Array>;
+  ): Beautified<Stroke>;
 }
 
 /**
  * Outline of a figure whose parameters the host may have changed, as
- * {@link Beautified.path} has it: from the parameters alone.
+ * {@link Recognised.path} has it: from the parameters alone.
  *
  * @param figure in drawing-area units
  * @param width of the drawing area, above 0
@@ -281,4 +287,8 @@ export declare class Beautifier {
  * @returns points in fractions of the drawing area
  * @throws TypeError, RangeError naming the parameter and what was found
  */
-export declare function outlineOf(figure: Figure, width: number, height: number): InkPoint[];
+export declare function outlineOf(
+  figure: Figure,
+  width: number,
+  height: number,
+): Outline<InkPoint[]>;

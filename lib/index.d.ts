@@ -18,22 +18,48 @@
  * @module scrivo
  */
 
-/** A sample of a stroke. Other properties are ignored and are not returned. */
-export interface Point {
+/** A place within the drawing area. Other properties are ignored and are not returned. */
+export interface Position {
   /** Fraction of the drawing area's width: 0 left edge, 1 right edge, any number allowed. */
   x: number;
   /** Fraction of the drawing area's height: 0 upper edge, 1 lower edge, any number allowed. */
   y: number;
+}
+
+/** A sample with pen pressure. */
+export interface PointWithForce extends Position {
   /**
    * Pen pressure from 0 to 1, as `PointerEvent.pressure` gives it. It only
    * matters for dots: a small stroke of few points is a dot if the pen was pressed firmly.
-   *
-   * Leave the property out where the pressure is unknown. If it exists, own or
-   * inherited, it must be a number: `force: undefined` is an error. Returned points
-   * have it only if it is not 0.
    */
-  force?: number;
+  force: number;
 }
+
+/** A sample whose pressure is unknown: the property must not exist. */
+export interface PointWithoutForce extends Position {
+  /** If it exists, own or inherited, it must be a number: `undefined` is an error. */
+  force?: never;
+}
+
+/** A sample of a stroke. Returned points have a force only if it is not 0. */
+export type Point = PointWithForce | PointWithoutForce;
+
+/**
+ * Refuses points whose `force` may exist and be `undefined`: `force?: number` without the compiler's
+ * option `exactOptionalPropertyTypes`, `force?: number | undefined` with it.
+ */
+export type KnownForce<P> = P extends { readonly force: number }
+  ? unknown
+  : P extends { readonly force: unknown }
+    ? { force: number }
+    : 'force' extends keyof P
+      ? P extends { readonly force?: ExactOptional extends true ? number : never }
+        ? unknown
+        : { force: number }
+      : unknown;
+
+/** Whether the compiler's option `exactOptionalPropertyTypes` is on. */
+export type ExactOptional = { a?: undefined } extends { a?: never } ? false : true;
 
 /** The codes of the figures. 3 and 5 are unused. */
 export declare const FigureType: {
@@ -77,8 +103,9 @@ export interface StrokeResult {
  *
  * A file is identified by the name that its path contains: `rectangle.template`,
  * `triangle.template`, `isosceles_triangle.template` or `ellipse.template`. Other
- * paths are ignored; of two with the same name the later one is used. A file that
- * is missing or cannot be read is skipped without an error.
+ * paths are ignored; of two with the same name the later one is used. Files that
+ * are missing or hold no outline are skipped, with a warning of the process that has
+ * the code `SCRIVO_NO_TEMPLATES` and their paths.
  *
  * - The templates belong to the process and are shared by its worker threads: load
  *   them once, in one thread. Another call adds its templates to those loaded.
@@ -102,7 +129,9 @@ export declare function initScrivo(paths: readonly string[]): boolean;
  *
  * The answer depends on the arguments and the loaded templates only, and the
  * arguments are not changed. Any number is accepted, NaN and infinities included;
- * a stroke of fewer than 10 points is always returned as drawn.
+ * a stroke of fewer than 10 points is always returned as drawn. The first figure in a
+ * thread that is more than 50 times as large as the drawing area emits a warning of the
+ * process with the code `SCRIVO_PIXELS`.
  *
  * @param stroke the points in the order in which they were drawn
  * @param width width of the drawing area, rounded to single precision
@@ -125,11 +154,14 @@ export declare function initScrivo(paths: readonly string[]): boolean;
  *   not be read: a malformed point is one of zeros, not skipped; a stroke that is
  *   not an array is empty, and so is everything after the first failure.
  */
-export declare function optimizeAStroke(
-  stroke: readonly Point[],
+export declare function optimizeAStroke<
+  P extends Readonly<Position>,
+  Q extends Readonly<Position> = Position,
+>(
+  stroke: readonly (P & KnownForce<P>)[],
   width: number,
   height: number,
-  otherStrokes: readonly (readonly Point[])[],
+  otherStrokes: readonly (readonly (Q & KnownForce<Q>)[])[],
 ): StrokeResult;
 
 /**

@@ -4,12 +4,54 @@ const fs = require('node:fs');
 const path = require('node:path');
 
 /**
- * The root of the checkout or of the installed package. Desktop hosts keep JavaScript in an
- * archive, such as app.asar, whose files native code cannot open: then this is the unpacked copy
- * beside the archive. The host could load the modules from the archive, but the core could not read
- * the templates there and would recognise no closed figure.
+ * A file outside archives. Desktop hosts keep JavaScript in an archive, such as app.asar, whose
+ * files native code cannot open: then this is the unpacked copy beside the archive. The host could
+ * load the modules from the archive, but the core could not read the templates there and would
+ * recognise no closed figure.
  */
-const root = path.join(__dirname, '..').replace(/\.asar(?=[\\/])/, '.asar.unpacked');
+const unpacked = (file) => file.replace(/\.asar(?=[\\/])/, '.asar.unpacked');
+
+/** The root of the checkout or of the installed package. */
+const root = unpacked(path.join(__dirname, '..'));
+
+/**
+ * The shipped modules. Each path is written out: tools that collect the files of a program for a
+ * server search the sources for them.
+ */
+const SHIPPED = {
+  'darwin-arm64': {
+    hello: path.join(__dirname, '../prebuilds/darwin-arm64/hello.node'),
+    beautifier: path.join(__dirname, '../prebuilds/darwin-arm64/beautifier.node'),
+  },
+  'darwin-x64': {
+    hello: path.join(__dirname, '../prebuilds/darwin-x64/hello.node'),
+    beautifier: path.join(__dirname, '../prebuilds/darwin-x64/beautifier.node'),
+  },
+  'linux-arm64': {
+    hello: path.join(__dirname, '../prebuilds/linux-arm64/hello.node'),
+    beautifier: path.join(__dirname, '../prebuilds/linux-arm64/beautifier.node'),
+  },
+  'linux-arm64-musl': {
+    hello: path.join(__dirname, '../prebuilds/linux-arm64-musl/hello.node'),
+    beautifier: path.join(__dirname, '../prebuilds/linux-arm64-musl/beautifier.node'),
+  },
+  'linux-x64': {
+    hello: path.join(__dirname, '../prebuilds/linux-x64/hello.node'),
+    beautifier: path.join(__dirname, '../prebuilds/linux-x64/beautifier.node'),
+  },
+  'linux-x64-musl': {
+    hello: path.join(__dirname, '../prebuilds/linux-x64-musl/hello.node'),
+    beautifier: path.join(__dirname, '../prebuilds/linux-x64-musl/beautifier.node'),
+  },
+  'win32-arm64': {
+    hello: path.join(__dirname, '../prebuilds/win32-arm64/hello.node'),
+    beautifier: path.join(__dirname, '../prebuilds/win32-arm64/beautifier.node'),
+  },
+  'win32-x64': {
+    hello: path.join(__dirname, '../prebuilds/win32-x64/hello.node'),
+    beautifier: path.join(__dirname, '../prebuilds/win32-x64/beautifier.node'),
+  },
+};
 
 /**
  * Whether the C library is musl, which has files of its own. Only glibc puts its
@@ -26,11 +68,19 @@ function isMusl() {
   }
 }
 
+let suffix; // the same for every module; a report takes milliseconds
+
+/** This system, as a folder of prebuilds/. */
+function target() {
+  suffix ??= isMusl() ? '-musl' : '';
+  return `${process.platform}-${process.arch}${suffix}`;
+}
+
 /** Where NAME.node may be: first the build of a checkout, then the shipped file. */
 function* candidates(name) {
   yield path.join(root, 'build', 'release', `${name}.node`);
-  const target = `${process.platform}-${process.arch}${isMusl() ? '-musl' : ''}`;
-  yield path.join(root, 'prebuilds', target, `${name}.node`);
+  const shipped = SHIPPED[target()]?.[name];
+  yield shipped ? unpacked(shipped) : path.join(root, 'prebuilds', target(), `${name}.node`);
 }
 
 /**
@@ -56,8 +106,8 @@ function findNative(name) {
 const advice = () =>
   fs.existsSync(path.join(root, 'CMakeLists.txt'))
     ? `Build it from the sources: (cd ${JSON.stringify(root)} && npm run build)`
-    : 'The package is incomplete. Bundlers must leave scrivo out (as an external module), and ' +
-      'archives its folders prebuilds and templates: see docs/embedding.md.';
+    : 'The package is incomplete. Bundlers and single-file programs must leave scrivo out (as an ' +
+      'external module), and archives its folders prebuilds and templates: see docs/embedding.md.';
 
 /**
  * Loads the native module NAME.node.
@@ -78,4 +128,4 @@ function open(file) {
   }
 }
 
-module.exports = { findNative, loadNative, root };
+module.exports = { SHIPPED, findNative, loadNative, root, unpacked };

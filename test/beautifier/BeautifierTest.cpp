@@ -167,9 +167,15 @@ TEST(BeautifierInput, DegenerateStrokesHaveAnAnswer) {
         EXPECT_EQ(beautifier.beautify(square, side, HEIGHT).reason, Reason::INVALID);
         EXPECT_EQ(beautifier.beautify(square, WIDTH, side).reason, Reason::INVALID);
     }
-    // Fractions of a nearly zero width overflow; coordinates beyond UNKNOWN_EXTENT are
+    // Figures overflow the fractions of a nearly zero width; coordinates beyond UNKNOWN_EXTENT are
     // not drawn.
     EXPECT_EQ(beautifier.beautify({{{0.5, 0.5}}}, TINY, HEIGHT).reason, Reason::INVALID);
+    // So do figures of an area that is far smaller, and strokes in pixels.
+    EXPECT_EQ(beautifier.beautify({{{0.5, 0.5}}}, 0.05, HEIGHT).reason, Reason::INVALID);
+    EXPECT_EQ(beautifier.beautify({{{0, 0}, {50, 0}}}, WIDTH, HEIGHT).type, FIGURE_LINE);
+    const double above = std::nextafter(50.0, INF);
+    EXPECT_EQ(beautifier.beautify({{{0, 0}, {above, 0}}}, WIDTH, HEIGHT).reason, Reason::INVALID);
+    EXPECT_EQ(beautifier.beautify({{{0, 0}, {0, above}}}, WIDTH, HEIGHT).reason, Reason::INVALID);
     const Path afar = {{{0, 5e6}, {0.2, 5e6}, {0.4, 5e6}}};
     EXPECT_EQ(beautifier.beautify(afar, WIDTH, HEIGHT).reason, Reason::INVALID);
     const std::vector<Path> extreme{

@@ -20,7 +20,7 @@ describe('finding the native module', () => {
 
   /** A copy of the package's JavaScript with these files: name to content, or BUILT. */
   function copyWith(files) {
-    const folder = fs.realpathSync(fs.mkdtempSync(path.join(os.tmpdir(), 'scrivo-test-')));
+    const folder = fs.realpathSync(fs.mkdtempSync(path.join(os.tmpdir(), 'scrivo Jörg 図-')));
     made.push(folder);
     fs.cpSync(path.join(root, 'lib'), path.join(folder, 'lib'), { recursive: true });
     fs.copyFileSync(path.join(root, 'package.json'), path.join(folder, 'package.json'));
@@ -66,6 +66,23 @@ describe('finding the native module', () => {
     }
   });
 
+  test('asks for the process report once, for both modules', () => {
+    const files = Object.fromEntries(
+      ['hello', 'beautifier'].map((name) => [`${target(true)}/${name}.node`, BUILT]),
+    );
+    const { folder } = copyWith(files);
+    const { findNative } = createRequire(path.join(folder, 'x.js'))('./lib/native.js');
+    withLibrary(true, () => {
+      const { getReport } = process.report;
+      let count = 0;
+      process.report.getReport = () => (count++, getReport());
+      for (const name of ['hello', 'beautifier']) {
+        assert.equal(findNative(name), path.join(folder, target(true), `${name}.node`));
+      }
+      assert.equal(count, process.platform === 'linux' ? 1 : 0);
+    });
+  });
+
   test('lists the files tried and how to build if there is none', () => {
     for (const glibc of [true, false]) {
       const { folder, load } = copyWith({ 'build/debug/hello.node': '' });
@@ -78,7 +95,9 @@ describe('finding the native module', () => {
           ({ code, message }) =>
             code === 'MODULE_NOT_FOUND' && message.includes(`Tried:\n${lines}${advice}`),
         );
-      assertAdvice('The package is incomplete. Bundlers must leave scrivo out');
+      assertAdvice(
+        'The package is incomplete. Bundlers and single-file programs must leave scrivo out',
+      );
       fs.writeFileSync(sources, '');
       assertAdvice(`Build it from the sources: (cd ${JSON.stringify(folder)} && npm run build)`);
     }

@@ -12,6 +12,7 @@ const fs = require('node:fs');
 const os = require('node:os');
 const path = require('node:path');
 const { after, before, describe, test } = require('node:test');
+const { nodeFileTrace } = require('@vercel/nft');
 
 const { moduleNames } = require('../../tools/support/modules.js');
 const { ROOT } = require('../../tools/support/run.js');
@@ -130,7 +131,7 @@ describe('the archive of the engines', () => {
   test('is small, the modules aside', () => {
     const modules = archive.files.filter((file) => file.path.endsWith('.node'));
     assert.equal(modules.length, moduleNames().length);
-    assert.ok(archive.unpackedSize - modules.reduce((sum, { size }) => sum + size, 0) < 0.85e6);
+    assert.ok(archive.unpackedSize - modules.reduce((sum, { size }) => sum + size, 0) < 0.95e6);
   });
 
   test('adds one package to a project', () => {
@@ -164,6 +165,15 @@ describe('the archive of the engines', () => {
       assert.equal(start(file).stdout, 'true 85 function\n');
     });
   }
+
+  test('is complete in what tools that trace files copy to a server', async () => {
+    const file = path.join(project, 'traced.mjs');
+    fs.writeFileSync(file, entries.import);
+    const { fileList } = await nodeFileTrace([file], { base: project });
+    const traced = [...fileList].filter((name) => /\.(node|template)$/.test(name));
+    const needed = [...PREBUILT, ...names.filter((name) => name.startsWith('templates/'))];
+    assert.deepEqual(traced.sort(), needed.map((name) => `node_modules/scrivo/${name}`).sort());
+  });
 
   const resolutions = {
     nodenext: { module: 'nodenext', include: ['*.mts', '*.cts'] },

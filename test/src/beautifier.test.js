@@ -50,7 +50,7 @@ test('any wrong arguments throw once, and the process goes on', () => {
     }
   }
   assert.throws(() => new Native([7]), Error);
-  assert.throws(() => native.beautify.call({}, ...stroke), TypeError);
+  assert.throws(() => native.beautify.call({}, ...stroke), Error);
 });
 
 const FILE = JSON.stringify(path.join(__dirname, '..', '..', 'lib', 'beautifier.js'));

@@ -19,6 +19,8 @@ const TEST_FILES = [
   'lib/index.test.js',
   'lib/native.test.js',
   'lib/packing.test.js',
+  'lib/single-file.test.js',
+  'lib/warnings.test.js',
   'src/beautifier.test.js',
   'src/loading.test.js',
   'src/point-transfer.test.js',
@@ -109,6 +111,7 @@ const windows = {
     env: {
       WINEPREFIX: path.join(folder, 'wine'),
       WINEDEBUG: '-all',
+      LC_ALL: 'C.UTF-8', // else Wine finds no file whose name is not ASCII
       NODE_SKIP_PLATFORM_CHECK: '1', // Wine reports an older version of Windows
     },
   }),

@@ -30,8 +30,16 @@ constexpr double RESEMBLANCE = 0.1;
 // Alternatives below this probability are not worth offering.
 constexpr double MIN_PROBABILITY = 0.01;
 
+/// Whether points spread over at most 50 sides of the drawing area. Those of a stroke in
+/// pixels instead of fractions do not, nor those of a figure in an area of nearly no width.
+bool isInProportion(std::span<const Point2D> points) {
+    constexpr double MAX_SPREAD = 50.0;
+    const Box box = beautifier::boxOf(points);
+    return box.high.x - box.low.x <= MAX_SPREAD && box.high.y - box.low.y <= MAX_SPREAD;
+}
+
 bool isUsable(const Ink& ink, const Frame& frame) {
-    return frame.measurable && ink.width > 0.0 && ink.height > 0.0;
+    return frame.measurable && ink.width > 0.0 && ink.height > 0.0 && isInProportion(ink.samples);
 }
 
 /// A verdict that needs no fit, where a family has one.
@@ -160,8 +168,8 @@ Figure wished(const Family& family, const Fitted& fitted, const Ink& ink) {
     return isFilled || boxed.index() == 0 ? fit : boxed;
 }
 
-/// The answer with a figure of `family`; as drawn when its outline is not finite in
-/// fractions of the area, as in an area of nearly no width.
+/// The answer with a figure of `family`; as drawn when its outline is out of proportion
+/// to the area.
 Beautified answerWith(Figure figure, const Family& family, bool insideArea, const Ink& ink) {
     std::vector<Point2D> outline = beautifier::outlineOf(figure);
     if (insideArea && family.staysInside &&
@@ -170,7 +178,7 @@ Beautified answerWith(Figure figure, const Family& family, bool insideArea, cons
     }
     Beautified answer;
     answer.path = fractionsOf(std::move(outline), ink.width, ink.height);
-    if (!isFinite(answer.path)) {
+    if (!isFinite(answer.path) || !isInProportion(answer.path)) {
         return asDrawn(ink.samples, Reason::INVALID, 1.0);
     }
     answer.figure = figure;

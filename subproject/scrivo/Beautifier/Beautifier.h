@@ -24,7 +24,8 @@ std::vector<Point2D> outlineOf(const Figure& figure, double width, double height
 enum class Reason : std::uint8_t {
     RECOGNISED,  ///< it does not: a figure was recognised
     INVALID,     ///< no point, a coordinate that is not finite or at least 2^31 - 1
-                 ///< units, an area without a size or too small to divide by
+                 ///< units, an area without a size; a stroke or a figure that spreads
+                 ///< over more than 50 areas, as pixels instead of fractions do
     TOO_SMALL,   ///< below `minSize`
     NOT_WANTED,  ///< the figure that it resembles is not among `figures`
     NOT_SURE,    ///< it resembles a figure, but not enough for this sensitivity

@@ -14,8 +14,9 @@ namespace Scrivo {
 /// assigned by the name that it contains, tested in this order:
 /// "rectangle.template", "isosceles_triangle.template", "triangle.template",
 /// "ellipse.template". Of several paths for one slot the last one counts;
-/// other paths are ignored. Missing or unreadable files contribute nothing. A
-/// further call adds to what is loaded. Always returns true.
+/// other paths are ignored. Paths are UTF-8 on every system. Missing or
+/// unreadable files contribute nothing. A further call adds to what is loaded.
+/// Always returns true.
 bool initScrivo(std::vector<std::string> paths);
 
 /// Classifies a stroke given in drawing-area units. `extent` holds its width

@@ -73,8 +73,10 @@ TEST(BeautifierLines, LieWithinTheirInkHoweverFarFromTheOrigin) {
         for (int i = 0; i < 36; ++i) {
             const Point2D along = polar(100.0, i * PI / 36);
             const Point2D middle{offset + 300, offset + 300};
-            Path path = sample(polyline({middle - along, middle + along}), 30);
-            const auto answer = Beautifier({.horizontalVertical = false}).beautify(path, 1, 1);
+            const Path path = Scrivo::test::fractions(
+                sample(polyline({middle - along, middle + along}), 30), 1000, 1000);
+            const auto answer =
+                Beautifier({.horizontalVertical = false}).beautify(path, 1000, 1000);
             const auto& line = std::get<LineFigure>(answer.figure);
             EXPECT_TRUE(isNear(line.from, middle - along, 1e-5)) << offset << ", " << i;
             EXPECT_TRUE(isNear(line.to, middle + along, 1e-5)) << offset << ", " << i;

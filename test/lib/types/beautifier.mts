@@ -1,5 +1,6 @@
 // Type-checked, never run: see usage.mts.
 import { optimizeAStroke } from 'scrivo';
+import type { FigureType } from 'scrivo';
 import { Beautifier, FIGURES, outlineOf } from 'scrivo/beautifier';
 import type { Beautified, Figure, FigureFamily, Ink, InkPoint, Reason } from 'scrivo/beautifier';
 import { same } from './same.mjs';
@@ -31,15 +32,27 @@ const named: Beautifier = new Named({ minSize: 20 });
 // The path has the form of the stroke.
 const asObjects = beautifier.beautify(points, 800, 600, [points, packed]);
 const asNumbers = beautifier.beautify(packed, 800, 600);
-same<typeof asObjects, Beautified<InkPoint[]>>(true);
-same<typeof asNumbers, Beautified<Float64Array>>(true);
-const inEitherForm = (ink: Ink) => beautifier.beautify(ink, 800, 600);
-same<ReturnType<typeof inEitherForm>, Beautified<InkPoint[] | Float64Array>>(true);
+asNumbers.path satisfies Float64Array;
+const inEitherForm = (ink: Ink) => beautifier.beautify(ink, 800, 600).path;
+const either = (ink: Ink): InkPoint[] | Float64Array => inEitherForm(ink);
 same<typeof asObjects.reason, Reason | null>(true);
+same<typeof asObjects.type, FigureType>(true);
+
+// Ink that stays as drawn keeps the properties of its points; those of figures are new.
+if (asObjects.figure === null) {
+  same<typeof asObjects.path, (typeof points)[number][]>(true);
+  same<(typeof asObjects.path)[0]['time'], 17>(true);
+  same<typeof asObjects.type, 0>(true);
+  same<typeof asObjects.reason, Reason>(true);
+} else {
+  same<typeof asObjects.figure, Figure>(true);
+  asObjects.path[0].x = 1;
+  // @ts-expect-error: a new point has only coordinates
+  asObjects.path[0].time;
+}
 
 // A wish keeps the form of the stroke; its figure can be drawn anew.
-same<ReturnType<typeof wish>, Beautified<Float64Array>>(true);
-const wish = () => beautifier.beautifyAs(packed, 'square', 800, 600);
+beautifier.beautifyAs(packed, 'square', 800, 600).path satisfies Float64Array;
 const redrawn = (answer: Beautified<InkPoint[]>) =>
   answer.figure && outlineOf(answer.figure, 800, 600)[0].x;
 const likeliest = (answer: Beautified<InkPoint[]>): FigureFamily => answer.alternatives[0].family;
@@ -77,6 +90,8 @@ const family: FigureFamily = 'circle';
 new Beautifier({ minsize: 20 });
 // @ts-expect-error: the template engine accepts no undefined force
 optimizeAStroke([] as InkPoint[], 800, 600, []);
+// @ts-expect-error: nor in other strokes
+optimizeAStroke([{ x: 0, y: 1 }], 800, 600, [[] as InkPoint[]]);
 // @ts-expect-error: no figure of this name
 new Beautifier({ figures: ['star'] });
 // @ts-expect-error: options cannot change
@@ -90,4 +105,4 @@ beautifier.beautifyAs(points, 'blob', 800, 600);
 // @ts-expect-error: a circle has a radius
 outlineOf({ kind: 'circle', centre: { x: 1, y: 2 } }, 800, 600);
 
-export { family, likeliest, named, redrawn, size };
+export { either, family, likeliest, named, redrawn, size };

@@ -19,6 +19,15 @@ const result: StrokeResult = optimizeAStroke(points, 800, 600, []);
 optimizeAStroke(frozen, 800, 600, [frozen, points]);
 optimizeAStroke([sample], 800, 600, [[sample]]);
 optimizeAStroke(result.path, 800, 600, [result.path]);
+optimizeAStroke(
+  [
+    { x: 0, y: 1 },
+    { x: 0, y: 1, force: 0.5 },
+  ],
+  800,
+  600,
+  [[{ x: 1, y: 0 }]],
+);
 
 same<typeof result.type, 0 | 1 | 2 | 4 | 6 | 7>(true);
 same<typeof FigureType.ELLIPSE, 7>(true);

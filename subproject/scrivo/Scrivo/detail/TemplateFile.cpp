@@ -8,11 +8,40 @@
 #include <new>
 #include <utility>
 
+#ifdef _WIN32
+#define NOMINMAX
+#define WIN32_LEAN_AND_MEAN
+#include <windows.h>
+#endif
+
 namespace Scrivo::detail {
 
 namespace {
 
 const std::string COMMA = ",";
+
+#ifdef _WIN32
+/// The path in UTF-16: opened by bytes, a path would be read in the code page of the
+/// system, which lacks most letters. A path that is not UTF-8 is taken to be in that
+/// code page.
+std::wstring systemPath(const std::string& path) {
+    const auto bytes = static_cast<int>(path.size());
+    for (const auto& [codePage, flags] :
+         {std::pair{CP_UTF8, MB_ERR_INVALID_CHARS}, std::pair{CP_ACP, 0}}) {
+        const int size = MultiByteToWideChar(codePage, flags, path.data(), bytes, nullptr, 0);
+        if (size > 0) {
+            std::wstring result(static_cast<std::size_t>(size), L'\0');
+            MultiByteToWideChar(codePage, flags, path.data(), bytes, result.data(), size);
+            return result;
+        }
+    }
+    return {};
+}
+#else
+const std::string& systemPath(const std::string& path) {
+    return path;
+}
+#endif
 
 std::size_t countFields(const std::string& token) {
     std::size_t count = 0;
@@ -67,7 +96,7 @@ Field nextField(const std::string& text, const std::string& delimiters, std::siz
 
 void forEachPath(const std::string& fileName,
                  const std::function<void(std::vector<Point2D>)>& visit) {
-    std::ifstream file(fileName);
+    std::ifstream file(systemPath(fileName).c_str());
     file.exceptions(std::ios::badbit);
     std::string token;
     while (readToken(file, token)) {

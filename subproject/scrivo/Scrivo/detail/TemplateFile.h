@@ -20,11 +20,10 @@ struct Field {
 /// The next run of characters from `from` on that are no delimiters.
 Field nextField(const std::string& text, const std::string& delimiters, std::size_t from);
 
-/// Calls `visit` with the path of every token in turn, an empty one for a token
-/// of fewer than two numbers. A file that cannot be opened has no tokens; a read
-/// error ends the file. Numbers are read by `atof` and so take the decimal
-/// separator of the process's locale. Throws std::bad_alloc when memory runs
-/// out.
+/// `fileName` is UTF-8. Calls `visit` with the path of every token in turn, an empty one for a
+/// token of fewer than two numbers. A file that cannot be opened has no tokens; a read error ends
+/// the file. Numbers are read by `atof` and so take the decimal separator of the process's locale.
+/// Throws std::bad_alloc when memory runs out.
 void forEachPath(const std::string& fileName,
                  const std::function<void(std::vector<Point2D>)>& visit);
 
