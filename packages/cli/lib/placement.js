@@ -11,12 +11,12 @@ const MAX_FILL = 0.8;
 
 /**
  * @typedef {object} PlacedStroke a stroke as an engine takes it
- * @property {Array<{x: number, y: number, force?: number, time?: number}>} points fractions of
- *   the drawing area; force and time only where they were recorded
+ * @property {Array<{x: number, y: number, force?: number}>|Float64Array} points fractions of the
+ *   drawing area, as objects, or as x, y and force of each
  * @property {number} width of the drawing area
  * @property {number} height of the drawing area
- * @property {Array<Array<{x: number, y: number}>>} [others] strokes that a line may snap to,
- *   fractions of the drawing area
+ * @property {Array<Array<{x: number, y: number}>|Float64Array>} [others] strokes that a line may
+ *   snap to, in the same form
  */
 
 /**
@@ -36,11 +36,10 @@ function placeStroke({ family, points }, unit) {
   const side = Math.max(AREA, (longer * scale) / MAX_FILL);
   const toFraction = (value, centre) => ((value - centre) * scale) / side + 0.5;
   return {
-    points: points.map(([x, y, force, time]) => ({
+    points: points.map(([x, y, force]) => ({
       x: toFraction(x, box.x + box.width / 2),
       y: toFraction(y, box.y + box.height / 2),
       ...(force ? { force } : {}),
-      ...(typeof time === 'number' ? { time } : {}),
     })),
     width: side,
     height: side,

@@ -27,6 +27,12 @@ const ENGINES = {
   template: (...args) => scrivo.optimizeAStroke(...args),
 };
 
+/** The numbers in nested objects and arrays, in order. */
+const numbersOf = (value) =>
+  typeof value === 'object'
+    ? Object.values(value).flatMap(numbersOf)
+    : [value].filter(Number.isFinite);
+
 describe('what comes out', () => {
   for (const [engine, answer] of Object.entries(ENGINES)) {
     test(`is what the ${engine} answers, in the units and form of the input`, async () => {
@@ -43,21 +49,28 @@ describe('what comes out', () => {
       assert.equal(answers.length, strokes.length);
       const figures = new Set(answers.map(({ figure }) => figure));
       strokes.forEach(({ width, height, points: drawn, ...fields }, i) => {
-        const { points, type, figure, kind, confidence, ...rest } = answers[i];
+        const { points, type, figure, kind, confidence, parameters, ...rest } = answers[i];
         const fractions = drawn.map((point) => {
           const [x, y, force] = i % 2 === 0 ? point : [point.x, point.y];
           return { x: x / width, y: y / height, ...(force && { force }) };
         });
         const expected = answer(fractions, width, height, []);
         assert.deepEqual([type, confidence], [expected.type, expected.confidence ?? null]);
-        const { kind: name, subtype = null } = expected.figure ?? {};
+        const { kind: name, subtype = null, ...ofFigure } = expected.figure ?? {};
         assert.equal(kind, name === 'circle' ? name : subtype);
+        const given = numbersOf(Object.entries(ofFigure));
+        const found = numbersOf(Object.entries(parameters ?? {}));
+        assert.equal(found.length, given.length);
+        given.forEach((value, k) => assert.ok(Math.abs(found[k] - value) < 0.001, `${i}: ${name}`));
         assert.deepEqual(rest, { width, height, ...fields });
         if (type === 0) {
           assert.deepEqual([points, figure], [drawn, 'none']);
           return;
         }
-        const scaled = expected.path.map(({ x, y }) => [x * width, y * height]);
+        const scaled = expected.path.map(({ x, y }) => [
+          Math.round(x * width * 1000) / 1000,
+          Math.round(y * height * 1000) / 1000,
+        ]);
         const plain = points.map((point) => (i % 2 === 0 ? point.slice(0, 2) : [point.x, point.y]));
         assert.deepEqual(plain, scaled);
       });
@@ -110,7 +123,10 @@ describe('what comes out', () => {
     );
     const [ink, figure] = stdout.split('\n');
     const expected = (points, type, name) =>
-      line(points, `,"figure":"${name}","kind":null,"confidence":null`).replace(':7,', `:${type},`);
+      line(points, `,"figure":"${name}","kind":null,"confidence":null,"parameters":null`).replace(
+        ':7,',
+        `:${type},`,
+      );
     assert.equal(ink, expected(drawn[0], 0, 'none'));
     assert.equal(figure, expected(JSON.stringify(JSON.parse(figure).points), 2, 'line'));
   });

@@ -75,7 +75,7 @@ describe('formats', () => {
     assert.deepEqual(back, {
       ...{ id: '12345678901234567890', ok: 'true', tags: '["<a>"]' },
       ...{ stroke: '#f00', 'stroke-width': '3', type: 0, figure: 'none' },
-      ...{ kind: null, confidence: null },
+      ...{ kind: null, confidence: null, parameters: null },
       points: JSON.parse(line).points,
     });
     // A margin of 10 pixels around ink with half a pixel per unit.
@@ -86,7 +86,7 @@ describe('formats', () => {
 
   test('InkML keeps the drawing area; what is not one makes no wrong line', async () => {
     const line = (fields) =>
-      `{${fields}"type":0,"figure":"none","points":[[1,2]],"kind":null,"confidence":null}\n`;
+      `{${fields}"type":0,"figure":"none","points":[[1,2]],"kind":null,"confidence":null,"parameters":null}\n`;
     const page = line('"width":640,"height":480,');
     const { stdout: ink } = await idealise(['--format', 'inkml'], page);
     const cases = [

@@ -8,6 +8,9 @@ const { UserError } = require('../user-error.js');
 
 const STDIN = '-';
 
+// Bytes of a file that are read, and processed, at a time. Passing a block to a worker has a price.
+const CHUNK = 1 << 18;
+
 /** The name of an input in messages. */
 function displayName(path) {
   return path === STDIN ? 'standard input' : path;
@@ -66,7 +69,7 @@ function sizeOfInput(path) {
  * @returns {Promise<AsyncIterable<Buffer>>}
  */
 async function openInput(path, onBytes) {
-  const raw = path === STDIN ? process.stdin : fs.createReadStream(path);
+  const raw = path === STDIN ? process.stdin : fs.createReadStream(path, { highWaterMark: CHUNK });
   const { head, whole } = await peek(countBytes(raw, onBytes), ({ length }) => length >= 2);
   const bytes = Readable.from(whole, { objectMode: false });
   const isGzip = head.length >= 2 && head[0] === 0x1f && head[1] === 0x8b;

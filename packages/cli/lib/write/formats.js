@@ -16,15 +16,15 @@ const { composeSvg, formatPolyline } = require('./svg.js');
  * @property {string} [tail]
  * @property {(summary: object) => Array<string|number>} [compose] of a format whose head depends on
  *   all strokes: texts, and the numbers of the parts between them
- * @property {number} [decimals] of coordinates by default, at a scale of 1
+ * @property {number} [decimals] of coordinates, instead of those of the answer
  * @property {boolean} [inDrawingUnits] coordinates are drawing units rather than the input's
  */
 
 /** @type {Record<string, Format>} */
 const FORMATS = {
   ndjson: { parts: 1, format: formatLine, head: '', tail: '' },
-  inkml: { parts: 1, format: formatInkml, head: INKML_HEAD, tail: INKML_TAIL, decimals: 3 },
-  svg: { parts: 1, format: formatPolyline, compose: composeSvg, decimals: 3 },
+  inkml: { parts: 1, format: formatInkml, head: INKML_HEAD, tail: INKML_TAIL },
+  svg: { parts: 1, format: formatPolyline, compose: composeSvg },
   picture: {
     parts: 2,
     format: formatPictureParts,
@@ -60,8 +60,6 @@ const EXTENSIONS = {
 function createWriter({ format: name, decimals, area, scale }) {
   const format = FORMATS[name];
   const scaleOf = (stroke) => scale ?? stroke.scale;
-  const decimalsAt = (size = 1) =>
-    format.decimals && format.decimals + (format.inDrawingUnits ? 0 : extraDecimals(size));
   return {
     parts: format.parts,
     needsView: format.compose !== undefined,
@@ -73,20 +71,14 @@ function createWriter({ format: name, decimals, area, scale }) {
       return { unit, area: own && scaledArea(own, unit), scale: 1 };
     },
     write(stroke, answer) {
-      const size = scaleOf(stroke);
-      const round = createRounding(decimals ?? decimalsAt(size));
-      return format.format(stroke, answer, round, size);
+      const round = createRounding(decimals ?? format.decimals ?? answer.decimals);
+      return format.format(stroke, answer, round, scaleOf(stroke));
     },
   };
 }
 
 function scaledArea({ x, y, width, height }, unit) {
   return { x: x * unit, y: y * unit, width: width * unit, height: height * unit };
-}
-
-/** Decimals that coordinates need beyond the usual ones where their unit is large. */
-function extraDecimals(scale) {
-  return Math.max(0, Math.ceil(Math.log10(scale)));
 }
 
 module.exports = { EXTENSIONS, FORMATS, createWriter };
