@@ -42,7 +42,11 @@ function beautifierEngine(options) {
         throw new UserError('--templates is for the template engine: add --engine template');
       }
       checkFamilies(entry().FIGURES);
-      instance = new (entry().Beautifier)(options);
+      try {
+        instance = new (entry().Beautifier)(options);
+      } catch (error) {
+        throw new UserError(error.message.replace(/^options\./, ''));
+      }
     },
     answer({ points, width, height, others = [] }) {
       instance ??= new (entry().Beautifier)(options);
@@ -69,7 +73,7 @@ function nameFigure(figure) {
 function templateEngine(options) {
   const entry = () => requireEntry('scrivo', 'template');
   const [option] = Object.keys(options);
-  if (option) throw new UserError(`${option} is an option of the beautifier`);
+  if (option) throw new UserError(`${option} is an option of the engine beautifier`);
   return {
     name: 'template',
     load({ templates }) {

@@ -54,7 +54,7 @@ function decimalsAt(scale) {
 const roundAngle = createRounding(ANGLE_DECIMALS);
 
 /** The fields of a figure in units of the input: places as [x, y]. */
-function parametersOf({ kind, subtype, ...fields }, { area, scale }, round) {
+function parametersOf(figure, { area, scale }, round) {
   const toPlace = ({ x, y }) => [round(x / scale + area.x), round(y / scale + area.y)];
   const convert = (name, value) => {
     if (ANGLES.has(name)) return roundAngle(value);
@@ -62,8 +62,8 @@ function parametersOf({ kind, subtype, ...fields }, { area, scale }, round) {
     if (typeof value === 'number') return round(value / scale);
     return Array.isArray(value) ? value.map(toPlace) : toPlace(value);
   };
-  const entries = Object.entries(fields).map(([name, value]) => [name, convert(name, value)]);
-  return Object.fromEntries(entries);
+  const fields = Object.entries(figure).filter(([name]) => name !== 'kind' && name !== 'subtype');
+  return Object.fromEntries(fields.map(([name, value]) => [name, convert(name, value)]));
 }
 
 module.exports = { answerPoints, answerStroke };

@@ -1,13 +1,13 @@
 'use strict';
 
 const { isUtf8 } = require('node:buffer');
-const { keepIntegers } = require('../read/long-integers.js');
+const { keepIntegers, stringify } = require('../read/long-integers.js');
 const { parseBlock } = require('../read/ndjson.js');
 const { PlainLineReader } = require('../read/plain-lines.js');
 const { readArea } = require('../read/stroke-points.js');
 const { createRounding } = require('../svg.js');
 const { LineBytes } = require('../write/line-bytes.js');
-const { formatLine, formatRecord } = require('../write/ndjson.js');
+const { addSource, formatLine, formatRecord } = require('../write/ndjson.js');
 const { NO_EDGES } = require('../boxes.js');
 const { answerPoints, answerStroke } = require('./answer.js');
 
@@ -30,10 +30,11 @@ function createLineProcessor(engine, options) {
   const out = new LineBytes();
 
   /** The answer to a line of the usual form; undefined, with nothing written, for any other. */
-  function processPlain(bytes, start, end) {
+  function processPlain(bytes, start, end, source) {
     const place = reader.read(bytes, start);
     const rest = place && parseRest(bytes, start, end, place);
     if (!rest) return undefined;
+    addSource(rest.fields, source);
     const values = reader.values.subarray(0, reader.length);
     const answer = answerStroke(engine, { values, area: rest.area }, options);
     const text = formatRecord(rest.fields, POINTS, answer);
@@ -46,17 +47,23 @@ function createLineProcessor(engine, options) {
     return answer;
   }
 
-  /** The answer to any line, or what is wrong with it; undefined for an empty one. */
-  function processAny(block) {
-    const [record] = parseBlock(block).records;
-    if (!record?.stroke) return record;
-    const { stroke } = record;
-    const answer = answerPoints(engine, stroke, options);
-    out.addText(formatLine(stroke, answer, createRounding(answer.decimals)).texts[0]);
-    return answer;
+  /** The answers to any line, and what is wrong with it. */
+  function* processAny(block, source) {
+    for (const { stroke, problem, fields } of parseBlock(block).records) {
+      if (problem) {
+        // The lines of the output stay those of the input.
+        out.addText(`${stringify({ ...fields, problem })}\n`);
+        yield { problem };
+      } else {
+        addSource(stroke.fields, source);
+        const answer = answerPoints(engine, stroke, options);
+        out.addText(formatLine(stroke, answer, createRounding(answer.decimals)).texts[0]);
+        yield answer;
+      }
+    }
   }
 
-  return ({ bytes, overlong }) => {
+  return ({ bytes, overlong, source }) => {
     const result = { lines: 0, families: {}, problems: [], edges: NO_EDGES, definitions: {} };
     const block = endLine(bytes);
     // With `others`, which lines may snap to, or in another encoding no line has the usual form.
@@ -64,10 +71,12 @@ function createLineProcessor(engine, options) {
     for (let start = 0; start < block.length;) {
       const end = block.indexOf(LINE_FEED, start);
       result.lines += 1;
+      const plain = isUsual && processPlain(block, start, end, source);
       const line = { bytes: block.subarray(start, end), overlong };
-      const answer = (isUsual && processPlain(block, start, end)) || processAny(line);
-      if (answer?.problem) result.problems.push([result.lines, answer.problem]);
-      else if (answer) increment(result.families, answer.family);
+      for (const { problem, family } of plain ? [plain] : processAny(line, source)) {
+        if (problem) result.problems.push([result.lines, problem]);
+        else result.families[family] = (result.families[family] ?? 0) + 1;
+      }
       start = end + 1;
     }
     return { ...result, parts: [out.take()] };
@@ -92,10 +101,6 @@ function parseRest(bytes, start, end, { from, to }) {
   if (fields.points !== 0 || fields.others !== undefined) return undefined;
   const { area, problem } = readArea(fields);
   return problem ? undefined : { fields: keepIntegers(text, fields), area };
-}
-
-function increment(counts, name) {
-  counts[name] = (counts[name] ?? 0) + 1;
 }
 
 module.exports = { createLineProcessor };

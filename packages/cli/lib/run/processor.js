@@ -4,6 +4,7 @@ const { createEngine } = require('../engines.js');
 const { parseBlock } = require('../read/ndjson.js');
 const { createWriter } = require('../write/formats.js');
 const { NO_EDGES, edgesOf, uniteEdges } = require('../boxes.js');
+const { addSource } = require('../write/ndjson.js');
 const { answerPoints } = require('./answer.js');
 const { commonArea, commonScale } = require('./area.js');
 const { createLineProcessor } = require('./lines.js');
@@ -49,13 +50,19 @@ function createProcessor(options) {
     if (job.bytes && options.format === 'ndjson') return processLines(job);
     const { lines, records } = job.records ? { lines: 0, records: job.records } : parseBlock(job);
     const tally = new Tally(writer);
+    const answers = [];
     for (const { line, stroke, problem } of records) {
-      if (problem) tally.problems.push([line, problem]);
-      else {
-        tally.add(stroke, answerPoints(engine, stroke, options));
+      if (problem) {
+        tally.problems.push([line, problem]);
+        answers.push(undefined);
+      } else {
+        addSource(stroke.fields, job.source);
+        const answer = answerPoints(engine, stroke, options);
+        if (job.isKept) answers.push(answer);
+        tally.add(stroke, answer);
       }
     }
-    return tally.toResult(lines);
+    return { ...tally.toResult(lines), ...(job.isKept && { answers }) };
   };
 }
 

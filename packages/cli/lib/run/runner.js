@@ -18,7 +18,7 @@ const WORKER = path.join(__dirname, 'worker.js');
  *   close: () => Promise<void>}}
  */
 function createRunner(options, jobs) {
-  const engine = createEngine(options.engine);
+  const engine = createEngine(options.engine, options.beautifier);
   // The template engine prints a message when some lines snap, which must not end up among the
   // strokes or the summary. So it runs in processes, whose standard output is discarded.
   if (options.snap && engine.name === 'template') {

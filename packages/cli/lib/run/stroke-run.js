@@ -1,32 +1,36 @@
 'use strict';
 
+const path = require('node:path');
 const { Readable } = require('node:stream');
-const { NO_EDGES, uniteEdges } = require('../boxes.js');
 const { createEngine } = require('../engines.js');
 const { createProgress } = require('../progress.js');
 const { readInk } = require('../read/ink.js');
 const { STDIN, checkInputs, displayName } = require('../read/input.js');
+const { UserError } = require('../user-error.js');
 const { createDocument } = require('../write/document.js');
-const { inspectOutput } = require('../write/output-file.js');
-const { commonArea, commonScale } = require('./area.js');
+const { FORMATS } = require('../write/formats.js');
+const { Output, inspectFolder, inspectOutput } = require('../write/output-file.js');
+const { Messages } = require('./messages.js');
 const { Neighbours } = require('./neighbours.js');
+const { Pages } = require('./pages.js');
+const { withPlausibleSize } = require('./plausible-size.js');
 const { createRunner } = require('./runner.js');
 
 // Jobs under way or finished for each worker, enough to keep it from waiting for the disk.
 const AHEAD = 3;
 
-/** Room around the ink where there is no drawing area, in drawing units. */
-const MARGIN = 10;
-
 /**
  * @typedef {object} RunOptions
  * @property {string[]} inputs file names, `-` for standard input
  * @property {string} output file name, `-` for standard output
+ * @property {boolean} isFolder the output is a folder: a file for each input
+ * @property {string} [errors] name of a file for all messages
  * @property {boolean} force overwrite the output
  * @property {string} format of the output
  * @property {(text: string) => Uint8Array} [convert] see createDocument
  * @property {string} engine
  * @property {string[]} [templates]
+ * @property {object} beautifier options of the beautifier
  * @property {{x: number, y: number, width: number, height: number}} [area]
  * @property {number} [scale] drawing units per unit of the input
  * @property {boolean} snap lines may snap to other strokes
@@ -36,7 +40,7 @@ const MARGIN = 10;
  */
 
 /**
- * Idealises the strokes of all inputs into one output, in their order.
+ * Idealises the strokes of all inputs, in their order, into one output or into one for each.
  *
  * @param {RunOptions} options
  * @param {{stdout: NodeJS.WriteStream, stderr: NodeJS.WriteStream}} io
@@ -44,30 +48,26 @@ const MARGIN = 10;
  */
 async function runStrokes(options, { stdout, stderr }) {
   const totalBytes = checkInputs(options.inputs);
-  const target = inspectOutput(options.output, options);
-  const { templates, area, scale, snap, format, decimals, jobs } = options;
-  const engine = createEngine(options.engine).name;
-  const runner = createRunner({ engine, templates, area, scale, snap, format, decimals }, jobs);
+  const parts = planOutputs(options);
+  const file = options.errors && inspectOutput(options.errors, options);
+  const { templates, beautifier, area, scale, snap, format, decimals, jobs } = options;
+  const engine = createEngine(options.engine, beautifier).name;
+  const runner = createRunner(
+    { engine, templates, beautifier, area, scale, snap, format, decimals },
+    jobs,
+  );
   const progress = createProgress({ totalBytes, stream: stderr });
-  const report = new Report({ ...options, engine }, progress);
-  const document = createDocument(target, format, stdout, options.convert);
+  const messages = new Messages(progress, file && new Output(file));
+  const report = new Report({ ...options, engine }, progress, messages);
   try {
-    await document.start();
-    const jobsRead = readJobs(options, (bytes) => progress.advance(bytes));
-    const limit = AHEAD * jobs;
-    // Results come in the order of the jobs, each as soon as it can.
-    const results = Readable.from(jobsRead, { highWaterMark: 1 }).map(
-      (job) => runJob(runner, job),
-      { concurrency: limit, highWaterMark: limit },
-    );
-    for await (const result of results) {
-      if (result.parts) await document.add(result);
-      report.add(result);
+    for (const { inputs, target } of parts) {
+      const document = createDocument(target, format, stdout, options.convert);
+      await convert({ ...options, inputs }, { runner, report, document, progress });
     }
-    await document.finish(report.picture());
+    await report.finish();
     return report.summary();
   } catch (error) {
-    document.abandon();
+    messages.abandon();
     throw error;
   } finally {
     progress.stop();
@@ -77,60 +77,126 @@ async function runStrokes(options, { stdout, stderr }) {
   }
 }
 
+/** The inputs of each output. */
+function planOutputs(options) {
+  const { inputs, output, isFolder, format } = options;
+  if (!isFolder) return [{ inputs, target: inspectOutput(output, options) }];
+  inspectFolder(output);
+  const taken = new Map();
+  return inputs.map((input) => {
+    if (input === STDIN) throw new UserError('a folder as output needs files as inputs');
+    const name = `${path.parse(input.replace(/\.gz$/i, '')).name}${FORMATS[format].extension}`;
+    if (taken.has(name)) {
+      throw new UserError(`${taken.get(name)} and ${input} would both become ${name}`);
+    }
+    taken.set(name, input);
+    return { inputs: [input], target: inspectOutput(path.join(output, name), options) };
+  });
+}
+
+async function convert(options, { runner, report, document, progress }) {
+  const pages = new Pages(options.area);
+  try {
+    await document.start();
+    const jobs = readJobs(options, (bytes) => progress.advance(bytes));
+    const limit = AHEAD * options.jobs;
+    // Results come in the order of the jobs, each as soon as it can.
+    const results = Readable.from(jobs, { highWaterMark: 1 }).map((job) => runJob(runner, job), {
+      concurrency: limit,
+      highWaterMark: limit,
+    });
+    for await (const result of results) {
+      if (result.parts) {
+        if (pages.add(result)) document.startPage();
+        await document.add(result);
+      }
+      await report.add(result);
+    }
+    await document.finish({ ...pages.layOut(), families: report.families });
+  } catch (error) {
+    document.abandon();
+    throw error;
+  }
+}
+
 /** The jobs of all inputs, each with its input: an object, since a name may come twice. */
-async function* readJobs({ inputs, step, scale, snap }, onBytes) {
-  for (const path of inputs) {
-    const input = { name: displayName(path) };
+async function* readJobs({ inputs, step, scale, snap, format }, onBytes) {
+  // A picture shows the ink alone.
+  const isKept = inputs.length === 1 && FORMATS[format].isRewritten;
+  for (const each of inputs) {
+    const input = { name: displayName(each) };
+    const source = inputs.length > 1 ? input.name : undefined;
     const neighbours = snap ? new Neighbours() : undefined;
-    for await (const job of readInk(path, { step, scale, onBytes })) {
+    const read = readInk(each, { step, scale, keep: isKept ? format : undefined, onBytes });
+    for await (const job of scale ? read : withPlausibleSize(read, input.name)) {
       for (const { stroke } of job.records ?? []) {
         if (stroke) neighbours?.meet(stroke, scale ?? stroke.scale ?? 1);
       }
-      yield { input, ...job };
+      if (FORMATS[format].isKept && (job.bytes || job.records) && !job.rewrite) {
+        throw new UserError(`${format} is written from one document of this format only`);
+      }
+      for (const part of job.rewrite ? [job] : byPage(job)) yield { input, source, ...part };
     }
   }
 }
 
+/** The parts of a job that are on one page each. */
+function* byPage(job) {
+  if (!job.records) {
+    yield job;
+    return;
+  }
+  let { passedOver } = job;
+  for (let start = 0; start === 0 || start < job.records.length;) {
+    const page = job.records[start]?.stroke?.page ?? 1;
+    let end = start + 1;
+    while (end < job.records.length && (job.records[end].stroke?.page ?? page) === page) end += 1;
+    yield { ...job, passedOver, page, records: job.records.slice(start, end) };
+    passedOver = [];
+    start = end;
+  }
+}
+
 async function runJob(runner, job) {
-  const { input, damage, passedOver = [], ...work } = job;
-  if (damage) return { input, damage };
-  return { input, passedOver, ...(await runner.run(work)) };
+  const { input, page, damage, warning, passedOver = [], rewrite, ...work } = job;
+  if (damage || warning) return { input, damage, warning };
+  const { answers, ...result } = await runner.run({ ...work, isKept: rewrite !== undefined });
+  return { input, page, passedOver, text: rewrite?.(answers), ...result };
 }
 
 /** The totals of a run, and its messages. */
 class Report {
-  constructor({ engine, output, area }, progress) {
-    Object.assign(this, { engine, output, givenArea: area, progress });
+  constructor({ engine, output, errors }, progress, messages) {
+    Object.assign(this, { engine, output, errors, progress, messages });
     this.strokes = 0;
     this.families = {};
     this.skipped = 0;
     this.unread = [];
     this.passedOver = 0;
-    this.edges = NO_EDGES;
-    this.area = undefined;
-    this.scale = undefined;
     this.start = process.hrtime.bigint();
-    /** The current input, and the number of its lines before the next block. */
-    this.position = { input: undefined, lines: 0 };
+    /** The current input, the number of its lines before the next block, and what it passes over. */
+    this.position = { input: undefined, lines: 0, passedOver: new Map() };
   }
 
-  add({ input, damage, passedOver, lines, families, problems, edges, area, scale }) {
-    this.locate(input);
+  async add({ input, damage, warning, passedOver = [], lines = 0, families = {}, problems = [] }) {
+    await this.locate(input);
+    const { position } = this;
+    if (warning) await this.messages.add(warning);
     if (damage) {
       this.unread.push(input.name);
-      const { lines: before } = this.position;
-      this.progress.log(before > 0 ? `${damage}, after line ${before}` : damage);
-      return;
+      await this.messages.add(
+        position.lines > 0 ? `${damage}, after line ${position.lines}` : damage,
+      );
     }
     for (const [line, problem] of problems) {
-      this.progress.log(`${input.name}:${this.position.lines + line}: ${problem}`);
+      await this.messages.add(`${input.name}:${position.lines + line}: ${problem}`);
     }
-    this.position.lines += lines;
+    position.lines += lines;
+    for (const what of passedOver) {
+      position.passedOver.set(what, (position.passedOver.get(what) ?? 0) + 1);
+    }
     this.skipped += problems.length;
     this.passedOver += passedOver.length;
-    this.edges = uniteEdges(this.edges, edges);
-    this.area = commonArea(this.area, area);
-    this.scale = commonScale(this.scale, scale);
     for (const [family, n] of Object.entries(families)) {
       this.families[family] = (this.families[family] ?? 0) + n;
       this.strokes += n;
@@ -138,8 +204,20 @@ class Report {
     this.progress.count(this.strokes);
   }
 
-  locate(input) {
-    if (this.position.input !== input) this.position = { input, lines: 0 };
+  /** Begins with an input, after the messages on the one before. */
+  async locate(input) {
+    const { input: before, passedOver } = this.position;
+    if (before === input) return;
+    const total = [...passedOver.values()].reduce((sum, n) => sum + n, 0);
+    const counts = [...passedOver].map(([what, n]) => `${what} ${n}`).join(', ');
+    this.position = { input, lines: 0, passedOver: new Map() };
+    if (total > 0) await this.messages.add(`${before.name}: ${total} not read as ink: ${counts}`);
+  }
+
+  async finish() {
+    await this.locate(undefined);
+    if (this.strokes === 0) await this.messages.add('there is no stroke in the input');
+    await this.messages.finish();
   }
 
   summary() {
@@ -156,32 +234,6 @@ class Report {
       unread: this.unread,
       seconds: Number(seconds.toFixed(3)),
       cpu_seconds: Number(((user + system) / 1e6).toFixed(3)),
-    };
-  }
-
-  /**
-   * What the head of a drawing depends on.
-   *
-   * @returns {{view: {x: number, y: number, width: number, height: number},
-   *   scale: number|undefined, families: Record<string, number>}} view: the drawing area, or where
-   *   there is none the ink and a margin; scale: drawing units per unit of it, where all strokes
-   *   have the same
-   */
-  picture() {
-    const scale = this.scale ?? undefined;
-    return { view: this.view(scale ?? 1), scale, families: this.families };
-  }
-
-  view(scale) {
-    if (this.area) return this.area;
-    const [left, top, right, bottom] = this.edges;
-    if (!(left <= right)) return this.givenArea ?? { x: 0, y: 0, width: 100, height: 100 };
-    const margin = MARGIN / scale;
-    return {
-      x: left - margin,
-      y: top - margin,
-      width: right - left + 2 * margin,
-      height: bottom - top + 2 * margin,
     };
   }
 }

@@ -8,6 +8,9 @@ const { composeSvg, formatPolyline } = require('./svg.js');
 
 /**
  * @typedef {object} Format
+ * @property {string} extension of its files
+ * @property {boolean} [isRewritten] a document of this format is kept, with figures as its strokes
+ * @property {boolean} [isKept] it is written in no other way
  * @property {number} parts the number of texts that a stroke is written as
  * @property {(stroke, answer, round, scale) => {texts: string[], definitions?:
  *   Record<string, string>}} format scale: drawing units per unit of the stroke, undefined where
@@ -22,10 +25,24 @@ const { composeSvg, formatPolyline } = require('./svg.js');
 
 /** @type {Record<string, Format>} */
 const FORMATS = {
-  ndjson: { parts: 1, format: formatLine, head: '', tail: '' },
-  inkml: { parts: 1, format: formatInkml, head: INKML_HEAD, tail: INKML_TAIL },
-  svg: { parts: 1, format: formatPolyline, compose: composeSvg },
+  ndjson: { extension: '.ndjson', parts: 1, format: formatLine, head: '', tail: '' },
+  inkml: {
+    extension: '.inkml',
+    parts: 1,
+    format: formatInkml,
+    head: INKML_HEAD,
+    tail: INKML_TAIL,
+  },
+  svg: {
+    extension: '.svg',
+    isRewritten: true,
+    parts: 1,
+    format: formatPolyline,
+    compose: composeSvg,
+  },
+  ...keptFormats({ xopp: '.xopp', rnote: '.rnote', excalidraw: '.excalidraw' }),
   picture: {
+    extension: '.svg',
     parts: 2,
     format: formatPictureParts,
     compose: composePicture,
@@ -33,6 +50,17 @@ const FORMATS = {
     inDrawingUnits: true,
   },
 };
+
+/** Formats that are written only by rewriting a document, by their extensions. */
+function keptFormats(extensions) {
+  const nothing = { parts: 0, format: () => ({ texts: [] }), compose: () => [] };
+  return Object.fromEntries(
+    Object.entries(extensions).map(([name, extension]) => [
+      name,
+      { ...nothing, extension, isRewritten: true, isKept: true },
+    ]),
+  );
+}
 
 /** Formats for the exchange of strokes, by the extensions of their files. */
 const EXTENSIONS = {
@@ -43,6 +71,9 @@ const EXTENSIONS = {
   '.inkml': 'inkml',
   '.ink': 'inkml',
   '.xml': 'inkml',
+  '.xopp': 'xopp',
+  '.rnote': 'rnote',
+  '.excalidraw': 'excalidraw',
 };
 
 /**

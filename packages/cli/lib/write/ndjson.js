@@ -24,6 +24,11 @@ function formatRecord(fields, points, answer) {
   return `${stringify({ ...kept, points, ...answerFields(answer) })}\n`;
 }
 
+/** Names the input of a stroke, unless a field of its line does so. */
+function addSource(fields, source) {
+  if (source !== undefined) fields.source ??= source;
+}
+
 function formatPoints(points, asObjects, round) {
   return points.map(([x, y, ...rest]) => {
     if (!asObjects) return [round(x), round(y), ...rest];
@@ -32,4 +37,4 @@ function formatPoints(points, asObjects, round) {
   });
 }
 
-module.exports = { formatLine, formatRecord };
+module.exports = { addSource, formatLine, formatRecord };
