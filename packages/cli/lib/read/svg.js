@@ -20,8 +20,10 @@ const KEPT = [
 /** Shapes that are not read as strokes. */
 const OTHER_SHAPES = new Set(['rect', 'circle', 'ellipse', 'use']);
 
-// A curve that needs more is far larger than any drawing area and is sampled more coarsely.
-const MAX_SAMPLES = 500;
+// A curve that needs more samples is far larger than any drawing area, and gets a few.
+const MAX_SAMPLES = 1000;
+const FEW_SAMPLES = 64;
+const MAX_IN_PATH = 100000;
 
 const NUMBERS = String.raw`[-+.\deE,\s]*`;
 const TRANSFORMS = new RegExp(
@@ -265,6 +267,7 @@ function* samplePath(path, step) {
   let points = [];
   let [x, y] = [0, 0];
   let isClosed = false;
+  let sampled = 0;
   for (const [command, ...values] of path.unshort().unarc().abs().segments) {
     if (isClosed && command !== 'M' && command !== 'Z') {
       yield points;
@@ -279,7 +282,12 @@ function* samplePath(path, step) {
     } else if (command === 'H') points.push([values[0], y]);
     else if (command === 'V') points.push([x, values[0]]);
     else if (command === 'L') points.push(values);
-    else points.push(...sampleCurve([x, y], values, step));
+    else {
+      // After too many samples only the ends of curves are taken.
+      const samples = sampleCurve([x, y], values, sampled < MAX_IN_PATH ? step : Infinity);
+      sampled += samples.length;
+      points.push(...samples);
+    }
     [x, y] = points.at(-1) ?? [x, y];
   }
   if (points.length > 0) yield points;
@@ -293,7 +301,8 @@ function sampleCurve(start, values, step) {
   for (let i = 1; i < controls.length; i += 1) {
     length += Math.hypot(controls[i][0] - controls[i - 1][0], controls[i][1] - controls[i - 1][1]);
   }
-  const n = Math.min(MAX_SAMPLES, Math.max(1, Math.ceil(length / step)) || 1);
+  const needed = Math.max(1, Math.ceil(length / step)) || 1;
+  const n = needed > MAX_SAMPLES ? FEW_SAMPLES : needed;
   return Array.from({ length: n }, (_, i) => pointOnCurve(controls, (i + 1) / n));
 }
 

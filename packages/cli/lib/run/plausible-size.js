@@ -2,8 +2,8 @@
 
 const { NO_EDGES, edgesOf, uniteEdges } = require('../boxes.js');
 
-// Strokes that are looked at, at most, and those that are needed to judge.
-const LOOKED_AT = 2000;
+// Points of a document that are looked at, about, and strokes that are needed to judge.
+const LOOKED_AT = 100000;
 const NEEDED = 5;
 
 // Drawing units: the longer side of the ink of a page, from a label to a wall.
@@ -25,6 +25,7 @@ async function* withPlausibleSize(jobs, name) {
   const held = [];
   let strokes = [];
   let scale;
+  let points = 0;
   let isJudged = false;
   function* judge() {
     isJudged = true;
@@ -39,8 +40,11 @@ async function* withPlausibleSize(jobs, name) {
       continue;
     }
     held.push(job);
-    strokes.push(...(job.records ?? []).flatMap(({ stroke }) => stroke ?? []));
-    if (strokes.length >= LOOKED_AT) yield* judge();
+    for (const { stroke } of job.records ?? []) {
+      if (stroke) strokes.push(stroke);
+      points += stroke?.points.length ?? 0;
+    }
+    if (points >= LOOKED_AT) yield* judge();
   }
   if (!isJudged) yield* judge();
 }
