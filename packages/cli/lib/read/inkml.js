@@ -348,7 +348,11 @@ function identifier(attributes) {
 function decodeTrace(text, format) {
   const decoders = format.channels.map(() => createChannelDecoder());
   const points = [];
-  for (const part of text.split(',')) {
+  for (let start = 0; start <= text.length;) {
+    const comma = text.indexOf(',', start);
+    const end = comma < 0 ? text.length : comma;
+    const part = text.slice(start, end);
+    start = end + 1;
     const values = decodeValues(part.trim(), decoders);
     if (values === undefined) return { problem: `point ${points.length} cannot be read: ${part}` };
     if (values.length === 0) continue;

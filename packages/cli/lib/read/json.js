@@ -7,7 +7,7 @@ const { readValue } = require('./ndjson.js');
 const { readRnote, rewriteBrush } = require('./rnote.js');
 
 // A parsed document takes about ten times the memory of its text.
-const MAX_LENGTH = 16 * 1024 * 1024;
+const MAX_LENGTH = 8 * 1024 * 1024;
 
 /** Kinds of documents by what their root shows. */
 const KINDS = [

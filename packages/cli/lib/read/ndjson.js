@@ -5,8 +5,8 @@ const { describe, readArea, readPoints } = require('./stroke-points.js');
 
 const LINE_FEED = 10;
 
-// A stroke of 500,000 points. Parsed, a line may take ten times its own memory.
-const MAX_LINE_LENGTH = 16 * 1024 * 1024;
+// A stroke of 300,000 points. Parsed, a line may take twenty times its own memory.
+const MAX_LINE_LENGTH = 8 * 1024 * 1024;
 
 const ARRAY_HINT = ` (jq -c '.[]' splits an array into lines)`;
 
@@ -114,11 +114,18 @@ function parseLine(text) {
   } catch (error) {
     return [{ problem: `not JSON: ${error.message}${text.startsWith('[') ? ARRAY_HINT : ''}` }];
   }
+  return unlessTooDeep(() => readValue(value, text)) ?? [{ problem: TOO_DEEP }];
+}
+
+const TOO_DEEP = 'nested too deeply';
+
+/** What a function returns that handles nested values; undefined where the stack overflows. */
+function unlessTooDeep(handle) {
   try {
-    return readValue(value, text);
+    return handle();
   } catch (error) {
-    if (!(error instanceof RangeError)) throw error;
-    return [{ problem: 'nested too deeply' }];
+    if (error instanceof RangeError) return undefined;
+    throw error;
   }
 }
 
@@ -173,4 +180,4 @@ function readOthers({ others }) {
   return problem ? { problem } : { others: strokes.map(({ points }) => points) };
 }
 
-module.exports = { parseBlock, readBlocks, readValue };
+module.exports = { TOO_DEEP, parseBlock, readBlocks, readValue, unlessTooDeep };

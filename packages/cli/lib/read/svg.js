@@ -22,7 +22,7 @@ const OTHER_SHAPES = new Set(['rect', 'circle', 'ellipse', 'use']);
 
 // A curve that needs more samples is far larger than any drawing area, and gets a few.
 const MAX_SAMPLES = 1000;
-const FEW_SAMPLES = 64;
+const FEW_SAMPLES = 16;
 const MAX_IN_PATH = 100000;
 
 const NUMBERS = String.raw`[-+.\deE,\s]*`;

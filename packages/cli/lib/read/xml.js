@@ -11,15 +11,15 @@ const { XoppReader, rewriteStroke } = require('./xopp.js');
 const READERS = { ink: InkmlReader, svg: SvgReader, xournal: XoppReader };
 
 // Characters that a tag or a text may have, and all expanded entities together.
-const MAX_LENGTH = 8 * 1024 * 1024;
+const MAX_LENGTH = 4 * 1024 * 1024;
 const MAX_EXPANDED = 1024 * 1024;
 
 const MAX_DEPTH = 1000;
 
 // Characters that are parsed at a time, and points that are passed on at a time. A few characters
 // can be a curve of many points.
-const SLICE = 16 * 1024;
-const MANY_POINTS = 50000;
+const SLICE = 4 * 1024;
+const MANY_POINTS = 10000;
 
 /** Encodings by their byte order mark. */
 const MARKS = [

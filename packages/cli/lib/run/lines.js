@@ -2,7 +2,7 @@
 
 const { isUtf8 } = require('node:buffer');
 const { keepIntegers, stringify } = require('../read/long-integers.js');
-const { parseBlock } = require('../read/ndjson.js');
+const { TOO_DEEP, parseBlock, unlessTooDeep } = require('../read/ndjson.js');
 const { PlainLineReader } = require('../read/plain-lines.js');
 const { readArea } = require('../read/stroke-points.js');
 const { createRounding } = require('../svg.js');
@@ -12,6 +12,9 @@ const { NO_EDGES } = require('../boxes.js');
 const { answerPoints, answerStroke } = require('./answer.js');
 
 const LINE_FEED = 10;
+
+// Bytes of a line besides its points.
+const MAX_REST = 4096;
 
 /** Stands for the points in the text of a record. */
 const POINTS = '\u0000points';
@@ -32,7 +35,9 @@ function createLineProcessor(engine, options) {
   /** The answer to a line of the usual form; undefined, with nothing written, for any other. */
   function processPlain(bytes, start, end, source) {
     const place = reader.read(bytes, start);
-    const rest = place && parseRest(bytes, start, end, place);
+    // What is longer may be nested too deeply.
+    if (!place || end - start - (place.to - place.from) > MAX_REST) return undefined;
+    const rest = parseRest(bytes, start, end, place);
     if (!rest) return undefined;
     addSource(rest.fields, source);
     const values = reader.values.subarray(0, reader.length);
@@ -48,19 +53,23 @@ function createLineProcessor(engine, options) {
   }
 
   /** The answers to any line, and what is wrong with it. */
-  function* processAny(block, source) {
-    for (const { stroke, problem, fields } of parseBlock(block).records) {
-      if (problem) {
-        // The lines of the output stay those of the input.
-        out.addText(`${stringify({ ...fields, problem })}\n`);
-        yield { problem };
-      } else {
-        addSource(stroke.fields, source);
-        const answer = answerPoints(engine, stroke, options);
-        out.addText(formatLine(stroke, answer, createRounding(answer.decimals)).texts[0]);
-        yield answer;
-      }
-    }
+  function processAny(block, source) {
+    return parseBlock(block).records.map(({ stroke, problem, fields }) => {
+      if (problem) return refuse(problem, fields);
+      addSource(stroke.fields, source);
+      const answer = answerPoints(engine, stroke, options);
+      const write = () => formatLine(stroke, answer, createRounding(answer.decimals)).texts[0];
+      const text = unlessTooDeep(write);
+      if (text === undefined) return refuse(TOO_DEEP);
+      out.addText(text);
+      return answer;
+    });
+  }
+
+  /** The lines of the output stay those of the input. */
+  function refuse(problem, fields) {
+    out.addText(`${stringify({ ...fields, problem })}\n`);
+    return { problem };
   }
 
   return ({ bytes, overlong, source }) => {

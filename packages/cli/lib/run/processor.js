@@ -1,7 +1,7 @@
 'use strict';
 
 const { createEngine } = require('../engines.js');
-const { parseBlock } = require('../read/ndjson.js');
+const { TOO_DEEP, parseBlock, unlessTooDeep } = require('../read/ndjson.js');
 const { createWriter } = require('../write/formats.js');
 const { NO_EDGES, edgesOf, uniteEdges } = require('../boxes.js');
 const { addSource } = require('../write/ndjson.js');
@@ -59,7 +59,8 @@ function createProcessor(options) {
         addSource(stroke.fields, job.source);
         const answer = answerPoints(engine, stroke, options);
         if (job.isKept) answers.push(answer);
-        tally.add(stroke, answer);
+        const isAdded = unlessTooDeep(() => tally.add(stroke, answer) ?? true);
+        if (!isAdded) tally.problems.push([line, TOO_DEEP]);
       }
     }
     return { ...tally.toResult(lines), ...(job.isKept && { answers }) };
