@@ -203,6 +203,24 @@ describe('wrong lines and inputs', () => {
     assert.equal(answers.at(-1).id, 'last');
   });
 
+  test('are counted after twenty, and no failure where a file takes all messages', async () => {
+    const wrong = '[]\n'.repeat(25);
+    const shown = await idealise(['--jobs', '1'], `{}\n${wrong}`);
+    assert.equal(shown.stderr.trim().split('\n').length, 21);
+    assert.match(shown.stderr, /\n7 more messages; --errors FILE keeps them all\n$/);
+    assert.equal(shown.code, 1);
+    write('rest.svg', '<svg><rect/><use/><rect/><path fill="red" d="M0 0h9"/></svg>');
+    const args = ['rest.svg', '--errors', 'messages.txt'];
+    const kept = await idealise(args, `{}\n${wrong}`);
+    assert.equal(kept.code, 0);
+    assert.match(kept.stderr, /\n8 more messages, all in messages\.txt\n$/);
+    const all = read('messages.txt').trim().split('\n');
+    assert.equal(all[0], 'rest.svg: 4 not read as ink: rect 2, use 1, filled outline 1');
+    assert.equal(all.length, 28);
+    assert.match((await idealise(args, '')).stderr, /messages\.txt exists; --force overwrites it/);
+    assert.equal((await idealise(['rest.svg'])).code, 1);
+  });
+
   test('messages contain no control characters of the input', async () => {
     const { stderr } = await idealise([], '{"points":"\\u001b[31m"}\n\u001b[2Jx\n');
     assert.equal(stderr.split('\n').length, 4, stderr);
@@ -223,4 +241,73 @@ test('the summary is on standard output, or on standard error when strokes are t
   const piped = await idealise(['three.ndjson', '--json']);
   assert.equal(parseLines(piped.stdout).length, 2);
   assert.equal(JSON.parse(piped.stderr).engine, 'beautifier');
+});
+
+test('each input has a file in a folder, or its name in the strokes and its page in a drawing', async () => {
+  const page = (y) => `<svg viewBox="0 0 100 50"><path d="M1 ${y}L9 ${y}"/></svg>`;
+  write('one.svg', page(1));
+  write('two.svg.gz', zlib.gzipSync(page(2)));
+  fs.mkdirSync(path.join(folder, 'sub'), { recursive: true });
+  write('sub/one.svg', page(3));
+  const inputs = ['one.svg', 'two.svg.gz'];
+  assert.equal((await idealise([...inputs, '-o', 'pages/', '--format', 'inkml'])).code, 0);
+  assert.deepEqual(fs.readdirSync(path.join(folder, 'pages')), ['one.inkml', 'two.inkml']);
+  assert.match(read('pages/two.inkml'), /<trace>1 2, /);
+  const again = await idealise(['one.svg', '-o', 'pages', '--format', 'inkml']);
+  assert.match(again.stderr, /one\.inkml exists; --force overwrites it/);
+  const same = await idealise(['one.svg', 'sub/one.svg', '-o', 'pages']);
+  assert.match(same.stderr, /one\.svg and sub\/one\.svg would both become one\.ndjson/);
+  const sources = parseLines((await idealise(inputs)).stdout).map(({ source }) => source);
+  assert.deepEqual(sources, inputs);
+  const { stdout } = await idealise([...inputs, '--format', 'svg']);
+  assert.match(stdout, /viewBox="0 0 100 110"/);
+  assert.match(
+    stdout,
+    /1,1[^]*<g transform="translate\(0 60\)">\n<polyline [^>]*1,2[^]*<\/g>\n<\/g>/,
+  );
+});
+
+test('the options of the beautifier are options of the command', async () => {
+  write('drawn.ndjson', toNdjson(drawStrokes(40)));
+  const figures = async (...args) => {
+    const { stdout, stderr } = await idealise(['drawn.ndjson', '--engine', 'beautifier', ...args]);
+    assert.equal(stderr, '');
+    return parseLines(stdout);
+  };
+  const all = await figures();
+  const families = new Set(all.map(({ figure }) => figure));
+  assert.ok(families.size > 4);
+  const few = await figures('--figures', 'line,ellipse', '--sensitivity', '0.5');
+  assert.deepEqual(new Set(few.map(({ figure }) => figure)), new Set(['none', 'line', 'ellipse']));
+  assert.ok((await figures('--min-size', '500')).every(({ figure }) => figure === 'none'));
+  const irregular = await figures('--no-regular', '--no-level', '--no-inside', '--tap-size', '2');
+  assert.ok(all.some(({ kind }) => kind === 'square'));
+  assert.ok(irregular.every(({ kind }) => kind !== 'square' && kind !== 'circle'));
+  for (const [args, message] of [
+    [['--figures', 'star'], /figures\[0\] must be one of dot, line/],
+    [['--sensitivity', '2'], /sensitivity must be from 0 to 1/],
+    [['--min-size', '-1'], /min-size/],
+    [['--anchors', 'side'], /anchors\[0\] must be one of/],
+    [['--min-size', '3', '--engine', 'template'], /minSize is an option of the engine beautifier/],
+  ]) {
+    const { code, stderr } = await idealise(['drawn.ndjson', ...args]);
+    assert.equal(code, 2);
+    assert.match(stderr, message);
+  }
+});
+
+test('a page with a missing or wrong unit is not wrecked', async () => {
+  const strokes = drawStrokes(12).map(({ points }) => points.map(([x, y]) => [x / 5000, y / 5000]));
+  const traces = strokes
+    .map((points) => `<trace>${points.map((p) => p.join(' '))}</trace>`)
+    .join('');
+  const metres = '<traceFormat><channel name="X" units="mm"/><channel name="Y"/></traceFormat>';
+  for (const format of ['', metres]) {
+    const { stdout, stderr } = await idealise([], `<ink>${format}${traces}</ink>`);
+    assert.match(stderr, /the ink is [\d.]+ pixels large .*; --scale \d+ was assumed\n$/);
+    const figures = new Set(parseLines(stdout).map(({ figure }) => figure));
+    assert.ok(figures.size > 3, [...figures].join());
+    const { stderr: stated } = await idealise(['--scale', '900'], `<ink>${traces}</ink>`);
+    assert.equal(stated, '');
+  }
 });
