@@ -6,6 +6,9 @@ const { createEngine } = require('../engines.js');
 const { UserError } = require('../user-error.js');
 const { createProcessor } = require('./processor.js');
 
+// In Bun the pool waits for its workers without end: there the work is done in this thread.
+const IS_BUN = process.versions.bun !== undefined;
+
 const WORKER = path.join(__dirname, 'worker.js');
 
 /**
@@ -21,10 +24,10 @@ function createRunner(options, jobs) {
   const engine = createEngine(options.engine, options.beautifier);
   // The template engine prints a message when some lines snap, which must not end up among the
   // strokes or the summary. So it runs in processes, whose standard output is discarded.
-  if (options.snap && engine.name === 'template') {
+  if (options.snap && engine.name === 'template' && !IS_BUN) {
     return createPool('process', jobs, { ...options, loads: true });
   }
-  if (jobs === 1) {
+  if (jobs === 1 || IS_BUN) {
     const processJob = createProcessor({ ...options, loads: true });
     return { run: async (job) => processJob(job), close: async () => {} };
   }
