@@ -11,8 +11,8 @@ const MAX_FILL = 0.8;
 
 /**
  * @typedef {object} PlacedStroke a stroke as an engine takes it
- * @property {Array<{x: number, y: number, force?: number}>|Float64Array} points fractions of the
- *   drawing area, as objects, or as x, y and force of each
+ * @property {Array<{x: number, y: number, force?: number, time?: number}>|Float64Array} points
+ *   fractions of the drawing area, as objects, or as x, y and force of each
  * @property {number} width of the drawing area
  * @property {number} height of the drawing area
  * @property {Array<Array<{x: number, y: number}>|Float64Array>} [others] strokes that a line may
@@ -36,10 +36,11 @@ function placeStroke({ family, points }, unit) {
   const side = Math.max(AREA, (longer * scale) / MAX_FILL);
   const toFraction = (value, centre) => ((value - centre) * scale) / side + 0.5;
   return {
-    points: points.map(([x, y, force]) => ({
+    points: points.map(([x, y, force, time]) => ({
       x: toFraction(x, box.x + box.width / 2),
       y: toFraction(y, box.y + box.height / 2),
       ...(force ? { force } : {}),
+      ...(typeof time === 'number' ? { time } : {}),
     })),
     width: side,
     height: side,

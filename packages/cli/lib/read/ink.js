@@ -1,7 +1,9 @@
 'use strict';
 
+const fs = require('node:fs');
+const zlib = require('node:zlib');
 const { UserError } = require('../user-error.js');
-const { displayName, openInput, peek } = require('./input.js');
+const { GZIP, STDIN, displayName, openInput, peek } = require('./input.js');
 const { isJsonDocument, readJson, rewriteJson } = require('./json.js');
 const { readBlocks } = require('./ndjson.js');
 const { readXml, rewriteXml } = require('./xml.js');
@@ -11,6 +13,10 @@ const MAX_HEAD = 1 << 20;
 
 // The beginning of a JSON document tells its kind.
 const JSON_HEAD = 512;
+
+// Bytes of files that are read as one job.
+const SMALL_FILE = 4 * 1024 * 1024;
+const SMALL_ARCHIVE = 128 * 1024;
 
 /** How inputs are read: the first whose content it is. */
 const READERS = [
@@ -62,6 +68,37 @@ function isTelling(head) {
   return isBegun && (head.length >= JSON_HEAD || head.includes(LINE_FEED) || !isText(head));
 }
 
+/**
+ * Whether a file is a document that a single job can hold. Compressed documents may be much larger
+ * than their files.
+ */
+function isSmallDocument(path) {
+  const status = path === STDIN ? undefined : fs.statSync(path, { throwIfNoEntry: false });
+  if (!status?.isFile() || status.size > SMALL_FILE) return false;
+  const head = headOf(path);
+  if (head[0] !== GZIP[0] || head[1] !== GZIP[1]) return isDocument(head);
+  if (status.size > SMALL_ARCHIVE) return false;
+  try {
+    return isDocument(zlib.gunzipSync(head, { finishFlush: zlib.constants.Z_SYNC_FLUSH }));
+  } catch {
+    return false;
+  }
+}
+
+function headOf(path) {
+  const head = Buffer.alloc(JSON_HEAD);
+  const file = fs.openSync(path);
+  try {
+    return head.subarray(0, fs.readSync(file, head));
+  } finally {
+    fs.closeSync(file);
+  }
+}
+
+function isDocument(head) {
+  return beginsTag(head) || isJsonDocument(head);
+}
+
 function beginsTag(head) {
   // In UTF-16 every other byte is zero.
   return head.find((byte) => byte > 0x20 && !BYTE_ORDER_MARK.has(byte)) === LESS_THAN;
@@ -71,4 +108,4 @@ function isText(head) {
   return !head.includes(0);
 }
 
-module.exports = { readInk };
+module.exports = { isSmallDocument, readInk };

@@ -10,6 +10,7 @@ const MARGIN = 10;
 class Pages {
   #pages = [];
   #scale;
+  #families = {};
 
   /** @param {{x: number, y: number, width: number, height: number}} [givenArea] of an empty page */
   constructor(givenArea) {
@@ -20,7 +21,10 @@ class Pages {
    * @param {object} result of a job; page: its number in the document, undefined for lines
    * @returns {boolean} whether it begins a further page
    */
-  add({ input, page, edges, area, scale }) {
+  add({ input, page, edges, area, scale, families }) {
+    for (const [name, n] of Object.entries(families)) {
+      this.#families[name] = (this.#families[name] ?? 0) + n;
+    }
     const key = page === undefined ? undefined : input;
     const last = this.#pages.at(-1);
     const isNew = !last || last.input !== key || last.page !== page;
@@ -34,9 +38,9 @@ class Pages {
 
   /**
    * @returns {{view: {x: number, y: number, width: number, height: number}, scale?: number,
-   *   offsets: number[]}} view: the drawing areas, or where there are none the ink and a margin;
+   *   offsets: number[], families: Record<string, number>}} view: the drawing areas, or where there are none the ink and a margin;
    *   scale: drawing units per unit of it, where all strokes have the same; offsets: of each page,
-   *   downwards
+   *   downwards; families: number of strokes answered with each
    */
   layOut() {
     const scale = this.#scale ?? undefined;
@@ -50,7 +54,7 @@ class Pages {
       if (box) view = view ? below(view, { ...box, y: bottom }) : box;
     }
     view ??= this.givenArea ?? { x: 0, y: 0, width: 100, height: 100 };
-    return { view, scale, offsets };
+    return { view, scale, offsets, families: this.#families };
   }
 }
 

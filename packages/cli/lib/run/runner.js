@@ -18,7 +18,8 @@ const WORKER = path.join(__dirname, 'worker.js');
  * @param {import('./processor.js').ProcessorOptions} options
  * @param {number} jobs at a time
  * @returns {{run: (job: object) => Promise<import('./processor.js').JobResult>,
- *   close: () => Promise<void>}}
+ *   runFile?: (reading: import('./jobs.js').Reading) => Promise<object[]>,
+ *   close: () => Promise<void>}} runFile: reads a document and runs all its jobs
  */
 function createRunner(options, jobs) {
   const engine = createEngine(options.engine, options.beautifier);
@@ -45,15 +46,20 @@ function createPool(workerType, maxWorkers, options) {
     emitStdStreams: isProcess,
     forkOpts: { serialization: 'advanced' },
   });
+  async function exec(task, what, transfer) {
+    const { results, failure } = await pool
+      .exec(task, [options, what], { transfer, on: discard })
+      .catch(explain);
+    if (failure) throw new UserError(failure);
+    return results;
+  }
   return {
     async run(job) {
       const transfer = job.bytes && !isProcess ? [job.bytes.buffer] : [];
-      const result = await pool
-        .exec('work', [options, job], { transfer, on: discard })
-        .catch(explain);
-      if (result.failure) throw new UserError(result.failure);
+      const [result] = await exec('work', job, transfer);
       return result;
     },
+    runFile: (reading) => exec('workFile', reading, []),
     async close() {
       await pool.terminate(true);
     },

@@ -1,19 +1,19 @@
 'use strict';
 
+const fs = require('node:fs');
 const path = require('node:path');
 const { Readable } = require('node:stream');
 const { createEngine } = require('../engines.js');
 const { createProgress } = require('../progress.js');
-const { readInk } = require('../read/ink.js');
+const { isSmallDocument } = require('../read/ink.js');
 const { STDIN, checkInputs, displayName } = require('../read/input.js');
 const { UserError } = require('../user-error.js');
 const { createDocument } = require('../write/document.js');
 const { FORMATS } = require('../write/formats.js');
 const { Output, inspectFolder, inspectOutput } = require('../write/output-file.js');
+const { readJobs, runJob } = require('./jobs.js');
 const { Messages } = require('./messages.js');
-const { Neighbours } = require('./neighbours.js');
 const { Pages } = require('./pages.js');
-const { withPlausibleSize } = require('./plausible-size.js');
 const { createRunner } = require('./runner.js');
 
 // Jobs under way or finished for each worker, enough to keep it from waiting for the disk.
@@ -60,10 +60,14 @@ async function runStrokes(options, { stdout, stderr }) {
   const messages = new Messages(progress, file && new Output(file));
   const report = new Report({ ...options, engine }, progress, messages);
   try {
-    for (const { inputs, target } of parts) {
-      const document = createDocument(target, format, stdout, options.convert);
-      await convert({ ...options, inputs }, { runner, report, document, progress });
-    }
+    const outputs = Readable.from(parts).map(
+      async ({ inputs, target }) => {
+        const document = createDocument(target, format, stdout, options.convert);
+        await convert({ ...options, inputs }, { runner, report, document, progress });
+      },
+      { concurrency: jobs },
+    );
+    await outputs.toArray();
     await report.finish();
     return report.summary();
   } catch (error) {
@@ -96,72 +100,53 @@ function planOutputs(options) {
 
 async function convert(options, { runner, report, document, progress }) {
   const pages = new Pages(options.area);
+  let input;
   try {
     await document.start();
-    const jobs = readJobs(options, (bytes) => progress.advance(bytes));
+    const jobs = readInputs(options, runner, (bytes) => progress.advance(bytes));
     const limit = AHEAD * options.jobs;
     // Results come in the order of the jobs, each as soon as it can.
-    const results = Readable.from(jobs, { highWaterMark: 1 }).map((job) => runJob(runner, job), {
+    const found = Readable.from(jobs, { highWaterMark: 1 }).map((job) => runAny(runner, job), {
       concurrency: limit,
       highWaterMark: limit,
     });
-    for await (const result of results) {
-      if (result.parts) {
-        if (pages.add(result)) document.startPage();
-        await document.add(result);
+    for await (const results of found) {
+      for (const result of results) {
+        if (input && input !== result.input) await report.endInput(input);
+        ({ input } = result);
+        if (result.parts) {
+          if (pages.add(result)) document.startPage();
+          await document.add(result);
+        }
+        await report.add(result);
       }
-      await report.add(result);
     }
-    await document.finish({ ...pages.layOut(), families: report.families });
+    if (input) await report.endInput(input);
+    await document.finish(pages.layOut());
   } catch (error) {
     document.abandon();
     throw error;
   }
 }
 
-/** The jobs of all inputs, each with its input: an object, since a name may come twice. */
-async function* readJobs({ inputs, step, scale, snap, format }, onBytes) {
-  // A picture shows the ink alone.
-  const isKept = inputs.length === 1 && FORMATS[format].isRewritten;
+/** The jobs of all inputs. A small document is one job, which a worker also reads. */
+async function* readInputs(options, runner, onBytes) {
+  const { inputs, format, step, scale, snap } = options;
   for (const each of inputs) {
-    const input = { name: displayName(each) };
-    const source = inputs.length > 1 ? input.name : undefined;
-    const neighbours = snap ? new Neighbours() : undefined;
-    const read = readInk(each, { step, scale, keep: isKept ? format : undefined, onBytes });
-    for await (const job of scale ? read : withPlausibleSize(read, input.name)) {
-      for (const { stroke } of job.records ?? []) {
-        if (stroke) neighbours?.meet(stroke, scale ?? stroke.scale ?? 1);
-      }
-      if (FORMATS[format].isKept && (job.bytes || job.records) && !job.rewrite) {
-        throw new UserError(`${format} is written from one document of this format only`);
-      }
-      for (const part of job.rewrite ? [job] : byPage(job)) yield { input, source, ...part };
+    const input = { name: displayName(each), lines: 0, passedOver: new Map() };
+    const reading = { path: each, isAlone: inputs.length === 1, format, step, scale, snap };
+    if (runner.runFile && isSmallDocument(each)) {
+      onBytes(fs.statSync(each).size);
+      yield { input, reading };
+    } else {
+      for await (const job of readJobs(reading, onBytes)) yield { input, job };
     }
   }
 }
 
-/** The parts of a job that are on one page each. */
-function* byPage(job) {
-  if (!job.records) {
-    yield job;
-    return;
-  }
-  let { passedOver } = job;
-  for (let start = 0; start === 0 || start < job.records.length;) {
-    const page = job.records[start]?.stroke?.page ?? 1;
-    let end = start + 1;
-    while (end < job.records.length && (job.records[end].stroke?.page ?? page) === page) end += 1;
-    yield { ...job, passedOver, page, records: job.records.slice(start, end) };
-    passedOver = [];
-    start = end;
-  }
-}
-
-async function runJob(runner, job) {
-  const { input, page, damage, warning, passedOver = [], rewrite, ...work } = job;
-  if (damage || warning) return { input, damage, warning };
-  const { answers, ...result } = await runner.run({ ...work, isKept: rewrite !== undefined });
-  return { input, page, passedOver, text: rewrite?.(answers), ...result };
+async function runAny(runner, { input, reading, job }) {
+  const results = reading ? await runner.runFile(reading) : [await runJob(job, runner.run)];
+  return results.map((result) => ({ input, ...result }));
 }
 
 /** The totals of a run, and its messages. */
@@ -174,26 +159,21 @@ class Report {
     this.unread = [];
     this.passedOver = 0;
     this.start = process.hrtime.bigint();
-    /** The current input, the number of its lines before the next block, and what it passes over. */
-    this.position = { input: undefined, lines: 0, passedOver: new Map() };
   }
 
   async add({ input, damage, warning, passedOver = [], lines = 0, families = {}, problems = [] }) {
-    await this.locate(input);
-    const { position } = this;
     if (warning) await this.messages.add(warning);
     if (damage) {
       this.unread.push(input.name);
-      await this.messages.add(
-        position.lines > 0 ? `${damage}, after line ${position.lines}` : damage,
-      );
+      await this.messages.add(input.lines > 0 ? `${damage}, after line ${input.lines}` : damage);
     }
+    const before = input.lines;
+    input.lines += lines;
     for (const [line, problem] of problems) {
-      await this.messages.add(`${input.name}:${position.lines + line}: ${problem}`);
+      await this.messages.add(`${input.name}:${before + line}: ${problem}`);
     }
-    position.lines += lines;
     for (const what of passedOver) {
-      position.passedOver.set(what, (position.passedOver.get(what) ?? 0) + 1);
+      input.passedOver.set(what, (input.passedOver.get(what) ?? 0) + 1);
     }
     this.skipped += problems.length;
     this.passedOver += passedOver.length;
@@ -204,18 +184,14 @@ class Report {
     this.progress.count(this.strokes);
   }
 
-  /** Begins with an input, after the messages on the one before. */
-  async locate(input) {
-    const { input: before, passedOver } = this.position;
-    if (before === input) return;
+  async endInput({ name, passedOver }) {
+    if (passedOver.size === 0) return;
     const total = [...passedOver.values()].reduce((sum, n) => sum + n, 0);
     const counts = [...passedOver].map(([what, n]) => `${what} ${n}`).join(', ');
-    this.position = { input, lines: 0, passedOver: new Map() };
-    if (total > 0) await this.messages.add(`${before.name}: ${total} not read as ink: ${counts}`);
+    await this.messages.add(`${name}: ${total} not read as ink: ${counts}`);
   }
 
   async finish() {
-    await this.locate(undefined);
     if (this.strokes === 0) await this.messages.add('there is no stroke in the input');
     await this.messages.finish();
   }
