@@ -23,6 +23,15 @@ function skipUnless(program) {
   return !isInstalled && `${program} is not installed; tools/setup.js installs it on Debian`;
 }
 
+/** As a document with a page. */
+function toXopp(strokes) {
+  const elements = strokes.map(({ points }) => {
+    const pairs = points.map(([x, y]) => `${x} ${y}`).join(' ');
+    return `<stroke tool="pen" color="#000000ff" width="1">${pairs}</stroke>`;
+  });
+  return `<xournal><page width="1700" height="3000"><layer>${elements.join('')}</layer></page></xournal>`;
+}
+
 describe('the examples of the documents', () => {
   const folder = makeFolder(after);
   const inFolder = (name) => path.join(folder, name);
@@ -33,6 +42,7 @@ describe('the examples of the documents', () => {
   fs.writeFileSync(inFolder('ink.ndjson'), toNdjson(strokes));
   fs.writeFileSync(inFolder('labelled.ndjson'), toNdjson(strokes));
   fs.writeFileSync(inFolder('fractions.ndjson'), toNdjson(fractions));
+  fs.writeFileSync(inFolder('notes.xopp'), toXopp(strokes));
   fs.mkdirSync(inFolder('bin'));
   fs.symlinkSync(PROGRAM, inFolder('bin/scrivo'));
   const env = { ...process.env, PATH: `${inFolder('bin')}:${process.env.PATH}` };
@@ -71,4 +81,17 @@ describe('the examples of the documents', () => {
       assert.ok(spread === alone, 'other answers than one process gives');
     },
   );
+
+  test('wrong and empty partitions of Spark do not fail a job', () => {
+    const page = fs.readFileSync(path.join(PROGRAM, '../../docs/command-line.md'), 'utf8');
+    const [, command] = /\.pipe\("([^"]+)"/.exec(page);
+    // As Spark does: a process for each partition, whose exit code must be 0.
+    for (const partition of [toNdjson(strokes), 'broken\n', '']) {
+      const { status, stdout } = spawnSync(command, {
+        ...{ cwd: folder, env, shell: true, encoding: 'utf8', input: partition },
+      });
+      assert.equal(status, 0);
+      assert.equal(stdout.split('\n').length, partition.split('\n').length);
+    }
+  });
 });

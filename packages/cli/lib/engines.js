@@ -8,12 +8,15 @@ const { UserError } = require('./user-error.js');
 /**
  * @typedef {object} Answer
  * @property {string} family a name of ANSWERS
- * @property {Array<{x: number, y: number}>} path the redrawn stroke, fractions of the area
+ * @property {Array<{x: number, y: number}>|Float64Array} path the redrawn stroke, fractions of the
+ *   area, in the form of the stroke's points
  * @property {number} type the figure code
  * @property {string|null} kind what the figure is within its family, such as a square; null where
  *   the engine does not say
  * @property {number|null} confidence probability that the answer is right, from 0 to 1; null where
  *   the engine has none
+ * @property {object|null} figure its parameters in drawing units, see Figure of scrivo/beautifier;
+ *   null where the engine has none
  */
 
 /**
@@ -24,8 +27,12 @@ const { UserError } = require('./user-error.js');
  * @property {(stroke: import('./placement.js').PlacedStroke) => Answer} answer in any thread
  */
 
-/** Fits every family to the stroke. */
-function beautifierEngine() {
+/**
+ * Fits every family to the stroke.
+ *
+ * @param {import('scrivo/beautifier').BeautifierOptions} options
+ */
+function beautifierEngine(options) {
   let instance;
   const entry = () => requireEntry('scrivo/beautifier', 'beautifier');
   return {
@@ -35,11 +42,16 @@ function beautifierEngine() {
         throw new UserError('--templates is for the template engine: add --engine template');
       }
       checkFamilies(entry().FIGURES);
+      try {
+        instance = new (entry().Beautifier)(options);
+      } catch (error) {
+        throw new UserError(error.message.replace(/^options\./, ''));
+      }
     },
     answer({ points, width, height, others = [] }) {
-      instance ??= new (entry().Beautifier)();
+      instance ??= new (entry().Beautifier)(options);
       const { path, type, figure, confidence } = instance.beautify(points, width, height, others);
-      return { ...nameFigure(figure), path, type, confidence };
+      return { ...nameFigure(figure), path, type, confidence, figure };
     },
   };
 }
@@ -58,18 +70,46 @@ function nameFigure(figure) {
 }
 
 /** Compares with templates, which all threads of the process share. Loading adds to them. */
-function templateEngine() {
+function templateEngine(options) {
   const entry = () => requireEntry('scrivo', 'template');
+  const [option] = Object.keys(options);
+  if (option) throw new UserError(`${option} is an option of the engine beautifier`);
   return {
     name: 'template',
     load({ templates }) {
       entry().initScrivo(templates ? resolveTemplates(templates) : entry().templates);
     },
     answer({ points, width, height, others = [] }) {
-      const { path, type } = entry().optimizeAStroke(points, width, height, others);
-      return { family: familyOfAnswer({ type, path }), kind: null, path, type, confidence: null };
+      const isPacked = points instanceof Float64Array;
+      const stroke = isPacked ? unpack(points) : points;
+      const neighbours = isPacked ? others.map(unpack) : others;
+      const { path, type } = entry().optimizeAStroke(stroke, width, height, neighbours);
+      return {
+        ...{ family: familyOfAnswer({ type, path }), kind: null, type, confidence: null },
+        ...{ path: isPacked ? pack(path) : path, figure: null },
+      };
     },
   };
+}
+
+/** x, y and force of each point as objects. */
+function unpack(values) {
+  const points = [];
+  for (let k = 0; k < values.length; k += 3) {
+    points.push({ x: values[k], y: values[k + 1], force: values[k + 2] });
+  }
+  return points;
+}
+
+function pack(points) {
+  const values = new Float64Array(3 * points.length);
+  let k = 0;
+  for (const { x, y, force = 0 } of points) {
+    values[k++] = x;
+    values[k++] = y;
+    values[k++] = force;
+  }
+  return values;
 }
 
 /** Loads an entry of the engines' package, and with it the native module. */
@@ -85,9 +125,13 @@ function requireEntry(name, engine) {
 const ENGINES = { beautifier: beautifierEngine, template: templateEngine };
 const ENGINE_NAMES = Object.keys(ENGINES);
 
-/** @returns {Engine} */
-function createEngine(name) {
-  if (Object.hasOwn(ENGINES, name)) return ENGINES[name]();
+/**
+ * @param {string} name
+ * @param {import('scrivo/beautifier').BeautifierOptions} [options] of the beautifier
+ * @returns {Engine}
+ */
+function createEngine(name, options = {}) {
+  if (Object.hasOwn(ENGINES, name)) return ENGINES[name](options);
   throw new UserError(`there is no engine ${name}: choose ${ENGINE_NAMES.join(' or ')}`);
 }
 

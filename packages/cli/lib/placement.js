@@ -11,12 +11,12 @@ const MAX_FILL = 0.8;
 
 /**
  * @typedef {object} PlacedStroke a stroke as an engine takes it
- * @property {Array<{x: number, y: number, force?: number, time?: number}>} points fractions of
- *   the drawing area; force and time only where they were recorded
+ * @property {Array<{x: number, y: number, force?: number, time?: number}>|Float64Array} points
+ *   fractions of the drawing area, as objects, or as x, y and force of each
  * @property {number} width of the drawing area
  * @property {number} height of the drawing area
- * @property {Array<Array<{x: number, y: number}>>} [others] strokes that a line may snap to,
- *   fractions of the drawing area
+ * @property {Array<Array<{x: number, y: number}>|Float64Array>} [others] strokes that a line may
+ *   snap to, in the same form
  */
 
 /**

@@ -27,6 +27,12 @@ const ENGINES = {
   template: (...args) => scrivo.optimizeAStroke(...args),
 };
 
+/** The numbers in nested objects and arrays, in order. */
+const numbersOf = (value) =>
+  typeof value === 'object'
+    ? Object.values(value).flatMap(numbersOf)
+    : [value].filter(Number.isFinite);
+
 describe('what comes out', () => {
   for (const [engine, answer] of Object.entries(ENGINES)) {
     test(`is what the ${engine} answers, in the units and form of the input`, async () => {
@@ -43,21 +49,28 @@ describe('what comes out', () => {
       assert.equal(answers.length, strokes.length);
       const figures = new Set(answers.map(({ figure }) => figure));
       strokes.forEach(({ width, height, points: drawn, ...fields }, i) => {
-        const { points, type, figure, kind, confidence, ...rest } = answers[i];
+        const { points, type, figure, kind, confidence, parameters, ...rest } = answers[i];
         const fractions = drawn.map((point) => {
           const [x, y, force] = i % 2 === 0 ? point : [point.x, point.y];
           return { x: x / width, y: y / height, ...(force && { force }) };
         });
         const expected = answer(fractions, width, height, []);
         assert.deepEqual([type, confidence], [expected.type, expected.confidence ?? null]);
-        const { kind: name, subtype = null } = expected.figure ?? {};
+        const { kind: name, subtype = null, ...ofFigure } = expected.figure ?? {};
         assert.equal(kind, name === 'circle' ? name : subtype);
+        const given = numbersOf(Object.entries(ofFigure));
+        const found = numbersOf(Object.entries(parameters ?? {}));
+        assert.equal(found.length, given.length);
+        given.forEach((value, k) => assert.ok(Math.abs(found[k] - value) < 0.001, `${i}: ${name}`));
         assert.deepEqual(rest, { width, height, ...fields });
         if (type === 0) {
           assert.deepEqual([points, figure], [drawn, 'none']);
           return;
         }
-        const scaled = expected.path.map(({ x, y }) => [x * width, y * height]);
+        const scaled = expected.path.map(({ x, y }) => [
+          Math.round(x * width * 1000) / 1000,
+          Math.round(y * height * 1000) / 1000,
+        ]);
         const plain = points.map((point) => (i % 2 === 0 ? point.slice(0, 2) : [point.x, point.y]));
         assert.deepEqual(plain, scaled);
       });
@@ -110,7 +123,10 @@ describe('what comes out', () => {
     );
     const [ink, figure] = stdout.split('\n');
     const expected = (points, type, name) =>
-      line(points, `,"figure":"${name}","kind":null,"confidence":null`).replace(':7,', `:${type},`);
+      line(points, `,"figure":"${name}","kind":null,"confidence":null,"parameters":null`).replace(
+        ':7,',
+        `:${type},`,
+      );
     assert.equal(ink, expected(drawn[0], 0, 'none'));
     assert.equal(figure, expected(JSON.stringify(JSON.parse(figure).points), 2, 'line'));
   });
@@ -162,7 +178,7 @@ describe('wrong lines and inputs', () => {
     const args = ['wrong.ndjson', 'other.ndjson', 'other.ndjson', '--jobs', '3'];
     const { code, stdout, stderr } = await idealise(args);
     assert.equal(code, 1);
-    assert.equal(stdout.split('\n').length - 1, 7996 + 2);
+    assert.equal(stdout.split('\n').length - 1, 8000 + 4);
     const places = stderr.split('\n').map((text) => text.split(': ')[0]);
     const wrong = [1322, 3322, 5322, 7322].map((n) => `wrong.ndjson:${n}`);
     assert.deepEqual(places, [...wrong, 'other.ndjson:2', 'other.ndjson:2', '']);
@@ -179,7 +195,7 @@ describe('wrong lines and inputs', () => {
     const { strokes, unread, skipped } = JSON.parse(stdout);
     assert.deepEqual([unread, skipped], [['half.gz', 'picture'], 0]);
     const message =
-      /^half\.gz: reading failed: unexpected end of file, after line \d+\npicture: neither/;
+      /^half\.gz: reading failed: unexpected end of file, after line \d+\npicture: of no known/;
     assert.match(stderr, message);
     const answers = parseLines(read('rest.ndjson'));
     assert.equal(answers.length, strokes);
@@ -187,9 +203,27 @@ describe('wrong lines and inputs', () => {
     assert.equal(answers.at(-1).id, 'last');
   });
 
+  test('are counted after twenty, and no failure where a file takes all messages', async () => {
+    const wrong = '[]\n'.repeat(25);
+    const shown = await idealise(['--jobs', '1'], `{}\n${wrong}`);
+    assert.equal(shown.stderr.trim().split('\n').length, 21);
+    assert.match(shown.stderr, /\n7 more messages; --errors FILE keeps them all\n$/);
+    assert.equal(shown.code, 1);
+    write('rest.svg', '<svg><rect/><use/><rect/><path fill="red" d="M0 0h9"/></svg>');
+    const args = ['rest.svg', '--errors', 'messages.txt'];
+    const kept = await idealise(args, `{}\n${wrong}`);
+    assert.equal(kept.code, 0);
+    assert.match(kept.stderr, /\n8 more messages, all in messages\.txt\n$/);
+    const all = read('messages.txt').trim().split('\n');
+    assert.equal(all[0], 'rest.svg: 4 not read as ink: rect 2, use 1, filled outline 1');
+    assert.equal(all.length, 28);
+    assert.match((await idealise(args, '')).stderr, /messages\.txt exists; --force overwrites it/);
+    assert.equal((await idealise(['rest.svg'])).code, 1);
+  });
+
   test('messages contain no control characters of the input', async () => {
     const { stderr } = await idealise([], '{"points":"\\u001b[31m"}\n\u001b[2Jx\n');
-    assert.equal(stderr.split('\n').length, 3);
+    assert.equal(stderr.split('\n').length, 4, stderr);
     assert.ok(!stderr.includes('\u001b'));
   });
 });
@@ -207,4 +241,73 @@ test('the summary is on standard output, or on standard error when strokes are t
   const piped = await idealise(['three.ndjson', '--json']);
   assert.equal(parseLines(piped.stdout).length, 2);
   assert.equal(JSON.parse(piped.stderr).engine, 'beautifier');
+});
+
+test('each input has a file in a folder, or its name in the strokes and its page in a drawing', async () => {
+  const page = (y) => `<svg viewBox="0 0 100 50"><path d="M1 ${y}L9 ${y}"/></svg>`;
+  write('one.svg', page(1));
+  write('two.svg.gz', zlib.gzipSync(page(2)));
+  fs.mkdirSync(path.join(folder, 'sub'), { recursive: true });
+  write('sub/one.svg', page(3));
+  const inputs = ['one.svg', 'two.svg.gz'];
+  assert.equal((await idealise([...inputs, '-o', 'pages/', '--format', 'inkml'])).code, 0);
+  assert.deepEqual(fs.readdirSync(path.join(folder, 'pages')), ['one.inkml', 'two.inkml']);
+  assert.match(read('pages/two.inkml'), /<trace>1 2, /);
+  const again = await idealise(['one.svg', '-o', 'pages', '--format', 'inkml']);
+  assert.match(again.stderr, /one\.inkml exists; --force overwrites it/);
+  const same = await idealise(['one.svg', 'sub/one.svg', '-o', 'pages']);
+  assert.match(same.stderr, /one\.svg and sub\/one\.svg would both become one\.ndjson/);
+  const sources = parseLines((await idealise(inputs)).stdout).map(({ source }) => source);
+  assert.deepEqual(sources, inputs);
+  const { stdout } = await idealise([...inputs, '--format', 'svg']);
+  assert.match(stdout, /viewBox="0 0 100 110"/);
+  assert.match(
+    stdout,
+    /1,1[^]*<g transform="translate\(0 60\)">\n<polyline [^>]*1,2[^]*<\/g>\n<\/g>/,
+  );
+});
+
+test('the options of the beautifier are options of the command', async () => {
+  write('drawn.ndjson', toNdjson(drawStrokes(40)));
+  const figures = async (...args) => {
+    const { stdout, stderr } = await idealise(['drawn.ndjson', '--engine', 'beautifier', ...args]);
+    assert.equal(stderr, '');
+    return parseLines(stdout);
+  };
+  const all = await figures();
+  const families = new Set(all.map(({ figure }) => figure));
+  assert.ok(families.size > 4);
+  const few = await figures('--figures', 'line,ellipse', '--sensitivity', '0.5');
+  assert.deepEqual(new Set(few.map(({ figure }) => figure)), new Set(['none', 'line', 'ellipse']));
+  assert.ok((await figures('--min-size', '500')).every(({ figure }) => figure === 'none'));
+  const irregular = await figures('--no-regular', '--no-level', '--no-inside', '--tap-size', '2');
+  assert.ok(all.some(({ kind }) => kind === 'square'));
+  assert.ok(irregular.every(({ kind }) => kind !== 'square' && kind !== 'circle'));
+  for (const [args, message] of [
+    [['--figures', 'star'], /figures\[0\] must be one of dot, line/],
+    [['--sensitivity', '2'], /sensitivity must be from 0 to 1/],
+    [['--min-size', '-1'], /min-size/],
+    [['--anchors', 'side'], /anchors\[0\] must be one of/],
+    [['--min-size', '3', '--engine', 'template'], /minSize is an option of the engine beautifier/],
+  ]) {
+    const { code, stderr } = await idealise(['drawn.ndjson', ...args]);
+    assert.equal(code, 2);
+    assert.match(stderr, message);
+  }
+});
+
+test('a page with a missing or wrong unit is not wrecked', async () => {
+  const strokes = drawStrokes(12).map(({ points }) => points.map(([x, y]) => [x / 5000, y / 5000]));
+  const traces = strokes
+    .map((points) => `<trace>${points.map((p) => p.join(' '))}</trace>`)
+    .join('');
+  const metres = '<traceFormat><channel name="X" units="mm"/><channel name="Y"/></traceFormat>';
+  for (const format of ['', metres]) {
+    const { stdout, stderr } = await idealise([], `<ink>${format}${traces}</ink>`);
+    assert.match(stderr, /the ink is [\d.]+ pixels large .*; --scale \d+ was assumed\n$/);
+    const figures = new Set(parseLines(stdout).map(({ figure }) => figure));
+    assert.ok(figures.size > 3, [...figures].join());
+    const { stderr: stated } = await idealise(['--scale', '900'], `<ink>${traces}</ink>`);
+    assert.equal(stated, '');
+  }
 });

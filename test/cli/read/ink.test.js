@@ -9,9 +9,13 @@ test('other kinds of input and damaged gzip data are reported', async () => {
   const line = '{"points":[[1,2]]}\n';
   const packed = zlib.gzipSync(line.repeat(20000));
   const cases = [
-    [Buffer.from([0x89, 0x50, 0x4e, 0x47, 13, 10, 0, 1]), 0, /neither NDJSON \(in UTF-8\), InkML/],
+    [Buffer.from([0x89, 0x50, 0x4e, 0x47, 13, 10, 0, 1]), 0, /of no known format/],
     ['PK\u0003\u0004\n\u0000', 0, /of compressed files only gzip is read/],
-    ['<html><body/></html>', 0, /XML, but neither InkML nor SVG: its root element is <html>/],
+    [
+      '<html><body/></html>',
+      0,
+      /XML, but neither InkML, SVG nor Xournal\+\+: its root element is <html>/,
+    ],
     [packed.subarray(0, packed.length / 2), 1, /ink\.dat: reading failed: unexpected end of file/],
     ['', 0, undefined],
     [' \n'.repeat(2e6), 0, undefined],

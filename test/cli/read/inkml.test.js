@@ -142,4 +142,33 @@ describe('InkML', () => {
     const undeclared = await read(Buffer.from(text, 'latin1'));
     assert.match(undeclared.damage, /not valid utf-8: declare its encoding/);
   });
+
+  test('resolutions, canvas transforms, brushes with units, views, no ink of definitions', async () => {
+    const property = (channel, value) =>
+      `<channelProperty channel="${channel}" name="resolution" value="${value}" units="1/cm"/>`;
+    const { strokes } = await read(
+      `<ink><definitions><trace>9 9</trace><brush xml:id="b">
+        <brushProperty name="width" value="1" units="mm"/>
+        <brushProperty name="transparency" value="51"/></brush>
+        <context xml:id="uneven"><inkSource><traceFormat><channel name="X"/><channel name="Y"/>
+        </traceFormat>${property('X', 1000)}${property('Y', 500)}</inkSource></context>
+        <context xml:id="moved"><traceFormat><channel name="X"/><channel name="Y"/></traceFormat>
+        <canvasTransform><mapping type="affine">
+        <affine>2 0 10, 0 2 0</affine></mapping></canvasTransform></context></definitions>
+        <trace xml:id="s" contextRef="#uneven" brushRef="#b">0 0, 100 100</trace>
+        <traceGroup xml:id="g"><annotation type="own">1</annotation>
+        <trace xml:id="t" contextRef="#moved">1 2, 3 4</trace></traceGroup>
+        <traceGroup><annotation type="truth">ab</annotation><traceView traceDataRef="#s"/>
+        <traceView traceDataRef="#g"><annotation type="truth">b</annotation></traceView>
+        </traceGroup></ink>`,
+    );
+    assertPoints({ strokes }, '[[[0,0],[100,200]],[[12,4],[16,8]]]');
+    assert.deepEqual(
+      strokes.map(({ fields }) => fields),
+      [
+        { truth: 'ab', 'stroke-width': '100', 'stroke-opacity': '0.8', id: 's' },
+        { truth: 'b', own: '1', id: 't' },
+      ],
+    );
+  });
 });

@@ -83,4 +83,17 @@ describe('NDJSON', () => {
       '[[1,[[1,2]]],[2,"longer than"],[3,[[3,4]]]]',
     );
   });
+
+  test('drawings by coordinate, arrays and pretty-printed values', async () => {
+    const drawing = '[[[1,3],[2,4]],[[5,6],[7,8],[0,9]],[[1],[]]]';
+    const quick = await read(`{"word":"cat","drawing":${drawing}}\n`);
+    assertPoints(quick, '[[[1,2],[3,4]],[[5,7,null,0],[6,8,null,9]]]');
+    assert.deepEqual(quick.strokes[1].fields, { word: 'cat', stroke_index: 1 });
+    assert.deepEqual(quick.problems, ['1: drawing[2] must be [[x, ...], [y, ...]]']);
+    const values = [{ points: [[1, 2]] }, { points: [{ x: 3, y: 4 }] }];
+    for (const text of [values, values[0]].map((value) => JSON.stringify(value, null, 2))) {
+      assertPoints(await read(text), text.startsWith('[') ? '[[[1,2]],[[3,4]]]' : '[[[1,2]]]');
+    }
+    assert.match((await read('{\n"points": 1\n}\n{\n}')).damage, /jq -c \. writes each on a line/);
+  });
 });

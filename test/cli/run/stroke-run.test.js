@@ -37,6 +37,36 @@ describe('many strokes', () => {
     }
   });
 
+  test('give the same answers in every form of JSON', async () => {
+    const numbers = ['-0', '12', '0.1', '1.25e2', '1E-7', '3.141592653589793', '12345678901234567'];
+    const points = drawStrokes(60).map((stroke, i) => [
+      ...stroke.points,
+      [numbers[i % 7], numbers[(i + 3) % 7], null, 4, 5].map((value) => value && Number(value)),
+    ]);
+    const plain = points.map((each) => `{"points":${JSON.stringify(each)}}\n`);
+    const spaced = points.map((each) => {
+      const text = JSON.stringify(each, null, 1).replaceAll('\n', ' \t\r');
+      return `  {"a":{"points":["\\"{",1]},"points" : ${text} , "é":"\ud800" }\n`;
+    });
+    const objects = points.map(
+      (each) => `${JSON.stringify({ points: each.map(([x, y, force]) => ({ x, y, force })) })}\n`,
+    );
+    const answers = [];
+    for (const lines of [plain, spaced, objects]) {
+      const { code, stdout } = await run(folder, ['idealise', '--jobs', '2'], lines.join(''));
+      assert.equal(code, 0);
+      answers.push(parseLines(stdout));
+    }
+    const pairs = (stroke) =>
+      stroke.points.map((point) => (Array.isArray(point) ? point.slice(0, 2) : [point.x, point.y]));
+    answers[0].forEach((answer, i) => {
+      for (const other of [answers[1][i], answers[2][i]]) {
+        assert.deepEqual(pairs(other), pairs(answer));
+        assert.deepEqual(other.parameters, answer.parameters);
+      }
+    });
+  });
+
   test('a worker that is killed ends the run with a message and no output file', async () => {
     const child = start(folder, ['idealise', '--snap', '--engine', 'template', '-j', '2']);
     child.stdin.write(ink);

@@ -75,7 +75,7 @@ describe('formats', () => {
     assert.deepEqual(back, {
       ...{ id: '12345678901234567890', ok: 'true', tags: '["<a>"]' },
       ...{ stroke: '#f00', 'stroke-width': '3', type: 0, figure: 'none' },
-      ...{ kind: null, confidence: null },
+      ...{ kind: null, confidence: null, parameters: null },
       points: JSON.parse(line).points,
     });
     // A margin of 10 pixels around ink with half a pixel per unit.
@@ -86,7 +86,7 @@ describe('formats', () => {
 
   test('InkML keeps the drawing area; what is not one makes no wrong line', async () => {
     const line = (fields) =>
-      `{${fields}"type":0,"figure":"none","points":[[1,2]],"kind":null,"confidence":null}\n`;
+      `{${fields}"type":0,"figure":"none","points":[[1,2]],"kind":null,"confidence":null,"parameters":null}\n`;
     const page = line('"width":640,"height":480,');
     const { stdout: ink } = await idealise(['--format', 'inkml'], page);
     const cases = [
@@ -102,10 +102,13 @@ describe('formats', () => {
   test('an SVG document keeps its drawing area and size; other ink is framed', async () => {
     const page = (size) =>
       `<svg ${size} viewBox="0 0 640 480"><path stroke="red" d="M1 2L3 4"/></svg>`;
-    const kept = await idealise(['--format', 'svg'], page(''));
+    // Two inputs make a drawing of their strokes.
+    write('none.ndjson', '');
+    const compose = (input) => idealise(['none.ndjson', '--format', 'svg'], input);
+    const kept = await compose(page(''));
     assert.match(kept.stdout, /<svg xmlns="[^"]+" viewBox="0 0 640 480">/);
     assert.match(kept.stdout, /<polyline stroke="red" data-figure="none" points="1,2 3,4"\/>/);
-    const sized = await idealise(['--format', 'svg'], page('width="20in"'));
+    const sized = await compose(page('width="20in"'));
     assert.match(sized.stdout, / width="1920" height="1440" viewBox="0 0 640 480">/);
     const framed = await idealise(['--format', 'svg'], '{"points":[[100,50],[300,90]]}');
     assert.match(framed.stdout, /viewBox="90 40 220 60"/);

@@ -8,19 +8,21 @@ const help = `Replaces freehand strokes by ideal figures.
 
 usage: scrivo idealise [options] [IN...]
 
-IN is NDJSON (one stroke per line: {"points": [[x, y, force, time], ...]}), InkML or SVG (polylines,
-polygons, paths), optionally compressed with gzip; - is standard input, the default. The format is
-detected from the content, not from the name. Strokes keep their order.
+IN is NDJSON (one stroke per line: {"points": [[x, y, force, time], ...]}), JSON, Quick, Draw! NDJSON,
+InkML, SVG (polylines, polygons, paths), Xournal++, Rnote or Excalidraw, optionally compressed with
+gzip; - is standard input, the default. The format is detected from the content, not from the name.
+Strokes keep their order.
 
 examples
   scrivo idealise ink.ndjson -o ideal.ndjson
   scrivo idealise page.inkml -o page.svg
+  scrivo idealise notes.xopp -o ideal.xopp
   zcat ink-*.gz | scrivo idealise | jq -r .figure | sort | uniq -c
 
 Coordinates
-      --decimals N          round to N decimals (by default 3 in SVG and InkML, none in NDJSON)
+      --decimals N          round to N decimals (3, and more where the unit is large)
 
-${inkHelp('ndjson, svg or inkml; by default from the extension of OUT, else ndjson')}`;
+${inkHelp('ndjson, svg, inkml, xopp, rnote or excalidraw; by default from OUT, else ndjson')}`;
 
 const OPTIONS = { ...INK_OPTIONS, decimals: { type: 'string' } };
 

@@ -8,7 +8,7 @@ const help = `Draws strokes and, beside them, their ideal figures.
 
 usage: scrivo render [options] [IN...]
 
-IN is NDJSON, InkML or SVG, as for "scrivo idealise".
+IN is of any format, as for "scrivo idealise".
 
 examples
   scrivo render page.inkml -o page.svg

@@ -1,33 +1,55 @@
 'use strict';
 
+const fs = require('node:fs');
+const zlib = require('node:zlib');
 const { UserError } = require('../user-error.js');
-const { displayName, openInput, peek } = require('./input.js');
+const { GZIP, STDIN, displayName, openInput, peek } = require('./input.js');
+const { isJsonDocument, readJson, rewriteJson } = require('./json.js');
 const { readBlocks } = require('./ndjson.js');
-const { readXml } = require('./xml.js');
+const { readXml, rewriteXml } = require('./xml.js');
 
 // Longer than any leading white space or XML declaration.
 const MAX_HEAD = 1 << 20;
 
-const [LESS_THAN, GREATER_THAN] = ['<', '>'].map((character) => character.charCodeAt(0));
+// The beginning of a JSON document tells its kind.
+const JSON_HEAD = 512;
+
+// Bytes of files that are read as one job.
+const SMALL_FILE = 4 * 1024 * 1024;
+const SMALL_ARCHIVE = 128 * 1024;
+
+/** How inputs are read: the first whose content it is. */
+const READERS = [
+  { isOf: beginsTag, read: readXml, rewrite: rewriteXml },
+  { isOf: isJsonDocument, read: (head, whole) => readJson(whole), rewrite: rewriteJson },
+  { isOf: isText, read: (head, whole) => readBlocks(whole) },
+];
+
+const [LINE_FEED, LESS_THAN, GREATER_THAN] = Buffer.from('\n<>');
 const BYTE_ORDER_MARK = new Set([0xef, 0xbb, 0xbf, 0xfe, 0xff]);
 
 /**
- * Reads the ink of an input: NDJSON, InkML or SVG, compressed with gzip or not. The format is
- * detected from the content.
+ * Reads the ink of an input, compressed with gzip or not. The format is detected from the content.
  *
  * @param {string} path file name, `-` for standard input
  * @param {object} options
  * @param {number} options.step distance between samples along SVG curves, drawing units
  * @param {number} [options.scale] drawing units per unit of the input, whatever a document states
+ * @param {string} [options.keep] name of a format: a document of this format is kept whole, to be
+ *   rewritten
  * @param {(count: number) => void} options.onBytes called with the number of bytes read
- * @yields {{bytes: Uint8Array, overlong?: true}|{records: object[], passedOver: string[]}|
- *   {damage: string}} blocks of lines, or records of a document; at the end, why the rest of the
- *   input could not be read
+ * @yields {{bytes: Uint8Array, overlong?: true}|{records: object[], passedOver: string[],
+ *   rewrite?: Function}|{damage: string}} blocks of lines, or records of a document; at the end, why
+ *   the rest of the input could not be read; rewrite: (answers) => the text of the document with
+ *   the figures of its records
  */
-async function* readInk(path, { step, scale, onBytes }) {
+async function* readInk(path, { step, scale, keep, onBytes }) {
   try {
     const { head, whole } = await peek(await openInput(path, onBytes), isTelling);
-    yield* isXml(head) ? readXml(head, whole, { step, scale }) : readBlocks(whole);
+    const reader = READERS.find(({ isOf }) => isOf(head));
+    if (!reader) throw new UserError('of no known format; of compressed files only gzip is read');
+    const read = (keep && reader.rewrite) || reader.read;
+    yield* read(head, whole, { step, scale, keep });
   } catch (error) {
     const isExpected = error instanceof UserError;
     const reason = isExpected ? error.message : `reading failed: ${error.message}`;
@@ -42,7 +64,39 @@ async function* readInk(path, { step, scale, onBytes }) {
 function isTelling(head) {
   if (head.length > MAX_HEAD) return true;
   if (beginsTag(head)) return head.includes(GREATER_THAN);
-  return head.length >= 4 && head.toString('latin1').trim() !== '';
+  const isBegun = head.length >= 4 && head.toString('latin1').trim() !== '';
+  return isBegun && (head.length >= JSON_HEAD || head.includes(LINE_FEED) || !isText(head));
+}
+
+/**
+ * Whether a file is a document that a single job can hold. Compressed documents may be much larger
+ * than their files.
+ */
+function isSmallDocument(path) {
+  const status = path === STDIN ? undefined : fs.statSync(path, { throwIfNoEntry: false });
+  if (!status?.isFile() || status.size > SMALL_FILE) return false;
+  const head = headOf(path);
+  if (head[0] !== GZIP[0] || head[1] !== GZIP[1]) return isDocument(head);
+  if (status.size > SMALL_ARCHIVE) return false;
+  try {
+    return isDocument(zlib.gunzipSync(head, { finishFlush: zlib.constants.Z_SYNC_FLUSH }));
+  } catch {
+    return false;
+  }
+}
+
+function headOf(path) {
+  const head = Buffer.alloc(JSON_HEAD);
+  const file = fs.openSync(path);
+  try {
+    return head.subarray(0, fs.readSync(file, head));
+  } finally {
+    fs.closeSync(file);
+  }
+}
+
+function isDocument(head) {
+  return beginsTag(head) || isJsonDocument(head);
 }
 
 function beginsTag(head) {
@@ -50,12 +104,8 @@ function beginsTag(head) {
   return head.find((byte) => byte > 0x20 && !BYTE_ORDER_MARK.has(byte)) === LESS_THAN;
 }
 
-function isXml(head) {
-  if (beginsTag(head)) return true;
-  if (!head.includes(0)) return false;
-  throw new UserError(
-    'neither NDJSON (in UTF-8), InkML nor SVG; of compressed files only gzip is read',
-  );
+function isText(head) {
+  return !head.includes(0);
 }
 
-module.exports = { readInk };
+module.exports = { isSmallDocument, readInk };

@@ -14,7 +14,12 @@ const MILLISECONDS = new Map(Object.entries({ s: 1000, ms: 1, us: 1e-3, ns: 1e-6
  *   of a point's values; unit: milliseconds, for channels of time
  * @property {number} required the number of channels that every point has
  * @property {number} [scale] CSS pixels per unit, where the ink states the length of its unit
+ * @property {number} [scaleY] the same for Y, where it is another
+ * @property {number[][]} [transform] rows of the affine transform to the canvas
  */
+
+// Points that are held back for the annotations of views; strokes after these are not.
+const MAX_HELD = 200000;
 
 /** The format of ink that declares no format. */
 function plainFormat() {
@@ -24,9 +29,10 @@ function plainFormat() {
 /**
  * Collects the traces of an InkML document from its elements.
  *
- * A trace has the format that its context refers to, or else the one declared last, and the colour
- * and width of its brush. Traces that continue each other are one stroke. Mappings and canvas
- * transforms are not applied.
+ * A trace has the format that its context refers to, or else the one declared last, and the colour,
+ * width and transparency of its brush. Traces that continue each other are one stroke. Affine canvas
+ * transforms are applied, other mappings are not. Views give their annotations to the traces that
+ * they refer to, which therefore are held back.
  */
 class InkmlReader {
   constructor({ onStroke, onProblem, onPassedOver }) {
@@ -50,6 +56,13 @@ class InkmlReader {
     /** Depth of open `definitions` elements. */
     this.definitions = 0;
     this.isDeclared = false;
+    this.transforms = new Map();
+    /** The open canvas transform, and the text of its matrix. */
+    this.transform = undefined;
+    /** Strokes that are held back, in their order, and by the identifiers of them and of groups. */
+    this.held = [];
+    this.heldById = new Map();
+    this.heldPoints = 0;
   }
 
   open(name, attributes, line) {
@@ -63,6 +76,7 @@ class InkmlReader {
   text(text) {
     if (this.annotation) this.annotation.text += text;
     else if (this.trace) this.trace.text += text;
+    else if (this.transform) this.transform.text += text;
   }
 
   formatOf(reference) {
@@ -73,6 +87,8 @@ class InkmlReader {
     const reference = attributes.traceFormatRef ?? attributes.inkSourceRef ?? attributes.contextRef;
     this.owners.push(identifier(attributes));
     if (reference) this.useFormat(this.formatOf(reference));
+    const transform = this.transforms.get(targetOf(attributes.canvasTransformRef));
+    if (transform) this.useFormat({ ...this.format, transform });
     const brush = this.brushOf(attributes.brushRef, attributes.contextRef);
     if (brush) this.useBrush(brush);
   }
@@ -102,8 +118,9 @@ class InkmlReader {
       return;
     }
     const annotations = this.groups.map((group) => group.annotations);
-    const fields = Object.assign({ ...brush }, ...annotations, id !== undefined && { id });
-    const { scale } = format;
+    const scale = placePoints(points, format);
+    const pen = penOf(brush, scale);
+    const fields = Object.assign(pen, ...annotations, id !== undefined && { id });
     // Annotations state the drawing area as the fields of a JSON line do.
     const { area } = readArea({ width: Number(fields.width), height: Number(fields.height) });
     if (area) Object.assign(fields, { width: area.width, height: area.height });
@@ -128,15 +145,68 @@ class InkmlReader {
     }
     const isOpen = continuation === 'begin' || continuation === 'middle';
     if (isOpen && id !== undefined) this.begun.set(id, whole);
-    else this.onStroke(whole.line, whole.stroke);
+    else this.hold(whole, id);
   }
 
-  /** Passes on the strokes whose last piece is missing. */
+  hold(whole, id) {
+    this.held.push(whole);
+    for (const name of [id, ...this.groups.map((group) => group.id)]) {
+      if (name === undefined) continue;
+      if (!this.heldById.has(name)) this.heldById.set(name, []);
+      this.heldById.get(name).push(whole);
+    }
+    this.heldPoints += whole.stroke.points.length;
+    if (this.heldPoints > MAX_HELD) this.release();
+  }
+
+  release() {
+    for (const { line, stroke } of this.held) this.onStroke(line, stroke);
+    this.held = [];
+    this.heldById.clear();
+    this.heldPoints = 0;
+  }
+
+  /** Gives the annotations around a view to what it refers to. */
+  annotate(reference) {
+    const annotations = Object.assign({}, ...this.groups.map((group) => group.annotations));
+    for (const { stroke } of this.heldById.get(targetOf(reference)) ?? []) {
+      // The trace's own annotations, and its identifier, stay.
+      stroke.fields = { ...annotations, ...stroke.fields };
+    }
+  }
+
+  /** Passes on the strokes that are held back, and those whose last piece is missing. */
   finish() {
+    this.release();
     for (const { line, stroke } of this.begun.values()) this.onStroke(line, stroke);
     this.begun.clear();
   }
 }
+
+/** Puts points onto the canvas and makes their units equally long; returns the scale, if known. */
+function placePoints(points, { scale, scaleY, transform }) {
+  if (scale && scaleY && scale !== scaleY) for (const point of points) point[1] *= scaleY / scale;
+  if (!transform) return scale;
+  const [[a, b, e = 0], [c, d, f = 0]] = transform;
+  for (const point of points) {
+    const [x, y] = point;
+    [point[0], point[1]] = [a * x + b * y + e, c * x + d * y + f];
+  }
+  const factor = Math.sqrt(Math.abs(a * d - b * c));
+  return scale && factor > 0 ? scale / factor : scale;
+}
+
+/** The fields of a brush. A width with a unit is converted to that of the ink. */
+function penOf({ pixels, ...fields } = {}, scale = 1) {
+  if (pixels === undefined) return fields;
+  return { ...fields, 'stroke-width': String(Number((pixels / scale).toPrecision(6))) };
+}
+
+/** What a resolution is stored as, by its channel. */
+const SCALES = { X: 'scale', Y: 'scaleY' };
+
+/** The transparency of what cannot be seen. */
+const TRANSPARENT = 255;
 
 const OPEN = {
   definitions() {
@@ -160,13 +230,14 @@ const OPEN = {
     const unit = MILLISECONDS.get(units) ?? 1;
     this.format.channels.push({ name, min: Number(min ?? 0), max: Number(max), unit });
     if (!this.intermittent) this.format.required += 1;
-    if (name === 'X' && pixelsPer(units)) this.format.scale = pixelsPer(units);
+    const key = SCALES[name];
+    if (key && pixelsPer(units)) this.format[key] = pixelsPer(units);
   },
   /** The resolution is the number of units in an inch or a centimetre: "1000", "1/cm". */
   channelProperty({ channel, name, value, units }) {
-    if (channel !== 'X' || name !== 'resolution') return;
+    if (!SCALES[channel] || name !== 'resolution') return;
     const scale = pixelsPer(units?.replace(/^1\//, '')) / Number(value);
-    if (scale > 0 && Number.isFinite(scale)) this.format.scale = scale;
+    if (scale > 0 && Number.isFinite(scale)) this.format[SCALES[channel]] = scale;
   },
   brush(attributes) {
     this.brush = {};
@@ -176,18 +247,30 @@ const OPEN = {
   },
   brushProperty({ name, value, units }) {
     if (!this.brush || !value) return;
+    const number = Number(value);
     if (name === 'color') this.brush.stroke = value;
-    // Widths in other units than that of the coordinates are not converted.
-    if (name === 'width' && !units && Number(value) > 0) this.brush['stroke-width'] = value;
+    if (name === 'width' && number > 0) {
+      if (pixelsPer(units)) this.brush.pixels = number * pixelsPer(units);
+      else this.brush['stroke-width'] = value;
+    }
+    if (name === 'transparency' && number > 0 && number <= TRANSPARENT) {
+      this.brush['stroke-opacity'] = String(Number((1 - number / TRANSPARENT).toFixed(3)));
+    }
   },
-  traceGroup({ contextRef, brushRef }) {
-    this.groups.push({ annotations: {}, contextRef, brushRef });
+  canvasTransform(attributes) {
+    this.transform = { id: identifier(attributes), text: '' };
+  },
+  traceGroup({ contextRef, brushRef, ...attributes }) {
+    this.groups.push({ annotations: {}, contextRef, brushRef, id: identifier(attributes) });
+  },
+  traceView({ traceDataRef }) {
+    this.groups.push({ annotations: {}, traceDataRef });
   },
   annotation({ type }) {
     if (this.groups.length > 0 && type) this.annotation = { type, text: '' };
   },
   trace(attributes, line) {
-    if (attributes.type === 'penUp') return;
+    if (attributes.type === 'penUp' || this.definitions > 0) return;
     const inherited = (name) =>
       attributes[name] ?? this.groups.findLast((group) => group[name])?.[name];
     const [context, brush] = [inherited('contextRef'), inherited('brushRef')];
@@ -216,6 +299,19 @@ const CLOSE = {
   },
   traceGroup() {
     this.groups.pop();
+  },
+  traceView() {
+    const { traceDataRef } = this.groups.at(-1);
+    if (traceDataRef !== undefined) this.annotate(traceDataRef);
+    this.groups.pop();
+  },
+  canvasTransform() {
+    const { id, text } = this.transform;
+    this.transform = undefined;
+    const rows = text.split(',').map((row) => row.trim().split(/\s+/).map(Number));
+    if (rows.length < 2 || !rows.flat().every(Number.isFinite)) return;
+    if (id !== undefined) this.transforms.set(id, rows);
+    if (this.owners.length > 0) this.useFormat({ ...this.format, transform: rows });
   },
   brush() {
     this.brush = undefined;
@@ -250,7 +346,11 @@ function identifier(attributes) {
 function decodeTrace(text, format) {
   const decoders = format.channels.map(() => createChannelDecoder());
   const points = [];
-  for (const part of text.split(',')) {
+  for (let start = 0; start <= text.length;) {
+    const comma = text.indexOf(',', start);
+    const end = comma < 0 ? text.length : comma;
+    const part = text.slice(start, end);
+    start = end + 1;
     const values = decodeValues(part.trim(), decoders);
     if (values === undefined) return { problem: `point ${points.length} cannot be read: ${part}` };
     if (values.length === 0) continue;

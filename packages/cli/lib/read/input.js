@@ -8,6 +8,12 @@ const { UserError } = require('../user-error.js');
 
 const STDIN = '-';
 
+/** The first bytes of gzip data. */
+const GZIP = [0x1f, 0x8b];
+
+// Bytes of a file that are read, and processed, at a time. Passing a block to a worker has a price.
+const CHUNK = 1 << 18;
+
 /** The name of an input in messages. */
 function displayName(path) {
   return path === STDIN ? 'standard input' : path;
@@ -66,10 +72,10 @@ function sizeOfInput(path) {
  * @returns {Promise<AsyncIterable<Buffer>>}
  */
 async function openInput(path, onBytes) {
-  const raw = path === STDIN ? process.stdin : fs.createReadStream(path);
+  const raw = path === STDIN ? process.stdin : fs.createReadStream(path, { highWaterMark: CHUNK });
   const { head, whole } = await peek(countBytes(raw, onBytes), ({ length }) => length >= 2);
   const bytes = Readable.from(whole, { objectMode: false });
-  const isGzip = head.length >= 2 && head[0] === 0x1f && head[1] === 0x8b;
+  const isGzip = head[0] === GZIP[0] && head[1] === GZIP[1];
   // The reader of the result gets the error; without a callback it would be thrown as well.
   return isGzip ? pipeline(bytes, zlib.createGunzip(), () => {}) : bytes;
 }
@@ -104,4 +110,4 @@ async function* chain(head, rest) {
   yield* { [Symbol.asyncIterator]: () => rest };
 }
 
-module.exports = { STDIN, checkInputs, displayName, inputsOf, openInput, peek };
+module.exports = { GZIP, STDIN, checkInputs, displayName, inputsOf, openInput, peek };

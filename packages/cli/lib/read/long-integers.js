@@ -32,7 +32,8 @@ function isRounded(value) {
 
 /** The JSON text of a value that may hold marked integers. */
 function stringify(value) {
-  return JSON.stringify(value).replace(MARKED, '$1');
+  const text = JSON.stringify(value);
+  return text.includes('integer ') ? text.replace(MARKED, '$1') : text;
 }
 
 /** A value in formats that have only text: strings as they are, others as JSON. */

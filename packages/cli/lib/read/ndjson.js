@@ -5,9 +5,8 @@ const { describe, readArea, readPoints } = require('./stroke-points.js');
 
 const LINE_FEED = 10;
 
-// A stroke of a million points is about 30 MB of text. A file with longer lines is not NDJSON, and
-// holding one could take any amount of memory.
-const MAX_LINE_LENGTH = 64 * 1024 * 1024;
+// A stroke of 300,000 points. Parsed, a line may take twenty times its own memory.
+const MAX_LINE_LENGTH = 8 * 1024 * 1024;
 
 const ARRAY_HINT = ` (jq -c '.[]' splits an array into lines)`;
 
@@ -61,12 +60,13 @@ function join(parts) {
  *
  * @param {{bytes: Uint8Array, overlong?: true}} block
  * @returns {{lines: number, records: Array<{line: number, problem?: string,
- *   stroke?: import('./stroke-points.js').Stroke}>}} the number of lines, and what they hold, by
- *   their numbers from 1 at the start of the block
+ *   fields?: object, stroke?: import('./stroke-points.js').Stroke}>}} the number of lines, and what
+ *   they hold, by their numbers from 1 at the start of the block; fields: of a wrong line that is
+ *   an object
  */
 function parseBlock({ bytes, overlong }) {
   if (overlong) {
-    const problem = `longer than ${MAX_LINE_LENGTH} characters`;
+    const problem = `longer than ${MAX_LINE_LENGTH / 1024 / 1024} MB, the limit for a line`;
     return { lines: 1, records: [{ line: 1, problem }] };
   }
   const texts = linesOf(Buffer.from(bytes.buffer, bytes.byteOffset, bytes.length));
@@ -75,7 +75,8 @@ function parseBlock({ bytes, overlong }) {
   const records = texts.flatMap((untrimmed, i) => {
     // This also removes a byte order mark.
     const text = untrimmed?.trim();
-    return text === '' ? [] : [{ line: i + 1, ...parseLine(text) }];
+    if (text === '') return [];
+    return parseLine(text).map((record) => ({ line: i + 1, ...record }));
   });
   return { lines: texts.length, records };
 }
@@ -102,27 +103,71 @@ function decode(bytes) {
   }
 }
 
+/** The strokes of a line, or what is wrong with it. */
 function parseLine(text) {
-  if (text === undefined) return { problem: 'not UTF-8: convert the file, for example with iconv' };
+  if (text === undefined) {
+    return [{ problem: 'not UTF-8: convert the file, for example with iconv' }];
+  }
   let value;
   try {
     value = JSON.parse(text);
   } catch (error) {
-    return { problem: `not JSON: ${error.message}${text.startsWith('[') ? ARRAY_HINT : ''}` };
+    return [{ problem: `not JSON: ${error.message}${text.startsWith('[') ? ARRAY_HINT : ''}` }];
   }
+  return unlessTooDeep(() => readValue(value, text)) ?? [{ problem: TOO_DEEP }];
+}
+
+const TOO_DEEP = 'nested too deeply';
+
+/** What a function returns that handles nested values; undefined where the stack overflows. */
+function unlessTooDeep(handle) {
+  try {
+    return handle();
+  } catch (error) {
+    if (error instanceof RangeError) return undefined;
+    throw error;
+  }
+}
+
+/**
+ * The strokes of a JSON value, or what is wrong with it.
+ *
+ * @param {unknown} value
+ * @param {string} [text] from which it was parsed, to keep long integers
+ */
+function readValue(value, text) {
   if (value === null || typeof value !== 'object' || Array.isArray(value)) {
     const hint = Array.isArray(value) ? ARRAY_HINT : '';
-    return { problem: `expected an object, found ${describe(value)}${hint}` };
+    return [{ problem: `expected an object, found ${describe(value)}${hint}` }];
   }
+  const fields = text === undefined ? value : keepIntegers(text, value);
+  if (value.points === undefined && Array.isArray(value.drawing)) return readDrawing(value, fields);
   const { points, asObjects, problem } = readPoints(value.points);
-  if (problem) return { problem };
   const area = readArea(value);
-  if (area.problem) return area;
   const others = readOthers(value);
-  if (others.problem) return others;
-  return {
-    stroke: { points, asObjects, fields: keepIntegers(text, value), ...area, ...others },
-  };
+  const wrong = problem ?? area.problem ?? others.problem;
+  if (wrong) return [{ problem: wrong, fields }];
+  return [{ stroke: { points, asObjects, fields, ...area, ...others } }];
+}
+
+/** A drawing holds its strokes by coordinate: [[x, ...], [y, ...], [time, ...]] of each. */
+function readDrawing({ drawing }, fields) {
+  const kept = { ...fields };
+  delete kept.drawing;
+  return drawing.map((stroke, i) => {
+    const [x, y, time] = Array.isArray(stroke) ? stroke : [];
+    const isMatching = Array.isArray(x) && Array.isArray(y) && x.length === y.length;
+    if (!isMatching) return { problem: `drawing[${i}] must be [[x, ...], [y, ...]]`, fields: kept };
+    const timeOf = (k) => (Array.isArray(time) ? [null, time[k]] : []);
+    const { points, problem } = readPoints(
+      x.map((value, k) => [value, y[k], ...timeOf(k)]),
+      `drawing[${i}]`,
+    );
+    const own = { ...kept, stroke_index: i };
+    return problem
+      ? { problem, fields: own }
+      : { stroke: { points, asObjects: false, fields: own } };
+  });
 }
 
 function readOthers({ others }) {
@@ -135,4 +180,4 @@ function readOthers({ others }) {
   return problem ? { problem } : { others: strokes.map(({ points }) => points) };
 }
 
-module.exports = { parseBlock, readBlocks };
+module.exports = { TOO_DEEP, parseBlock, readBlocks, readValue, unlessTooDeep };

@@ -20,12 +20,14 @@ const KEPT = [
 /** Shapes that are not read as strokes. */
 const OTHER_SHAPES = new Set(['rect', 'circle', 'ellipse', 'use']);
 
-// A curve that needs more is far larger than any drawing area and is sampled more coarsely.
-const MAX_SAMPLES = 10000;
+// A curve that needs more samples is far larger than any drawing area, and gets a few.
+const MAX_SAMPLES = 1000;
+const FEW_SAMPLES = 16;
+const MAX_IN_PATH = 100000;
 
 const NUMBERS = String.raw`[-+.\deE,\s]*`;
 const TRANSFORMS = new RegExp(
-  `^(?:\\s*(?:matrix|translate|scale|rotate|skewX|skewY)\\s*\\(${NUMBERS}\\)[\\s,]*)*$`,
+  `^\\s*(?:(?:matrix|translate|scale|rotate|skewX|skewY)\\s*\\(${NUMBERS}\\)[\\s,]*)*$`,
 );
 
 const PATH_DATA = {
@@ -43,33 +45,43 @@ const PATH_DATA = {
  * Collects the lines, polylines, polygons and paths of an SVG document, in the units of its
  * drawing area. Each subpath is a stroke.
  *
- * Style sheets are not read. Shapes that are filled and have no outline are not ink.
+ * Shapes that are filled and have no outline are not ink.
  */
 class SvgReader {
   constructor({ step, scale, onStroke, onProblem, onPassedOver }) {
     Object.assign(this, { step, onStroke, onProblem, onPassedOver });
     this.levels = [];
+    /** Rules of style sheets, and the text of the one that is open. */
+    this.rules = [];
+    this.css = undefined;
     this.area = undefined;
     /** Undefined while the size of a unit is not known. */
     this.scale = scale;
   }
 
-  open(name, attributes, line) {
+  open(name, attributes, line, position) {
     if (this.levels.length === 0) this.readRoot(attributes);
+    if (name === 'style') this.css = '';
     const level = this.nest(name, attributes);
     this.levels.push(level);
     if (level.hidden) return;
     if (OTHER_SHAPES.has(name)) this.onPassedOver(name);
     if (!Object.hasOwn(PATH_DATA, name)) return;
-    if (isOutlined(level.style)) this.emitPath(PATH_DATA[name](attributes), level, line);
-    else this.onPassedOver('filled shape without an outline');
+    if (isOutlined(level.style)) this.emitPath(name, attributes, level, { line, position });
+    else this.onPassedOver('filled outline');
   }
 
-  close() {
+  close(name) {
+    if (name === 'style' && this.css !== undefined) {
+      this.rules.push(...parseRules(this.css));
+      this.css = undefined;
+    }
     this.levels.pop();
   }
 
-  text() {}
+  text(text) {
+    if (this.css !== undefined) this.css += text;
+  }
 
   finish() {}
 
@@ -87,13 +99,19 @@ class SvgReader {
   }
 
   nest(name, attributes) {
-    const outer = this.levels.at(-1) ?? { style: {}, hidden: false };
-    const own = { ...attributes, ...parseStyle(attributes.style) };
+    const outer = this.levels.at(-1) ?? { style: {}, hidden: false, matrix: IDENTITY };
+    const styled = this.rules.filter(({ matches }) => matches(name, attributes));
+    const rules = styled.map(({ declarations }) => declarations);
+    const own = Object.assign({ ...attributes }, ...rules, parseStyle(attributes.style));
     const style = { ...outer.style };
     for (const key of ['fill', ...KEPT]) if (own[key] !== undefined) style[key] = own[key];
+    // The innermost transform is applied first.
+    const transforms = this.transformsOf(name, own);
+    const wrong = transforms.find((transform) => !TRANSFORMS.test(transform));
     return {
       style,
-      transforms: this.transformsOf(name, own),
+      wrong: outer.wrong ?? wrong,
+      matrix: transforms.length === 0 || wrong ? outer.matrix : combine(outer.matrix, transforms),
       hidden:
         outer.hidden || HIDING.has(name) || own.display === 'none' || own.visibility === 'hidden',
       id: attributes.id,
@@ -108,48 +126,72 @@ class SvgReader {
     return [...viewport, transform.replace(/(?<=\d)(?:deg|px)\b/g, '')];
   }
 
-  emitPath(data, { style, id }, line) {
-    // The innermost transform is applied first.
-    const transforms = [...this.levels].reverse().flatMap((level) => level.transforms);
+  emitPath(name, attributes, { style, id, matrix, wrong }, { line, position }) {
+    const data = PATH_DATA[name](attributes);
     const path = svgpath(data);
     if (path.err) {
       this.onProblem(line, `${path.err.replace(/^SvgPath: /, '')} in "${shorten(data)}"`);
       return;
     }
-    const wrong = transforms.find((transform) => !TRANSFORMS.test(transform));
     if (wrong !== undefined) {
       this.onProblem(line, `the transform "${shorten(wrong)}" cannot be read`);
       return;
     }
-    for (const transform of transforms) path.transform(transform);
-    const fields = fieldsOf(style, id, transforms);
-    for (const points of drawnParts(path, this.step / (this.scale ?? 1))) {
-      if (!points.every((point) => point.every(Number.isFinite))) {
-        this.onProblem(line, `coordinates that are not finite in "${shorten(data)}"`);
-        continue;
-      }
-      const { area, scale } = this;
-      this.onStroke(line, { points, fields, ...(scale && { scale }), ...(area && { area }) });
+    path.matrix(matrix);
+    const fields = fieldsOf(style, id, matrix);
+    const { area, scale } = this;
+    const span = { name, position, matrix };
+    for (const points of drawnParts(path, this.step / (scale ?? 1))) {
+      if (points.every((point) => point.every(Number.isFinite))) {
+        const stroke = { points, fields, ...(scale && { scale }), ...(area && { area }) };
+        this.onStroke(line, stroke, span);
+      } else this.onProblem(line, `coordinates that are not finite in "${shorten(data)}"`);
     }
   }
 }
 
+const IDENTITY = [1, 0, 0, 1, 0, 0];
+
+/** The matrix of transforms, the first of which is applied first, and then an outer matrix. */
+function combine(outer, transforms) {
+  const corner = svgpath('M0 0l1 0m-1 0l0 1');
+  for (const transform of transforms) corner.transform(transform);
+  // svgpath applies transforms when it evaluates the segments.
+  const [[, x, y], [, a, b], , [, c, d]] = corner.matrix(outer).unarc().segments;
+  return [a, b, c, d, x, y];
+}
+
+const SELECTOR = /^([\w-]*)(?:([.#])([\w-]+))?$/;
+
+/** The rules of a style sheet for elements, classes and identifiers, in the order of their weight. */
+function parseRules(css) {
+  const plain = css.replace(/\/\*[^]*?\*\//g, '');
+  const rules = [...plain.matchAll(/([^{}]+)\{([^{}]*)\}/g)].flatMap(([, selectors, body]) => {
+    const declarations = parseStyle(body);
+    return selectors.split(',').flatMap((selector) => {
+      const [found, tag, sign, value] = SELECTOR.exec(selector.trim()) ?? [];
+      if (!found) return [];
+      const isNamed = ({ id, class: classes = '' }) =>
+        sign === '#' ? id === value : !sign || classes.split(/\s+/).includes(value);
+      const matches = (name, attributes) => (tag === '' || tag === name) && isNamed(attributes);
+      return [{ weight: { '#': 2, '.': 1 }[sign] ?? 0, declarations, matches }];
+    });
+  });
+  return rules.sort((a, b) => a.weight - b.weight);
+}
+
 /** The fields of a stroke, from its element. */
-function fieldsOf(style, id, transforms) {
+function fieldsOf(style, id, matrix) {
   const fields = { ...(id !== undefined && { id }) };
   for (const key of KEPT) if (style[key] !== undefined) fields[key] = style[key];
   const width = fields['stroke-width'];
-  if (width !== undefined) fields['stroke-width'] = widthAfter(transforms, width);
+  if (width !== undefined) fields['stroke-width'] = widthAfter(matrix, width);
   return fields;
 }
 
-/** The width of a pen after transforms: it is scaled by the square root of the area factor. */
-function widthAfter(transforms, width) {
-  const corner = svgpath('M1 0L0 0L0 1');
-  for (const transform of transforms) corner.transform(transform);
-  // svgpath applies transforms when it evaluates the segments.
-  const [[, ax, ay], [, ox, oy], [, bx, by]] = corner.unarc().segments;
-  const factor = Math.sqrt(Math.abs((ax - ox) * (by - oy) - (ay - oy) * (bx - ox)));
+/** The width of a pen after a transform: it is scaled by the square root of the area factor. */
+function widthAfter([a, b, c, d], width) {
+  const factor = Math.sqrt(Math.abs(a * d - b * c));
   const pixels = toPixels(width);
   if (!pixels || !Number.isFinite(factor) || Math.abs(factor - 1) < 1e-9) return width;
   return String(Number((pixels * factor).toPrecision(6)));
@@ -225,6 +267,7 @@ function* samplePath(path, step) {
   let points = [];
   let [x, y] = [0, 0];
   let isClosed = false;
+  let sampled = 0;
   for (const [command, ...values] of path.unshort().unarc().abs().segments) {
     if (isClosed && command !== 'M' && command !== 'Z') {
       yield points;
@@ -239,7 +282,12 @@ function* samplePath(path, step) {
     } else if (command === 'H') points.push([values[0], y]);
     else if (command === 'V') points.push([x, values[0]]);
     else if (command === 'L') points.push(values);
-    else points.push(...sampleCurve([x, y], values, step));
+    else {
+      // After too many samples only the ends of curves are taken.
+      const samples = sampleCurve([x, y], values, sampled < MAX_IN_PATH ? step : Infinity);
+      sampled += samples.length;
+      points.push(...samples);
+    }
     [x, y] = points.at(-1) ?? [x, y];
   }
   if (points.length > 0) yield points;
@@ -253,7 +301,8 @@ function sampleCurve(start, values, step) {
   for (let i = 1; i < controls.length; i += 1) {
     length += Math.hypot(controls[i][0] - controls[i - 1][0], controls[i][1] - controls[i - 1][1]);
   }
-  const n = Math.min(MAX_SAMPLES, Math.max(1, Math.ceil(length / step)) || 1);
+  const needed = Math.max(1, Math.ceil(length / step)) || 1;
+  const n = needed > MAX_SAMPLES ? FEW_SAMPLES : needed;
   return Array.from({ length: n }, (_, i) => pointOnCurve(controls, (i + 1) / n));
 }
 

@@ -3,9 +3,23 @@
 const { SaxesParser } = require('saxes');
 const { UserError } = require('../user-error.js');
 const { InkmlReader } = require('./inkml.js');
+const { checkSize, figuresOf, readWhole } = require('./kept.js');
+const { rewriteTag } = require('./svg-rewriting.js');
 const { SvgReader } = require('./svg.js');
+const { XoppReader, rewriteStroke } = require('./xopp.js');
 
-const READERS = { ink: InkmlReader, svg: SvgReader };
+const READERS = { ink: InkmlReader, svg: SvgReader, xournal: XoppReader };
+
+// Characters that a tag or a text may have, and all expanded entities together.
+const MAX_LENGTH = 4 * 1024 * 1024;
+const MAX_EXPANDED = 1024 * 1024;
+
+const MAX_DEPTH = 1000;
+
+// Characters that are parsed at a time, and points that are passed on at a time. A few characters
+// can be a curve of many points.
+const SLICE = 4 * 1024;
+const MANY_POINTS = 10000;
 
 /** Encodings by their byte order mark. */
 const MARKS = [
@@ -14,7 +28,7 @@ const MARKS = [
 ];
 
 /**
- * Reads the strokes of an InkML or SVG document as it arrives.
+ * Reads the strokes of an XML document as it arrives.
  *
  * @param {Buffer} head the first bytes, as far as they have arrived
  * @param {AsyncIterable<Buffer>} chunks the document, head included
@@ -27,13 +41,66 @@ async function* readXml(head, chunks, options) {
   const decode = createDecoder(head);
   const document = new Document(options);
   for await (const chunk of chunks) {
-    document.write(() => decode(chunk, { stream: true }));
-    yield* document.take();
+    yield* document.write(() => decode(chunk, { stream: true }));
     if (document.failure) throw document.failure;
   }
-  document.close(decode);
-  yield* document.take();
+  yield* document.write(decode);
+  yield* document.close();
   if (document.failure) throw document.failure;
+}
+
+/** Reads an XML document that is to be rewritten, see readInk. */
+async function* rewriteXml(head, chunks, { keep, ...options }) {
+  const text = createDecoder(head)(await readWhole(chunks));
+  const document = new Document({ ...options, withSpans: true });
+  const found = [...document.write(() => text), ...document.close()];
+  const records = found.flatMap((each) => each.records);
+  checkSize(records);
+  const rewrite = REWRITERS[keep]?.isOf(document.reader) && REWRITERS[keep].rewrite;
+  yield {
+    records: records.map(({ span: _, ...record }) => record),
+    passedOver: rewrite ? [] : found.flatMap((each) => each.passedOver),
+    ...(rewrite && !document.failure && { rewrite: (answers) => rewrite(text, records, answers) }),
+  };
+  if (document.failure) throw document.failure;
+}
+
+/** By the name of the format. */
+const REWRITERS = {
+  svg: { isOf: (reader) => reader instanceof SvgReader, rewrite: rewriteSvg },
+  xopp: { isOf: (reader) => reader instanceof XoppReader, rewrite: rewriteXopp },
+};
+
+function rewriteXopp(text, records, answers) {
+  const edits = figuresOf(answers).map((answer) => {
+    const { from, to } = records[answer.index].span;
+    const start = text.lastIndexOf('<', from - 1);
+    return { start, end: to, text: rewriteStroke(text.slice(start, to), answer) };
+  });
+  return applyEdits(text, edits);
+}
+
+/** The strokes of a path are rewritten together, if one of them has become a figure. */
+function rewriteSvg(text, records, answers) {
+  const changed = new Set(figuresOf(answers).map(({ index }) => records[index].span));
+  const edits = [...changed].map((span) => {
+    const end = span.position;
+    const start = text.lastIndexOf('<', end - 1);
+    const parts = answers.filter((answer, i) => answer && records[i].span === span);
+    return { start, end, text: rewriteTag(text.slice(start, end), span, parts) };
+  });
+  return applyEdits(text, edits);
+}
+
+/** @param {Array<{start: number, end: number, text: string}>} edits in their order */
+function applyEdits(text, edits) {
+  let at = 0;
+  const pieces = edits.map((edit) => {
+    const before = text.slice(at, edit.start);
+    at = edit.end;
+    return before + edit.text;
+  });
+  return pieces.join('') + text.slice(at);
 }
 
 /** @returns {(chunk?: Buffer, options?: object) => string} throws for invalid bytes */
@@ -71,22 +138,44 @@ class Document {
     });
     this.parser.on('doctype', (text) => this.declareEntities(text));
     this.parser.on('opentag', (tag) => this.open(tag));
-    this.parser.on('closetag', ({ name }) => this.reader.close(localName(name)));
-    this.parser.on('text', (text) => this.reader?.text(text));
-    this.parser.on('cdata', (text) => this.reader?.text(text));
+    this.parser.on('closetag', (tag) => this.closeTag(tag));
+    for (const event of ['text', 'cdata']) this.parser.on(event, (text) => this.takeText(text));
+    for (const event of ['comment', 'processinginstruction']) {
+      this.parser.on(event, () => this.touch());
+    }
+    /** Positions and sums that are held against limits. */
+    Object.assign(this, { last: 0, depth: 0, expanded: 0, points: 0 });
   }
 
-  /** @param {() => string} decode returns the text that comes next */
-  write(decode) {
-    this.attempt(() => this.parser.write(decode()));
+  /**
+   * @param {() => string} decode returns the text that comes next
+   * @yields {object} what it held, see readXml
+   */
+  *write(decode) {
+    let text = '';
+    this.attempt(() => (text = decode()));
+    for (let at = 0; at < text.length && !this.failure; at += SLICE) {
+      this.attempt(() => {
+        this.parser.write(text.slice(at, at + SLICE));
+        if (this.parser.position - this.last > MAX_LENGTH) {
+          throw new UserError(
+            `a tag or text longer than ${MAX_LENGTH / 1024 / 1024} MB, the limit`,
+          );
+        }
+      });
+      if (this.points > MANY_POINTS) yield* this.take();
+    }
+    yield* this.take();
   }
 
-  close(decode) {
-    this.attempt(() => this.parser.write(decode()).close());
+  *close() {
+    this.attempt(() => this.parser.close());
     this.reader?.finish();
+    yield* this.take();
   }
 
   attempt(parse) {
+    if (this.failure) return;
     try {
       parse();
     } catch (error) {
@@ -99,29 +188,61 @@ class Document {
   *take() {
     const { records, passedOver } = this;
     if (records.length === 0 && passedOver.length === 0) return;
-    [this.records, this.passedOver] = [[], []];
+    [this.records, this.passedOver, this.points] = [[], [], 0];
     yield { records, passedOver };
   }
 
   /** Some drawing programs declare their namespaces as entities. Entities in them are not expanded. */
   declareEntities(doctype) {
     for (const [, name, value] of doctype.matchAll(/<!ENTITY\s+([\w.-]+)\s+["']([^"'&]*)["']/g)) {
-      this.parser.ENTITIES[name] = value;
+      const get = () => {
+        this.expanded += value.length;
+        if (this.expanded <= MAX_EXPANDED) return value;
+        throw new UserError(`entities that expand to more than ${MAX_EXPANDED / 1024 / 1024} MB`);
+      };
+      Object.defineProperty(this.parser.ENTITIES, name, { get, configurable: true });
     }
   }
 
   open({ name, attributes }) {
+    this.touch();
+    this.depth += 1;
+    if (this.depth > MAX_DEPTH)
+      throw new UserError(`nested more than ${MAX_DEPTH} deep, the limit`);
     this.reader ??= this.createReader(localName(name));
-    this.reader.open(localName(name), attributes, this.parser.line);
+    this.reader.open(localName(name), attributes, this.parser.line, this.parser.position);
+  }
+
+  closeTag({ name }) {
+    this.touch();
+    this.depth -= 1;
+    this.reader.close(localName(name), this.parser.position);
+  }
+
+  takeText(text) {
+    this.touch();
+    this.reader?.text(text);
+  }
+
+  /** Notes how far tags and texts have been taken. */
+  touch() {
+    this.last = this.parser.position;
+  }
+
+  takeStroke(line, stroke, span) {
+    this.points += stroke.points.length;
+    this.records.push({ line, stroke, ...(this.options.withSpans && { span }) });
   }
 
   createReader(root) {
     if (!Object.hasOwn(READERS, root)) {
-      throw new UserError(`XML, but neither InkML nor SVG: its root element is <${root}>`);
+      throw new UserError(
+        `XML, but neither InkML, SVG nor Xournal++: its root element is <${root}>`,
+      );
     }
     return new READERS[root]({
       ...this.options,
-      onStroke: (line, stroke) => this.records.push({ line, stroke }),
+      onStroke: (line, stroke, span) => this.takeStroke(line, stroke, span),
       onProblem: (line, problem) => this.records.push({ line, problem }),
       onPassedOver: (what) => this.passedOver.push(what),
     });
@@ -132,4 +253,4 @@ function localName(name) {
   return name.slice(name.indexOf(':') + 1);
 }
 
-module.exports = { readXml };
+module.exports = { readXml, rewriteXml };

@@ -1,53 +1,116 @@
 'use strict';
 
-const { boundingBox } = require('../boxes.js');
+const { STRIDE } = require('../read/plain-lines.js');
 
 // Room around a stroke without a drawing area, in drawing units, in addition to its own size. No
 // figure reaches further.
 const ROOM = 64;
 
 /**
+ * @typedef {object} PackedStroke
+ * @property {Float64Array} values x, y and force of each point, 0 for a force not recorded
+ * @property {{x: number, y: number, width: number, height: number}} [area] see Stroke
+ * @property {number} [scale] see Stroke
+ * @property {Float64Array[]} [others] values of the other strokes on the drawing surface
+ */
+
+/**
+ * @param {import('../read/stroke-points.js').Stroke} stroke
+ * @returns {PackedStroke}
+ */
+function packStroke({ points, area, scale, others }) {
+  return { values: packPoints(points), area, scale, others: others?.map(packPoints) };
+}
+
+function packPoints(points) {
+  const values = new Float64Array(STRIDE * points.length);
+  let k = 0;
+  for (const [x, y, force] of points) {
+    values[k++] = x;
+    values[k++] = y;
+    values[k++] = force ?? 0;
+  }
+  return values;
+}
+
+/**
  * Puts a stroke into its drawing area, as an engine takes it. A stroke without one gets an area that
  * no figure leaves.
  *
- * @param {import('../read/stroke-points.js').Stroke} stroke
+ * @param {PackedStroke} stroke
  * @param {object} options
  * @param {{x: number, y: number, width: number, height: number}} [options.area] in units of the
  *   input, instead of the stroke's own
  * @param {number} [options.scale] drawing units per unit of the input, instead of the stroke's own
- * @returns {{placed: import('../placement.js').PlacedStroke, toInput: Function}} toInput converts
- *   a point of the answer to units of the input, as [x, y] or [x, y, force]
+ * @returns {{placed: import('../placement.js').PlacedStroke, area: object, scale: number}} with
+ *   the area in units of the input
  */
 function placeInArea(stroke, { area = stroke.area, scale = stroke.scale ?? 1 } = {}) {
-  const { x: left, y: top, width, height } = area ?? areaAround(stroke.points, scale);
-  const toFraction = ([x, y, force, time]) => {
-    const point = { x: (x - left) / width, y: (y - top) / height };
-    if (force) point.force = force;
-    if (typeof time === 'number') point.time = time;
-    return point;
-  };
+  const used = area ?? areaAround(stroke.values, scale);
   return {
     placed: {
-      points: stroke.points.map(toFraction),
-      width: width * scale,
-      height: height * scale,
-      others: stroke.others?.map((other) => other.map(toFraction)),
+      points: toFractions(stroke.values, used),
+      width: used.width * scale,
+      height: used.height * scale,
+      others: stroke.others?.map((other) => toFractions(other, used)),
     },
-    toInput({ x, y, force }) {
-      const point = [x * width + left, y * height + top];
-      return force === undefined ? point : [...point, force];
-    },
+    area: used,
+    scale,
   };
 }
 
+function toFractions(values, { x, y, width, height }) {
+  const fractions = new Float64Array(values.length);
+  for (let k = 0; k < values.length; k += STRIDE) {
+    fractions[k] = (values[k] - x) / width;
+    fractions[k + 1] = (values[k + 1] - y) / height;
+    fractions[k + 2] = values[k + 2];
+  }
+  return fractions;
+}
+
+/** The inverse. */
+function fromFractions(fractions, { x, y, width, height }) {
+  const values = new Float64Array(fractions.length);
+  for (let k = 0; k < values.length; k += STRIDE) {
+    values[k] = fractions[k] * width + x;
+    values[k + 1] = fractions[k + 1] * height + y;
+    values[k + 2] = fractions[k + 2];
+  }
+  return values;
+}
+
+/** Packed points as [x, y], or [x, y, force] where there is a force. */
+function unpackPoints(values) {
+  const points = [];
+  for (let k = 0; k < values.length; k += STRIDE) {
+    const force = values[k + 2];
+    points.push(force === 0 ? [values[k], values[k + 1]] : [values[k], values[k + 1], force]);
+  }
+  return points;
+}
+
 /** A square whose side is a power of two drawing units, on a grid, to keep rounding errors small. */
-function areaAround(points, scale) {
-  const box = boundingBox(points);
-  const room = Math.max(box.width, box.height) + ROOM / scale;
+function areaAround(values, scale) {
+  const [left, top, right, bottom] = edgesOfPacked(values);
+  const room = Math.max(right - left, bottom - top) + ROOM / scale;
   const side = 2 ** Math.ceil(Math.log2(3 * room * scale)) / scale;
   const grid = side / 1024;
   const before = (value) => Math.floor((value - room) / grid) * grid;
-  return { x: before(box.x), y: before(box.y), width: side, height: side };
+  return { x: before(left), y: before(top), width: side, height: side };
+}
+
+/** Left, top, right, bottom. */
+function edgesOfPacked(values) {
+  let [left, top] = values;
+  let [right, bottom] = [left, top];
+  for (let k = STRIDE; k < values.length; k += STRIDE) {
+    left = Math.min(left, values[k]);
+    right = Math.max(right, values[k]);
+    top = Math.min(top, values[k + 1]);
+    bottom = Math.max(bottom, values[k + 1]);
+  }
+  return [left, top, right, bottom];
 }
 
 /** The common area of two: null when they differ, the other when one is undefined. */
@@ -63,4 +126,11 @@ function commonScale(a, b) {
   return b === undefined ? a : null;
 }
 
-module.exports = { commonArea, commonScale, placeInArea };
+module.exports = {
+  commonArea,
+  commonScale,
+  fromFractions,
+  packStroke,
+  placeInArea,
+  unpackPoints,
+};

@@ -1,15 +1,19 @@
 'use strict';
 
 const { createEngine } = require('../engines.js');
-const { parseBlock } = require('../read/ndjson.js');
+const { TOO_DEEP, parseBlock, unlessTooDeep } = require('../read/ndjson.js');
 const { createWriter } = require('../write/formats.js');
 const { NO_EDGES, edgesOf, uniteEdges } = require('../boxes.js');
-const { commonArea, commonScale, placeInArea } = require('./area.js');
+const { addSource } = require('../write/ndjson.js');
+const { answerPoints } = require('./answer.js');
+const { commonArea, commonScale } = require('./area.js');
+const { createLineProcessor } = require('./lines.js');
 
 /**
  * @typedef {object} ProcessorOptions plain data, the same for every job of a run
  * @property {string} engine its name
  * @property {string[]} [templates]
+ * @property {object} [beautifier] options of the beautifier
  * @property {boolean} [loads] the engine has yet to be loaded in this process
  * @property {boolean} snap lines may snap to other strokes
  * @property {string} format of the output
@@ -38,17 +42,28 @@ const { commonArea, commonScale, placeInArea } = require('./area.js');
  * @returns {(job: {bytes: Uint8Array}|{records: object[]}) => JobResult}
  */
 function createProcessor(options) {
-  const engine = createEngine(options.engine);
+  const engine = createEngine(options.engine, options.beautifier);
   if (options.loads) engine.load(options);
+  const processLines = createLineProcessor(engine, options);
   const writer = createWriter(options);
   return (job) => {
+    if (job.bytes && options.format === 'ndjson') return processLines(job);
     const { lines, records } = job.records ? { lines: 0, records: job.records } : parseBlock(job);
     const tally = new Tally(writer);
+    const answers = [];
     for (const { line, stroke, problem } of records) {
-      if (problem) tally.problems.push([line, problem]);
-      else tally.add(stroke, answerStroke(engine, stroke, options));
+      if (problem) {
+        tally.problems.push([line, problem]);
+        answers.push(undefined);
+      } else {
+        addSource(stroke.fields, job.source);
+        const answer = answerPoints(engine, stroke, options);
+        if (job.isKept) answers.push(answer);
+        const isAdded = unlessTooDeep(() => tally.add(stroke, answer) ?? true);
+        if (!isAdded) tally.problems.push([line, TOO_DEEP]);
+      }
     }
-    return tally.toResult(lines);
+    return { ...tally.toResult(lines), ...(job.isKept && { answers }) };
   };
 }
 
@@ -92,23 +107,6 @@ class Tally {
     const parts = this.texts.map((texts) => encoder.encode(texts.join('')));
     return { parts, lines, families, problems, edges, area, scale, definitions };
   }
-}
-
-/**
- * @returns {{points: number[][], type: number, family: string, kind: string|null,
- *   confidence: number|null}} in units of the input; the stroke's own points where no figure was
- *   recognised
- */
-function answerStroke(engine, stroke, { area, scale, snap }) {
-  const { placed, toInput } = placeInArea(snap ? stroke : { ...stroke, others: undefined }, {
-    area,
-    scale,
-  });
-  const { path, ...answer } = engine.answer(placed);
-  const points = answer.type === 0 ? stroke.points : path.map(toInput);
-  const isDrawable = points.every(([x, y]) => Number.isFinite(x) && Number.isFinite(y));
-  if (isDrawable) return { ...answer, points };
-  return { points: stroke.points, type: 0, family: 'none', kind: null, confidence: null };
 }
 
 module.exports = { createProcessor };

@@ -6,6 +6,9 @@ const { createEngine } = require('../engines.js');
 const { UserError } = require('../user-error.js');
 const { createProcessor } = require('./processor.js');
 
+// In Bun the pool waits for its workers without end: there the work is done in this thread.
+const IS_BUN = process.versions.bun !== undefined;
+
 const WORKER = path.join(__dirname, 'worker.js');
 
 /**
@@ -15,16 +18,17 @@ const WORKER = path.join(__dirname, 'worker.js');
  * @param {import('./processor.js').ProcessorOptions} options
  * @param {number} jobs at a time
  * @returns {{run: (job: object) => Promise<import('./processor.js').JobResult>,
- *   close: () => Promise<void>}}
+ *   runFile?: (reading: import('./jobs.js').Reading) => Promise<object[]>,
+ *   close: () => Promise<void>}} runFile: reads a document and runs all its jobs
  */
 function createRunner(options, jobs) {
-  const engine = createEngine(options.engine);
+  const engine = createEngine(options.engine, options.beautifier);
   // The template engine prints a message when some lines snap, which must not end up among the
   // strokes or the summary. So it runs in processes, whose standard output is discarded.
-  if (options.snap && engine.name === 'template') {
+  if (options.snap && engine.name === 'template' && !IS_BUN) {
     return createPool('process', jobs, { ...options, loads: true });
   }
-  if (jobs === 1) {
+  if (jobs === 1 || IS_BUN) {
     const processJob = createProcessor({ ...options, loads: true });
     return { run: async (job) => processJob(job), close: async () => {} };
   }
@@ -42,15 +46,20 @@ function createPool(workerType, maxWorkers, options) {
     emitStdStreams: isProcess,
     forkOpts: { serialization: 'advanced' },
   });
+  async function exec(task, what, transfer) {
+    const { results, failure } = await pool
+      .exec(task, [options, what], { transfer, on: discard })
+      .catch(explain);
+    if (failure) throw new UserError(failure);
+    return results;
+  }
   return {
     async run(job) {
       const transfer = job.bytes && !isProcess ? [job.bytes.buffer] : [];
-      const result = await pool
-        .exec('work', [options, job], { transfer, on: discard })
-        .catch(explain);
-      if (result.failure) throw new UserError(result.failure);
+      const [result] = await exec('work', job, transfer);
       return result;
     },
+    runFile: (reading) => exec('workFile', reading, []),
     async close() {
       await pool.terminate(true);
     },

@@ -1,32 +1,36 @@
 'use strict';
 
+const fs = require('node:fs');
+const path = require('node:path');
 const { Readable } = require('node:stream');
-const { NO_EDGES, uniteEdges } = require('../boxes.js');
 const { createEngine } = require('../engines.js');
 const { createProgress } = require('../progress.js');
-const { readInk } = require('../read/ink.js');
+const { isSmallDocument } = require('../read/ink.js');
 const { STDIN, checkInputs, displayName } = require('../read/input.js');
+const { UserError } = require('../user-error.js');
 const { createDocument } = require('../write/document.js');
-const { inspectOutput } = require('../write/output-file.js');
-const { commonArea, commonScale } = require('./area.js');
-const { Neighbours } = require('./neighbours.js');
+const { FORMATS } = require('../write/formats.js');
+const { Output, inspectFolder, inspectOutput } = require('../write/output-file.js');
+const { readJobs, runJob } = require('./jobs.js');
+const { Messages } = require('./messages.js');
+const { Pages } = require('./pages.js');
 const { createRunner } = require('./runner.js');
 
 // Jobs under way or finished for each worker, enough to keep it from waiting for the disk.
 const AHEAD = 3;
 
-/** Room around the ink where there is no drawing area, in drawing units. */
-const MARGIN = 10;
-
 /**
  * @typedef {object} RunOptions
  * @property {string[]} inputs file names, `-` for standard input
  * @property {string} output file name, `-` for standard output
+ * @property {boolean} isFolder the output is a folder: a file for each input
+ * @property {string} [errors] name of a file for all messages
  * @property {boolean} force overwrite the output
  * @property {string} format of the output
  * @property {(text: string) => Uint8Array} [convert] see createDocument
  * @property {string} engine
  * @property {string[]} [templates]
+ * @property {object} beautifier options of the beautifier
  * @property {{x: number, y: number, width: number, height: number}} [area]
  * @property {number} [scale] drawing units per unit of the input
  * @property {boolean} snap lines may snap to other strokes
@@ -36,7 +40,7 @@ const MARGIN = 10;
  */
 
 /**
- * Idealises the strokes of all inputs into one output, in their order.
+ * Idealises the strokes of all inputs, in their order, into one output or into one for each.
  *
  * @param {RunOptions} options
  * @param {{stdout: NodeJS.WriteStream, stderr: NodeJS.WriteStream}} io
@@ -44,30 +48,30 @@ const MARGIN = 10;
  */
 async function runStrokes(options, { stdout, stderr }) {
   const totalBytes = checkInputs(options.inputs);
-  const target = inspectOutput(options.output, options);
-  const { templates, area, scale, snap, format, decimals, jobs } = options;
-  const engine = createEngine(options.engine).name;
-  const runner = createRunner({ engine, templates, area, scale, snap, format, decimals }, jobs);
+  const parts = planOutputs(options);
+  const file = options.errors && inspectOutput(options.errors, options);
+  const { templates, beautifier, area, scale, snap, format, decimals, jobs } = options;
+  const engine = createEngine(options.engine, beautifier).name;
+  const runner = createRunner(
+    { engine, templates, beautifier, area, scale, snap, format, decimals },
+    jobs,
+  );
   const progress = createProgress({ totalBytes, stream: stderr });
-  const report = new Report({ ...options, engine }, progress);
-  const document = createDocument(target, format, stdout, options.convert);
+  const messages = new Messages(progress, file && new Output(file));
+  const report = new Report({ ...options, engine }, progress, messages);
   try {
-    await document.start();
-    const jobsRead = readJobs(options, (bytes) => progress.advance(bytes));
-    const limit = AHEAD * jobs;
-    // Results come in the order of the jobs, each as soon as it can.
-    const results = Readable.from(jobsRead, { highWaterMark: 1 }).map(
-      (job) => runJob(runner, job),
-      { concurrency: limit, highWaterMark: limit },
+    const outputs = Readable.from(parts).map(
+      async ({ inputs, target }) => {
+        const document = createDocument(target, format, stdout, options.convert);
+        await convert({ ...options, inputs }, { runner, report, document, progress });
+      },
+      { concurrency: jobs },
     );
-    for await (const result of results) {
-      if (result.parts) await document.add(result);
-      report.add(result);
-    }
-    await document.finish(report.picture());
+    await outputs.toArray();
+    await report.finish();
     return report.summary();
   } catch (error) {
-    document.abandon();
+    messages.abandon();
     throw error;
   } finally {
     progress.stop();
@@ -77,60 +81,102 @@ async function runStrokes(options, { stdout, stderr }) {
   }
 }
 
-/** The jobs of all inputs, each with its input: an object, since a name may come twice. */
-async function* readJobs({ inputs, step, scale, snap }, onBytes) {
-  for (const path of inputs) {
-    const input = { name: displayName(path) };
-    const neighbours = snap ? new Neighbours() : undefined;
-    for await (const job of readInk(path, { step, scale, onBytes })) {
-      for (const { stroke } of job.records ?? []) {
-        if (stroke) neighbours?.meet(stroke, scale ?? stroke.scale ?? 1);
+/** The inputs of each output. */
+function planOutputs(options) {
+  const { inputs, output, isFolder, format } = options;
+  if (!isFolder) return [{ inputs, target: inspectOutput(output, options) }];
+  inspectFolder(output);
+  const taken = new Map();
+  return inputs.map((input) => {
+    if (input === STDIN) throw new UserError('a folder as output needs files as inputs');
+    const name = `${path.parse(input.replace(/\.gz$/i, '')).name}${FORMATS[format].extension}`;
+    if (taken.has(name)) {
+      throw new UserError(`${taken.get(name)} and ${input} would both become ${name}`);
+    }
+    taken.set(name, input);
+    return { inputs: [input], target: inspectOutput(path.join(output, name), options) };
+  });
+}
+
+async function convert(options, { runner, report, document, progress }) {
+  const pages = new Pages(options.area);
+  let input;
+  try {
+    await document.start();
+    const jobs = readInputs(options, runner, (bytes) => progress.advance(bytes));
+    const limit = AHEAD * options.jobs;
+    // Results come in the order of the jobs, each as soon as it can.
+    const found = Readable.from(jobs, { highWaterMark: 1 }).map((job) => runAny(runner, job), {
+      concurrency: limit,
+      highWaterMark: limit,
+    });
+    for await (const results of found) {
+      for (const result of results) {
+        if (input && input !== result.input) await report.endInput(input);
+        ({ input } = result);
+        if (result.parts) {
+          if (pages.add(result)) document.startPage();
+          await document.add(result);
+        }
+        await report.add(result);
       }
-      yield { input, ...job };
+    }
+    if (input) await report.endInput(input);
+    await document.finish(pages.layOut());
+  } catch (error) {
+    document.abandon();
+    throw error;
+  }
+}
+
+/** The jobs of all inputs. A small document is one job, which a worker also reads. */
+async function* readInputs(options, runner, onBytes) {
+  const { inputs, format, step, scale, snap } = options;
+  for (const each of inputs) {
+    const input = { name: displayName(each), lines: 0, passedOver: new Map() };
+    const reading = { path: each, isAlone: inputs.length === 1, format, step, scale, snap };
+    if (runner.runFile && isSmallDocument(each)) {
+      onBytes(fs.statSync(each).size);
+      yield { input, reading };
+    } else {
+      for await (const job of readJobs(reading, onBytes)) yield { input, job };
     }
   }
 }
 
-async function runJob(runner, job) {
-  const { input, damage, passedOver = [], ...work } = job;
-  if (damage) return { input, damage };
-  return { input, passedOver, ...(await runner.run(work)) };
+async function runAny(runner, { input, reading, job }) {
+  const results = reading ? await runner.runFile(reading) : [await runJob(job, runner.run)];
+  return results.map((result) => ({ input, ...result }));
 }
 
 /** The totals of a run, and its messages. */
 class Report {
-  constructor({ engine, output, area }, progress) {
-    Object.assign(this, { engine, output, givenArea: area, progress });
+  constructor({ engine, output, errors }, progress, messages) {
+    Object.assign(this, { engine, output, errors, progress, messages });
     this.strokes = 0;
     this.families = {};
     this.skipped = 0;
     this.unread = [];
     this.passedOver = 0;
-    this.edges = NO_EDGES;
-    this.area = undefined;
-    this.scale = undefined;
     this.start = process.hrtime.bigint();
-    /** The current input, and the number of its lines before the next block. */
-    this.position = { input: undefined, lines: 0 };
   }
 
-  add({ input, damage, passedOver, lines, families, problems, edges, area, scale }) {
-    this.locate(input);
+  async add({ input, damage, warning, passedOver = [], lines = 0, families = {}, problems = [] }) {
+    if (warning) await this.messages.add(warning);
     if (damage) {
       this.unread.push(input.name);
-      const { lines: before } = this.position;
-      this.progress.log(before > 0 ? `${damage}, after line ${before}` : damage);
-      return;
+      await this.messages.add(input.lines > 0 ? `${damage}, after line ${input.lines}` : damage);
     }
+    const before = input.lines;
+    input.lines += lines;
     for (const [line, problem] of problems) {
-      this.progress.log(`${input.name}:${this.position.lines + line}: ${problem}`);
+      await this.messages.add(`${input.name}:${before + line}: ${problem}`);
     }
-    this.position.lines += lines;
+    for (const what of passedOver) {
+      input.passedOver.set(what, (input.passedOver.get(what) ?? 0) + 1);
+    }
     this.skipped += problems.length;
     this.passedOver += passedOver.length;
-    this.edges = uniteEdges(this.edges, edges);
-    this.area = commonArea(this.area, area);
-    this.scale = commonScale(this.scale, scale);
     for (const [family, n] of Object.entries(families)) {
       this.families[family] = (this.families[family] ?? 0) + n;
       this.strokes += n;
@@ -138,8 +184,16 @@ class Report {
     this.progress.count(this.strokes);
   }
 
-  locate(input) {
-    if (this.position.input !== input) this.position = { input, lines: 0 };
+  async endInput({ name, passedOver }) {
+    if (passedOver.size === 0) return;
+    const total = [...passedOver.values()].reduce((sum, n) => sum + n, 0);
+    const counts = [...passedOver].map(([what, n]) => `${what} ${n}`).join(', ');
+    await this.messages.add(`${name}: ${total} not read as ink: ${counts}`);
+  }
+
+  async finish() {
+    if (this.strokes === 0) await this.messages.add('there is no stroke in the input');
+    await this.messages.finish();
   }
 
   summary() {
@@ -156,32 +210,6 @@ class Report {
       unread: this.unread,
       seconds: Number(seconds.toFixed(3)),
       cpu_seconds: Number(((user + system) / 1e6).toFixed(3)),
-    };
-  }
-
-  /**
-   * What the head of a drawing depends on.
-   *
-   * @returns {{view: {x: number, y: number, width: number, height: number},
-   *   scale: number|undefined, families: Record<string, number>}} view: the drawing area, or where
-   *   there is none the ink and a margin; scale: drawing units per unit of it, where all strokes
-   *   have the same
-   */
-  picture() {
-    const scale = this.scale ?? undefined;
-    return { view: this.view(scale ?? 1), scale, families: this.families };
-  }
-
-  view(scale) {
-    if (this.area) return this.area;
-    const [left, top, right, bottom] = this.edges;
-    if (!(left <= right)) return this.givenArea ?? { x: 0, y: 0, width: 100, height: 100 };
-    const margin = MARGIN / scale;
-    return {
-      x: left - margin,
-      y: top - margin,
-      width: right - left + 2 * margin,
-      height: bottom - top + 2 * margin,
     };
   }
 }

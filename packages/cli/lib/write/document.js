@@ -32,6 +32,8 @@ class StreamedDocument {
     await this.output.write(this.head);
   }
 
+  startPage() {}
+
   async add({ parts: [part], definitions }) {
     for (const [id, text] of Object.entries(definitions)) {
       if (!this.defined.has(id)) await this.output.write(text);
@@ -61,13 +63,19 @@ class ComposedDocument {
 
   async start() {}
 
-  async add({ parts }) {
+  startPage() {
+    for (const spool of this.spools) spool.startPage();
+  }
+
+  async add({ parts, text }) {
+    this.text ??= text;
     for (let i = 0; i < parts.length; i += 1) await this.spools[i].write(parts[i]);
   }
 
   async finish(summary) {
     for (const spool of this.spools) await spool.close();
-    const texts = this.texts(this.compose(summary));
+    const composed = () => this.texts(this.compose(summary), summary.offsets);
+    const texts = this.text === undefined ? composed() : [this.text];
     if (this.convert) {
       const whole = [];
       for await (const text of texts) whole.push(text);
@@ -79,10 +87,19 @@ class ComposedDocument {
     this.dropSpools();
   }
 
-  async *texts(pieces) {
+  async *texts(pieces, offsets) {
     for (const piece of pieces) {
       if (typeof piece === 'string') yield piece;
-      else yield* this.spools[piece].read().setEncoding('utf8');
+      else yield* this.pages(this.spools[piece], offsets);
+    }
+  }
+
+  async *pages(spool, offsets) {
+    for (let i = 0; i < Math.max(1, offsets.length); i += 1) {
+      const isMoved = offsets[i] > 0 || offsets[i] < 0;
+      if (isMoved) yield `<g transform="translate(0 ${offsets[i]})">\n`;
+      yield* spool.readPage(i);
+      if (isMoved) yield '</g>\n';
     }
   }
 

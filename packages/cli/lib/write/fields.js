@@ -22,8 +22,8 @@ function textFields({ fields, asObjects }) {
 }
 
 /** An answer as fields. The field `family` is the label of a labelled stroke and stays. */
-function answerFields({ type, family, kind, confidence }) {
-  return { type, figure: family, kind, confidence };
+function answerFields({ type, family, kind, confidence, parameters }) {
+  return { type, figure: family, kind, confidence, parameters };
 }
 
 module.exports = { answerFields, textFields };

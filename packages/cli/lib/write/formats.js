@@ -8,6 +8,9 @@ const { composeSvg, formatPolyline } = require('./svg.js');
 
 /**
  * @typedef {object} Format
+ * @property {string} extension of its files
+ * @property {boolean} [isRewritten] a document of this format is kept, with figures as its strokes
+ * @property {boolean} [isKept] it is written in no other way
  * @property {number} parts the number of texts that a stroke is written as
  * @property {(stroke, answer, round, scale) => {texts: string[], definitions?:
  *   Record<string, string>}} format scale: drawing units per unit of the stroke, undefined where
@@ -16,16 +19,30 @@ const { composeSvg, formatPolyline } = require('./svg.js');
  * @property {string} [tail]
  * @property {(summary: object) => Array<string|number>} [compose] of a format whose head depends on
  *   all strokes: texts, and the numbers of the parts between them
- * @property {number} [decimals] of coordinates by default, at a scale of 1
+ * @property {number} [decimals] of coordinates, instead of those of the answer
  * @property {boolean} [inDrawingUnits] coordinates are drawing units rather than the input's
  */
 
 /** @type {Record<string, Format>} */
 const FORMATS = {
-  ndjson: { parts: 1, format: formatLine, head: '', tail: '' },
-  inkml: { parts: 1, format: formatInkml, head: INKML_HEAD, tail: INKML_TAIL, decimals: 3 },
-  svg: { parts: 1, format: formatPolyline, compose: composeSvg, decimals: 3 },
+  ndjson: { extension: '.ndjson', parts: 1, format: formatLine, head: '', tail: '' },
+  inkml: {
+    extension: '.inkml',
+    parts: 1,
+    format: formatInkml,
+    head: INKML_HEAD,
+    tail: INKML_TAIL,
+  },
+  svg: {
+    extension: '.svg',
+    isRewritten: true,
+    parts: 1,
+    format: formatPolyline,
+    compose: composeSvg,
+  },
+  ...keptFormats({ xopp: '.xopp', rnote: '.rnote', excalidraw: '.excalidraw' }),
   picture: {
+    extension: '.svg',
     parts: 2,
     format: formatPictureParts,
     compose: composePicture,
@@ -33,6 +50,17 @@ const FORMATS = {
     inDrawingUnits: true,
   },
 };
+
+/** Formats that are written only by rewriting a document, by their extensions. */
+function keptFormats(extensions) {
+  const nothing = { parts: 0, format: () => ({ texts: [] }), compose: () => [] };
+  return Object.fromEntries(
+    Object.entries(extensions).map(([name, extension]) => [
+      name,
+      { ...nothing, extension, isRewritten: true, isKept: true },
+    ]),
+  );
+}
 
 /** Formats for the exchange of strokes, by the extensions of their files. */
 const EXTENSIONS = {
@@ -43,6 +71,9 @@ const EXTENSIONS = {
   '.inkml': 'inkml',
   '.ink': 'inkml',
   '.xml': 'inkml',
+  '.xopp': 'xopp',
+  '.rnote': 'rnote',
+  '.excalidraw': 'excalidraw',
 };
 
 /**
@@ -60,8 +91,6 @@ const EXTENSIONS = {
 function createWriter({ format: name, decimals, area, scale }) {
   const format = FORMATS[name];
   const scaleOf = (stroke) => scale ?? stroke.scale;
-  const decimalsAt = (size = 1) =>
-    format.decimals && format.decimals + (format.inDrawingUnits ? 0 : extraDecimals(size));
   return {
     parts: format.parts,
     needsView: format.compose !== undefined,
@@ -73,20 +102,14 @@ function createWriter({ format: name, decimals, area, scale }) {
       return { unit, area: own && scaledArea(own, unit), scale: 1 };
     },
     write(stroke, answer) {
-      const size = scaleOf(stroke);
-      const round = createRounding(decimals ?? decimalsAt(size));
-      return format.format(stroke, answer, round, size);
+      const round = createRounding(decimals ?? format.decimals ?? answer.decimals);
+      return format.format(stroke, answer, round, scaleOf(stroke));
     },
   };
 }
 
 function scaledArea({ x, y, width, height }, unit) {
   return { x: x * unit, y: y * unit, width: width * unit, height: height * unit };
-}
-
-/** Decimals that coordinates need beyond the usual ones where their unit is large. */
-function extraDecimals(scale) {
-  return Math.max(0, Math.ceil(Math.log10(scale)));
 }
 
 module.exports = { EXTENSIONS, FORMATS, createWriter };

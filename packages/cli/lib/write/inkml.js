@@ -1,5 +1,6 @@
 'use strict';
 
+const { toText } = require('../read/long-integers.js');
 const { PIXELS_PER_INCH } = require('../units.js');
 const { escapeText } = require('../svg.js');
 const { answerFields, textFields } = require('./fields.js');
@@ -21,7 +22,7 @@ const INKML_HEAD = `<?xml version="1.0" encoding="UTF-8"?>
 const INKML_TAIL = '</ink>\n';
 
 /** The fields that become properties of a brush. */
-const BRUSH = { color: 'stroke', width: 'stroke-width' };
+const BRUSH = { color: 'stroke', width: 'stroke-width', transparency: 'stroke-opacity' };
 
 /**
  * A stroke as a trace, in a group with the answer and other fields as annotations and references
@@ -33,7 +34,7 @@ function formatInkml(stroke, answer, round, scale) {
   const references = { contextRef: unitOf(scale), brushRef: brush };
   for (const [name, value] of Object.entries(answerFields(answer))) {
     if (value === null) fields.delete(name);
-    else fields.set(name, value);
+    else fields.set(name, toText(value));
   }
   const annotations = Array.from(
     fields,
@@ -81,9 +82,8 @@ function takeBrush(fields) {
   const properties = [];
   let id = 'brush';
   for (const [property, name] of Object.entries(BRUSH)) {
-    const value = fields.get(name);
-    // A width is written without a unit, so only plain numbers can be.
-    if (!value || (property === 'width' && !(Number(value) > 0))) continue;
+    const value = toProperty(property, fields.get(name));
+    if (!value) continue;
     fields.delete(name);
     id += `_${property}-${toName(value)}`;
     properties.push(`<brushProperty name="${property}" value="${escapeText(value)}"/>`);
@@ -91,6 +91,14 @@ function takeBrush(fields) {
   if (properties.length === 0) return undefined;
   const text = `<definitions><brush xml:id="${id}">${properties.join('')}</brush></definitions>\n`;
   return { id, text };
+}
+
+/** A width is written without a unit, so only plain numbers can be; transparency is up to 255. */
+function toProperty(property, value) {
+  if (property === 'color') return value;
+  if (!(Number(value) > 0)) return undefined;
+  if (property === 'width') return value;
+  return Number(value) < 1 ? String(Math.round(255 * (1 - Number(value)))) : undefined;
 }
 
 /** Maps a text to an XML name, different for different texts. */

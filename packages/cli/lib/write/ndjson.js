@@ -11,11 +11,22 @@ const NOT_TEXT = ['points', 'others', 'width', 'height'];
  * points were read, and the answer.
  */
 function formatLine({ fields, points: drawn, asObjects }, answer, round) {
+  const isAsDrawn = answer.points === drawn;
+  const { points: kept = drawn } = fields;
+  const points = isAsDrawn ? kept : formatPoints(answer.points, asObjects, round);
+  return { texts: [formatRecord(fields, points, answer)] };
+}
+
+/** A line of JSON, with the given points and the answer. */
+function formatRecord(fields, points, answer) {
   const kept = { ...fields };
   for (const name of NOT_TEXT) if (typeof kept[name] === 'string') delete kept[name];
-  const isAsDrawn = answer.points === drawn;
-  const points = isAsDrawn ? (kept.points ?? drawn) : formatPoints(answer.points, asObjects, round);
-  return { texts: [`${stringify({ ...kept, points, ...answerFields(answer) })}\n`] };
+  return `${stringify({ ...kept, points, ...answerFields(answer) })}\n`;
+}
+
+/** Names the input of a stroke, unless a field of its line does so. */
+function addSource(fields, source) {
+  if (source !== undefined) fields.source ??= source;
 }
 
 function formatPoints(points, asObjects, round) {
@@ -26,4 +37,4 @@ function formatPoints(points, asObjects, round) {
   });
 }
 
-module.exports = { formatLine };
+module.exports = { addSource, formatLine, formatRecord };

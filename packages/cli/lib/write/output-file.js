@@ -33,6 +33,18 @@ function inspectOutput(name, { force }) {
   return { name: status ? fs.realpathSync(name) : name, force, kind: 'file' };
 }
 
+/** Checks a folder for outputs, and makes it if its parent exists. */
+function inspectFolder(name) {
+  const folder = name.replace(/(?<=.)[/\\]+$/, '');
+  if (statusOf(folder)?.isDirectory()) return;
+  checkParent(folder);
+  try {
+    fs.mkdirSync(folder);
+  } catch (error) {
+    throw new UserError(`${folder} cannot be made: ${error.message}`);
+  }
+}
+
 function checkParent(name) {
   const directory = path.dirname(name);
   const status = statusOf(directory);
@@ -103,7 +115,7 @@ class Output {
     }
     const openStream = () => this.temporary?.stream ?? fs.createWriteStream(target.name);
     this.sink = new Sink(target.name, target.kind === 'stdout' ? stdout : openStream(), {
-      gzip: target.name.endsWith('.gz'),
+      gzip: /\.(?:gz|xopp|rnote)$/i.test(target.name),
     });
   }
 
@@ -175,16 +187,24 @@ function claimName(temporary, name) {
   }
 }
 
-/** Text that is stored in a temporary file until what precedes it is known. */
+/** Bytes of text that are stored in a temporary file until what precedes them is known. */
 class Spool {
   /** @param {ReturnType<typeof inspectOutput>} target whose directory is used if it is a file */
   constructor(target) {
     const directory = target.kind === 'file' ? path.dirname(target.name) : os.tmpdir();
     this.file = new TemporaryFile(directory, 'scrivo-part');
     this.sink = new Sink(target.kind === 'file' ? target.name : directory, this.file.stream);
+    /** Where each page begins. */
+    this.starts = [0];
+    this.length = 0;
+  }
+
+  startPage() {
+    this.starts.push(this.length);
   }
 
   write(content) {
+    this.length += content.length;
     return this.sink.write(content);
   }
 
@@ -192,8 +212,11 @@ class Spool {
     return this.sink.end();
   }
 
-  read() {
-    return fs.createReadStream(this.file.path);
+  /** The texts of a page. */
+  readPage(i) {
+    const [start, end] = [this.starts[i], this.starts[i + 1] ?? this.length];
+    if (start === end) return [];
+    return fs.createReadStream(this.file.path, { start, end: end - 1, encoding: 'utf8' });
   }
 
   abandon() {
@@ -202,4 +225,4 @@ class Spool {
   }
 }
 
-module.exports = { Output, Spool, inspectOutput };
+module.exports = { Output, Spool, inspectFolder, inspectOutput };

@@ -1,5 +1,6 @@
 'use strict';
 
+const { toText } = require('../read/long-integers.js');
 const { escapeText, polylinePoints } = require('../svg.js');
 const { textFields } = require('./fields.js');
 
@@ -17,14 +18,18 @@ const ATTRIBUTES = [
   'stroke-dasharray',
 ];
 
-/** A stroke as a polyline, the family of its figure in an attribute. */
-function formatPolyline(stroke, { points, family }, round) {
+/** A stroke as a polyline, the answer in attributes. */
+function formatPolyline(stroke, answer, round) {
   const fields = textFields(stroke);
   const attributes = ATTRIBUTES.filter((name) => isPlain(stroke.fields[name])).map(
     (name) => ` ${name}="${escapeText(fields.get(name))}"`,
   );
-  const polyline = `<polyline${attributes.join('')} data-figure="${family}" points="${polylinePoints(points, round)}"/>\n`;
-  return { texts: [polyline] };
+  const { family: figure, kind, confidence, parameters, points } = answer;
+  const data = Object.entries({ figure, kind, confidence, parameters })
+    .filter(([, value]) => value !== null)
+    .map(([name, value]) => ` data-${name}="${escapeText(toText(value))}"`);
+  const outline = polylinePoints(points, round);
+  return { texts: [`<polyline${[...attributes, ...data].join('')} points="${outline}"/>\n`] };
 }
 
 function isPlain(value) {

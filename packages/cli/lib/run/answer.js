@@ -1,0 +1,69 @@
+'use strict';
+
+const { createRounding } = require('../svg.js');
+const { fromFractions, packStroke, placeInArea, unpackPoints } = require('./area.js');
+
+// Decimals of coordinates whose unit is a drawing unit, at least.
+const DECIMALS = 3;
+
+// Radians are rounded to this many decimals.
+const ANGLE_DECIMALS = 6;
+
+/** Fields of a figure that are angles, in radians. */
+const ANGLES = new Set(['opening', 'rotation']);
+
+/** What an engine returns for a stroke that has no drawable figure. */
+const NO_FIGURE = { type: 0, family: 'none', kind: null, confidence: null, parameters: null };
+
+/**
+ * @param {import('../engines.js').Engine} engine
+ * @param {import('./area.js').PackedStroke} stroke
+ * @param {import('./processor.js').ProcessorOptions} options
+ * @returns {{values?: Float64Array, type: number, family: string, kind: string|null,
+ *   confidence: number|null, parameters: object|null, decimals: number}} in units of the input;
+ *   values: of the redrawn stroke, none where it stays as drawn; decimals: of its coordinates
+ */
+function answerStroke(engine, stroke, { area, scale, snap, decimals }) {
+  const others = snap ? stroke.others : undefined;
+  const place = placeInArea({ ...stroke, others }, { area, scale });
+  const { path, figure, ...answer } = engine.answer(place.placed);
+  const precision = decimals ?? decimalsAt(place.scale);
+  if (answer.type === 0) return { ...answer, parameters: null, decimals: precision };
+  const values = fromFractions(path, place.area);
+  if (!areFinite(values)) return { ...NO_FIGURE, decimals: precision };
+  const parameters = figure && parametersOf(figure, place, createRounding(precision));
+  return { ...answer, values, parameters, decimals: precision };
+}
+
+/** The same with points instead of values: the stroke's own where it stays as drawn. */
+function answerPoints(engine, stroke, options) {
+  const { values, ...answer } = answerStroke(engine, packStroke(stroke), options);
+  return { ...answer, points: values ? unpackPoints(values) : stroke.points };
+}
+
+function areFinite(values) {
+  for (let k = 0; k < values.length; k += 1) if (!Number.isFinite(values[k])) return false;
+  return true;
+}
+
+/** Where the unit is large, coordinates need more decimals. */
+function decimalsAt(scale) {
+  return Math.min(15, DECIMALS + Math.max(0, Math.ceil(Math.log10(scale))));
+}
+
+const roundAngle = createRounding(ANGLE_DECIMALS);
+
+/** The fields of a figure in units of the input: places as [x, y]. */
+function parametersOf(figure, { area, scale }, round) {
+  const toPlace = ({ x, y }) => [round(x / scale + area.x), round(y / scale + area.y)];
+  const convert = (name, value) => {
+    if (ANGLES.has(name)) return roundAngle(value);
+    if (name === 'radii') return [round(value.x / scale), round(value.y / scale)];
+    if (typeof value === 'number') return round(value / scale);
+    return Array.isArray(value) ? value.map(toPlace) : toPlace(value);
+  };
+  const fields = Object.entries(figure).filter(([name]) => name !== 'kind' && name !== 'subtype');
+  return Object.fromEntries(fields.map(([name, value]) => [name, convert(name, value)]));
+}
+
+module.exports = { answerPoints, answerStroke };

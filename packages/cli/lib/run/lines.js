@@ -1,0 +1,115 @@
+'use strict';
+
+const { isUtf8 } = require('node:buffer');
+const { keepIntegers, stringify } = require('../read/long-integers.js');
+const { TOO_DEEP, parseBlock, unlessTooDeep } = require('../read/ndjson.js');
+const { PlainLineReader } = require('../read/plain-lines.js');
+const { readArea } = require('../read/stroke-points.js');
+const { createRounding } = require('../svg.js');
+const { LineBytes } = require('../write/line-bytes.js');
+const { addSource, formatLine, formatRecord } = require('../write/ndjson.js');
+const { NO_EDGES } = require('../boxes.js');
+const { answerPoints, answerStroke } = require('./answer.js');
+
+const LINE_FEED = 10;
+
+// Bytes of a line besides its points.
+const MAX_REST = 4096;
+
+/** Stands for the points in the text of a record. */
+const POINTS = '\u0000points';
+const POINTS_TEXT = JSON.stringify(POINTS);
+
+/**
+ * Turns lines into lines. Most of a line is points: where these have the usual form, only the rest
+ * is parsed as JSON, and points that stay as drawn are copied.
+ *
+ * @param {import('../engines.js').Engine} engine
+ * @param {import('./processor.js').ProcessorOptions} options
+ * @returns {(block: {bytes: Uint8Array, overlong?: true}) => import('./processor.js').JobResult}
+ */
+function createLineProcessor(engine, options) {
+  const reader = new PlainLineReader();
+  const out = new LineBytes();
+
+  /** The answer to a line of the usual form; undefined, with nothing written, for any other. */
+  function processPlain(bytes, start, end, source) {
+    const place = reader.read(bytes, start);
+    // What is longer may be nested too deeply.
+    if (!place || end - start - (place.to - place.from) > MAX_REST) return undefined;
+    const rest = parseRest(bytes, start, end, place);
+    if (!rest) return undefined;
+    addSource(rest.fields, source);
+    const values = reader.values.subarray(0, reader.length);
+    const answer = answerStroke(engine, { values, area: rest.area }, options);
+    const text = formatRecord(rest.fields, POINTS, answer);
+    const at = text.indexOf(POINTS_TEXT);
+    if (at !== text.lastIndexOf(POINTS_TEXT)) return undefined;
+    out.addText(text.slice(0, at));
+    if (answer.values) out.addPoints(answer.values, answer.decimals);
+    else out.addBytes(bytes, place.from, place.to);
+    out.addText(text.slice(at + POINTS_TEXT.length));
+    return answer;
+  }
+
+  /** The answers to any line, and what is wrong with it. */
+  function processAny(block, source) {
+    return parseBlock(block).records.map(({ stroke, problem, fields }) => {
+      if (problem) return refuse(problem, fields);
+      addSource(stroke.fields, source);
+      const answer = answerPoints(engine, stroke, options);
+      const write = () => formatLine(stroke, answer, createRounding(answer.decimals)).texts[0];
+      const text = unlessTooDeep(write);
+      if (text === undefined) return refuse(TOO_DEEP);
+      out.addText(text);
+      return answer;
+    });
+  }
+
+  /** The lines of the output stay those of the input. */
+  function refuse(problem, fields) {
+    out.addText(`${stringify({ ...fields, problem })}\n`);
+    return { problem };
+  }
+
+  return ({ bytes, overlong, source }) => {
+    const result = { lines: 0, families: {}, problems: [], edges: NO_EDGES, definitions: {} };
+    const block = endLine(bytes);
+    // With `others`, which lines may snap to, or in another encoding no line has the usual form.
+    const isUsual = !options.snap && !overlong && isUtf8?.(block);
+    for (let start = 0; start < block.length;) {
+      const end = block.indexOf(LINE_FEED, start);
+      result.lines += 1;
+      const plain = isUsual && processPlain(block, start, end, source);
+      const line = { bytes: block.subarray(start, end), overlong };
+      for (const { problem, family } of plain ? [plain] : processAny(line, source)) {
+        if (problem) result.problems.push([result.lines, problem]);
+        else result.families[family] = (result.families[family] ?? 0) + 1;
+      }
+      start = end + 1;
+    }
+    return { ...result, parts: [out.take()] };
+  };
+}
+
+/** A block with a line feed after its last line. */
+function endLine(bytes) {
+  const block = Buffer.from(bytes.buffer, bytes.byteOffset, bytes.length);
+  return block.at(-1) === LINE_FEED ? block : Buffer.concat([block, Buffer.from('\n')]);
+}
+
+/** What a line holds besides points; undefined if it is no JSON, or has a field to be checked. */
+function parseRest(bytes, start, end, { from, to }) {
+  const text = `${bytes.utf8Slice(start, from)}0${bytes.utf8Slice(to, end)}`;
+  let fields;
+  try {
+    fields = JSON.parse(text);
+  } catch {
+    return undefined;
+  }
+  if (fields.points !== 0 || fields.others !== undefined) return undefined;
+  const { area, problem } = readArea(fields);
+  return problem ? undefined : { fields: keepIntegers(text, fields), area };
+}
+
+module.exports = { createLineProcessor };

@@ -1,0 +1,85 @@
+'use strict';
+
+const { NO_EDGES, edgesOf, uniteEdges } = require('../boxes.js');
+
+// Points of a document that are looked at, about, and strokes that are needed to judge.
+const LOOKED_AT = 100000;
+const NEEDED = 5;
+
+// Drawing units: the longer side of the ink of a page, from a label to a wall.
+const SMALLEST_PAGE = 30;
+const LARGEST_PAGE = 20000;
+
+// Drawing units: the longer side of the median stroke where the unit has to be guessed.
+const STROKE_SIZE = 40;
+
+/**
+ * Gives the strokes of a document whose unit is missing or wrong another one: at a wrong size all of
+ * them would be dots, or none.
+ *
+ * @param {AsyncIterable<object>} jobs of readInk
+ * @param {string} name of the input
+ * @yields {object} the jobs; before them {warning} if the unit was guessed
+ */
+async function* withPlausibleSize(jobs, name) {
+  const held = [];
+  let strokes = [];
+  let scale;
+  let points = 0;
+  let isJudged = false;
+  function* judge() {
+    isJudged = true;
+    scale = guessScale(strokes);
+    if (scale !== undefined) yield { warning: describeGuess(strokes, name, scale) };
+    for (const job of held) yield rescale(job, scale);
+    strokes = [];
+  }
+  for await (const job of jobs) {
+    if (isJudged || job.bytes) {
+      yield rescale(job, scale);
+      continue;
+    }
+    held.push(job);
+    for (const { stroke } of job.records ?? []) {
+      if (stroke) strokes.push(stroke);
+      points += stroke?.points.length ?? 0;
+    }
+    if (points >= LOOKED_AT) yield* judge();
+  }
+  if (!isJudged) yield* judge();
+}
+
+/** Drawing units per unit of strokes at an implausible size; undefined for others. */
+function guessScale(strokes) {
+  if (strokes.length < NEEDED) return undefined;
+  const sizes = strokes.map(({ points }) => longerSide(edgesOf(points))).filter((size) => size > 0);
+  if (sizes.length < NEEDED) return undefined;
+  const page = pageSize(strokes) * (strokes[0].scale ?? 1);
+  if (page >= SMALLEST_PAGE && page <= LARGEST_PAGE) return undefined;
+  const median = sizes.sort((a, b) => a - b)[Math.floor(sizes.length / 2)];
+  return Number((STROKE_SIZE / median).toPrecision(3));
+}
+
+function pageSize(strokes) {
+  return longerSide(strokes.map(({ points }) => edgesOf(points)).reduce(uniteEdges, NO_EDGES));
+}
+
+function longerSide([left, top, right, bottom]) {
+  return Math.max(right - left, bottom - top);
+}
+
+function describeGuess(strokes, name, scale) {
+  const stated = strokes[0].scale;
+  const size = Number((pageSize(strokes) * (stated ?? 1)).toPrecision(2));
+  const unit = stated === undefined ? 'it states no unit' : 'by the unit that it states';
+  return `${name}: the ink is ${size} pixels large (${unit}); --scale ${scale} was assumed`;
+}
+
+function rescale(job, scale) {
+  if (scale !== undefined) {
+    for (const { stroke } of job.records ?? []) if (stroke) stroke.scale = scale;
+  }
+  return job;
+}
+
+module.exports = { withPlausibleSize };

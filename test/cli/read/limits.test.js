@@ -1,0 +1,43 @@
+'use strict';
+
+const assert = require('node:assert/strict');
+const { test } = require('node:test');
+const { read } = require('../../support/read-ink.js');
+
+const MB = 1024 * 1024;
+const svg = (content) => `<svg>${content}</svg>`;
+const entity = (value) => `<!DOCTYPE svg [<!ENTITY a "${value}">]>`;
+
+test('what would take too much memory or time is refused with the limit', async () => {
+  const cases = [
+    [
+      `${entity('x'.repeat(1000))}${svg('<text>&a;</text>'.repeat(1100))}`,
+      /expand to more than 1 MB/,
+    ],
+    [`${entity('1 1 '.repeat(250))}${svg(`<path d="${'&a;'.repeat(1100)}"/>`)}`, /more than 1 MB/],
+    [svg('<g>'.repeat(1001)), /nested more than 1000 deep/],
+    [`<ink><trace>${'1 2, '.repeat(MB)}</trace></ink>`, /a tag or text longer than 4 MB/],
+    [svg(`<path d="${' '.repeat(5 * MB)}"/>`), /a tag or text longer than 4 MB/],
+    [`[${' '.repeat(9 * MB)}]`, /larger than 8 MB/],
+  ];
+  for (const [content, message] of cases) assert.match((await read(content)).damage, message);
+  const deep = `{"points":[[1,2]],"a":${'['.repeat(50000)}${']'.repeat(50000)}}`;
+  assert.deepEqual((await read(deep)).problems, ['1: nested too deeply']);
+});
+
+test('huge curves get few points, transforms are combined only once', async () => {
+  const curve = 'C1e9 0 1e9 1e9 0 1e9';
+  const { strokes } = await read(
+    svg(`<path d="M0 0${curve}"/><path d="M0 0${curve.repeat(9000)}"/>`),
+  );
+  const lengths = strokes.map(({ points }) => points.length);
+  assert.ok(lengths[0] >= 16 && lengths[0] < 100 && lengths[1] < 120000, lengths.join());
+  const nested = `${'<g transform="rotate(1)">'.repeat(720)}${'<path d="M0 0L1 0"/>'.repeat(1000)}${'</g>'.repeat(720)}`;
+  const turned = await read(svg(nested));
+  assert.equal(turned.strokes.length, 1000);
+  const [x, y] = turned.strokes[999].points[1];
+  assert.ok(Math.hypot(x - 1, y) < 1e-9);
+  // Matching such a text step by step would take hours.
+  const wrong = svg(`<path transform="scale(1)${' '.repeat(200000)}x" d="M0 0L1 1"/>`);
+  assert.match((await read(wrong)).problems[0], /transform .* cannot be read/);
+});
