@@ -25,7 +25,7 @@ module.exports = [
   },
   { files: ['**/*.mjs'], languageOptions: { sourceType: 'module', globals: globals.node } },
   {
-    files: ['surface/public/**', 'examples/**/page.js'],
+    files: ['surface/page/**', 'examples/**/page.js'],
     languageOptions: { globals: globals.browser },
   },
   // Functions that the browser test evaluates run in the page.
