@@ -76,16 +76,19 @@ export function start(engine) {
   // A page that is hidden may never be shown again.
   addEventListener('pagehide', () => pointers.finish());
 
-  /** For tests: what is on the surface. @type {number[]} */
+  /** What took from lifting the pen to the figure on the canvas, ms. @type {number[]} */
   const timings = [];
-  Object.assign(window, { scrivo: { drawing, view, recogniser, timings } });
+  const page = { drawing, view, recogniser, timings, isReady: false };
+  Object.assign(window, { scrivo: page }); // for tests
   return openStorage(drawing, () =>
     warn('This drawing cannot be stored in the browser: save it to a file.'),
-  ).then(
-    (isStored) =>
-      isStored || warn('This drawing is open in another tab. What you draw here is not stored.'),
-    () => warn('This browser does not store drawings: save it to a file.'),
-  );
+  )
+    .then(
+      (isStored) =>
+        isStored || warn('This drawing is open in another tab. What you draw here is not stored.'),
+      () => warn('This browser does not store drawings: save it to a file.'),
+    )
+    .finally(() => (page.isReady = true));
 }
 
 /** @param {string} text */

@@ -110,7 +110,10 @@ export function listenToKeys(surface, commands, view, actions) {
     return key in ARROWS ? () => arrow(event) : onSurface[key];
   }
 
+  // The drawing area shows its focus to those who work with keys.
+  addEventListener('pointerdown', () => document.body.removeAttribute('data-keys'));
   addEventListener('keydown', (event) => {
+    document.body.toggleAttribute('data-keys', true);
     if (document.querySelector('dialog[open]')) return;
     if (event.key === 'Tab' && document.activeElement === surface) {
       // At the last stroke Tab goes on to the next control.

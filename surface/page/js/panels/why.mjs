@@ -55,7 +55,7 @@ function contentOf({ ink, figure }, { candidates, micros }) {
   const corners = figure ? verticesOf(figure) : [];
   const steps = [
     step(
-      `${countOf(ink)} samples`,
+      countOf(ink) === 1 ? 'One sample' : `${countOf(ink)} samples`,
       thumbnail(ink, null, { marks: [{ places: few, name: 'sample' }] }),
     ),
     step(
