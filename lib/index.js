@@ -2,18 +2,10 @@
 
 const path = require('node:path');
 
+const { FigureType } = require('./figure-type.js');
 const { loadNative, root } = require('./native.js');
 
 const { initScrivo, optimizeAStroke } = loadNative('hello');
-
-const FigureType = Object.freeze({
-  NONE: 0,
-  POINT: 1,
-  LINE: 2,
-  ANGLE: 4,
-  POLYGON: 6,
-  ELLIPSE: 7,
-});
 
 const templates = Object.freeze(
   ['rectangle', 'triangle', 'isosceles_triangle', 'ellipse'].map((figure) =>
