@@ -2,6 +2,7 @@
 
 // Builds the page: one script, one style sheet and a page that names them.
 
+const crypto = require('node:crypto');
 const fs = require('node:fs/promises');
 const path = require('node:path');
 const esbuild = require('esbuild');
@@ -11,16 +12,19 @@ const PAGE = path.join(__dirname, 'page');
 /** Files of the page, with what they are served as. */
 const FILES = { script: 'page.js', style: 'style.css', icon: 'icon.svg' };
 
+/** Lets the page compile WebAssembly. */
+const WASM = "'wasm-unsafe-eval'";
+
 /**
- * What the page of the local server may load. The static page adds to this.
+ * What the page may load.
  *
- * @param {string[]} [scripts] further sources of scripts
+ * @param {{scripts?: string[], styles?: string[]}} [more] further sources
  */
-const policy = (...scripts) =>
+const policy = ({ scripts = [], styles = [] } = {}) =>
   [
     "default-src 'none'",
-    `script-src 'self' ${scripts.join(' ')}`.trim(),
-    "style-src 'self'",
+    ["script-src 'self'", ...scripts].join(' '),
+    ["style-src 'self'", ...styles].join(' '),
     "img-src 'self' data: blob:",
     "connect-src 'self'",
     "base-uri 'none'",
@@ -76,4 +80,40 @@ async function buildPage(entry = 'main-server.mjs') {
   };
 }
 
-module.exports = { FILES, PAGE, buildPage, fill, policy };
+/** A policy as an element, for pages that come without headers. */
+const policyElement = (text) => `<meta http-equiv="Content-Security-Policy" content="${text}" />`;
+
+/** The source of an inline element that the policy lets in. */
+const hashOf = (text) => `'sha256-${crypto.createHash('sha256').update(text).digest('base64')}'`;
+
+/**
+ * The page with the engines in it, as files for a web server and as one file: scrivo.html.
+ *
+ * @returns {Promise<Record<string, string>>}
+ */
+async function buildSite() {
+  const files = await buildPage('main-site.mjs');
+  const html = await fs.readFile(path.join(PAGE, 'index.html'), 'utf8');
+  // The text of a script element ends at the first of these.
+  const script = files[FILES.script].replaceAll('</script', '<\\/script').trim();
+  const style = files[FILES.style];
+  const icon = Buffer.from(files[FILES.icon]).toString('base64');
+  const inline = policy({
+    scripts: [WASM, hashOf(script)],
+    styles: [hashOf(style)],
+  });
+  const single = `${policyElement(inline)}
+    <link rel="icon" href="data:image/svg+xml;base64,${icon}" />
+    <style>${style}</style>`;
+  const linked = policyElement(policy({ scripts: [WASM] }));
+  return {
+    ...files,
+    'index.html': fill(html, `${linked}\n    ${LINKS}`),
+    'scrivo.html': fill(html, single).replace(
+      '</body>',
+      () => `<script>${script}</script>\n  </body>`,
+    ),
+  };
+}
+
+module.exports = { buildPage, buildSite, policy };

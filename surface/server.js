@@ -7,13 +7,12 @@
 
 const http = require('node:http');
 const path = require('node:path');
-const { parseArgs } = require('node:util');
-const { FILES, buildPage, policy } = require('./build.js');
+const { buildPage, policy } = require('./build.js');
+const { DEFAULT_PORT, failure, parseCommandLine, printHelp } = require('./command-line.js');
 const { createRecogniser } = require('./recognise.js');
 const { BadRequest, readRequest } = require('./request.js');
 
 const HOST = '127.0.0.1';
-const DEFAULT_PORT = 4173;
 const TYPES = {
   '.css': 'text/css; charset=utf-8',
   '.html': 'text/html; charset=utf-8',
@@ -41,14 +40,6 @@ const LIMITS = {
   // Nobody draws faster than this, and a page that has waited sends its strokes one by one.
   requestsPerSecond: 300,
 };
-
-const USAGE = `Serves a page to draw on, on this computer only.
-
-usage: npm start -- [--port N]
-
-  --port N  port to listen on, 0 for any free one (${DEFAULT_PORT}, or a free one when it is taken)
-  --help    this text
-`;
 
 function send(response, status, type, body, headers = {}) {
   const content = { 'Content-Type': type, 'Content-Length': Buffer.byteLength(body) };
@@ -117,8 +108,7 @@ function createServer(recognise, files, changed = {}) {
     try {
       await route(request, response);
     } catch (error) {
-      if (response.headersSent || response.destroyed || request.destroyed)
-        return response.destroy();
+      if (response.headersSent || response.destroyed) return response.destroy();
       const known = error instanceof BadRequest;
       if (!known) console.error(error);
       // The rest of a refused body would be parsed as the next request.
@@ -142,27 +132,6 @@ function listen(server, port) {
   });
 }
 
-/** An error to show without its stack. */
-const failure = (message) => Object.assign(new Error(message), { expected: true });
-
-/** @returns {{help?: true, port?: number}} */
-function parseCommandLine(args) {
-  let values;
-  try {
-    ({ values } = parseArgs({
-      args,
-      options: { port: { type: 'string' }, help: { type: 'boolean' } },
-    }));
-  } catch (error) {
-    throw failure(`${error.message.split('. ')[0]}\n\n${USAGE}`);
-  }
-  if (values.help) return { help: true };
-  if (values.port === undefined) return {};
-  const port = /^\d+$/.test(values.port) ? Number(values.port) : NaN;
-  if (port < 65536) return { port };
-  throw failure('--port must be a whole number from 0 (any free port) to 65535.');
-}
-
 /** Listens on the port asked for, or else on the default one or a free one. */
 async function listenOn(server, port) {
   try {
@@ -178,10 +147,7 @@ async function listenOn(server, port) {
 /** Serves until Ctrl-C; resolves to the exit code. */
 async function serve(args) {
   const { help, port } = parseCommandLine(args);
-  if (help) {
-    process.stdout.write(USAGE);
-    return 0;
-  }
+  if (help) return printHelp();
   const [recognise, files] = await Promise.all([createRecogniser(), buildPage()]);
   const server = createServer(recognise, files);
   const address = await listenOn(server, port);
@@ -196,7 +162,7 @@ async function serve(args) {
   });
 }
 
-module.exports = { FILES, createServer, listen, parseCommandLine, serve };
+module.exports = { createServer, listen, serve };
 
 if (require.main === module) {
   serve(process.argv.slice(2)).then(

@@ -1,10 +1,19 @@
 'use strict';
 
 const assert = require('node:assert/strict');
+const { once } = require('node:events');
+const fs = require('node:fs');
+const http = require('node:http');
+const os = require('node:os');
+const path = require('node:path');
 const { after, afterEach, before, beforeEach, describe, test } = require('node:test');
+const axe = require('axe-core');
 const { HANDS, drawInk } = require('../../research/ink/index.js');
+const { writeSite } = require('../../tools/site.js');
 const { DrawingPage, PageServer, launchChromium } = require('../support/page.js');
 const { inkOf, shakyLine } = require('../support/strokes.js');
+
+const WASM = path.join(__dirname, '../../packages/wasm/dist/scrivo.wasm');
 
 const LINE = shakyLine([200, 300], [700, 420], 4);
 const SQUARE = inkOf('square');
@@ -402,4 +411,90 @@ describe('the drawing page', () => {
     assert.deepEqual([samples, answer.reason], [200_000, 'no-figure']);
     assert.equal(await drawing.isPainted([620, 400]), true);
   });
+
+  for (const colorScheme of ['light', 'dark']) {
+    test(`accessible, ${colorScheme}`, async () => {
+      await page.emulateMedia({ colorScheme });
+      await page.evaluate(axe.source);
+      const check = async (what) => {
+        const violations = await page.evaluate(async () => {
+          const { violations: found } = await window.axe.run();
+          return found.flatMap(({ id, nodes }) => nodes.map(({ html }) => `${id}: ${html}`));
+        });
+        assert.deepEqual(violations, [], what);
+      };
+      await check('empty');
+      await drawing.draw(SQUARE);
+      await page.click('[data-tool=select]');
+      await page.click('#open-menu');
+      await check('figure and menu');
+      await page.keyboard.press('Escape');
+      await click('Why?');
+      await page.waitForSelector('#why meter');
+      await check('explanation');
+      await page.keyboard.press('Escape');
+      await page.click('#open-settings');
+      await page.waitForSelector('.examples figure');
+      await check('settings');
+      await page.keyboard.press('Escape');
+      await page.focus('#surface');
+      await page.keyboard.press('?');
+      await check('keys');
+    });
+  }
 });
+
+describe(
+  'the page without a server',
+  { skip: !fs.existsSync(WASM) && 'npm run build:wasm' },
+  () => {
+    const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'scrivo-site-'));
+    let browser;
+
+    before(async () => {
+      [browser] = await Promise.all([launchChromium(), writeSite(folder)]);
+    });
+
+    after(async () => {
+      await browser?.close();
+      fs.rmSync(folder, { recursive: true });
+    });
+
+    test('opened from disk as one file, with both engines', async () => {
+      const drawing = await DrawingPage.open(browser, `file://${folder}/scrivo.html`);
+      await drawing.draw(SQUARE);
+      assert.match(
+        await drawing.page.textContent('#engine-info'),
+        /WebAssembly, in this page · \d+ µs/,
+      );
+      await drawing.page.click('text=Both');
+      await drawing.draw(CIRCLE);
+      assert.deepEqual(await drawing.kinds(), ['square', 'circle']);
+      const [, { answer }] = await drawing.items();
+      assert.equal(answer.second.kind, 'circle');
+      assert.deepEqual(drawing.errors, []);
+      await drawing.close();
+    });
+
+    test('served as files', async () => {
+      const files = Object.fromEntries(
+        fs
+          .readdirSync(folder)
+          .map((name) => [name, fs.readFileSync(path.join(folder, name), 'utf8')]),
+      );
+      const server = http.createServer((request, response) => {
+        const name = request.url === '/' ? 'index.html' : request.url.slice(1);
+        const type = { js: 'text/javascript', css: 'text/css' }[name.split('.')[1]];
+        response.setHeader('Content-Type', type ?? 'text/html');
+        response.end(files[name]);
+      });
+      await once(server.listen(0, '127.0.0.1'), 'listening');
+      const address = `http://127.0.0.1:${server.address().port}/`;
+      const drawing = await DrawingPage.open(browser, address);
+      await drawing.draw(SQUARE);
+      assert.deepEqual(await drawing.kinds(), ['square']);
+      await drawing.close();
+      server.close();
+    });
+  },
+);

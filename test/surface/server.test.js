@@ -6,7 +6,8 @@ const http = require('node:http');
 const net = require('node:net');
 const { once } = require('node:events');
 const { after, before, describe, test } = require('node:test');
-const { createServer, listen, parseCommandLine } = require('../../surface/server.js');
+const { parseCommandLine } = require('../../surface/command-line.js');
+const { createServer, listen } = require('../../surface/server.js');
 const { MAX_BYTES, checkRequest } = require('../../surface/request.js');
 
 const SERVER = require.resolve('../../surface/server.js');

@@ -146,3 +146,9 @@ interface Tool {
   cancel(): void;
   hover?(place: Place | null): void;
 }
+
+/** The bytes of a file, which the build puts into the script. */
+declare module '*.wasm' {
+  const bytes: Uint8Array<ArrayBuffer>;
+  export default bytes;
+}
