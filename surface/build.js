@@ -42,6 +42,8 @@ async function bundle(entry) {
     write: false,
     legalComments: 'none',
     loader: { '.wasm': 'binary' },
+    // A classic script has no address of its own.
+    define: { 'import.meta.url': 'document.baseURI' },
     logLevel: 'error',
   });
   return outputFiles[0].text;

@@ -394,16 +394,21 @@ describe('the drawing page', () => {
   test('ink of 200,000 samples is drawn and kept', async () => {
     await page.evaluate(() => {
       const canvas = document.getElementById('surface');
-      const send = (name, i) =>
-        canvas.dispatchEvent(
-          new PointerEvent(name, {
-            ...{ pointerType: 'mouse', pointerId: 1, bubbles: true, buttons: 1, pressure: 0.5 },
-            clientX: 500 + (100 + i / 800) * Math.cos(i / 100),
-            clientY: 400 + (100 + i / 800) * Math.sin(i / 100),
-          }),
-        );
+      const eventAt = (name, i) =>
+        new PointerEvent(name, {
+          ...{ pointerType: 'mouse', pointerId: 1, bubbles: true, buttons: 1, pressure: 0.5 },
+          clientX: 500 + (100 + i / 800) * Math.cos(i / 100),
+          clientY: 400 + (100 + i / 800) * Math.sin(i / 100),
+        });
+      const send = (name, i, count = 1) => {
+        const event = eventAt(name, i);
+        event.getCoalescedEvents = () =>
+          Array.from({ length: count }, (_, k) => eventAt(name, i + k));
+        canvas.dispatchEvent(event);
+      };
       send('pointerdown', 0);
-      for (let i = 1; i < 200_000; i += 1) send('pointermove', i);
+      send('pointermove', 1, 999);
+      for (let i = 1000; i < 200_000; i += 1000) send('pointermove', i, 1000);
       send('pointerup', 200_000);
     });
     await drawing.answered();

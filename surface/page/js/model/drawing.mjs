@@ -187,7 +187,18 @@ export class Drawing extends EventTarget {
       if (after) this.#items.set(id, after);
       else this.#items.delete(id);
     }
-    this.#sorted = null;
+    if (changes.length === 1) this.#sortIn(changes[0]);
+    else this.#sorted = null;
     this.dispatchEvent(new CustomEvent('change', { detail: { changes, written, dropped } }));
+  }
+
+  /** Keeps the sorted list up to date where that is simple. @param {Change} change */
+  #sortIn({ id, after }) {
+    const sorted = this.#sorted;
+    const last = sorted?.[sorted.length - 1];
+    if (!sorted || !after) this.#sorted = null;
+    else if (!last || last.id < id) sorted.push(after);
+    else if (sorted.length < this.#items.size) this.#sorted = null;
+    else sorted[sorted.findLastIndex((item) => item.id === id)] = after;
   }
 }

@@ -94,9 +94,9 @@ export const grow = ({ left, top, right, bottom }, margin) => ({
 export const overlap = (p, q) =>
   p.left <= q.right && q.left <= p.right && p.top <= q.bottom && q.top <= p.bottom;
 
-/** @param {Bounds} box @param {Place} p */
-export const contains = (box, p) =>
-  p.x >= box.left && p.x <= box.right && p.y >= box.top && p.y <= box.bottom;
+/** Whether a box, enlarged by a margin, holds a place. @param {Bounds} box @param {Place} p @param {number} [margin] */
+export const contains = ({ left, top, right, bottom }, { x, y }, margin = 0) =>
+  x >= left - margin && x <= right + margin && y >= top - margin && y <= bottom + margin;
 
 /** Distance of `p` from the segment from `a` to `b`. @param {Place} p @param {Place} a @param {Place} b */
 export function distanceToSegment(p, a, b) {

@@ -21,12 +21,12 @@ export const boundsOf = cached(({ ink, figure }) =>
   figure ? figures.boundsOf(figure) : inks.boundsOf(ink),
 );
 
-/** Box of what is painted. @param {Item} item @returns {Bounds} */
-export function paintedBounds(item) {
+/** Box of what is painted. */
+export const paintedBounds = cached((item) => {
   const second = item.answer?.second;
   const box = second ? plane.unite([boundsOf(item), figures.boundsOf(second)]) : boundsOf(item);
   return plane.grow(box, 2 * item.width + 2);
-}
+});
 
 export const anchorsOf = cached(({ ink, figure }) =>
   figure ? figures.anchorsOf(figure) : inks.anchorsOf(ink),
@@ -61,7 +61,7 @@ export function itemAt(items, place, reach) {
   let best;
   let nearest = reach;
   for (const item of items) {
-    if (!plane.contains(plane.grow(boundsOf(item), reach + item.width), place)) continue;
+    if (!plane.contains(boundsOf(item), place, reach + item.width)) continue;
     const distance = Math.max(0, distanceTo(item, place) - item.width / 2);
     if (distance <= nearest) [best, nearest] = [item, distance];
   }
@@ -73,7 +73,7 @@ export function anchorAt(items, place, reach) {
   let best = null;
   let nearest = reach;
   for (const item of items) {
-    if (!plane.contains(plane.grow(boundsOf(item), reach), place)) continue;
+    if (!plane.contains(boundsOf(item), place, reach)) continue;
     for (const anchor of anchorsOf(item)) {
       const distance = plane.distance(anchor, place);
       if (distance < nearest) [best, nearest] = [anchor, distance];
@@ -85,8 +85,7 @@ export function anchorAt(items, place, reach) {
 /** Anchors of the items within `reach` of any of the places. @param {Item[]} items @param {Place[]} places @param {number} reach */
 export function anchorsNear(items, places, reach) {
   return items.flatMap((item) => {
-    const box = plane.grow(boundsOf(item), reach);
-    if (!places.some((place) => plane.contains(box, place))) return [];
+    if (!places.some((place) => plane.contains(boundsOf(item), place, reach))) return [];
     return anchorsOf(item).filter((p) => places.some((q) => plane.distance(p, q) < reach));
   });
 }
