@@ -17,6 +17,16 @@ const FADE_MS = 260;
 
 /** @typedef {(context: CanvasRenderingContext2D, palette: import('./palette.mjs').Palette) => void} Painter */
 
+/** Whether nothing has to be painted again. @param {Item | null} p @param {Item | null} q */
+const looksSame = (p, q) =>
+  p !== null &&
+  q !== null &&
+  p.ink === q.ink &&
+  p.figure === q.figure &&
+  p.colour === q.colour &&
+  p.width === q.width &&
+  (p.answer?.second ?? null) === (q.answer?.second ?? null);
+
 export class Renderer {
   #settled;
   #live;
@@ -112,7 +122,9 @@ export class Renderer {
   }
 
   /** @param {{changes: Change[]}} detail */
-  #onChange({ changes }) {
+  #onChange({ changes: all }) {
+    const changes = all.filter(({ before, after }) => !looksSame(before, after));
+    if (changes.length === 0) return;
     for (const { before, after } of changes) this.#fade(before, after);
     const items = changes
       .flatMap(({ before, after }) => [before, after])
