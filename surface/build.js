@@ -6,30 +6,12 @@ const crypto = require('node:crypto');
 const fs = require('node:fs/promises');
 const path = require('node:path');
 const esbuild = require('esbuild');
+const { WASM, policy } = require('./policy.js');
 
 const PAGE = path.join(__dirname, 'page');
 
 /** Files of the page, with what they are served as. */
 const FILES = { script: 'page.js', style: 'style.css', icon: 'icon.svg' };
-
-/** Lets the page compile WebAssembly. */
-const WASM = "'wasm-unsafe-eval'";
-
-/**
- * What the page may load.
- *
- * @param {{scripts?: string[], styles?: string[]}} [more] further sources
- */
-const policy = ({ scripts = [], styles = [] } = {}) =>
-  [
-    "default-src 'none'",
-    ["script-src 'self'", ...scripts].join(' '),
-    ["style-src 'self'", ...styles].join(' '),
-    "img-src 'self' data: blob:",
-    "connect-src 'self'",
-    "base-uri 'none'",
-    "form-action 'none'",
-  ].join('; ');
 
 /** @param {string} entry a script of `page/js` */
 async function bundle(entry) {
@@ -118,4 +100,4 @@ async function buildSite() {
   };
 }
 
-module.exports = { buildPage, buildSite, policy };
+module.exports = { buildPage, buildSite };

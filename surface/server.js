@@ -2,13 +2,11 @@
 
 // The drawing page's server: serves its files, and answers POST /recognise with the
 // figure of one stroke. Listens on the loopback interface only.
-//
-//   node surface/server.js [--port N]
 
 const http = require('node:http');
 const path = require('node:path');
-const { buildPage, policy } = require('./build.js');
 const { DEFAULT_PORT, failure, parseCommandLine, printHelp } = require('./command-line.js');
+const { policy } = require('./policy.js');
 const { createRecogniser } = require('./recognise.js');
 const { BadRequest, readRequest } = require('./request.js');
 
@@ -144,11 +142,16 @@ async function listenOn(server, port) {
   }
 }
 
-/** Serves until Ctrl-C; resolves to the exit code. */
-async function serve(args) {
+/**
+ * Serves until Ctrl-C; resolves to the exit code.
+ *
+ * @param {string[]} args the command line
+ * @param {() => Promise<Record<string, string>>} loadPage resolves to the files of the page, by name
+ */
+async function serve(args, loadPage) {
   const { help, port } = parseCommandLine(args);
   if (help) return printHelp();
-  const [recognise, files] = await Promise.all([createRecogniser(), buildPage()]);
+  const [recognise, files] = await Promise.all([createRecogniser(), loadPage()]);
   const server = createServer(recognise, files);
   const address = await listenOn(server, port);
   console.log(`\nDraw at ${address} (Ctrl-C stops the server)`);
@@ -163,13 +166,3 @@ async function serve(args) {
 }
 
 module.exports = { createServer, listen, serve };
-
-if (require.main === module) {
-  serve(process.argv.slice(2)).then(
-    (code) => (process.exitCode = code),
-    (error) => {
-      console.error(error.expected ? error.message : error);
-      process.exitCode = 1;
-    },
-  );
-}

@@ -11,5 +11,5 @@ main(async (args) => {
   if (args.includes('--help')) return require('../surface/command-line.js').printHelp();
   await setup('run');
   await build('release', { modulesOnly: true });
-  return require('../surface/server.js').serve(args);
+  return require('../surface/main.js').serve(args);
 });

@@ -10,7 +10,7 @@ const { parseCommandLine } = require('../../surface/command-line.js');
 const { createServer, listen } = require('../../surface/server.js');
 const { MAX_BYTES, checkRequest } = require('../../surface/request.js');
 
-const SERVER = require.resolve('../../surface/server.js');
+const SERVER = require.resolve('../../surface/main.js');
 const REQUEST = { task: 'recognise', points: [1, 2, 3, 4], width: 800, height: 600 };
 const FILES = { 'index.html': '<p>', 'page.js': '1', 'style.css': 'p {}' };
 const JSON_TYPE = { 'Content-Type': 'application/json' };
