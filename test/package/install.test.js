@@ -118,7 +118,7 @@ describe('the archive of the engines', () => {
 
   test('holds what is run, what it is built from, and nothing else', () => {
     const inFolder =
-      /^(examples|lib|src|subproject|templates)\/|^docs\/(images\/)?[^/]+\.(md|svg)$/;
+      /^(examples|lib|src|subproject|templates)\/|^docs\/(images\/)?[^/]+\.(md|png|svg)$/;
     const alone = `CHANGELOG.md CMakeLists.txt CMakePresets.json LICENSE README.md SECURITY.md
       cmake/ScrivoCompileOptions.cmake cmake/ScrivoConfig.cmake.in package.json
       tools/build.js tools/setup.js tools/support/run.js`.split(/\s+/);
