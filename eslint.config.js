@@ -12,20 +12,29 @@ const rules = {
 };
 
 module.exports = [
-  { ignores: ['build/', 'packages/wasm/dist/', 'out/', 'prebuilds/', 'docs/api/'] },
+  {
+    ignores: [
+      'packages/cli/page/',
+      'build/',
+      'packages/wasm/dist/',
+      'out/',
+      'prebuilds/',
+      'docs/api/',
+    ],
+  },
   js.configs.recommended,
   { rules, linterOptions: { reportUnusedDisableDirectives: 'error' } },
   // The native module runs it as a script, in sloppy mode: its comment says why.
   { files: ['src/*.js'], languageOptions: { sourceType: 'script' }, rules: { strict: 'off' } },
   {
     files: ['**/*.js'],
-    ignores: ['src/*.js', 'packages/wasm/lib/**'],
+    ignores: ['packages/cli/page/', 'src/*.js', 'packages/wasm/lib/**'],
     languageOptions: { sourceType: 'commonjs', globals: globals.node },
     rules: { strict: ['error', 'global'] },
   },
   { files: ['**/*.mjs'], languageOptions: { sourceType: 'module', globals: globals.node } },
   {
-    files: ['surface/public/**', 'examples/**/page.js'],
+    files: ['surface/page/**', 'examples/**/page.js'],
     languageOptions: { globals: globals.browser },
   },
   {
@@ -34,7 +43,7 @@ module.exports = [
   },
   // Functions that the browser test evaluates run in the page.
   {
-    files: ['test/**/*.browser.test.js', 'test/support/chromium.js'],
+    files: ['test/**/*.browser.test.js', 'test/support/chromium.js', 'test/support/page.js'],
     languageOptions: { globals: globals.browser },
   },
 ];

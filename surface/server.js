@@ -1,33 +1,43 @@
 'use strict';
 
-// The drawing page's server: serves its files, and answers POST /stroke with the
+// The drawing page's server: serves its files, and answers POST /recognise with the
 // figure of one stroke. Listens on the loopback interface only.
-//
-//   node surface/server.js [--port N]
 
-const fs = require('node:fs/promises');
 const http = require('node:http');
 const path = require('node:path');
+const { DEFAULT_PORT, failure, parseCommandLine, printHelp } = require('./command-line.js');
+const { policy } = require('./policy.js');
 const { createRecogniser } = require('./recognise.js');
-const { BadRequest, readStrokeRequest } = require('./stroke-request.js');
+const { BadRequest, readRequest } = require('./request.js');
 
 const HOST = '127.0.0.1';
-const DEFAULT_PORT = 4173;
-const PUBLIC = path.join(__dirname, 'public');
-// The page also needs this file of a package.
-const PACKAGED = {
-  '/vendor/perfect-freehand.mjs': path.join(
-    path.dirname(require.resolve('perfect-freehand')),
-    '../esm/index.mjs',
-  ),
-};
 const TYPES = {
   '.css': 'text/css; charset=utf-8',
   '.html': 'text/html; charset=utf-8',
-  '.mjs': 'text/javascript; charset=utf-8',
+  '.js': 'text/javascript; charset=utf-8',
   '.svg': 'image/svg+xml',
 };
-const HEADERS = { 'Cache-Control': 'no-cache', 'X-Content-Type-Options': 'nosniff' };
+const HEADERS = {
+  'Cache-Control': 'no-cache',
+  'Content-Security-Policy': `${policy()}; frame-ancestors 'none'`,
+  // With these two the page gets clocks of full resolution.
+  'Cross-Origin-Embedder-Policy': 'require-corp',
+  'Cross-Origin-Opener-Policy': 'same-origin',
+  'Cross-Origin-Resource-Policy': 'same-origin',
+  'Referrer-Policy': 'no-referrer',
+  'X-Content-Type-Options': 'nosniff',
+};
+
+/** Bounds on what one client may take; times in ms. */
+const LIMITS = {
+  headersTimeout: 5_000,
+  requestTimeout: 10_000,
+  keepAliveTimeout: 5_000,
+  connectionsCheckingInterval: 1_000,
+  connections: 64,
+  // Nobody draws faster than this, and a page that has waited sends its strokes one by one.
+  requestsPerSecond: 300,
+};
 
 function send(response, status, type, body, headers = {}) {
   const content = { 'Content-Type': type, 'Content-Length': Buffer.byteLength(body) };
@@ -39,20 +49,12 @@ function sendJson(response, status, value, headers) {
   send(response, status, 'application/json; charset=utf-8', JSON.stringify(value), headers);
 }
 
-/** The file of a URL path, or null. */
-function fileOf(pathname) {
-  if (Object.hasOwn(PACKAGED, pathname)) return PACKAGED[pathname];
-  const name = pathname === '/' ? '/index.html' : pathname;
-  // Plain names only: nothing outside PUBLIC, no escapes, no hidden files.
-  if (!/^(\/[a-z0-9][a-z0-9.-]*)+$/i.test(name) || !(path.extname(name) in TYPES)) return null;
-  return path.join(PUBLIC, name);
-}
-
-async function serveFile(response, pathname) {
-  const file = fileOf(pathname);
-  const body = file && (await fs.readFile(file).catch(() => null));
-  if (!body) return sendJson(response, 404, { error: `There is no ${pathname}.` });
-  return send(response, 200, TYPES[path.extname(file)], body);
+function sendFile(response, files, pathname) {
+  const name = pathname === '/' ? 'index.html' : pathname.slice(1);
+  if (!Object.hasOwn(files, name)) {
+    return sendJson(response, 404, { error: `There is no ${pathname}.` });
+  }
+  return send(response, 200, TYPES[path.extname(name)], files[name]);
 }
 
 /** Rejects other sites, also those whose name resolves to the loopback address. */
@@ -62,25 +64,47 @@ function isLocal({ headers }) {
   return local.test(host) && (!origin || origin === `http://${host}`);
 }
 
-async function route(request, response, recognise) {
-  if (!isLocal(request)) throw new BadRequest(403, 'Only the page of this server may use it.');
-  const [pathname] = request.url.split('?', 1);
-  const isStroke = pathname === '/stroke';
-  const methods = isStroke ? ['POST'] : ['GET', 'HEAD'];
-  if (!methods.includes(request.method)) {
-    throw new BadRequest(405, `${pathname} accepts only ${methods.join(' and ')}.`, {
-      Allow: methods.join(', '),
-    });
-  }
-  if (isStroke) return sendJson(response, 200, recognise(await readStrokeRequest(request)));
-  return serveFile(response, pathname);
+/** Counts requests by second; returns a function that tells whether one more is accepted. */
+function createRateLimit(perSecond) {
+  let second = 0;
+  let count = 0;
+  return () => {
+    const now = Math.floor(Date.now() / 1000);
+    if (now !== second) [second, count] = [now, 0];
+    count += 1;
+    return count <= perSecond;
+  };
 }
 
-/** An HTTP server, not listening yet. `recognise` is that of `createRecogniser`. */
-function createServer(recognise) {
-  return http.createServer(async (request, response) => {
+/**
+ * An HTTP server, not listening yet.
+ *
+ * @param {(request: object) => object} recognise that of `createRecogniser`
+ * @param {Record<string, string>} files the page, as `buildPage` makes it
+ * @param {Partial<typeof LIMITS>} [changed] limits that differ
+ */
+function createServer(recognise, files, changed = {}) {
+  const { connections, requestsPerSecond, keepAliveTimeout, ...times } = { ...LIMITS, ...changed };
+  const accepts = createRateLimit(requestsPerSecond);
+
+  async function route(request, response) {
+    if (!isLocal(request)) throw new BadRequest(403, 'Only the page of this server may use it.');
+    const [pathname] = request.url.split('?', 1);
+    const isStroke = pathname === '/recognise';
+    const methods = isStroke ? ['POST'] : ['GET', 'HEAD'];
+    if (!methods.includes(request.method)) {
+      throw new BadRequest(405, `${pathname} accepts only ${methods.join(' and ')}.`, {
+        Allow: methods.join(', '),
+      });
+    }
+    if (!accepts()) throw new BadRequest(429, 'Too many requests.', { 'Retry-After': '1' });
+    if (isStroke) return sendJson(response, 200, recognise(await readRequest(request)));
+    return sendFile(response, files, pathname);
+  }
+
+  const server = http.createServer({ ...times, keepAliveTimeout }, async (request, response) => {
     try {
-      await route(request, response, recognise);
+      await route(request, response);
     } catch (error) {
       if (response.headersSent || response.destroyed) return response.destroy();
       const known = error instanceof BadRequest;
@@ -91,34 +115,45 @@ function createServer(recognise) {
       sendJson(response, known ? error.status : 500, { error: message }, headers);
     }
   });
+  server.maxConnections = connections;
+  return server;
 }
 
-/** Listens on `port`, or on a free port when that one is taken; resolves to the address. */
+/** Listens on `port`; resolves to the address. */
 function listen(server, port) {
   return new Promise((resolve, reject) => {
-    server.on('error', (error) => {
-      if (error.code !== 'EADDRINUSE' || port === 0) return reject(error);
-      return server.listen(0, HOST);
+    server.once('error', reject);
+    server.listen(port, HOST, () => {
+      server.off('error', reject);
+      resolve(`http://${HOST}:${server.address().port}/`);
     });
-    server.on('listening', () => resolve(`http://${HOST}:${server.address().port}/`));
-    server.listen(port, HOST);
   });
 }
 
-function parsePort(args) {
-  if (args.length === 0) return DEFAULT_PORT;
-  const port = args.length === 2 && args[0] === '--port' ? Number(args[1]) : NaN;
-  if (Number.isInteger(port) && port >= 0 && port < 65536) return port;
-  throw Object.assign(new Error('--port must be a whole number from 0 (any free port) to 65535.'), {
-    expected: true,
-  });
+/** Listens on the port asked for, or else on the default one or a free one. */
+async function listenOn(server, port) {
+  try {
+    return await listen(server, port ?? DEFAULT_PORT);
+  } catch (error) {
+    if (error.code === 'EACCES') throw failure(`Port ${port} needs more rights. Choose another.`);
+    if (error.code !== 'EADDRINUSE') throw error;
+    if (port !== undefined) throw failure(`Port ${port} is taken. Choose another, or 0 for any.`);
+    return listen(server, 0);
+  }
 }
 
-/** Serves until Ctrl-C; resolves to the exit code. */
-async function serve(args) {
-  const port = parsePort(args);
-  const server = createServer(createRecogniser());
-  const address = await listen(server, port);
+/**
+ * Serves until Ctrl-C; resolves to the exit code.
+ *
+ * @param {string[]} args the command line
+ * @param {() => Promise<Record<string, string>>} loadPage resolves to the files of the page, by name
+ */
+async function serve(args, loadPage) {
+  const { help, port } = parseCommandLine(args);
+  if (help) return printHelp();
+  const [recognise, files] = await Promise.all([createRecogniser(), loadPage()]);
+  const server = createServer(recognise, files);
+  const address = await listenOn(server, port);
   console.log(`\nDraw at ${address} (Ctrl-C stops the server)`);
   return new Promise((resolve) => {
     const stop = () => {
@@ -131,10 +166,3 @@ async function serve(args) {
 }
 
 module.exports = { createServer, listen, serve };
-
-if (require.main === module) {
-  serve(process.argv.slice(2)).catch((error) => {
-    console.error(error.expected ? error.message : error);
-    process.exitCode = 1;
-  });
-}

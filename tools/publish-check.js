@@ -7,6 +7,7 @@ const fs = require('node:fs');
 const path = require('node:path');
 const { TARGETS, hasPrebuilds, prebuiltFiles, targetOf } = require('./support/modules.js');
 const { ROOT, capture, heading, main, nodeTool, run } = require('./support/run.js');
+const { PACKED } = require('../surface/pack.js');
 
 const MAX_PACKED_BYTES = 10e6;
 
@@ -122,13 +123,13 @@ function archive(folder) {
     : all;
   const names = packed.files.map((file) => file.path);
   const prebuilt = folder ? [] : Object.keys(TARGETS).flatMap(prebuiltFiles);
+  const built = folder === COMMAND ? PACKED : [];
   console.log(`${packed.name}: ${names.length} files, ${(packed.size / 1e6).toFixed(1)} MB packed`);
   return [
-    ...checkContents(
-      names,
-      tracked,
-      prebuilt.map((file) => path.relative(ROOT, file).replaceAll(path.sep, '/')),
-    ),
+    ...checkContents(names, tracked, [
+      ...prebuilt.map((file) => path.relative(ROOT, file).replaceAll(path.sep, '/')),
+      ...built,
+    ]),
     ...(packed.size > MAX_PACKED_BYTES ? [`at most ${MAX_PACKED_BYTES / 1e6} MB expected`] : []),
   ];
 }

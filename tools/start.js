@@ -8,7 +8,8 @@ const { setup } = require('./setup.js');
 const { main } = require('./support/run.js');
 
 main(async (args) => {
+  if (args.includes('--help')) return require('../surface/command-line.js').printHelp();
   await setup('run');
   await build('release', { modulesOnly: true });
-  return require('../surface/server.js').serve(args);
+  return require('../surface/main.js').serve(args);
 });

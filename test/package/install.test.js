@@ -7,7 +7,8 @@
 // package.json lacks stays missing.
 
 const assert = require('node:assert/strict');
-const { execFileSync, spawnSync } = require('node:child_process');
+const { execFileSync, spawn, spawnSync } = require('node:child_process');
+const { once } = require('node:events');
 const fs = require('node:fs');
 const os = require('node:os');
 const path = require('node:path');
@@ -16,6 +17,7 @@ const { nodeFileTrace } = require('@vercel/nft');
 
 const { moduleNames } = require('../../tools/support/modules.js');
 const { ROOT } = require('../../tools/support/run.js');
+const { PACKED } = require('../../surface/pack.js');
 const { links } = require('../support/documents.js');
 
 const folder = fs.realpathSync(fs.mkdtempSync(path.join(os.tmpdir(), 'scrivo-install-')));
@@ -46,6 +48,9 @@ function copy(name, to) {
 function pack(...places) {
   const clone = path.join(folder, 'clone');
   for (const name of trackedFiles()) copy(name, path.join(clone, name));
+  // What builds the page of the command line.
+  const tools = path.join(clone, 'node_modules');
+  if (!fs.existsSync(tools)) fs.symlinkSync(path.join(ROOT, 'node_modules'), tools);
   for (const file of PREBUILT) {
     copy(path.join('build', 'release', path.basename(file)), path.join(clone, file));
   }
@@ -114,7 +119,7 @@ describe('the archive of the engines', () => {
 
   test('holds what is run, what it is built from, and nothing else', () => {
     const inFolder =
-      /^(examples|lib|src|subproject|templates)\/|^docs\/(images\/)?[^/]+\.(md|svg)$/;
+      /^(examples|lib|src|subproject|templates)\/|^docs\/(images\/)?[^/]+\.(md|png|svg)$/;
     const alone = `CHANGELOG.md CMakeLists.txt CMakePresets.json LICENSE README.md SECURITY.md
       cmake/ScrivoCompileOptions.cmake cmake/ScrivoConfig.cmake.in package.json
       tools/build.js tools/setup.js tools/support/run.js`.split(/\s+/);
@@ -239,7 +244,7 @@ describe('the archive of the command line', () => {
       .filter((name) => name.startsWith(`${COMMAND}/`))
       .map((name) => path.posix.relative(COMMAND, name));
     const names = archive.files.map((file) => file.path);
-    assert.deepEqual(names.sort(), expected.sort());
+    assert.deepEqual(names.sort(), [...expected, ...PACKED].sort());
     assert.deepEqual(deadLinks(names, COMMAND), []);
   });
 
@@ -253,5 +258,22 @@ describe('the archive of the command line', () => {
       assert.equal(JSON.parse(output).figure, 'ellipse');
     }
     assert.equal(readLock(commands).packages['node_modules/scrivo'].link, undefined);
+  });
+
+  test('serves the drawing page without a clone', async () => {
+    const program = path.join(commands, 'node_modules', 'scrivo-cli', 'bin', 'scrivo.js');
+    const child = spawn(process.execPath, [program, 'draw', '--port', '0']);
+    const [text] = await once(child.stdout, 'data');
+    const [address] = /http:\S+/.exec(text);
+    const page = await (await fetch(address)).text();
+    const points = eval(CIRCLE).flatMap(({ x, y }) => [400 * x, 400 * y]);
+    const answer = await fetch(`${address}recognise`, {
+      method: 'POST',
+      headers: { 'Content-Type': 'application/json' },
+      body: JSON.stringify({ task: 'recognise', points, width: 400, height: 400 }),
+    });
+    child.kill();
+    assert.match(page, /<title>Scrivo/);
+    assert.equal((await answer.json()).figure.kind, 'circle');
   });
 });

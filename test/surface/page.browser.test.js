@@ -2,165 +2,504 @@
 
 const assert = require('node:assert/strict');
 const { once } = require('node:events');
-const { after, before, beforeEach, describe, test } = require('node:test');
-const { createRecogniser } = require('../../surface/recognise.js');
-const { createServer, listen } = require('../../surface/server.js');
-const { launchChromium } = require('../support/chromium.js');
-const { HEIGHT, WIDTH, inkOf, shakyLine } = require('../support/strokes.js');
+const fs = require('node:fs');
+const http = require('node:http');
+const os = require('node:os');
+const path = require('node:path');
+const { after, afterEach, before, beforeEach, describe, test } = require('node:test');
+const axe = require('axe-core');
+const { HANDS, drawInk } = require('../../research/ink/index.js');
+const { writeSite } = require('../../tools/site.js');
+const { DrawingPage, PageServer, launchChromium } = require('../support/page.js');
+const { inkOf, shakyLine } = require('../support/strokes.js');
 
-// Longer than the animation of ink into a figure.
-const ANIMATION_MS = 1200;
-const VIEW = { width: WIDTH, height: HEIGHT };
+const WASM = path.join(__dirname, '../../packages/wasm/dist/scrivo.wasm');
 
-const FROM = [200, 300];
-const TO = [700, 420];
-const LINE = shakyLine(FROM, TO, 4);
+const LINE = shakyLine([200, 300], [700, 420], 4);
+const SQUARE = inkOf('square');
+const CIRCLE = inkOf('circle');
 
-/** Distance of a point from the straight line through `a` and `b`. */
-function distanceToLine({ x, y }, a, b) {
-  const cross = (b.x - a.x) * (y - a.y) - (b.y - a.y) * (x - a.x);
-  return Math.abs(cross) / Math.hypot(b.x - a.x, b.y - a.y);
-}
+const near = (value, expected, tolerance, what) =>
+  assert.ok(
+    Math.abs(value - expected) <= tolerance,
+    `${what ?? 'value'}: ${value}, not ${expected}`,
+  );
 
-/** Largest distance of the points from the straight line through first and last. */
-const bend = (points) =>
-  Math.max(...points.map((point) => distanceToLine(point, points[0], points.at(-1))));
-
-const toPixels = ({ x, y }) => [x * VIEW.width, y * VIEW.height];
-
-function assertNear(point, [px, py], tolerance) {
-  const [x, y] = toPixels(point);
-  const distance = Math.hypot(x - px, y - py);
-  assert.ok(distance < tolerance, `(${x}, ${y}) is ${distance} pixels from (${px}, ${py})`);
-}
+const nearPlace = (place, [x, y], tolerance = 1) => {
+  near(place.x, x, tolerance, 'x');
+  near(place.y, y, tolerance, 'y');
+};
 
 describe('the drawing page', () => {
-  const server = createServer(createRecogniser());
-  const errors = [];
-  let address;
+  let server;
   let browser;
+  let drawing;
   let page;
 
   before(async () => {
-    address = await listen(server, 0);
-    browser = await launchChromium();
+    [server, browser] = await Promise.all([PageServer.create(), launchChromium()]);
   });
 
   after(async () => {
     await browser?.close();
-    server.close();
-    server.closeAllConnections();
+    await server?.stop();
   });
 
   beforeEach(async () => {
-    await page?.close();
-    page = await browser.newPage({ viewport: VIEW });
-    errors.length = 0;
-    page.on('pageerror', (error) => errors.push(error));
-    await page.goto(address);
+    drawing = await DrawingPage.open(browser, server.address);
+    ({ page } = drawing);
   });
 
-  async function draw(points, holdMs = 0) {
-    const count = await page.evaluate(() => window.scrivo.strokes.length);
-    await page.mouse.move(...points[0]);
-    await page.mouse.down();
-    for (const point of points.slice(1)) await page.mouse.move(...point);
-    await page.waitForTimeout(holdMs);
-    await page.mouse.up();
-    await page.waitForFunction((n) => window.scrivo.strokes.length === n, count + 1);
-    await page.waitForFunction(() => window.scrivo.pending === 0);
+  afterEach(async () => {
+    assert.deepEqual(drawing.errors, []);
+    await drawing.close();
+  });
+
+  const click = (text) => page.click(`#inspector >> text="${text}"`);
+  const press = async (...keys) => {
+    for (const key of keys) await page.keyboard.press(key);
+  };
+
+  for (const rate of [60, 240]) {
+    test(`every figure drawn with a pen at ${rate} Hz`, async () => {
+      const expected = {
+        ...{ dot: 'dot', line: 'line', angle: 'angle', isosceles: 'triangle' },
+        ...{ square: 'square', rectangle: 'rectangle', circle: 'circle', ellipse: 'ellipse' },
+      };
+      const hand = { ...HANDS.careful, rate };
+      for (const [figure, kind] of Object.entries(expected)) {
+        const { points } = drawInk({ figure, seed: 1, hand, at: { x: 500, y: 400 } });
+        await drawing.drawWith('pen', points, rate);
+        const { kind: found, subtype } = await drawing.figure();
+        assert.ok([found, subtype].includes(kind), `${figure}: ${found} ${subtype}`);
+      }
+      const [dot] = await drawing.items();
+      nearPlace(dot.figure.centre, [500, 400], 2);
+      assert.match(await drawing.status(), /^Ellipse, confidence \d\d %$/);
+    });
   }
 
-  const strokes = () => page.evaluate(() => window.scrivo.strokes);
-  const kinds = async () => (await strokes()).map(({ figure }) => figure?.kind ?? null);
-  const status = () => page.textContent('#status');
-
-  /** Darkness of the canvas at a place, from 0 (paper) to 255 (ink). */
-  const inkAt = (place) =>
-    page.evaluate(([x, y]) => {
-      const canvas = document.getElementById('surface').getContext('2d');
-      const at = [x, y].map((value) => Math.round(value) * devicePixelRatio);
-      return canvas.getImageData(...at, 1, 1).data[3];
-    }, place);
-
-  test('turns a click into a dot', async () => {
-    await draw([[500, 400]]);
-    const [dot] = await strokes();
-    assert.deepEqual([dot.figure?.kind, dot.path.length], ['dot', 64]);
-    assertNear(dot.path.at(-1), [500, 400], 1);
-    assert.match(await status(), /^Dot, confidence \d\d %$/);
-    assert.deepEqual(errors, []);
-  });
-
-  test('names the kind of a quadrangle and its confidence', async () => {
-    await draw(inkOf('square'));
-    assert.match(await status(), /^Square, confidence \d\d %$/);
-    assert.match(await page.textContent('#label'), /^Square · \d\d %$/);
-  });
-
-  test('asks the template engine when it is selected, here by keyboard', async () => {
+  test('engines: the template engine, and both on the same ink', async () => {
     await page.focus('input[value=beautifier]');
-    await page.keyboard.press('ArrowRight');
-    assert.equal(await page.isChecked('input[value=template]'), true);
-    await draw([[300, 300]]);
-    await draw([[500, 400]], 1500);
-    await draw(LINE);
-    assert.deepEqual(await kinds(), [null, 'dot', 'line'], 'a dot is a press that is held');
-    assert.equal(await status(), 'Line');
-    const [, held] = await strokes();
-    assertNear(held.path.at(-1), [500, 400], 1);
-    assert.deepEqual(errors, []);
+    await press('ArrowRight');
+    await drawing.draw(LINE);
+    assert.equal(await drawing.status(), 'Line');
+    await press('Control+z', 'Control+z');
+    await page.click('text=Both');
+    await drawing.draw(CIRCLE);
+    const [{ figure, answer }] = await drawing.items();
+    assert.deepEqual([figure.kind, answer.second.kind], ['circle', 'circle']);
+    nearPlace(answer.second.centre, [figure.centre.x, figure.centre.y], 8);
+    assert.match(await page.textContent('#engine-info'), /^Both engines, native.* \d+ µs$/);
   });
 
-  test('turns a shaky line, drawn with the mouse, into a clean one', async () => {
-    await draw(LINE);
-    const [stroke] = await strokes();
-    assert.ok(bend(stroke.drawn) > 1e-3, 'the ink itself is not straight');
-    assert.deepEqual([stroke.figure?.kind, stroke.path.length], ['line', 21]);
-    assert.ok(bend(stroke.path) < 1e-9);
-    assertNear(stroke.path[0], FROM, 8);
-    assertNear(stroke.path.at(-1), TO, 8);
-    await page.waitForTimeout(ANIMATION_MS);
-    assert.equal(await inkAt(toPixels(stroke.path[10])), 255, 'the line is painted');
-    const fromLine = (point) => distanceToLine(point, stroke.path[0], stroke.path[20]);
-    const peak = stroke.drawn.reduce((p, q) => (fromLine(p) > fromLine(q) ? p : q));
-    assert.equal(await inkAt(toPixels(peak)), 0, 'the ink that it came from is gone');
-    assert.deepEqual(errors, []);
-  });
-
-  test('brings the ink back on undo, and removes it on the next', async () => {
-    await draw(LINE);
-    assert.deepEqual(await kinds(), ['line']);
-    await page.keyboard.press('Control+z');
-    const [ink] = await strokes();
-    assert.deepEqual([ink.figure, ink.path], [null, null]);
+  test('undo goes from the figure to ink to nothing, redo back, and clear is undone', async () => {
+    await drawing.draw(LINE);
+    await drawing.draw(SQUARE);
+    await press('Control+z');
+    assert.deepEqual(await drawing.kinds(), ['line', null]);
     await page.click('#undo');
-    assert.deepEqual(await kinds(), []);
-    assert.equal(await page.isDisabled('#undo'), true);
-  });
-
-  test('keeps strokes as drawn when told to, and clears the page', async () => {
-    await page.click('#keep');
-    await draw(LINE);
-    assert.deepEqual(await kinds(), [null]);
-    await page.click('#keep');
-    await draw(shakyLine([200, 100], [700, 120]));
-    assert.deepEqual(await kinds(), [null, 'line']);
+    assert.deepEqual(await drawing.kinds(), ['line']);
+    await press('Control+Shift+z', 'Control+y');
+    assert.deepEqual(await drawing.kinds(), ['line', 'square']);
     await page.click('#clear');
-    assert.deepEqual(await kinds(), []);
+    assert.deepEqual(await drawing.kinds(), []);
+    assert.equal(await drawing.isPainted([500, 372]), false, 'the page is blank');
+    await page.click('#undo');
+    assert.deepEqual(await drawing.kinds(), ['line', 'square']);
+    assert.equal(await page.isDisabled('#redo'), false);
   });
 
-  test('keeps the ink while the server is down, and retries', async () => {
-    const { port } = server.address();
-    const closed = once(server, 'close');
-    server.close().closeAllConnections();
-    await closed;
-    await draw(LINE);
-    assert.deepEqual(await kinds(), [null]);
-    assert.match(await page.textContent('#alert'), /server does not answer/);
-    await listen(server, port);
-    await page.click('#retry');
-    await page.waitForFunction(() => window.scrivo.strokes[0].figure?.kind === 'line');
-    assert.equal(await page.isHidden('#alert'), true);
+  test('the ink is painted while it is drawn, then the figure alone', async () => {
+    const edge = [200, 300];
+    const ink = [...shakyLine(edge, [700, 300], 0), [700, 330]].slice(0, 60);
+    const peak = shakyLine([200, 500], [700, 500], 16);
+    await drawing.draw(ink);
+    assert.equal(await drawing.isPainted([450, 300]), true);
+    await drawing.draw(peak);
+    const { from, to } = await drawing.figure();
+    const far = peak.reduce((p, q) => (Math.abs(q[1] - 500) > Math.abs(p[1] - 500) ? q : p));
+    assert.equal(await drawing.isPainted([(from.x + to.x) / 2, (from.y + to.y) / 2]), true);
+    assert.equal(await drawing.isPainted(far), false, 'the ink that it came from is gone');
   });
+
+  test('resting the pen: a preview, back to ink, the snap, and a drag that sizes and turns', async () => {
+    await page.click('#open-settings');
+    await page.selectOption('#settings select', 'hold');
+    await press('Escape');
+    await drawing.draw(CIRCLE);
+    assert.deepEqual(await drawing.kinds(), [null], 'lifting alone keeps the ink');
+
+    await drawing.press(CIRCLE);
+    await page.waitForTimeout(550);
+    const [x, y] = CIRCLE.at(-1);
+    await page.mouse.move(x + 30, y + 30); // moves on before the snap
+    await page.mouse.up();
+    assert.deepEqual(await drawing.kinds(), [null, null], 'moving on takes the figure back');
+
+    await drawing.press(CIRCLE);
+    await drawing.lift(550);
+    const lifted = await drawing.figure();
+    assert.equal(lifted.kind, 'circle', 'lifting during the preview takes the figure');
+
+    await drawing.press(CIRCLE);
+    await page.waitForTimeout(1050);
+    const { centre, radius } = lifted;
+    await page.mouse.move(centre.x + 2 * (x - centre.x), centre.y + 2 * (y - centre.y));
+    await page.mouse.up();
+    const sized = await drawing.figure();
+    near(sized.radius, 2 * radius, 0.1 * radius, 'radius');
+    await press('Control+z');
+    assert.deepEqual((await drawing.kinds()).at(-1), null, 'undo brings the ink back');
+  });
+
+  test('figures back to ink, ink to figures, and alternatives', async () => {
+    await drawing.draw(SQUARE);
+    await click('As drawn');
+    assert.deepEqual(await drawing.kinds(), [null]);
+    await page.selectOption('#inspector select', 'rectangle');
+    await page.waitForFunction(() => window.scrivo.drawing.items[0].figure);
+    assert.deepEqual(await drawing.kinds(), ['rectangle']);
+    await click('Square');
+    await page.waitForSelector('#inspector h2 >> text="Square"');
+    assert.match(await page.textContent('#inspector dl'), /Sides\d+Angles90°/);
+    await drawing.draw(inkOf('zigzag'));
+    assert.match(await page.textContent('#inspector .reason'), /resembles no figure/);
+  });
+
+  test('selected figures are moved, sized by their handles, duplicated and deleted', async () => {
+    await drawing.draw(SQUARE);
+    const { corners } = await drawing.figure();
+    const [first, , third] = corners;
+    await page.click('[data-tool=select]');
+    const drag = async (from, to) => {
+      await page.mouse.move(...from);
+      await page.mouse.down();
+      await page.mouse.move(...to, { steps: 3 });
+      await page.mouse.up();
+    };
+    const edge = [(first.x + corners[1].x) / 2, (first.y + corners[1].y) / 2];
+    await drag(edge, [edge[0] + 40, edge[1] - 30]);
+    const moved = await drawing.figure();
+    nearPlace(moved.corners[0], [first.x + 40, first.y - 30]);
+    assert.equal(await drawing.isPainted([moved.corners[0].x, moved.corners[0].y]), true);
+    assert.equal(await drawing.isPainted([third.x, third.y]), false);
+
+    const [from, opposite] = [moved.corners[0], moved.corners[2]];
+    const target = [(from.x + opposite.x) / 2, (from.y + opposite.y) / 2];
+    await drag([from.x, from.y], target);
+    const half = await drawing.figure();
+    nearPlace(half.corners[0], target);
+    nearPlace(half.corners[2], [opposite.x, opposite.y]);
+    assert.equal(half.subtype, 'square');
+
+    await click('Duplicate');
+    await click('Delete');
+    assert.equal((await drawing.items()).length, 1);
+    await press('Control+z', 'Control+z', 'Control+z', 'Control+z');
+    assert.deepEqual((await drawing.figure()).corners, corners, 'each is a step');
+  });
+
+  test('the keyboard selects, moves, sizes, copies and deletes, and leaves the drawing', async () => {
+    await drawing.draw(SQUARE);
+    await drawing.draw(inkOf('line'));
+    const [{ figure }] = await drawing.items();
+    await press('Tab');
+    assert.match(await drawing.status(), /^Square/);
+    await press('ArrowRight', 'ArrowRight', 'Shift+ArrowDown', ']');
+    const [{ figure: moved }] = await drawing.items();
+    const mid = ({ corners }) =>
+      [0, 1].map((k) => corners.reduce((s, c) => s + [c.x, c.y][k] / 4, 0));
+    const [x, y] = mid(figure);
+    assert.deepEqual(
+      mid(moved).map((v) => v.toFixed(6)),
+      [x + 2, y + 10].map((v) => v.toFixed(6)),
+    );
+    await press('Control+d', 'Delete', 'Control+z', 'Tab', 'Tab', 'Tab', 'Tab');
+    assert.equal((await drawing.items()).length, 3);
+    assert.notEqual(await page.evaluate(() => document.activeElement.id), 'surface');
+  });
+
+  test('resizing and zooming never distort, and ink drawn zoomed lands under the pen', async () => {
+    await drawing.draw(CIRCLE);
+    const before = await drawing.items();
+    await page.setViewportSize({ width: 500, height: 900 });
+    await page.setViewportSize({ width: 1000, height: 800 });
+    assert.deepEqual(await drawing.items(), before);
+    await page.mouse.move(500, 400);
+    await page.keyboard.down('Control');
+    await page.mouse.wheel(0, -315);
+    await page.keyboard.up('Control');
+    await page.waitForTimeout(150);
+    const scale = await page.evaluate(() => window.scrivo.view.scale);
+    near(scale, 2, 0.05, 'scale');
+    const { centre, radius } = before[0].figure;
+    const rim = [500 + scale * (centre.x - 500 + radius), 400 + scale * (centre.y - 400)];
+    assert.equal(await drawing.isPainted(rim), true, 'the picture follows');
+    await drawing.draw(shakyLine([300, 100], [700, 100]));
+    const { from } = await drawing.figure();
+    nearPlace(from, [500 - 200 / scale, 400 - 300 / scale], 5);
+  });
+
+  test('two fingers zoom, and a palm beside the pen draws nothing', async () => {
+    await page.evaluate(() => {
+      const canvas = document.getElementById('surface');
+      const send = (name, pointerId, clientX, more) =>
+        canvas.dispatchEvent(
+          new PointerEvent(name, {
+            ...{ pointerType: 'touch', pointerId, clientX, clientY: 300, bubbles: true, ...more },
+          }),
+        );
+      send('pointerdown', 1, 400);
+      send('pointerdown', 2, 600);
+      send('pointermove', 2, 800);
+      send('pointerup', 1, 400);
+      send('pointerup', 2, 800);
+      send('pointerdown', 3, 400, { width: 90, height: 70 });
+      send('pointerup', 3, 400);
+    });
+    near(await page.evaluate(() => window.scrivo.view.scale), 2, 1e-6, 'scale');
+    assert.deepEqual(await drawing.items(), []);
+  });
+
+  test('lines snap to others, with a cue', async () => {
+    await drawing.draw(SQUARE);
+    const { corners } = await drawing.figure();
+    const [corner] = corners;
+    await drawing.draw(shakyLine([80, 80], [corner.x - 4, corner.y - 3], 1));
+    const { to } = await drawing.figure();
+    nearPlace(to, [corner.x, corner.y], 0.01);
+  });
+
+  test('the eraser, the colours and the widths', async () => {
+    await page.check('input[aria-label=Red]', { force: true });
+    await page.check('input[aria-label=Broad]', { force: true });
+    await drawing.draw(LINE);
+    await drawing.draw(SQUARE);
+    const [{ colour, width }] = await drawing.items();
+    assert.deepEqual([colour, width], [1, 7]);
+    await page.click('[data-tool=erase]');
+    await drawing.draw([
+      [100, 360],
+      [900, 360],
+      [900, 500],
+      [100, 500],
+    ]);
+    assert.deepEqual(await drawing.kinds(), []);
+    await press('Control+z');
+    assert.deepEqual(await drawing.kinds(), ['line', 'square'], 'one step');
+  });
+
+  test('a reload keeps the drawing and its history', async () => {
+    await drawing.draw(LINE);
+    await drawing.draw(SQUARE);
+    await press('Control+z');
+    const before = await drawing.items();
+    await page.waitForTimeout(50);
+    await drawing.load(server.address);
+    assert.deepEqual(await drawing.items(), before);
+    await page.click('#redo');
+    assert.deepEqual(await drawing.kinds(), ['line', 'square']);
+  });
+
+  test('a stroke drawn while the server is down is kept, also by a reload, and answered later', async () => {
+    await drawing.press(LINE);
+    await server.stop();
+    await page.mouse.up();
+    await page.waitForSelector('#alert:not([hidden])');
+    assert.match(await page.textContent('#alert'), /One stroke waits/);
+    assert.deepEqual(await drawing.kinds(), [null]);
+    await server.start();
+    await drawing.answered();
+    assert.deepEqual(await drawing.kinds(), ['line']);
+    await page.waitForSelector('#alert', { state: 'hidden' });
+    drawing.errors.length = 0; // the requests that failed
+  });
+
+  test('a drawing that is saved and opened again is the same; exports show it', async () => {
+    await drawing.draw(SQUARE);
+    await drawing.draw(inkOf('zigzag'));
+    const get = async (name) => {
+      await page.click('#open-menu');
+      const [download] = await Promise.all([
+        page.waitForEvent('download'),
+        page.click(`[data-file=${name}]`),
+      ]);
+      return Buffer.concat(await (await download.createReadStream()).toArray());
+    };
+    const saved = await get('save');
+    const before = await drawing.items();
+    await page.click('#clear');
+    await page.setInputFiles('#file', {
+      name: 'a.json',
+      mimeType: 'application/json',
+      buffer: saved,
+    });
+    await page.waitForFunction(() => window.scrivo.drawing.items.length === 2);
+    const withoutIds = (items) => items.map(({ id: _, ...item }) => item);
+    assert.deepEqual(withoutIds(await drawing.items()), withoutIds(before));
+
+    const svg = String(await get('svg'));
+    assert.deepEqual(
+      [svg.match(/fill="none" stroke=/g).length, svg.match(/<path /g).length],
+      [1, 2],
+    );
+    const png = await get('png');
+    assert.deepEqual([...png.subarray(1, 4)], [...Buffer.from('PNG')]);
+    assert.ok(png.readUInt32BE(16) > 300, 'width');
+    const traces = String(await get('inkml')).match(/<trace /g);
+    assert.equal(traces.length, 2);
+
+    await page.setInputFiles('#file', {
+      name: 'b.json',
+      mimeType: 'application/json',
+      buffer: Buffer.from('{}'),
+    });
+    await page.waitForSelector('#alert:not([hidden])');
+    assert.match(await page.textContent('#alert'), /b.json cannot be opened: this is no drawing/);
+    assert.equal((await drawing.items()).length, 2);
+  });
+
+  test('settings show their effect on example ink', async () => {
+    await page.click('#open-settings');
+    const captions = () =>
+      page.$$eval('.examples figcaption', (all) => all.map((c) => c.textContent));
+    await page.waitForSelector('.examples figure');
+    const count = async () => (await captions()).filter((text) => text !== 'Ink').length;
+    assert.equal(await count(), 10);
+    await page.fill('#settings input[type=range]', '40');
+    await page.waitForFunction(() => document.querySelectorAll('.examples .changed').length === 8);
+    await page.click('text=Quadrangle');
+    await page.waitForFunction(() => document.querySelectorAll('.examples .changed').length === 5);
+    await page.click('text=Put the examples on the page');
+    await drawing.answered();
+    assert.equal((await drawing.kinds()).filter((kind) => kind !== null).length, 5);
+  });
+
+  test('the explanation of a stroke, and its ink for the command line', async () => {
+    await page.context().grantPermissions(['clipboard-read', 'clipboard-write']);
+    await drawing.draw(SQUARE);
+    await click('Why?');
+    await page.waitForSelector('#why meter');
+    assert.match(
+      await page.textContent('#why figure:nth-child(1) figcaption >> nth=1'),
+      /^Quadrangle \d\d %$/,
+    );
+    await page.click('text=Copy as NDJSON');
+    await page.waitForSelector('text=Copied');
+    const line = JSON.parse(await page.evaluate(() => navigator.clipboard.readText()));
+    assert.equal(line.points.length, SQUARE.length);
+  });
+
+  test('ink of 200,000 samples is drawn and kept', async () => {
+    await page.evaluate(() => {
+      const canvas = document.getElementById('surface');
+      const eventAt = (name, i) =>
+        new PointerEvent(name, {
+          ...{ pointerType: 'mouse', pointerId: 1, bubbles: true, buttons: 1, pressure: 0.5 },
+          clientX: 500 + (100 + i / 800) * Math.cos(i / 100),
+          clientY: 400 + (100 + i / 800) * Math.sin(i / 100),
+        });
+      const send = (name, i, count = 1) => {
+        const event = eventAt(name, i);
+        event.getCoalescedEvents = () =>
+          Array.from({ length: count }, (_, k) => eventAt(name, i + k));
+        canvas.dispatchEvent(event);
+      };
+      send('pointerdown', 0);
+      send('pointermove', 1, 999);
+      for (let i = 1000; i < 200_000; i += 1000) send('pointermove', i, 1000);
+      send('pointerup', 200_000);
+    });
+    await drawing.answered();
+    const [{ samples, answer }] = await drawing.items();
+    assert.deepEqual([samples, answer.reason], [200_000, 'no-figure']);
+    assert.equal(await drawing.isPainted([620, 400]), true);
+  });
+
+  for (const colorScheme of ['light', 'dark']) {
+    test(`accessible, ${colorScheme}`, async () => {
+      await page.emulateMedia({ colorScheme });
+      await page.evaluate(axe.source);
+      const check = async (what) => {
+        const violations = await page.evaluate(async () => {
+          const { violations: found } = await window.axe.run();
+          return found.flatMap(({ id, nodes }) => nodes.map(({ html }) => `${id}: ${html}`));
+        });
+        assert.deepEqual(violations, [], what);
+      };
+      await check('empty');
+      await drawing.draw(SQUARE);
+      await page.click('[data-tool=select]');
+      await page.click('#open-menu');
+      await check('figure and menu');
+      await page.keyboard.press('Escape');
+      await click('Why?');
+      await page.waitForSelector('#why meter');
+      await check('explanation');
+      await page.keyboard.press('Escape');
+      await page.click('#open-settings');
+      await page.waitForSelector('.examples figure');
+      await check('settings');
+      await page.keyboard.press('Escape');
+      await page.focus('#surface');
+      await page.keyboard.press('?');
+      await check('keys');
+    });
+  }
 });
+
+describe(
+  'the page without a server',
+  { skip: !fs.existsSync(WASM) && 'npm run build:wasm' },
+  () => {
+    const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'scrivo-site-'));
+    let browser;
+
+    before(async () => {
+      [browser] = await Promise.all([launchChromium(), writeSite(folder)]);
+    });
+
+    after(async () => {
+      await browser?.close();
+      fs.rmSync(folder, { recursive: true });
+    });
+
+    test('opened from disk as one file, with both engines', async () => {
+      const drawing = await DrawingPage.open(browser, `file://${folder}/scrivo.html`);
+      await drawing.draw(SQUARE);
+      assert.match(
+        await drawing.page.textContent('#engine-info'),
+        /WebAssembly, in this page · \d+ µs/,
+      );
+      await drawing.page.click('text=Both');
+      await drawing.draw(CIRCLE);
+      assert.deepEqual(await drawing.kinds(), ['square', 'circle']);
+      const [, { answer }] = await drawing.items();
+      assert.equal(answer.second.kind, 'circle');
+      assert.deepEqual(drawing.errors, []);
+      await drawing.close();
+    });
+
+    test('served as files', async () => {
+      const files = Object.fromEntries(
+        fs
+          .readdirSync(folder)
+          .map((name) => [name, fs.readFileSync(path.join(folder, name), 'utf8')]),
+      );
+      const server = http.createServer((request, response) => {
+        const name = request.url === '/' ? 'index.html' : request.url.slice(1);
+        const type = { js: 'text/javascript', css: 'text/css' }[name.split('.')[1]];
+        response.setHeader('Content-Type', type ?? 'text/html');
+        response.end(files[name]);
+      });
+      await once(server.listen(0, '127.0.0.1'), 'listening');
+      const address = `http://127.0.0.1:${server.address().port}/`;
+      const drawing = await DrawingPage.open(browser, address);
+      await drawing.draw(SQUARE);
+      assert.deepEqual(await drawing.kinds(), ['square']);
+      await drawing.close();
+      server.close();
+    });
+  },
+);

@@ -1,6 +1,6 @@
 import assert from 'node:assert/strict';
 import { describe, test } from 'node:test';
-import { PointerGate } from '../../surface/public/js/pointer-gate.mjs';
+import { PointerGate } from '../../surface/page/js/input/pointer-gate.mjs';
 
 describe('which pointer draws', () => {
   const plain = { timeStamp: 0, button: 0 };
@@ -26,7 +26,7 @@ describe('which pointer draws', () => {
       'down finger ignore, up finger ignore, up pen finish',
     ],
     'two fingers are a gesture: nothing is drawn until both are lifted': [
-      'down finger start, down second drop, up second ignore, down third ignore',
+      'down finger start, down second gesture, up second ignore, down third gesture',
       'up third ignore, up finger ignore, down finger start',
     ],
     'a hand that comes to rest later leaves the stroke alone': [
@@ -34,7 +34,7 @@ describe('which pointer draws', () => {
     ],
     'a pen takes over from the hand that holds it': [
       'down finger start, down pen restart, isDrawing finger false, up pen finish',
-      'down second ignore', // the hand still rests
+      'down second gesture', // where there is a pen, fingers move the view
     ],
     'a cancelled pointer leaves nothing': [
       'down finger start, cancel finger drop, down second start',

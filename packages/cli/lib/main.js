@@ -18,6 +18,10 @@ const COMMANDS = {
     summary: 'score an engine on labelled strokes',
     load: () => require('./commands/evaluate.js'),
   },
+  draw: {
+    summary: 'open a page to draw on',
+    load: () => require('./commands/draw.js'),
+  },
 };
 
 const HELP = `usage: scrivo COMMAND [options] [FILE...]

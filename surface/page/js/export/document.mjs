@@ -1,0 +1,147 @@
+// @ts-check
+// The file format of drawings, described in docs/drawing-page.md.
+
+import { makeInk, STRIDE } from '../model/ink.mjs';
+import { COLOURS } from '../view/palette.mjs';
+
+const FORMAT = 'scrivo-drawing';
+const VERSION = 1;
+
+const PARTS = 1000;
+const round = (/** @type {number} */ v) => Math.round(v * PARTS) / PARTS;
+
+/** @param {Ink} ink */
+function writeInk({ samples, measured, frame }) {
+  const points = Array.from({ length: samples.length / STRIDE }, (_, i) =>
+    Array.from(samples.subarray(STRIDE * i, STRIDE * (i + 1)), round),
+  );
+  return { measured, frame, points };
+}
+
+/** @param {Item[]} items */
+export function writeDocument(items) {
+  const written = items.map(({ ink, figure, answer, colour, width }) => ({
+    colour: COLOURS[colour],
+    width,
+    figure,
+    answer,
+    ink: writeInk(ink),
+  }));
+  // One item a line.
+  const lines = written.map((item) => `    ${JSON.stringify(item)}`).join(',\n');
+  return `{\n  "format": "${FORMAT}",\n  "version": ${VERSION},\n  "items": [\n${lines}\n  ]\n}\n`;
+}
+
+/** A problem with a file, told to the user. */
+export class FileProblem extends Error {}
+
+/** @param {unknown} condition @param {string} message @returns {asserts condition} */
+function expect(condition, message) {
+  if (!condition) throw new FileProblem(message);
+}
+
+const isObject = (/** @type {any} */ value) => typeof value === 'object' && value !== null;
+const isPlace = (/** @type {any} */ place) =>
+  isObject(place) && Number.isFinite(place.x) && Number.isFinite(place.y);
+const arePlaces = (/** @type {number} */ count) => (/** @type {any} */ value) =>
+  Array.isArray(value) && value.length === count && value.every(isPlace);
+
+/** What the figures of each kind hold. @type {Record<string, Record<string, (value: any) => boolean>>} */
+const FIGURES = {
+  dot: { centre: isPlace },
+  line: { from: isPlace, to: isPlace },
+  angle: { from: isPlace, vertex: isPlace, to: isPlace },
+  triangle: { corners: arePlaces(3) },
+  quadrangle: { corners: arePlaces(4) },
+  circle: { centre: isPlace, radius: Number.isFinite },
+  ellipse: { centre: isPlace, radii: isPlace, rotation: Number.isFinite },
+};
+
+/** @param {any} figure @param {string} where */
+function checkFigure(figure, where) {
+  if (figure === null || figure === undefined) return;
+  const fields =
+    isObject(figure) && Object.hasOwn(FIGURES, figure.kind) ? FIGURES[figure.kind] : null;
+  expect(fields, `${where} has an unknown kind`);
+  for (const [name, check] of Object.entries(fields)) {
+    expect(check(figure[name]), `${where}.${name} is missing or wrong`);
+  }
+}
+
+/** @param {any} ink @param {string} where @returns {Ink} */
+function readInk(ink, where) {
+  expect(
+    isObject(ink) && Array.isArray(ink.points) && ink.points.length > 0,
+    `${where}.points is missing`,
+  );
+  const { frame } = ink;
+  const sides = ['left', 'top', 'width', 'height', 'scale'];
+  expect(
+    isObject(frame) && sides.every((side) => Number.isFinite(frame[side])),
+    `${where}.frame is wrong`,
+  );
+  expect(frame.width > 0 && frame.height > 0 && frame.scale > 0, `${where}.frame has no size`);
+  const samples = new Float32Array(STRIDE * ink.points.length);
+  ink.points.forEach((/** @type {any} */ point, /** @type {number} */ i) => {
+    const isPoint = Array.isArray(point) && point.length >= 2 && point.every(Number.isFinite);
+    expect(isPoint, `${where}.points[${i}] must be numbers: x, y, pressure, time`);
+    const [x, y, pressure = 0.5, time = i] = point;
+    samples.set([x, y, pressure, time], STRIDE * i);
+  });
+  return makeInk({ samples, measured: ink.measured === true, frame: Object.freeze({ ...frame }) });
+}
+
+/** @param {any} answer @returns {Answer | null} */
+function readAnswer(answer) {
+  if (!isObject(answer)) return null;
+  const {
+    engine = 'none',
+    confidence = null,
+    reason = null,
+    alternatives = [],
+    micros = 0,
+  } = answer;
+  return {
+    engine,
+    confidence,
+    reason,
+    alternatives: Array.isArray(alternatives) ? alternatives : [],
+    micros,
+  };
+}
+
+/**
+ * @param {string} text
+ * @param {() => number} newId
+ * @returns {Item[]}
+ * @throws FileProblem that names the first thing that is wrong
+ */
+export function readDocument(text, newId) {
+  let value;
+  try {
+    value = JSON.parse(text);
+  } catch (error) {
+    throw new FileProblem(`this is not JSON: ${/** @type {Error} */ (error).message}`);
+  }
+  expect(
+    isObject(value) && value.format === FORMAT,
+    `this is no drawing: "format" is not "${FORMAT}"`,
+  );
+  expect(value.version === VERSION, `version ${value.version} is not known to this page`);
+  expect(Array.isArray(value.items), '"items" must be an array');
+  return value.items.map((/** @type {any} */ item, /** @type {number} */ i) => {
+    expect(isObject(item), `items[${i}] must be an object`);
+    checkFigure(item.figure, `items[${i}].figure`);
+    const width = Number.isFinite(item.width) && item.width > 0 ? item.width : 3.6;
+    const colour = Math.max(0, COLOURS.indexOf(item.colour));
+    const ink = readInk(item.ink, `items[${i}].ink`);
+    return Object.freeze({
+      id: newId(),
+      ink,
+      figure: item.figure ?? null,
+      answer: readAnswer(item.answer),
+      colour,
+      width,
+    });
+  });
+}

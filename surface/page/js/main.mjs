@@ -1,0 +1,298 @@
+// @ts-check
+// Puts the page together.
+
+import { effect } from '@preact/signals-core';
+import { Recogniser } from './engine/recogniser.mjs';
+import { Pointers } from './input/pointers.mjs';
+import { Drawing } from './model/drawing.mjs';
+import { distance, unite } from './model/geometry.mjs';
+import { makeInk } from './model/ink.mjs';
+import { anchorsOf, boundsOf } from './model/item.mjs';
+import { Announcer } from './panels/announcer.mjs';
+import { byId, make } from './panels/dom.mjs';
+import { createFiles } from './panels/files.mjs';
+import { showInspector } from './panels/inspector.mjs';
+import { createHelp, listenToKeys } from './panels/keyboard.mjs';
+import { createSettings } from './panels/settings.mjs';
+import { showWhy } from './panels/why.mjs';
+import { change, revision, selection, settings, tool } from './store/settings.mjs';
+import { openStorage } from './store/storage.mjs';
+import { createCommands } from './tools/commands.mjs';
+import { cuePainter, DrawTool } from './tools/draw-tool.mjs';
+import { EraseTool } from './tools/erase-tool.mjs';
+import { SelectTool } from './tools/select-tool.mjs';
+import { COLOURS, WIDTHS } from './view/palette.mjs';
+import { Renderer } from './view/renderer.mjs';
+import { View } from './view/view.mjs';
+
+const CUE_MS = 700;
+const WIDTH_NAMES = ['Fine', 'Medium', 'Broad'];
+
+/** @param {Engine} engine */
+export function start(engine) {
+  const surface = /** @type {HTMLCanvasElement} */ (byId('surface'));
+  const drawing = new Drawing();
+  const view = new View();
+  const renderer = new Renderer(
+    /** @type {HTMLCanvasElement} */ (byId('settled')),
+    surface,
+    view,
+    drawing,
+  );
+  const recogniser = new Recogniser(engine, drawing, () => settings.value);
+  const announcer = new Announcer(byId('status'), byId('label'), view);
+  const say = (/** @type {string} */ text) => announcer.say(text);
+  const announce = (/** @type {Item} */ item) => announcer.item(item);
+  const context = { drawing, view, renderer, recogniser, announce };
+  const commands = createCommands(context, say);
+  const files = createFiles(context, say, warn);
+  const showAll = () =>
+    view.show(drawing.items.length > 0 ? unite(drawing.items.map(boundsOf)) : view.bounds);
+
+  watchSize(surface, view);
+  const pointers = createPointers(surface, context);
+  showState(drawing, view, recogniser, engine);
+  showTheme(renderer);
+  bindToolbar(commands, drawing, view, showAll);
+  bindFiles(files);
+  createHelp(/** @type {HTMLDialogElement} */ (byId('keys')));
+  listenToKeys(surface, commands, view, { save: files.save, open: files.open, showAll });
+  showInspector(byId('inspector'), commands, (item) =>
+    showWhy(/** @type {HTMLDialogElement} */ (byId('why')), item, recogniser),
+  );
+  const openSettings = createSettings(
+    /** @type {HTMLDialogElement} */ (byId('settings')),
+    recogniser,
+    (inks) => addInks(drawing, inks, view),
+  );
+  byId('open-settings').onclick = openSettings;
+
+  recogniser.addEventListener('answer', (event) => {
+    const { item, ms } = /** @type {CustomEvent} */ (event).detail;
+    timings.push(ms);
+    announce(item);
+    showSnap(item, context);
+  });
+  // A page that is hidden may never be shown again.
+  addEventListener('pagehide', () => pointers.finish());
+
+  /** What took from lifting the pen to the figure on the canvas, ms. @type {number[]} */
+  const timings = [];
+  const page = { drawing, view, recogniser, timings, isReady: false };
+  Object.assign(window, { scrivo: page }); // for tests
+  return openStorage(drawing, () =>
+    warn('This drawing cannot be stored in the browser: save it to a file.'),
+  )
+    .then(
+      (isStored) =>
+        isStored || warn('This drawing is open in another tab. What you draw here is not stored.'),
+      () => warn('This browser does not store drawings: save it to a file.'),
+    )
+    .finally(() => (page.isReady = true));
+}
+
+/** @param {string} text */
+function warn(text) {
+  byId('alert-text').textContent = text;
+  byId('alert').hidden = false;
+  byId('retry').hidden = true;
+}
+
+/** @param {HTMLElement} surface @param {View} view */
+function watchSize(surface, view) {
+  const resize = () => view.resize(surface.clientWidth, surface.clientHeight);
+  new ResizeObserver(resize).observe(surface);
+  const watchPixelRatio = () => {
+    const query = matchMedia(`(resolution: ${devicePixelRatio}dppx)`);
+    const onChange = () => {
+      resize();
+      watchPixelRatio();
+    };
+    query.addEventListener('change', onChange, { once: true });
+  };
+  watchPixelRatio();
+  resize();
+}
+
+/** @param {HTMLElement} surface @param {import('./tools/draw-tool.mjs').Context} context */
+function createPointers(surface, context) {
+  const tools = {
+    draw: new DrawTool(context),
+    select: new SelectTool(context),
+    erase: new EraseTool(context),
+  };
+  effect(() => {
+    surface.style.cursor = tools[tool.value].cursor;
+    context.renderer.paint('eraser', null);
+  });
+  effect(() => {
+    void selection.value;
+    context.renderer.schedule();
+  });
+  /** @param {PointerEvent} event */
+  const toolFor = (event) => {
+    const isEraser = event.button === 5 || (event.buttons & 32) !== 0;
+    if (isEraser) return tools.erase;
+    // With Ctrl the drawing tool selects.
+    return tool.value === 'draw' && (event.ctrlKey || event.metaKey)
+      ? tools.select
+      : tools[tool.value];
+  };
+  return new Pointers(surface, context.view, toolFor);
+}
+
+/** Rings at the places where a line has snapped to other strokes. @param {Item} item @param {import('./tools/draw-tool.mjs').Context} context */
+function showSnap({ id, figure }, { drawing, view, renderer }) {
+  if (figure?.kind !== 'line') return;
+  const others = drawing.items.filter((item) => item.id !== id);
+  const places = [figure.from, figure.to].filter((end) =>
+    others.some((other) => anchorsOf(other).some((anchor) => distance(anchor, end) < 0.05)),
+  );
+  if (places.length === 0) return;
+  renderer.paint('snap', cuePainter(places, view.scale));
+  setTimeout(() => renderer.paint('snap', null), CUE_MS);
+}
+
+/** Adds ink, for the engine to answer. @param {Drawing} drawing @param {Ink[]} inks @param {View} view */
+function addInks(drawing, inks, view) {
+  const items = inks.map(({ samples, measured, frame }) => {
+    const ink = makeInk({ samples, measured, frame });
+    return Object.freeze({
+      id: drawing.newId(),
+      ink,
+      figure: null,
+      answer: null,
+      colour: 0,
+      width: WIDTHS[1],
+    });
+  });
+  drawing.commit('examples', items);
+  view.show(unite(items.map(boundsOf)));
+}
+
+/** @param {Drawing} drawing @param {View} view @param {Recogniser} recogniser @param {Engine} engine */
+function showState(drawing, view, recogniser, engine) {
+  const [undo, redo, clear] = ['undo', 'redo', 'clear'].map(
+    (id) => /** @type {HTMLButtonElement} */ (byId(id)),
+  );
+  const info = byId('engine-info');
+  drawing.addEventListener('change', () => {
+    revision.value += 1;
+    undo.disabled = drawing.undoLabel === null;
+    redo.disabled = drawing.redoLabel === null;
+    clear.disabled = drawing.items.length === 0;
+    document.body.toggleAttribute('data-empty', drawing.items.length === 0);
+  });
+  [undo, redo, clear].forEach((button) => (button.disabled = true));
+  view.addEventListener('change', () => {
+    byId('zoom-reset').textContent = `${Math.round(100 * view.scale)} %`;
+  });
+  const names = { beautifier: 'Beautifier', template: 'Template engine', both: 'Both engines' };
+  let micros = /** @type {number | null} */ (null);
+  effect(() => {
+    info.textContent = `${names[settings.value.engine]}, ${engine.name}`;
+  });
+  recogniser.addEventListener('answer', (event) => {
+    micros = /** @type {CustomEvent} */ (event).detail.item.answer?.micros ?? micros;
+    info.textContent = `${names[settings.value.engine]}, ${engine.name} · ${micros} µs`;
+  });
+  recogniser.addEventListener('state', () => {
+    const { waiting, isAvailable } = recogniser;
+    const retry = byId('retry');
+    if (isAvailable && retry.hidden) return;
+    byId('alert').hidden = isAvailable;
+    retry.hidden = isAvailable;
+    if (isAvailable) return;
+    const strokes = waiting === 1 ? 'One stroke waits' : `${waiting} strokes wait`;
+    byId('alert-text').textContent =
+      `The server does not answer. ${strokes} for it; your ink is kept.`;
+  });
+  byId('retry').onclick = () => recogniser.retry();
+}
+
+/** @param {Renderer} renderer */
+function showTheme(renderer) {
+  for (const query of ['(prefers-color-scheme: dark)', '(forced-colors: active)']) {
+    matchMedia(query).addEventListener('change', () => renderer.refresh());
+  }
+  effect(() => {
+    document.documentElement.dataset.theme = settings.value.theme;
+    renderer.refresh();
+  });
+}
+
+/** Radio buttons that look like discs. @param {string} name @param {string[]} labels @param {number} chosen @param {(i: number) => void} choose */
+function swatches(name, labels, chosen, choose) {
+  return labels.map((text, i) => {
+    const input = make('input', {
+      type: 'radio',
+      name,
+      checked: i === chosen,
+      onchange: () => choose(i),
+    });
+    input.setAttribute('aria-label', text);
+    return make(
+      'label',
+      { title: text, className: `${name} ${name}-${i}` },
+      input,
+      make('span', {}),
+    );
+  });
+}
+
+/** @param {ReturnType<typeof createCommands>} commands @param {Drawing} drawing @param {View} view @param {() => void} showAll */
+function bindToolbar(commands, drawing, view, showAll) {
+  byId('undo').onclick = commands.undo;
+  byId('redo').onclick = commands.redo;
+  byId('clear').onclick = commands.clear;
+  byId('zoom-in').onclick = () => view.zoomCentre(1.25);
+  byId('zoom-out').onclick = () => view.zoomCentre(0.8);
+  byId('zoom-reset').onclick = showAll;
+  const tools = /** @type {NodeListOf<HTMLButtonElement>} */ (
+    document.querySelectorAll('[data-tool]')
+  );
+  for (const button of tools) {
+    button.onclick = () => (tool.value = /** @type {typeof tool.value} */ (button.dataset.tool));
+  }
+  effect(() => {
+    for (const button of tools)
+      button.setAttribute('aria-pressed', String(button.dataset.tool === tool.value));
+  });
+  const engines = /** @type {NodeListOf<HTMLInputElement>} */ (
+    document.querySelectorAll('input[name=engine]')
+  );
+  for (const input of engines) {
+    input.checked = input.value === settings.value.engine;
+    input.onchange = () => change({ engine: /** @type {EngineName | 'both'} */ (input.value) });
+  }
+  const style = (/** @type {{colour?: number, width?: number}} */ choice) => {
+    change(choice);
+    commands.restyle(choice.width === undefined ? choice : { width: WIDTHS[choice.width] });
+  };
+  const colourNames = COLOURS.map((name) =>
+    name === 'ink' ? 'Ink' : name[0].toUpperCase() + name.slice(1),
+  );
+  byId('colours').append(
+    ...swatches('colour', colourNames, settings.value.colour, (colour) => style({ colour })),
+  );
+  byId('widths').append(
+    ...swatches('width', WIDTH_NAMES, settings.value.width, (width) => style({ width })),
+  );
+}
+
+/** @param {ReturnType<typeof createFiles>} files */
+function bindFiles(files) {
+  const actions = {
+    ...files,
+    keys: () => /** @type {HTMLDialogElement} */ (byId('keys')).showModal(),
+  };
+  const menu = byId('menu');
+  for (const button of /** @type {NodeListOf<HTMLButtonElement>} */ (
+    menu.querySelectorAll('[data-file]')
+  )) {
+    button.onclick = () => {
+      menu.hidePopover();
+      actions[/** @type {keyof typeof actions} */ (button.dataset.file)]();
+    };
+  }
+}

@@ -1,0 +1,98 @@
+// @ts-check
+// Why a stroke became what it is: its samples, what each family would make of it, and the scores.
+
+import { verticesOf } from '../model/figure.mjs';
+import { countOf, placesOf, resample } from '../model/ink.mjs';
+import { writeNdjson } from '../export/ink-files.mjs';
+import { make } from './dom.mjs';
+import { capital, figureLabel, percent, reasonText } from './labels.mjs';
+import { thumbnail } from './thumbnail.mjs';
+
+// The beautifier looks at this many points at even distances.
+const RESAMPLED = 97;
+
+// More samples than this would hide the ink.
+const MOST_SHOWN = 600;
+
+/**
+ * @param {HTMLDialogElement} dialog @param {Item} item
+ * @param {import('../engine/recogniser.mjs').Recogniser} recogniser
+ */
+export async function showWhy(dialog, item, recogniser) {
+  const body = make('div', { className: 'body', tabIndex: 0 }, make('p', {}, 'Asking the engine…'));
+  body.setAttribute('aria-label', 'Explanation');
+  body.setAttribute('role', 'region');
+  dialog.replaceChildren(header(dialog, item), body);
+  dialog.showModal();
+  const explanation = await recogniser.explain(item.ink).catch(() => null);
+  if (explanation) body.replaceChildren(...contentOf(item, explanation));
+  else body.replaceChildren(make('p', {}, 'The engine does not answer.'));
+}
+
+/** @param {HTMLDialogElement} dialog @param {Item} item */
+function header(dialog, { figure, answer, ink }) {
+  const title = figure ? `Why a ${figureLabel(figure).toLowerCase()}?` : 'Why ink?';
+  const copy = make('button', { type: 'button' }, 'Copy as NDJSON');
+  copy.title = 'For the command scrivo idealise';
+  copy.onclick = async () => {
+    await navigator.clipboard.writeText(writeNdjson(ink));
+    copy.textContent = 'Copied';
+  };
+  return make(
+    'header',
+    {},
+    make('h2', { id: 'why-title' }, title.replace(/ a ([aei])/, ' an $1')),
+    copy,
+    make('button', { type: 'button', onclick: () => dialog.close() }, 'Close'),
+    make('p', {}, !figure && answer?.reason ? reasonText(answer.reason) : ''),
+  );
+}
+
+/** @param {Item} item @param {Explanation} explanation */
+function contentOf({ ink, figure }, { candidates, micros }) {
+  const samples = placesOf(ink);
+  const few = samples.filter((_, i) => i % Math.ceil(samples.length / MOST_SHOWN) === 0);
+  const corners = figure ? verticesOf(figure) : [];
+  const steps = [
+    step(
+      countOf(ink) === 1 ? 'One sample' : `${countOf(ink)} samples`,
+      thumbnail(ink, null, { marks: [{ places: few, name: 'sample' }] }),
+    ),
+    step(
+      `${RESAMPLED} points, evenly spaced`,
+      thumbnail(ink, null, { marks: [{ places: resample(ink, RESAMPLED), name: 'sample' }] }),
+    ),
+    step(
+      corners.length > 0 ? `${corners.length} corners and ends` : 'Fitted figure',
+      thumbnail(ink, figure, { marks: [{ places: corners, name: 'corner' }] }),
+    ),
+  ];
+  const cards = [...candidates]
+    .sort((p, q) => q.probability - p.probability)
+    .map(({ family, probability, figure: fitted }) =>
+      step(
+        `${capital(family)} ${percent(probability)}`,
+        thumbnail(ink, fitted, {
+          marks: [{ places: fitted ? verticesOf(fitted) : [], name: 'corner' }],
+        }),
+        meterOf(family, probability),
+      ),
+    );
+  return [
+    make('div', { className: 'cards' }, ...steps),
+    make('h3', {}, 'The best figure of each family, and the probability that it was meant'),
+    make('div', { className: 'cards' }, ...cards),
+    make('p', { className: 'reason' }, `All six took ${micros} µs.`),
+  ];
+}
+
+/** @param {string} family @param {number} value */
+function meterOf(family, value) {
+  const meter = make('meter', { min: 0, max: 1, value });
+  meter.setAttribute('aria-label', `Probability of ${family}`);
+  return meter;
+}
+
+/** @param {string} caption @param {Node[]} children */
+const step = (caption, ...children) =>
+  make('figure', {}, ...children, make('figcaption', {}, caption));

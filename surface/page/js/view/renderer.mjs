@@ -1,0 +1,263 @@
+// @ts-check
+// Two canvases on top of each other: the lower one holds settled items and is repainted only where
+// something has changed; the upper one holds what moves.
+
+import * as plane from '../model/geometry.mjs';
+import { paintedBounds } from '../model/item.mjs';
+import { paintInk, paintItem } from './paint.mjs';
+import { readPalette } from './palette.mjs';
+
+// Repainting this share of the surface or more is as quick as repainting all of it.
+const MOST = 0.6;
+
+// While the view moves, the picture of the settled items is moved; it is repainted after this pause.
+const VIEW_PAUSE_MS = 90;
+
+const FADE_MS = 260;
+
+/** @typedef {(context: CanvasRenderingContext2D, palette: import('./palette.mjs').Palette) => void} Painter */
+
+/** Whether nothing has to be painted again. @param {Item | null} p @param {Item | null} q */
+const looksSame = (p, q) =>
+  p !== null &&
+  q !== null &&
+  p.ink === q.ink &&
+  p.figure === q.figure &&
+  p.colour === q.colour &&
+  p.width === q.width &&
+  (p.answer?.second ?? null) === (q.answer?.second ?? null);
+
+export class Renderer {
+  #settled;
+  #live;
+  #view;
+  #drawing;
+  #palette;
+  /** @type {{left: number, top: number, scale: number}} the view of the settled picture */
+  #painted = { left: 0, top: 0, scale: 1 };
+  /** Items that are being changed: they are painted by a painter of the upper canvas. @type {Set<number>} */
+  #lifted = new Set();
+  /** @type {Map<string, Painter>} */
+  #painters = new Map();
+  /** @type {Map<Item, number>} ink that fades, and since when */
+  #fading = new Map();
+  #frame = 0;
+  #viewTimer = 0;
+  #calm = matchMedia('(prefers-reduced-motion: reduce)');
+  /** The colour and paths of ink in progress that are on the lower canvas already. @type {{colour: number, paths: Path2D[]}} */
+  #baked = { colour: 0, paths: [] };
+  #overpainted = false;
+
+  /**
+   * @param {HTMLCanvasElement} settled @param {HTMLCanvasElement} live
+   * @param {import('./view.mjs').View} view @param {import('../model/drawing.mjs').Drawing} drawing
+   */
+  constructor(settled, live, view, drawing) {
+    this.#settled = settled;
+    this.#live = live;
+    this.#view = view;
+    this.#drawing = drawing;
+    this.#palette = readPalette(live);
+    drawing.addEventListener('change', (event) =>
+      this.#onChange(/** @type {CustomEvent} */ (event).detail),
+    );
+    view.addEventListener('change', () => this.#onView());
+    view.addEventListener('resize', () => this.#onResize());
+  }
+
+  get palette() {
+    return this.#palette;
+  }
+
+  /** Reads the colours again, after a change of the theme. */
+  refresh() {
+    this.#palette = readPalette(this.#live);
+    this.#repaint();
+    this.schedule();
+  }
+
+  /** Adds a painter of the upper canvas, or removes it. @param {string} name @param {Painter | null} painter */
+  paint(name, painter) {
+    if (painter) this.#painters.set(name, painter);
+    else if (!this.#painters.delete(name)) return;
+    this.schedule();
+  }
+
+  /** Takes items off the lower canvas; an empty set puts them back. @param {Iterable<number>} ids */
+  lift(ids) {
+    const next = new Set(ids);
+    const changed = [...next, ...this.#lifted].filter(
+      (id) => next.has(id) !== this.#lifted.has(id),
+    );
+    this.#lifted = next;
+    const boxes = changed.flatMap((id) => this.#drawing.get(id) ?? []).map(paintedBounds);
+    if (boxes.length > 0) this.#repaint(plane.unite(boxes));
+  }
+
+  /** Adds finished parts of the ink in progress to the lower canvas. @param {number} colour @param {Path2D[]} paths */
+  bake(colour, paths) {
+    if (paths.length === 0) return;
+    this.#baked.colour = colour;
+    this.#baked.paths.push(...paths);
+    const context = this.#contextOf(this.#settled);
+    context.fillStyle = this.#palette.inks[colour];
+    for (const path of paths) context.fill(path);
+  }
+
+  /** Removes the parts that were added by `bake`. */
+  unbake() {
+    if (this.#baked.paths.length === 0) return;
+    this.#baked.paths = [];
+    this.#repaint();
+  }
+
+  /** The item that is added next shows the parts that were added by `bake`. */
+  replaceBaked() {
+    this.#overpainted = this.#baked.paths.length > 0;
+    this.#baked.paths = [];
+  }
+
+  schedule() {
+    this.#frame ||= requestAnimationFrame(() => this.#paintLive());
+  }
+
+  /** @param {{changes: Change[]}} detail */
+  #onChange({ changes: all }) {
+    const changes = all.filter(({ before, after }) => !looksSame(before, after));
+    if (changes.length === 0) return;
+    for (const { before, after } of changes) this.#fade(before, after);
+    const items = changes
+      .flatMap(({ before, after }) => [before, after])
+      .filter((item) => item !== null);
+    const added = changes.length === 1 && !changes[0].before ? changes[0].after : null;
+    const isOnTop = added && added === this.#drawing.items.at(-1) && !this.#lifted.has(added.id);
+    if (isOnTop && !this.#overpainted) {
+      paintItem(this.#contextOf(this.#settled), added, this.#palette);
+    } else {
+      this.#repaint(plane.unite(items.map(paintedBounds)));
+      this.#overpainted = false;
+    }
+    this.schedule();
+  }
+
+  /** Ink that becomes a figure fades away. @param {Item | null} before @param {Item | null} after */
+  #fade(before, after) {
+    if (!before || !after || before.figure || !after.figure || this.#calm.matches) return;
+    this.#fading.set(before, performance.now());
+  }
+
+  #onView() {
+    const { left, top, scale } = this.#view;
+    const zoom = scale / this.#painted.scale;
+    const { x, y } = this.#view.toScreen({ x: this.#painted.left, y: this.#painted.top });
+    this.#settled.style.transform =
+      zoom === 1 && x === 0 && y === 0 ? '' : `translate(${x}px, ${y}px) scale(${zoom})`;
+    clearTimeout(this.#viewTimer);
+    this.#viewTimer = window.setTimeout(() => this.settleView(), VIEW_PAUSE_MS);
+    document.body.style.setProperty('--grid-at', `${-left * scale}px ${-top * scale}px`);
+    this.schedule();
+  }
+
+  /** Repaints after the view has moved. */
+  settleView() {
+    const { left, top, scale } = this.#view;
+    const { left: x, top: y, scale: z } = this.#painted;
+    clearTimeout(this.#viewTimer);
+    if (left !== x || top !== y || scale !== z) this.#repaint();
+  }
+
+  #onResize() {
+    for (const canvas of [this.#settled, this.#live]) {
+      canvas.width = Math.round(this.#view.width * devicePixelRatio);
+      canvas.height = Math.round(this.#view.height * devicePixelRatio);
+    }
+    this.#repaint();
+    this.#paintLive(); // at once: resizing blanks a canvas
+  }
+
+  /** The context of a canvas, in document units. @param {HTMLCanvasElement} canvas */
+  #contextOf(canvas) {
+    const context = /** @type {CanvasRenderingContext2D} */ (canvas.getContext('2d'));
+    const { left, top, scale } = canvas === this.#settled ? this.#painted : this.#view;
+    const zoom = scale * devicePixelRatio;
+    context.setTransform(zoom, 0, 0, zoom, -left * zoom, -top * zoom);
+    return context;
+  }
+
+  /** Repaints the lower canvas, or the part of it that holds a box. @param {Bounds} [box] */
+  #repaint(box) {
+    const { left, top, scale, bounds } = this.#view;
+    const moved =
+      left !== this.#painted.left || top !== this.#painted.top || scale !== this.#painted.scale;
+    const area = (/** @type {Bounds} */ b) => (b.right - b.left) * (b.bottom - b.top);
+    const whole = moved || !box || area(box) > MOST * area(bounds);
+    if (moved) {
+      this.#painted = { left, top, scale };
+      this.#settled.style.transform = '';
+    }
+    const region = whole ? bounds : this.#toPixels(box);
+    if (!plane.overlap(region, bounds)) return;
+    const context = this.#contextOf(this.#settled);
+    context.save();
+    if (!whole) {
+      context.beginPath();
+      context.rect(region.left, region.top, region.right - region.left, region.bottom - region.top);
+      context.clip();
+    }
+    context.clearRect(
+      region.left - 1,
+      region.top - 1,
+      region.right - region.left + 2,
+      region.bottom - region.top + 2,
+    );
+    for (const item of this.#drawing.items) {
+      if (this.#lifted.has(item.id) || !plane.overlap(paintedBounds(item), region)) continue;
+      paintItem(context, item, this.#palette);
+    }
+    context.fillStyle = this.#palette.inks[this.#baked.colour];
+    for (const path of this.#baked.paths) context.fill(path);
+    context.restore();
+  }
+
+  /** The box enlarged to whole pixels: a clip between pixels would leave seams. @param {Bounds} box @returns {Bounds} */
+  #toPixels(box) {
+    const { left, top, scale } = this.#painted;
+    const zoom = scale * devicePixelRatio;
+    const down = (/** @type {number} */ v, /** @type {number} */ origin) =>
+      Math.floor((v - origin) * zoom) / zoom + origin;
+    const up = (/** @type {number} */ v, /** @type {number} */ origin) =>
+      Math.ceil((v - origin) * zoom) / zoom + origin;
+    return {
+      left: down(box.left, left),
+      top: down(box.top, top),
+      right: up(box.right, left),
+      bottom: up(box.bottom, top),
+    };
+  }
+
+  #paintLive() {
+    cancelAnimationFrame(this.#frame);
+    this.#frame = 0;
+    const context = this.#contextOf(this.#live);
+    const { left, top, right, bottom } = this.#view.bounds;
+    context.clearRect(left, top, right - left, bottom - top);
+    this.#paintFading(context);
+    for (const painter of this.#painters.values()) painter(context, this.#palette);
+    if (this.#fading.size > 0) this.schedule();
+  }
+
+  /** @param {CanvasRenderingContext2D} context */
+  #paintFading(context) {
+    const now = performance.now();
+    for (const [item, start] of this.#fading) {
+      const left = 1 - (now - start) / FADE_MS;
+      if (left <= 0) {
+        this.#fading.delete(item);
+        continue;
+      }
+      context.globalAlpha = 0.5 * left;
+      paintInk(context, item, this.#palette.inks[item.colour]);
+      context.globalAlpha = 1;
+    }
+  }
+}

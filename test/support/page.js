@@ -1,0 +1,152 @@
+'use strict';
+
+// The drawing page in Chromium, with its server.
+
+const { once } = require('node:events');
+const { buildPage } = require('../../surface/build.js');
+const { createRecogniser } = require('../../surface/recognise.js');
+const { createServer, listen } = require('../../surface/server.js');
+const { launchChromium } = require('./chromium.js');
+const { HEIGHT, WIDTH } = require('./strokes.js');
+
+const VIEW = { width: WIDTH, height: HEIGHT };
+
+/** A server that can be stopped and started again at the same address. */
+class PageServer {
+  #recognise;
+  #files;
+  #server;
+  #port = 0;
+
+  static async create() {
+    const server = new PageServer();
+    [server.#recognise, server.#files] = await Promise.all([createRecogniser(), buildPage()]);
+    await server.start();
+    return server;
+  }
+
+  async start() {
+    this.#server = createServer(this.#recognise, this.#files);
+    this.address = await listen(this.#server, this.#port);
+    this.#port = this.#server.address().port;
+  }
+
+  async stop() {
+    const closed = once(this.#server, 'close');
+    this.#server.close().closeAllConnections();
+    await closed;
+  }
+}
+
+/** One page: draws on it, and reads what is on its surface. Places are CSS pixels. */
+class DrawingPage {
+  errors = [];
+
+  static async open(browser, address, options = {}) {
+    const opened = new DrawingPage();
+    const context = await browser.newContext({ viewport: VIEW, ...options });
+    opened.page = await context.newPage();
+    opened.page.on('pageerror', (error) => opened.errors.push(error));
+    opened.page.on('requestfailed', (request) => opened.errors.push(request.url()));
+    await opened.load(address);
+    return opened;
+  }
+
+  async load(address) {
+    await this.page.goto(address);
+    await this.page.waitForFunction(() => window.scrivo?.isReady);
+  }
+
+  close() {
+    return this.page.context().close();
+  }
+
+  /** Draws with a mouse of 60 samples a second; resolves when the stroke is answered. */
+  draw(points) {
+    return this.drawWith(
+      'mouse',
+      points.map(([x, y]) => [x, y, 0.5]),
+    );
+  }
+
+  /** Draws with the mouse of the browser, without lifting it. */
+  async press(points) {
+    const { mouse } = this.page;
+    const few = points.filter((_, i) => i % 3 === 0);
+    await mouse.move(...few[0]);
+    await mouse.down();
+    for (const point of [...few.slice(1), points.at(-1)]) await mouse.move(...point);
+  }
+
+  /** Rests the mouse, and lifts it. */
+  async lift(rest = 0) {
+    await this.page.waitForTimeout(rest);
+    await this.page.mouse.up();
+    await this.answered();
+  }
+
+  answered() {
+    return this.page.waitForFunction(() => window.scrivo.recogniser.waiting === 0);
+  }
+
+  /**
+   * Draws with events of one kind of pointer, made in the page: through points [x, y, pressure] that
+   * are `rate` samples a second.
+   */
+  async drawWith(pointerType, points, rate = 60) {
+    await this.page.evaluate(
+      ([type, samples, step]) => {
+        const canvas = document.getElementById('surface');
+        const send = (name, [clientX, clientY, pressure], i) => {
+          const event = new PointerEvent(name, {
+            ...{ pointerType: type, pointerId: 7, isPrimary: true, bubbles: true },
+            ...{ clientX, clientY, pressure, buttons: 1 },
+          });
+          Object.defineProperty(event, 'timeStamp', { value: 1000 + i * step });
+          canvas.dispatchEvent(event);
+        };
+        send('pointerdown', samples[0], 0);
+        samples.forEach((sample, i) => i > 0 && send('pointermove', sample, i));
+        send('pointerup', samples.at(-1), samples.length);
+      },
+      [pointerType, points, 1000 / rate],
+    );
+    await this.answered();
+  }
+
+  /** Items without their ink, of which the number of samples is kept. */
+  items() {
+    return this.page.evaluate(() =>
+      window.scrivo.drawing.items.map(({ ink, ...item }) => ({
+        ...item,
+        samples: ink.samples.length / 4,
+      })),
+    );
+  }
+
+  async kinds() {
+    return (await this.items()).map(({ figure }) => figure?.subtype ?? figure?.kind ?? null);
+  }
+
+  async figure() {
+    return (await this.items()).at(-1).figure;
+  }
+
+  status() {
+    return this.page.textContent('#status');
+  }
+
+  /** Whether the drawing has ink at a place: not the paper, nor what lies above the drawing. */
+  isPainted([x, y]) {
+    return this.page.evaluate(
+      ([px, py]) => {
+        const context = document.getElementById('settled').getContext('2d');
+        const at = [px, py].map((value) => Math.round(value * devicePixelRatio));
+        return context.getImageData(...at, 1, 1).data[3] > 128;
+      },
+      [x, y],
+    );
+  }
+}
+
+module.exports = { DrawingPage, PageServer, VIEW, launchChromium };
