@@ -22,8 +22,8 @@ function initScrivo(...args) {
   return result;
 }
 
-function optimizeAStroke(stroke, width, height, otherStrokes) {
-  const result = native.optimizeAStroke(stroke, width, height, otherStrokes);
+function optimizeAStroke(...args) {
+  const result = native.optimizeAStroke(...args);
   warnOfPixels(result);
   return result;
 }

@@ -25,6 +25,9 @@ const PACKAGES = {
     'parallel', // an example of the command line's page
     'chromium', // browser tests
     'clang', // compiles the preset for clang-tidy
+    // scrivo-wasm
+    ...['lld', 'wasi-libc', 'libclang-rt-14-dev-wasm32', 'libc++-14-dev-wasm32'],
+    ...['binaryen', 'libsimde-dev'],
     'clang-format',
     'clang-tidy',
     'git', // lists the files for the linters

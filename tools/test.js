@@ -9,6 +9,7 @@
 const fs = require('node:fs');
 const path = require('node:path');
 const { JOBS, build } = require('./build.js');
+const { buildWasm } = require('./build-wasm.js');
 const { QUICK_CHECKS, lint } = require('./lint.js');
 const { setup } = require('./setup.js');
 const { ROOT, capture, failure, heading, main, run } = require('./support/run.js');
@@ -65,6 +66,7 @@ async function nodeTest(name, isOfSuite, env = {}) {
 }
 
 const isOfPackage = (file) => file.startsWith('test/package/');
+const isOfWasm = (file) => file.startsWith('test/wasm/');
 const isOfBrowser = (file) => file.includes('.browser.test.');
 
 /** Tests that call the native modules. */
@@ -85,6 +87,12 @@ async function sanitizedNodeTest() {
   });
 }
 
+/** Builds the package for browsers and tests it, in Node and in Chromium. */
+async function wasm() {
+  await buildWasm();
+  return nodeTest('wasm', isOfWasm);
+}
+
 /** Static checks pass or fail as a whole; they count no tests. */
 async function checks() {
   return { code: (await lint(QUICK_CHECKS)) ? 0 : 1, isCheck: true };
@@ -92,9 +100,11 @@ async function checks() {
 
 const SUITES = {
   release: () => ctest('release'),
-  node: () => nodeTest('node', (file) => !isOfPackage(file) && !isOfBrowser(file)),
+  node: () =>
+    nodeTest('node', (file) => !isOfPackage(file) && !isOfWasm(file) && !isOfBrowser(file)),
   package: () => nodeTest('package', isOfPackage),
-  browser: () => nodeTest('browser', isOfBrowser),
+  browser: () => nodeTest('browser', (file) => isOfBrowser(file) && !isOfWasm(file)),
+  wasm,
   lint: checks,
   asan: () => ctest('asan'),
   'node-asan': sanitizedNodeTest,

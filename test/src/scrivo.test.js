@@ -5,13 +5,14 @@ const vm = require('node:vm');
 const { describe, test } = require('node:test');
 
 const { initScrivo, optimizeAStroke } = require('../../lib/index.js');
+const { proxies } = require('../support/native.js');
 const { assertThrowsSame, thrower } = require('../support/throwing.js');
 
 describe('initScrivo', () => {
   test('requires an array', () => {
     assert.throws(() => initScrivo(), { name: 'TypeError', message: 'Wrong number of arguments' });
     const wrong = ['a.template', undefined, null, 5, {}, { length: 0 }, new Uint8Array(2)];
-    for (const value of [...wrong, new Proxy([], {})]) {
+    for (const value of [...wrong, ...proxies]) {
       assert.throws(() => initScrivo(value), { name: 'TypeError', message: 'Wrong arguments' });
     }
   });
@@ -62,7 +63,7 @@ describe('arguments of optimizeAStroke', () => {
 
   test('must be arrays where strokes are expected', () => {
     const plain = [undefined, null, 5, 'ab', {}, { length: 1, 0: A }, new Float64Array(3)];
-    for (const value of [...plain, new Proxy([A], {}), new Set([A])]) {
+    for (const value of [...plain, ...proxies, new Set([A])]) {
       for (const changed of [{ 0: value }, { 3: value }, { 3: [[A], value] }]) {
         assert.throws(() => call(changed), Error);
       }

@@ -11,6 +11,12 @@ const builtModule = findNative('hello');
 
 const host = ['bun', 'deno'].find((name) => name in process.versions) ?? 'node';
 
+/** Whether scrivo-wasm is in the place of the native modules, see test/wasm. */
+const isWasm = process.env.SCRIVO_TESTED === 'wasm';
+
+/** Arrays behind a proxy, which only native code can tell from arrays. */
+const proxies = isWasm ? [] : [new Proxy([{ x: 0.25, y: 0.5 }], {})];
+
 /** For the option `skip` of a test: the reason for this host, or false. */
 const skipIn = (reasons) => reasons[host] ?? false;
 
@@ -65,4 +71,4 @@ function bootstrap(main, hello, body) {
   );
 }
 
-module.exports = { builtModule, root, runApart, skipIn };
+module.exports = { builtModule, isWasm, proxies, root, runApart, skipIn };

@@ -1,17 +1,25 @@
 import defining from '../../../lib/define-beautifier.js';
 import coding from '../../../lib/figure-codec.js';
+import { lengthOf, writeAll } from './engine.js';
 import tables from 'scrivo-wasm-tables';
 
 const bits = (members) => members.reduce((sum, member) => sum | (1 << member), 0);
 
 /** The answer of beautifier.cpp's `write` in the form of the native module's. */
-function readAnswer(numbers) {
-  const [type, confidence, reason, index, subtype, ...counts] = numbers.subarray(0, 8);
-  let from = 8;
-  const [parameters, alternatives, path] = counts.map((count) =>
-    numbers.slice(from, (from += count)),
-  );
-  return [path, type, confidence, reason, index, subtype, parameters, alternatives];
+function readAnswer(heap, at) {
+  const parameters = at + 8;
+  const alternatives = parameters + heap[at + 5];
+  const path = alternatives + heap[at + 6];
+  return [
+    heap.slice(path, path + heap[at + 7]),
+    heap[at],
+    heap[at + 1],
+    heap[at + 2],
+    heap[at + 3],
+    heap[at + 4],
+    heap.slice(parameters, alternatives),
+    heap.slice(alternatives, path),
+  ];
 }
 
 /** The beautifier of an engine's instance. */
@@ -31,18 +39,21 @@ export function bindBeautifier(engine) {
 
     beautifyAs(points, stride, width, height, values, lengths, family, kind) {
       const area = [family, kind, width, height, stride, points.length / stride, lengths.length];
-      const head = [...this.#options, ...area, ...lengths];
-      const numbers = new Float64Array(head.length + values.length + points.length);
-      numbers.set(head);
-      numbers.set(values, head.length);
-      numbers.set(points, head.length + values.length);
-      return engine.call('beautify', numbers, readAnswer);
+      const parts = [this.#options, area, lengths, values, points];
+      return engine.call(
+        'beautify',
+        lengthOf(parts),
+        (heap, at) => writeAll(heap, at, parts),
+        readAnswer,
+      );
     }
   }
 
   function outlineOf(index, parameters, width, height) {
-    const numbers = Float64Array.of(index, width, height, parameters.length, ...parameters);
-    return engine.call('outlineOf', numbers, (answer) => answer.slice(1, 1 + answer[0]));
+    const parts = [[index, width, height, parameters.length], parameters];
+    const write = (heap, at) => writeAll(heap, at, parts);
+    const read = (heap, at) => heap.slice(at + 1, at + 1 + heap[at]);
+    return engine.call('outlineOf', lengthOf(parts), write, read);
   }
 
   return defining.defineBeautifier({ Beautifier, outlineOf }, coding.figureCodec(tables));

@@ -1,9 +1,11 @@
-import { OutOfMemoryError } from './engine.js';
+import { OutOfMemoryError, lengthOf, writeAll } from './engine.js';
 import { packFile } from './template-files.js';
 import shipped from 'scrivo-wasm-templates';
 
 /** Names of the template files that are built in, for `initScrivo`. */
 export const templates = Object.freeze(Object.keys(shipped));
+
+const MOST_IDLE_BYTES = 1 << 20;
 
 // Errors are those of the native module.
 
@@ -17,38 +19,64 @@ function checkArray(value) {
   return value;
 }
 
-/** Appends x, y and force of a point, each property read once. */
-function readPoint(point, numbers) {
-  if (point === undefined || point === null) {
+/** What has the properties of a value. */
+function objectOf(value) {
+  if (value === undefined || value === null) {
     throw new TypeError('Cannot convert undefined or null to object');
   }
-  const object = Object(point);
-  numbers.push(checkNumber(object.x), checkNumber(object.y));
-  numbers.push('force' in object ? checkNumber(object.force) : 0);
+  return Object(value);
 }
 
-/** x, y and force of every point. The array may change while it is read. */
+function grown(numbers) {
+  const larger = new Float64Array(2 * numbers.length);
+  larger.set(numbers);
+  return larger;
+}
+
+/** Where points are read to. A call that a getter makes meanwhile gets another one. */
+let idle = null;
+
+/** x, y and force of every point, each property read once. The array may change meanwhile. */
 function readStroke(stroke) {
-  const numbers = [];
-  for (let i = 0; i < checkArray(stroke).length; i++) readPoint(stroke[i], numbers);
-  return numbers;
+  checkArray(stroke);
+  let numbers = idle ?? new Float64Array(3 * 256);
+  idle = null;
+  let k = 0;
+  for (let i = 0; i < stroke.length; i++) {
+    if (k === numbers.length) numbers = grown(numbers);
+    const element = stroke[i];
+    const point = typeof element === 'object' && element !== null ? element : objectOf(element);
+    numbers[k++] = checkNumber(point.x);
+    numbers[k++] = checkNumber(point.y);
+    numbers[k++] = 'force' in point ? checkNumber(point.force) : 0;
+  }
+  return numbers.subarray(0, k);
 }
 
 function readStrokes(strokes) {
+  checkArray(strokes);
   const result = [];
-  for (let i = 0; i < checkArray(strokes).length; i++) result.push(readStroke(strokes[i]));
+  for (let i = 0; i < strokes.length; i++) result.push(readStroke(strokes[i]));
   return result;
 }
 
-function makePath(numbers) {
+/** Takes back the place of points that have been used, unless it is large. */
+function release({ buffer }) {
+  if (buffer.byteLength < MOST_IDLE_BYTES) idle = new Float64Array(buffer);
+}
+
+/** Points of `count` numbers from an index on. */
+function makePath(numbers, from, count) {
   const path = [];
-  for (let k = 0; k < numbers.length; k += 3) {
-    const point = { x: numbers[k], y: numbers[k + 1] };
-    if (numbers[k + 2] !== 0) point.force = numbers[k + 2];
-    path.push(point);
+  for (let k = from; k < from + count; k += 3) {
+    const force = numbers[k + 2];
+    const [x, y] = [numbers[k], numbers[k + 1]];
+    path.push(force === 0 ? { x, y } : { x, y, force });
   }
   return path;
 }
+
+const readAnswer = (heap, at) => ({ path: makePath(heap, at + 2, heap[at + 1]), type: heap[at] });
 
 const isFile = (element) =>
   typeof element === 'object' && element !== null && 'name' in element && 'content' in element;
@@ -60,21 +88,14 @@ function fileOf(element) {
   return { name, content: Object.hasOwn(shipped, name) ? shipped[name] : '' };
 }
 
-function packArguments(width, height, stroke, others) {
-  const lengths = others.map((other) => other.length / 3);
-  const head = [width, height, stroke.length / 3, others.length, ...lengths];
-  const count = lengths.reduce((sum, length) => sum + 2 * length, head.length + stroke.length);
-  const numbers = new Float64Array(count);
-  numbers.set(head);
-  let at = head.length;
+/** x and y of every point of strokes with forces. */
+function writeOthers(heap, at, others) {
   for (const other of others) {
     for (let k = 0; k < other.length; k += 3) {
-      numbers[at++] = other[k];
-      numbers[at++] = other[k + 1];
+      heap[at++] = other[k];
+      heap[at++] = other[k + 1];
     }
   }
-  numbers.set(stroke, at);
-  return numbers;
 }
 
 /** The template engine of an engine's instance. */
@@ -88,24 +109,32 @@ export function bindTemplateEngine(engine) {
       for (let i = 0; i < elements.length; i++) files.push(packFile(fileOf(elements[i])));
     } finally {
       // What precedes an element that throws is loaded, as by the native module.
-      engine.keep('initScrivo', [files.length, ...files.flat()]);
+      const parts = [[files.length], ...files];
+      engine.keep('initScrivo', lengthOf(parts), (heap, at) => writeAll(heap, at, parts));
     }
     return true;
   }
 
   function optimizeAStroke(stroke, width, height, otherStrokes) {
     const points = readStroke(stroke);
-    checkNumber(width);
-    checkNumber(height);
-    const numbers = packArguments(width, height, points, readStrokes(otherStrokes));
+    const area = [checkNumber(width), checkNumber(height)];
+    const others = readStrokes(otherStrokes);
+    const lengths = others.map((other) => other.length / 3);
+    const head = [...area, points.length / 3, others.length, ...lengths];
+    const ofOthers = (lengthOf(others) / 3) * 2;
+    const write = (heap, at) => {
+      heap.set(head, at);
+      writeOthers(heap, at + head.length, others);
+      heap.set(points, at + head.length + ofOthers);
+    };
     try {
-      return engine.call('optimizeAStroke', numbers, (answer) => ({
-        path: makePath(answer.subarray(2, 2 + answer[1])),
-        type: answer[0],
-      }));
+      const count = head.length + ofOthers + points.length;
+      const answer = engine.call('optimizeAStroke', count, write, readAnswer);
+      release(points);
+      return answer;
     } catch (error) {
       if (!(error instanceof OutOfMemoryError)) throw error;
-      return { path: makePath(points), type: 0 };
+      return { path: makePath(points, 0, points.length), type: 0 };
     }
   }
 

@@ -14,6 +14,11 @@ export class OutOfMemoryError extends RangeError {
 }
 OutOfMemoryError.prototype.name = 'RangeError';
 
+const BYTES = Float64Array.BYTES_PER_ELEMENT;
+
+/** The index of an address, which is a signed number, among all numbers of the memory. */
+const indexOf = (address) => (address >>> 0) / BYTES;
+
 const isModule = (source) => source instanceof WebAssembly.Module;
 const isResponse = (source) => typeof source?.arrayBuffer === 'function' && 'headers' in source;
 
@@ -49,6 +54,17 @@ async function compile(given, defaultUrl) {
     : compileResponse(await fetch(url));
 }
 
+/** How many numbers lists of numbers hold. */
+export const lengthOf = (lists) => lists.reduce((sum, { length }) => sum + length, 0);
+
+/** Puts lists of numbers one after the other into the heap. */
+export function writeAll(heap, at, lists) {
+  for (const list of lists) {
+    heap.set(list, at);
+    at += list.length;
+  }
+}
+
 /**
  * @param {() => URL} defaultUrl where the module is unless `start` is told otherwise
  * @param {object} imports functions for the module besides `outOfMemory`; they are given its memory
@@ -57,7 +73,11 @@ export function createEngine(defaultUrl, imports = {}) {
   let module = null;
   let exports = null;
   let starting = null;
-  /** Arguments of calls that a new instance has to repeat. */
+  /** All of the instance's memory; detached when that has grown. */
+  let heap = null;
+  /** Where arguments are written, as an index of the heap, and how many there is room for. */
+  let room = { at: 0, count: 0 };
+  /** Calls that a new instance has to repeat. */
   const kept = [];
 
   function instantiate() {
@@ -71,14 +91,25 @@ export function createEngine(defaultUrl, imports = {}) {
     const scrivo = { outOfMemory, ...Object.fromEntries(bound) };
     exports = new WebAssembly.Instance(module, { scrivo }).exports;
     exports._initialize();
-    for (const [name, numbers] of kept) run(name, numbers);
+    heap = new Float64Array(exports.memory.buffer);
+    room = { at: 0, count: 0 };
+    for (const { name, count, write } of kept) run(name, count, write);
   }
 
-  /** Passes numbers to an exported function; returns where its answer is. */
-  function run(name, numbers) {
-    const at = exports.reserve(numbers.length) >>> 0;
-    new Float64Array(exports.memory.buffer, at, numbers.length).set(numbers);
-    return exports[name](at) >>> 0;
+  function refreshHeap() {
+    if (heap.length === 0) heap = new Float64Array(exports.memory.buffer);
+  }
+
+  /** Passes `count` numbers to an exported function; returns where its answer is. */
+  function run(name, count, write) {
+    if (room.count < count) {
+      room = { at: indexOf(exports.reserve(count)), count };
+      refreshHeap();
+    }
+    write(heap, room.at);
+    const answer = indexOf(exports[name](room.at * BYTES));
+    refreshHeap();
+    return answer;
   }
 
   function use(compiled) {
@@ -98,23 +129,23 @@ export function createEngine(defaultUrl, imports = {}) {
       return starting;
     },
 
+    /** The same without waiting. */
     startSync(source) {
       if (module === null) use(isModule(source) ? source : new WebAssembly.Module(source));
     },
 
     /**
-     * Calls an exported function. `read` gets the numbers of the answer, in the memory of the
-     * instance, and must copy what it returns. Whatever fails leaves nothing behind: the next call
-     * gets a new instance.
+     * Calls an exported function. `write` puts `count` numbers into the heap from an index on, `read`
+     * returns what it copies of the answer from an index on. Whatever fails leaves nothing behind:
+     * the next call gets a new instance.
      */
-    call(name, numbers, read) {
+    call(name, count, write, read) {
       if (module === null) throw new Error(NOT_STARTED);
       try {
         if (exports === null) instantiate();
-        const at = run(name, numbers);
-        const { buffer } = exports.memory;
-        const answer = read(new Float64Array(buffer, at));
-        if (buffer.byteLength > MOST_BYTES) exports = null;
+        const at = run(name, count, write);
+        const answer = read(heap, at);
+        if (heap.byteLength > MOST_BYTES) exports = null;
         return answer;
       } catch (error) {
         exports = null;
@@ -122,10 +153,10 @@ export function createEngine(defaultUrl, imports = {}) {
       }
     },
 
-    /** The same for a call that every later instance repeats. */
-    keep(name, numbers) {
-      this.call(name, numbers, () => {});
-      kept.push([name, numbers]);
+    /** The same for a call without an answer that every later instance repeats. */
+    keep(name, count, write) {
+      this.call(name, count, write, () => {});
+      kept.push({ name, count, write });
     },
   };
 }

@@ -56,11 +56,13 @@ void Answer::add(std::span<const double> numbers) {
 }
 
 void Answer::add(std::span<const Scrivo::Point2D> points, std::size_t stride) {
-    s_numbers.reserve(s_numbers.size() + stride * points.size());
+    const std::size_t from = s_numbers.size();
+    s_numbers.resize(from + stride * points.size());
+    double* next = s_numbers.data() + from;
     for (const Scrivo::Point2D& p : points) {
-        add(p.x);
-        add(p.y);
-        if (stride > 2) add(p.force);
+        *next++ = p.x;
+        *next++ = p.y;
+        if (stride > 2) *next++ = p.force;
     }
 }
 
