@@ -80,6 +80,15 @@ scrivo_result readAnswer(scrivo_status status, const scrivo_answer* answer) {
     return result;
 }
 
+/// The shared library has templates of its own.
+bool loadTemplates() {
+    const std::vector<std::string> files = templateFiles();
+    std::vector<const char*> paths(files.size());
+    std::transform(files.begin(), files.end(), paths.begin(),
+                   [](const std::string& file) { return file.c_str(); });
+    return scrivo_load_templates(paths.data(), paths.size()) == SCRIVO_OK && initScrivo(files);
+}
+
 bool isPath(const scrivo_result& result, const Stroke& path) {
     return std::equal(result.path, result.path + result.path_count, path.begin(), path.end(),
                       [](const scrivo_point& p, const Point2D& q) {
@@ -91,6 +100,8 @@ bool isPath(const scrivo_result& result, const Stroke& path) {
 }  // namespace
 
 void cInterface(Bytes bytes) {
+    static const bool IS_LOADED = loadTemplates();
+    require(IS_LOADED, "templates can be loaded");
     Input input(bytes);
     const BeautifierOptions options = input.options();
     const Area area(input);

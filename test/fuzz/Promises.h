@@ -29,6 +29,9 @@ inline bool areSame(const Stroke& a, const Stroke& b) {
         });
 }
 
+/// The shipped template files.
+std::vector<std::string> templateFiles();
+
 /// What a function returns when another thread calls it.
 template <typename F>
 auto onAnotherThread(F function) {

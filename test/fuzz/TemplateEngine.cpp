@@ -45,6 +45,12 @@ bool isModerate(const Stroke& stroke) {
 
 }  // namespace
 
+std::vector<std::string> templateFiles() {
+    const std::string folder = SCRIVO_TEMPLATES;
+    return {folder + "/rectangle.template", folder + "/triangle.template",
+            folder + "/isosceles_triangle.template", folder + "/ellipse.template"};
+}
+
 void templateText(Bytes bytes) {
     const std::string file = fileWith(Input(bytes).text());
     const auto pathes = TemplatesGraphicsRecognizerUtil::loadPathes(file);
@@ -65,9 +71,7 @@ void templateText(Bytes bytes) {
 }
 
 void optimizeAStroke(Bytes bytes) {
-    static const bool IS_LOADED = initScrivo(
-        {SCRIVO_TEMPLATES "/rectangle.template", SCRIVO_TEMPLATES "/triangle.template",
-         SCRIVO_TEMPLATES "/isosceles_triangle.template", SCRIVO_TEMPLATES "/ellipse.template"});
+    static const bool IS_LOADED = initScrivo(templateFiles());
     require(IS_LOADED, "templates can be loaded");
     Input input(bytes);
     const Area area(input);
