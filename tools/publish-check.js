@@ -8,7 +8,7 @@ const path = require('node:path');
 const { TARGETS, hasPrebuilds, prebuiltFiles, targetOf } = require('./support/modules.js');
 const { ROOT, capture, heading, main, nodeTool, run } = require('./support/run.js');
 
-const MAX_PACKED_BYTES = 10e6;
+const MAX_PACKED_BYTES = 6e6;
 
 const read = (name) => fs.readFileSync(path.join(ROOT, name), 'utf8');
 

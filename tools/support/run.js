@@ -49,18 +49,18 @@ function forget(child) {
 }
 
 /**
- * Runs a command in the project's root, its output passed through.
+ * Runs a command in the project's root, its output passed through unless there is a log.
  * Resolves to its exit code: 127 when it cannot be started, 128 + n when
- * signal n ended it.
+ * signal n ended it. `log` is the descriptor of a file that takes the output.
  */
-function run(command, args = [], { env = {}, cwd = ROOT } = {}) {
+function run(command, args = [], { env = {}, cwd = ROOT, log = 'inherit' } = {}) {
   return new Promise((resolve) => {
     // Before the start, since a signal may arrive as soon as the child exists.
     if (running.size === 0) watchSignals(true);
     const child = spawn(command, args, {
       cwd,
       env: { ...process.env, ...env },
-      stdio: ['ignore', 'inherit', 'inherit'],
+      stdio: ['ignore', log, log],
       detached: true,
     });
     running.add(child);
