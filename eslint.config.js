@@ -12,14 +12,14 @@ const rules = {
 };
 
 module.exports = [
-  { ignores: ['build/', 'out/', 'prebuilds/', 'docs/api/'] },
+  { ignores: ['build/', 'packages/wasm/dist/', 'out/', 'prebuilds/', 'docs/api/'] },
   js.configs.recommended,
   { rules, linterOptions: { reportUnusedDisableDirectives: 'error' } },
   // The native module runs it as a script, in sloppy mode: its comment says why.
   { files: ['src/*.js'], languageOptions: { sourceType: 'script' }, rules: { strict: 'off' } },
   {
     files: ['**/*.js'],
-    ignores: ['src/*.js'],
+    ignores: ['src/*.js', 'packages/wasm/lib/**'],
     languageOptions: { sourceType: 'commonjs', globals: globals.node },
     rules: { strict: ['error', 'global'] },
   },
@@ -27,6 +27,10 @@ module.exports = [
   {
     files: ['surface/public/**', 'examples/**/page.js'],
     languageOptions: { globals: globals.browser },
+  },
+  {
+    files: ['packages/wasm/lib/**'],
+    languageOptions: { sourceType: 'module', globals: globals.browser },
   },
   // Functions that the browser test evaluates run in the page.
   {

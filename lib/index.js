@@ -2,19 +2,11 @@
 
 const path = require('node:path');
 
+const { FigureType } = require('./figure-type.js');
 const { loadNative, unpacked } = require('./native.js');
 const { checkTemplates, warnOfPixels } = require('./warnings.js');
 
 const native = loadNative('hello');
-
-const FigureType = Object.freeze({
-  NONE: 0,
-  POINT: 1,
-  LINE: 2,
-  ANGLE: 4,
-  POLYGON: 6,
-  ELLIPSE: 7,
-});
 
 // Written out for tools that collect the files of a program, as in native.js.
 const templates = Object.freeze([

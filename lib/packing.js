@@ -1,9 +1,16 @@
 'use strict';
 
-const { isFloat64Array, isTypedArray } = require('node:util/types');
-
 // Converts strokes between arrays of point objects and packed numbers. Errors say where in
 // the argument the wrong value is.
+
+/** The class of a typed array, as it was created, whatever its realm; else undefined. */
+const typedArrayName = Object.getOwnPropertyDescriptor(
+  Object.getPrototypeOf(Uint8Array.prototype),
+  Symbol.toStringTag,
+).get;
+
+const isFloat64Array = (value) => typedArrayName.call(value) === 'Float64Array';
+const isTypedArray = (value) => typedArrayName.call(value) !== undefined;
 
 /** Any value, in short, for an error message. */
 function found(value) {
@@ -157,4 +164,12 @@ function unpackObjects(packed) {
   return points;
 }
 
-module.exports = { found, copyPoints, packObjects, packOthers, copyPacked, unpackObjects };
+module.exports = {
+  copyPacked,
+  copyPoints,
+  found,
+  isFloat64Array,
+  packObjects,
+  packOthers,
+  unpackObjects,
+};

@@ -51,6 +51,17 @@ function testLibrariesInstalled() {
   return installed !== null && LEVELS.test.every((name) => installed.has(name));
 }
 
+/** Configures and builds one preset, with more options for either step. */
+async function buildPreset(preset, configure = [], compile = []) {
+  heading(`Configure (${preset})`);
+  if ((await run('cmake', ['--preset', preset, ...configure])) !== 0) {
+    throw failure(`Configuring "${preset}" failed.`);
+  }
+  heading(`Build (${preset}, ${JOBS} jobs)`);
+  const args = ['--build', '--preset', preset, '--parallel', JOBS, ...compile];
+  if ((await run('cmake', args)) !== 0) throw failure(`Building "${preset}" failed.`);
+}
+
 /**
  * Builds one preset. `modulesOnly` builds the Node modules alone, and does not
  * require the libraries of the tests; `keepGoing` shows the errors of all files.
@@ -58,15 +69,12 @@ function testLibrariesInstalled() {
 async function build(preset, { modulesOnly = false, keepGoing = false } = {}) {
   checkTools();
   const developer = IS_CLONE && (!modulesOnly || testLibrariesInstalled()) ? 'ON' : 'OFF';
-  const configure = ['--preset', preset, `-DSCRIVO_DEVELOPER=${developer}`];
+  const configure = [`-DSCRIVO_DEVELOPER=${developer}`];
   if (!IS_CLONE) configure.push('-DSCRIVO_WERROR=OFF'); // users have other compilers
-  heading(`Configure (${preset})`);
-  if ((await run('cmake', configure)) !== 0) throw failure(`Configuring "${preset}" failed.`);
-  heading(`Build (${preset}, ${JOBS} jobs)`);
-  const compile = ['--build', '--preset', preset, '--parallel', JOBS];
+  const compile = [];
   if (modulesOnly) compile.push('--target', 'src/all');
   if (keepGoing) compile.push('--', '-k', '0');
-  if ((await run('cmake', compile)) !== 0) throw failure(`Building "${preset}" failed.`);
+  await buildPreset(preset, configure, compile);
 }
 
 async function buildMain(presets) {
@@ -79,6 +87,6 @@ async function buildMain(presets) {
   return 0;
 }
 
-module.exports = { JOBS, build };
+module.exports = { JOBS, build, buildPreset };
 
 if (require.main === module) main(buildMain);

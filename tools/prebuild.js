@@ -49,7 +49,7 @@ function complaintsIn(file) {
 
 async function cmake(args, env, what, log) {
   const descriptor = fs.openSync(log, 'a');
-  const code = await run('cmake', args, { env, log: descriptor });
+  const code = await run('cmake', args, { env, stdio: descriptor });
   fs.closeSync(descriptor);
   if (code !== 0) {
     throw failure(`${complaintsIn(log)}\n${what} failed, see ${path.relative(ROOT, log)}`);

@@ -4,6 +4,7 @@
 #include "Beautifier/fit/Evidence.h"
 #include "Beautifier/ink/Resampling.h"
 #include "Beautifier/judge/Score.h"
+#include "Scrivo/detail/Failure.h"
 
 #include <algorithm>
 #include <cmath>
@@ -189,23 +190,23 @@ Beautified answerWith(Figure figure, const Family& family, bool insideArea, cons
 void check(const Wish& wish) {
     const Family* const family = beautifier::findFamily(wish.family());
     if (family == nullptr || (wish.kind() && *wish.kind() >= family->kinds.size())) {
-        throw std::invalid_argument("there is no such family or kind");
+        detail::raise<std::invalid_argument>("there is no such family or kind");
     }
 }
 
 void check(const BeautifierOptions& options) {
     if (!(options.minSize >= 0.0) || !std::isfinite(options.minSize)) {
-        throw std::invalid_argument("minSize must be a finite number of at least 0");
+        detail::raise<std::invalid_argument>("minSize must be a finite number of at least 0");
     }
     if (!(options.tapSize >= 0.0) || !std::isfinite(options.tapSize)) {
-        throw std::invalid_argument("tapSize must be a finite number of at least 0");
+        detail::raise<std::invalid_argument>("tapSize must be a finite number of at least 0");
     }
     if (!(options.sensitivity >= 0.0 && options.sensitivity <= 1.0)) {
-        throw std::invalid_argument("sensitivity must be from 0 to 1");
+        detail::raise<std::invalid_argument>("sensitivity must be from 0 to 1");
     }
     for (const FigureFamily family : options.figures) {
         if (beautifier::findFamily(family) == nullptr) {
-            throw std::invalid_argument("figures holds a value that is no FigureFamily");
+            detail::raise<std::invalid_argument>("figures holds a value that is no FigureFamily");
         }
     }
 }

@@ -5,10 +5,14 @@
 #include "Scrivo/detail/Angle.h"
 #include "Scrivo/detail/Dot.h"
 #include "Scrivo/detail/DrawingArea.h"
+#include "Scrivo/detail/Failure.h"
 #include "Scrivo/detail/LineSnapping.h"
+#include "Scrivo/detail/PathNormalisation.h"
 #include "Scrivo/detail/PolygonOutline.h"
 #include "Scrivo/detail/StraightLine.h"
 
+#include <optional>
+#include <stdexcept>
 #include <utility>
 
 namespace Scrivo {
@@ -35,7 +39,8 @@ std::int32_t figureOf(std::int32_t recogniserId) {
     }
 }
 
-std::int32_t classify(detail::Stroke stroke, const Point2D& extent) {
+/// Nothing for a closed stroke that cannot be resampled.
+std::optional<std::int32_t> classify(detail::Stroke stroke, const Point2D& extent) {
     const double width = extent.x;
     const double height = extent.y;
     if (width < DOT_EXTENT && height < DOT_EXTENT && detail::isPoint(stroke)) {
@@ -52,7 +57,8 @@ std::int32_t classify(detail::Stroke stroke, const Point2D& extent) {
         return FIGURE_NONE;
     }
     const auto& recogniser = TemplatesGraphicsRecognizer::getInstance();
-    return figureOf(recogniser.recognizeView(stroke).id);
+    const auto result = recogniser.tryRecognize(stroke);
+    return result ? std::optional(figureOf(result->id)) : std::nullopt;
 }
 
 /// An empty stroke has the centroid (NaN, NaN), which attracts no line.
@@ -111,12 +117,15 @@ Redrawn redraw(std::int32_t code, const std::vector<Point2D>& stroke,
 Redrawn idealise(const std::vector<Point2D>& stroke, float width, float height,
                  const std::vector<std::vector<Point2D>>& otherStrokes) {
     const std::vector<Point2D> inUnits = detail::toUnits(stroke, width, height);
-    const std::int32_t code = classify(inUnits, detail::extentOf(inUnits));
+    const auto code = classify(inUnits, detail::extentOf(inUnits));
+    if (!code) {
+        return {};
+    }
     std::vector<Point2D> anchors;
-    if (code == FIGURE_LINE) {
+    if (*code == FIGURE_LINE) {
         anchors = scaledCentroids(otherStrokes, width, height);
     }
-    Redrawn result = redraw(code, inUnits, anchors);
+    Redrawn result = redraw(*code, inUnits, anchors);
     if (result.drawn == 0) {
         return result;
     }
@@ -158,19 +167,21 @@ bool initScrivo(std::vector<std::string> paths) {
 }
 
 std::int32_t judge(std::vector<Point2D> stroke, Point2D extent) {
-    return classify(stroke, extent);
+    const auto code = classify(stroke, extent);
+    if (!code) {
+        detail::raise<std::domain_error>(detail::UNRESAMPLED);
+    }
+    return *code;
 }
 
 StrokeResult optimizeAStroke(std::vector<Point2D> stroke, float width, float height,
                              std::vector<std::vector<Point2D>> otherStrokes) {
-    try {
-        Redrawn redrawn = idealise(stroke, width, height, otherStrokes);
-        if (redrawn.drawn != 0) {
-            return {std::move(redrawn.path), redrawn.type};
-        }
-    } catch (...) {
-        // Out of memory, or a path that cannot be resampled. The stroke has not
-        // been changed.
+    Redrawn redrawn;
+    // Memory may run out. The stroke is not changed.
+    const bool isComplete =
+        detail::completes([&] { redrawn = idealise(stroke, width, height, otherStrokes); });
+    if (isComplete && redrawn.drawn != 0) {
+        return {std::move(redrawn.path), redrawn.type};
     }
     return {std::move(stroke), FIGURE_NONE};
 }

@@ -1,6 +1,7 @@
 #include "Scrivo/TemplatesGraphicsRecognizer.h"
 
 #include "Scrivo/detail/CornerScan.h"
+#include "Scrivo/detail/Failure.h"
 #include "Scrivo/detail/Geometry.h"
 #include "Scrivo/detail/PathNormalisation.h"
 #include "Scrivo/detail/RotationSearch.h"
@@ -20,13 +21,13 @@ namespace detail {
 LatestSnapshot::LatestSnapshot() : m_snapshot(std::make_shared<const TemplateSnapshot>()) {}
 
 std::shared_ptr<const TemplateSnapshot> LatestSnapshot::get() const {
-    const std::lock_guard guard(m_lock);
+    const LockGuard guard(m_lock);
     return m_snapshot;
 }
 
 /// The previous snapshot is freed after the lock is released.
 void LatestSnapshot::set(std::shared_ptr<const TemplateSnapshot> next) noexcept {
-    const std::lock_guard guard(m_lock);
+    const LockGuard guard(m_lock);
     m_snapshot.swap(next);
 }
 
@@ -101,10 +102,13 @@ detail::RotationSearch rotationSearch(const TemplatesGraphicsRecognizer& recogni
     return {recogniser.angleRange, recogniser.anglePrecision, recogniser.goldenRatio};
 }
 
-RecognitionResult bestOf(const Candidates& candidates, detail::Stroke stroke,
-                         const TemplatesGraphicsRecognizer& settings) {
-    const std::vector<Point2D> path = detail::normalisePath(stroke, normalForm(settings));
-    const detail::Match best = candidates.templates.match(path, rotationSearch(settings));
+std::optional<RecognitionResult> bestOf(const Candidates& candidates, detail::Stroke stroke,
+                                        const TemplatesGraphicsRecognizer& settings) {
+    const auto path = detail::tryNormalisePath(stroke, normalForm(settings));
+    if (!path) {
+        return std::nullopt;
+    }
+    const detail::Match best = candidates.templates.match(*path, rotationSearch(settings));
     const double score = 1.0 - best.distance / settings.halfDiagonal;
     const bool isSure = !(candidates.share < MIN_SURE_SHARE || score < MIN_SURE_SCORE);
     const double final = candidates.weight * (isSure ? score : candidates.share * score);
@@ -112,7 +116,7 @@ RecognitionResult bestOf(const Candidates& candidates, detail::Stroke stroke,
         return unknown(final);
     }
     const auto& winner = candidates.templates[static_cast<std::size_t>(best.index)];
-    return {winner.id, winner.name, final};
+    return RecognitionResult{winner.id, winner.name, final};
 }
 
 /// Whether the index is up to date with a list.
@@ -135,10 +139,9 @@ void update(detail::TemplateIndex& index, const TemplateList& list) {
 void readTemplates(std::vector<GraphicTemplate>& out, const std::string& fileName, std::int32_t id,
                    const std::string& name, const detail::NormalForm& form) {
     const auto add = [&](const std::vector<Point2D>& path) {
-        try {
-            out.push_back({id, name, detail::normalisePath(path, form)});
-        } catch (const std::domain_error&) {
-            // Not an outline: its points are closer together than doubles can resolve.
+        // Not an outline if its points are closer together than doubles can resolve.
+        if (auto outline = detail::tryNormalisePath(path, form)) {
+            out.push_back({id, name, std::move(*outline)});
         }
     };
     detail::forEachPath(fileName, [&](std::vector<Point2D> path) {
@@ -184,13 +187,13 @@ void TemplatesGraphicsRecognizer::loadTemplatesFromFile(std::string rectangleFil
     readTemplates(loaded, isoscelesTriangleFile, detail::TRIANGLE_ID, "triangle", form);
     readTemplates(loaded, ellipseFile, detail::ELLIPSE_ID, "ellipse", form);
     // Stored together, so that the templates of two loads do not mix.
-    const std::lock_guard guard(m_lock);
+    const detail::LockGuard guard(m_lock);
     store(std::move(loaded));
 }
 
 int TemplatesGraphicsRecognizer::addTemplate(int id, std::string name, std::vector<Point2D> path) {
     std::vector<GraphicTemplate> added{{id, name, detail::normalisePath(path, normalForm(*this))}};
-    const std::lock_guard guard(m_lock);
+    const detail::LockGuard guard(m_lock);
     store(std::move(added));
     const std::vector<GraphicTemplate>& all = std::as_const(allTemplates);
     return static_cast<int>(std::count_if(
@@ -228,7 +231,7 @@ std::shared_ptr<const detail::TemplateSnapshot> TemplatesGraphicsRecognizer::cur
     if (!mayDiffer) {
         return m_latest.get();
     }
-    const std::lock_guard guard(m_lock);
+    const detail::LockGuard guard(m_lock);
     return updatedSnapshot();
 }
 
@@ -253,6 +256,14 @@ RecognitionResult TemplatesGraphicsRecognizer::recognize(std::vector<Point2D> st
 }
 
 RecognitionResult TemplatesGraphicsRecognizer::recognizeView(
+    std::span<const Point2D> stroke) const {
+    if (const auto result = tryRecognize(stroke)) {
+        return *result;
+    }
+    detail::raise<std::domain_error>(detail::UNRESAMPLED);
+}
+
+std::optional<RecognitionResult> TemplatesGraphicsRecognizer::tryRecognize(
     std::span<const Point2D> stroke) const {
     if (!isClosed(stroke)) {
         return unknown(-1.0);

@@ -5,10 +5,11 @@
 #include "Scrivo/GraphicsRecognizer.h"
 #include "Scrivo/TemplateList.h"
 #include "Scrivo/Types.h"
+#include "Scrivo/detail/Mutex.h"
 
 #include <cstdint>
 #include <memory>
-#include <mutex>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -40,12 +41,12 @@ public:
 
 private:
     /// Held only while the pointer is copied or swapped.
-    mutable std::mutex m_lock;
+    mutable Mutex m_lock;
     std::shared_ptr<const TemplateSnapshot> m_snapshot;
 };
 
 /// A lock that copies of its owner do not share.
-class OwnLock : public std::mutex {
+class OwnLock : public Mutex {
 public:
     OwnLock() = default;
     OwnLock(const OwnLock& /*other*/) {}
@@ -99,6 +100,9 @@ public:
     [[nodiscard]] RecognitionResult recognize(std::vector<Point2D> stroke) const;
     /// The same without a copy of the stroke.
     [[nodiscard]] RecognitionResult recognizeView(std::span<const Point2D> stroke) const;
+    /// The same; nothing when the stroke cannot be resampled.
+    [[nodiscard]] std::optional<RecognitionResult> tryRecognize(
+        std::span<const Point2D> stroke) const;
 
     /// The smallest mean distance that a golden-section search over
     /// [-angleRange, angleRange] meets; the path turns about its centroid. NaN

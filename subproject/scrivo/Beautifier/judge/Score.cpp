@@ -1,11 +1,14 @@
 #include "Beautifier/judge/Score.h"
 
 #include "Beautifier/figures/Families.h"
+#include "Beautifier/judge/Decimal.h"
 #include "Beautifier/judge/Features.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
+#include <iterator>
 #include <span>
 
 namespace Scrivo::beautifier {
@@ -14,26 +17,34 @@ namespace {
 
 /// How a feature enters a score. Most residuals enter twice: the logarithm
 /// discriminates among good fits, the share itself rules out bad ones.
-enum class Form { AS_IS, SHARE, SQUARE };
+enum class Form : std::uint8_t { AS_IS, SHARE, SQUARE };
 
 struct Term {
-    std::size_t feature;
+    std::uint8_t feature;
     Form form;
-    double weight;
+    Decimal weight;
 };
 
 /// A node of a tree: is the feature above `at`?
-struct Cut {
-    std::size_t feature;
-    double at;
+template <typename Number>
+struct CutAt {
+    std::uint8_t feature;
+    Number at;
 };
 
 /// A regression tree of depth two, which models interactions of two features: the
 /// root, the nodes below and above its cut, and the leaves.
-struct Tree {
-    std::array<Cut, 3> cuts;
-    std::array<double, 4> leaves;
+template <typename Number>
+struct TreeOf {
+    std::array<CutAt<Number>, 3> cuts;
+    std::array<Number, 4> leaves;
 };
+
+/// As stored, and as evaluated.
+/// @{
+using Tree = TreeOf<Decimal>;
+using UnpackedTree = TreeOf<double>;
+/// @}
 
 /// A calibrated score, the sum of terms and trees, and the threshold that it must exceed.
 struct FamilyModel {
@@ -65,21 +76,47 @@ bool competes(FigureFamily family, const Evidence& evidence, const Features& fea
     return !isOpen && entry->competes(ownFeatures(features, family));
 }
 
-std::size_t isAbove(const Cut& cut, const Features& features) {
+UnpackedTree unpacked(const Tree& tree) {
+    UnpackedTree result;
+    std::transform(tree.cuts.begin(), tree.cuts.end(), result.cuts.begin(), [](const auto& cut) {
+        return CutAt<double>{cut.feature, cut.at};
+    });
+    std::copy(tree.leaves.begin(), tree.leaves.end(), result.leaves.begin());
+    return result;
+}
+
+struct Scorer {
+    const FamilyModel* model;
+    std::vector<UnpackedTree> trees;
+
+    explicit Scorer(const FamilyModel& packed) : model(&packed) {
+        std::transform(packed.trees.begin(), packed.trees.end(), std::back_inserter(trees),
+                       unpacked);
+    }
+};
+
+/// Unpacked on first use, since a division for every number would take longer than
+/// the rest of the score.
+const std::vector<Scorer>& scorers() {
+    static const std::vector<Scorer> all(FAMILY_MODELS.begin(), FAMILY_MODELS.end());
+    return all;
+}
+
+std::size_t isAbove(const CutAt<double>& cut, const Features& features) {
     return features[cut.feature] > cut.at ? 1 : 0;
 }
 
-double leafOf(const Tree& tree, const Features& features) {
+double leafOf(const UnpackedTree& tree, const Features& features) {
     const std::size_t side = isAbove(tree.cuts[0], features);
     return tree.leaves[2 * side + isAbove(tree.cuts[1 + side], features)];
 }
 
-double scoreOf(const FamilyModel& model, const Features& features) {
-    double sum = model.bias;
-    for (const Term& term : model.terms) {
+double scoreOf(const Scorer& scorer, const Features& features) {
+    double sum = scorer.model->bias;
+    for (const Term& term : scorer.model->terms) {
         sum += term.weight * valueOf(term, features);
     }
-    for (const Tree& tree : model.trees) {
+    for (const UnpackedTree& tree : scorer.trees) {
         sum += leafOf(tree, features);
     }
     return sum;
@@ -90,9 +127,10 @@ double scoreOf(const FamilyModel& model, const Features& features) {
 std::vector<Verdict> rank(const Evidence& evidence) {
     const Features features = featuresOf(evidence);
     std::vector<Verdict> verdicts;
-    for (const FamilyModel& model : FAMILY_MODELS) {
+    for (const Scorer& scorer : scorers()) {
+        const FamilyModel& model = *scorer.model;
         if (competes(model.family, evidence, features)) {
-            verdicts.push_back({model.family, scoreOf(model, features), model.threshold});
+            verdicts.push_back({model.family, scoreOf(scorer, features), model.threshold});
         }
     }
     const auto isLikelier = [](const Verdict& a, const Verdict& b) { return a.logit > b.logit; };

@@ -1,5 +1,6 @@
 #include "Scrivo/detail/LineSnapping.h"
 
+#include "Scrivo/detail/Console.h"
 #include "Scrivo/detail/Edges.h"
 #include "Scrivo/detail/Sampling.h"
 #include "Scrivo/detail/StraightLine.h"
@@ -7,7 +8,6 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
-#include <iostream>
 #include <optional>
 
 namespace Scrivo::detail {
@@ -179,7 +179,7 @@ Segment parallelThrough(const Point2D& anchor, const Segment& s) {
 /// The vertical through `anchor`, of an exactly vertical segment.
 Segment uprightThrough(const Point2D& anchor, const Segment& s) {
     // Hosts may capture this output: it is part of the interface.
-    std::cout << "hori line " << std::endl;
+    printLine("hori line ");
     Segment result{{anchor.x, s.first.y, 0.0}, {anchor.x, s.last.y, 0.0}};
     if (std::abs(anchor.y - s.first.y) < 2 * NEAR) {
         result.first.y = anchor.y;

@@ -1,8 +1,11 @@
 #include "Scrivo/detail/PathNormalisation.h"
 
+#include "Scrivo/detail/Failure.h"
+
 #include <algorithm>
 #include <limits>
 #include <stdexcept>
+#include <utility>
 
 namespace Scrivo::detail {
 
@@ -26,8 +29,8 @@ bool makesProgress(double step, const Point2D& from, const Point2D& placed) {
 
 /// Places a point after every `step` of path length. A placed point becomes the
 /// start of the rest of its segment, so distances are measured from the rounded
-/// point, not from the segment's own start.
-void walk(std::vector<Point2D>& out, Stroke path, double step) {
+/// point, not from the segment's own start. False when the walk would not end.
+bool walk(std::vector<Point2D>& out, Stroke path, double step) {
     Point2D from = path.front();
     double walked = 0.0;
     for (std::size_t next = 1; next < path.size();) {
@@ -38,7 +41,7 @@ void walk(std::vector<Point2D>& out, Stroke path, double step) {
             const Point2D placed{from.x + part * (to.x - from.x), from.y + part * (to.y - from.y),
                                  0.0};
             if (walked == 0.0 && !makesProgress(step, from, placed)) {
-                throw std::domain_error("the resampling step vanishes at these coordinates");
+                return false;
             }
             out.push_back(placed);
             from = placed;
@@ -49,6 +52,15 @@ void walk(std::vector<Point2D>& out, Stroke path, double step) {
             ++next;
         }
     }
+    return true;
+}
+
+/// What `result` holds; throws for nothing.
+std::vector<Point2D> require(std::optional<std::vector<Point2D>> result) {
+    if (!result) {
+        raise<std::domain_error>(UNRESAMPLED);
+    }
+    return std::move(*result);
 }
 
 }  // namespace
@@ -79,18 +91,24 @@ Rect2D boundingBox(Stroke path) {
     return {minX, minY, maxX - minX, maxY - minY};
 }
 
-std::vector<Point2D> resample(Stroke path, std::int32_t n) {
+std::optional<std::vector<Point2D>> tryResample(Stroke path, std::int32_t n) {
     std::vector<Point2D> out;
     if (path.empty()) {
         return out;
     }
     const std::int64_t intervals = static_cast<std::int64_t>(n) - 1;
     out.push_back(path.front());
-    walk(out, path, doubleLength(path) / static_cast<double>(intervals));
+    if (!walk(out, path, doubleLength(path) / static_cast<double>(intervals))) {
+        return std::nullopt;
+    }
     if (static_cast<std::int64_t>(out.size()) == intervals) {
         out.push_back(path.back());
     }
     return out;
+}
+
+std::vector<Point2D> resample(Stroke path, std::int32_t n) {
+    return require(tryResample(path, n));
 }
 
 std::vector<Point2D> rotateBy(Stroke path, double angle) {
@@ -120,12 +138,19 @@ std::vector<Point2D> translateToOrigin(Stroke path) {
     return mapped(path, [&](const Point2D& p) { return Point2D{p.x - c.x, p.y - c.y, 0.0}; });
 }
 
-std::vector<Point2D> normalisePath(Stroke path, const NormalForm& form) {
-    std::vector<Point2D> out = resample(path, form.numPoints);
-    if (form.rotationInvariant) {
-        out = rotateToZero(out);
+std::optional<std::vector<Point2D>> tryNormalisePath(Stroke path, const NormalForm& form) {
+    auto out = tryResample(path, form.numPoints);
+    if (!out) {
+        return std::nullopt;
     }
-    return translateToOrigin(scaleToSquare(out, static_cast<double>(form.squareSize)));
+    if (form.rotationInvariant) {
+        out = rotateToZero(*out);
+    }
+    return translateToOrigin(scaleToSquare(*out, static_cast<double>(form.squareSize)));
+}
+
+std::vector<Point2D> normalisePath(Stroke path, const NormalForm& form) {
+    return require(tryNormalisePath(path, form));
 }
 
 }  // namespace Scrivo::detail

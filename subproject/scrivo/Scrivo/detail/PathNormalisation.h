@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 /// Brings paths to the form in which they are compared point by point: the same
@@ -38,9 +39,15 @@ Rect2D boundingBox(Stroke path);
 /// `n` points at equal distances along the path, in one walk. The first point
 /// keeps its force; so does the last one when rounding leaves the walk one point
 /// short and it is appended.
-/// Throws std::domain_error when the walk would never end: the step is below
-/// the spacing of doubles at the coordinates, or negative.
+/// Nothing when the walk would never end: the step is below the spacing of
+/// doubles at the coordinates, or negative.
+std::optional<std::vector<Point2D>> tryResample(Stroke path, std::int32_t n);
+
+/// The same; throws std::domain_error where that returns nothing.
 std::vector<Point2D> resample(Stroke path, std::int32_t n);
+
+/// What that error says.
+inline constexpr char UNRESAMPLED[] = "the resampling step vanishes at these coordinates";
 
 /// Turned about the centroid by `angle` radians, counter-clockwise with y up.
 std::vector<Point2D> rotateBy(Stroke path, double angle);
@@ -50,7 +57,11 @@ std::vector<Point2D> rotateToZero(Stroke path);
 std::vector<Point2D> scaleToSquare(Stroke path, double side);
 std::vector<Point2D> translateToOrigin(Stroke path);
 
-/// All of the above in turn. Throws as `resample` does.
+/// All of the above in turn. The first returns nothing, the second throws as
+/// `tryResample` and `resample` do.
+/// @{
+std::optional<std::vector<Point2D>> tryNormalisePath(Stroke path, const NormalForm& form);
 std::vector<Point2D> normalisePath(Stroke path, const NormalForm& form);
+/// @}
 
 }  // namespace Scrivo::detail

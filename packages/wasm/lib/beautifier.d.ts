@@ -1,0 +1,38 @@
+/**
+ * The beautifier in the browser: the interface of `scrivo/beautifier`, after one awaited
+ * {@link start}.
+ *
+ * @module scrivo-wasm/beautifier
+ */
+
+export * from './scrivo-beautifier.js';
+
+/**
+ * Where the WebAssembly module comes from: its address, the answer of a `fetch()`, its bytes, or
+ * the compiled module.
+ */
+export type ModuleSource =
+  | string
+  | URL
+  | Response
+  | PromiseLike<Response>
+  | ArrayBuffer
+  | ArrayBufferView
+  | WebAssembly.Module;
+
+/**
+ * Loads and starts the WebAssembly module. To be awaited once, before the first stroke; calls after
+ * a successful one change nothing. A call that failed may be repeated.
+ *
+ * @param source by default the file `beautifier.wasm` (`scrivo.wasm` of the entry for both engines)
+ *   beside this script
+ * @throws whatever loading and compiling throw: a `WebAssembly.CompileError` where the page's
+ *   Content-Security-Policy lacks `'wasm-unsafe-eval'`
+ */
+export declare function start(source?: ModuleSource): Promise<void>;
+
+/**
+ * The same without waiting, for workers and scripts that have the bytes already. Some browsers
+ * compile only small modules in this way on the page's own thread.
+ */
+export declare function startSync(source: ArrayBuffer | ArrayBufferView | WebAssembly.Module): void;

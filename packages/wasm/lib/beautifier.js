@@ -1,0 +1,7 @@
+import { bindBeautifier } from './bind-beautifier.js';
+import { createEngine } from './engine.js';
+
+const engine = createEngine(() => new URL('./beautifier.wasm', import.meta.url));
+
+export const { start, startSync } = engine;
+export const { Beautifier, FIGURES, outlineOf } = bindBeautifier(engine);

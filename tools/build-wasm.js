@@ -1,0 +1,95 @@
+'use strict';
+
+// `npm run build:wasm`: compiles the core to WebAssembly and bundles the package
+// scrivo-wasm into packages/wasm/dist.
+
+const fs = require('node:fs');
+const path = require('node:path');
+const { buildPreset } = require('./build.js');
+const { ROOT, failure, heading, main } = require('./support/run.js');
+
+const PACKAGE = path.join(ROOT, 'packages', 'wasm');
+const DIST = path.join(PACKAGE, 'dist');
+const COMPILED = path.join(ROOT, 'build', 'wasm');
+const TEMPLATES = ['rectangle', 'triangle', 'isosceles_triangle', 'ellipse'];
+const ENTRIES = { beautifier: 'beautifier.wasm', index: 'scrivo.wasm' };
+
+/** The core's tables of families and figures, from a module that is not shipped. */
+function readTables() {
+  const module = new WebAssembly.Module(fs.readFileSync(path.join(COMPILED, 'describe.wasm')));
+  const outOfMemory = () => {
+    throw failure('build: describing the figures took too much memory.');
+  };
+  const { exports } = new WebAssembly.Instance(module, { scrivo: { outOfMemory } });
+  exports._initialize();
+  const [count, ...codes] = new Float64Array(exports.memory.buffer, exports.describe(0));
+  return String.fromCharCode(...codes.slice(0, count));
+}
+
+/** The template files by the names that `templates` lists, without the white space at the ends. */
+function readTemplates() {
+  const entries = TEMPLATES.map((figure) => {
+    const file = path.join(ROOT, 'templates', `${figure}.template`);
+    return [`scrivo:${figure}.template`, fs.readFileSync(file, 'utf8').trim()];
+  });
+  return JSON.stringify(Object.fromEntries(entries));
+}
+
+const generated = {
+  name: 'generated',
+  setup(build) {
+    const contents = { 'scrivo-wasm-tables': readTables, 'scrivo-wasm-templates': readTemplates };
+    build.onResolve({ filter: /^scrivo-wasm-/ }, (args) => ({
+      path: args.path,
+      namespace: 'generated',
+    }));
+    build.onLoad({ filter: /.*/, namespace: 'generated' }, (args) => ({
+      contents: contents[args.path](),
+      loader: 'json',
+    }));
+  },
+};
+
+async function bundle() {
+  const { build } = require('esbuild');
+  await build({
+    absWorkingDir: PACKAGE,
+    entryPoints: Object.keys(ENTRIES).map((name) => `lib/${name}.js`),
+    outdir: DIST,
+    bundle: true,
+    format: 'esm',
+    target: 'es2022',
+    minify: true,
+    legalComments: 'none',
+    plugins: [generated],
+    logLevel: 'warning',
+  });
+}
+
+/** The declarations that both packages share, beside those of this one. */
+function copyDeclarations() {
+  for (const [from, to] of [
+    ['lib/beautifier.d.ts', 'scrivo-beautifier.d.ts'],
+    ['lib/index.d.ts', 'scrivo.d.ts'],
+  ]) {
+    fs.copyFileSync(path.join(ROOT, from), path.join(DIST, to));
+  }
+  for (const name of Object.keys(ENTRIES)) {
+    fs.copyFileSync(path.join(PACKAGE, 'lib', `${name}.d.ts`), path.join(DIST, `${name}.d.ts`));
+  }
+}
+
+async function buildWasm() {
+  await buildPreset('wasm');
+  heading('Bundle (wasm)');
+  fs.mkdirSync(DIST, { recursive: true });
+  for (const file of Object.values(ENTRIES)) {
+    fs.copyFileSync(path.join(COMPILED, file), path.join(DIST, file));
+  }
+  copyDeclarations();
+  await bundle();
+}
+
+module.exports = { DIST, ENTRIES, buildWasm };
+
+if (require.main === module) main(async () => (await buildWasm(), 0));
