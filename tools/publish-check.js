@@ -9,7 +9,7 @@ const { TARGETS, hasPrebuilds, prebuiltFiles, targetOf } = require('./support/mo
 const { ROOT, capture, heading, main, nodeTool, run } = require('./support/run.js');
 const { PACKED } = require('../surface/pack.js');
 
-const MAX_PACKED_BYTES = 10e6;
+const MAX_PACKED_BYTES = 6e6;
 
 const read = (name) => fs.readFileSync(path.join(ROOT, name), 'utf8');
 

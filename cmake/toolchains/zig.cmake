@@ -24,18 +24,20 @@ set(CMAKE_CXX_ARCHIVE_CREATE "\"${zig}\" ar qc <TARGET> <OBJECTS>")
 set(CMAKE_CXX_ARCHIVE_APPEND "\"${zig}\" ar q <TARGET> <OBJECTS>")
 set(CMAKE_CXX_ARCHIVE_FINISH "\"${zig}\" ranlib <TARGET>")
 
-set(CMAKE_MODULE_LINKER_FLAGS_INIT -s)
 # The C++ library is linked into the module.
 set(SCRIVO_STAY_LOADED ON CACHE BOOL "")
 if(CMAKE_SYSTEM_NAME STREQUAL Darwin)
   # Runs after CMake's own settings, which come after this file.
   set(CMAKE_PROJECT_INCLUDE "${CMAKE_CURRENT_LIST_DIR}/zig-macos.cmake")
-  string(APPEND CMAKE_MODULE_LINKER_FLAGS_INIT " -Wl,-x") # -s leaves local symbols there
+  # -s leaves local symbols there.
+  set(CMAKE_MODULE_LINKER_FLAGS_INIT "-s -Wl,-x -Wl,-dead_strip")
+else()
+  set(CMAKE_MODULE_LINKER_FLAGS_INIT "-s -Wl,--gc-sections")
 endif()
 
 # No warnings: the system headers alone cause thousands. The compilers that the project
 # is developed with give them.
-set(CMAKE_CXX_FLAGS_INIT -w)
+set(CMAKE_CXX_FLAGS_INIT "-w -ffunction-sections -fdata-sections")
 
 # Where Debian and others install header-only packages such as Eigen. Elsewhere, set
 # Eigen3_ROOT in the environment.

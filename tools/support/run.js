@@ -49,8 +49,8 @@ function forget(child) {
 }
 
 /**
- * Runs a command in the project's root, its output passed through, or dropped with `stdio`
- * 'ignore'.
+ * Runs a command in the project's root, its output passed through, dropped with `stdio`
+ * 'ignore', or written to the file whose descriptor it is.
  * Resolves to its exit code: 127 when it cannot be started, 128 + n when
  * signal n ended it.
  */

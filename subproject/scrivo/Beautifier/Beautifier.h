@@ -1,5 +1,8 @@
 /// @file
-/// The beautifier and its answers.
+/// The beautifier: recognises figures in freehand strokes. It fits every family of
+/// figures to a stroke and answers with the ideal figure of the likeliest one, or with
+/// the stroke as drawn. Needs no templates. The answer is independent of the sampling
+/// rate and of how evenly the stroke was sampled.
 #pragma once
 
 #include "Beautifier/Figure.h"
@@ -10,10 +13,6 @@
 #include <span>
 #include <vector>
 
-/// Recognises figures in freehand strokes: fits every family of figures to a
-/// stroke and answers with the ideal figure of the likeliest one, or with the
-/// stroke as drawn. Needs no templates. The answer is independent of the
-/// sampling rate and of how evenly the stroke was sampled.
 namespace Scrivo {
 
 /// Outline of `figure` as `Beautified::path` has it, in fractions of the drawing

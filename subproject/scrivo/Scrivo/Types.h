@@ -5,7 +5,9 @@
 #include <cstdint>
 #include <vector>
 
-/// Turns a freehand stroke into the figure that was meant.
+/// Turns freehand strokes into the figures that were meant, with one of two engines: the
+/// beautifier (Beautifier.h), or the template engine (Scrivo.h and the functions that it
+/// is made of). Both use the points and figure codes of Types.h.
 namespace Scrivo {
 
 /// A sample of a stroke, or a plain pair of doubles (`force` then is 0).
