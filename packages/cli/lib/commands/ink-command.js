@@ -95,7 +95,8 @@ function defaultJobs() {
 function parseInkOptions(argv, { name, options, extensions }) {
   const { values, positionals } = parseCommandLine(name, argv, options);
   if (values.help) return { help: true };
-  const { width, height, jobs, scale, step } = values;
+  const { width, height, jobs, scale, step, errors } = values;
+  if (errors === '-') throw new UserError('--errors needs a file');
   return {
     ...values,
     inputs: inputsOf(positionals, name, 'ink'),
