@@ -94,6 +94,7 @@ describe('NDJSON', () => {
     for (const text of [values, values[0]].map((value) => JSON.stringify(value, null, 2))) {
       assertPoints(await read(text), text.startsWith('[') ? '[[[1,2]],[[3,4]]]' : '[[[1,2]]]');
     }
+    assertPoints(await read('[1]\n{"points":[[1,2]]}\n'), '[[[1,2]]]');
     assert.match((await read('{\n"points": 1\n}\n{\n}')).damage, /jq -c \. writes each on a line/);
   });
 });

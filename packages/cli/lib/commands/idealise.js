@@ -22,7 +22,7 @@ examples
 Coordinates
       --decimals N          round to N decimals (3, and more where the unit is large)
 
-${inkHelp('ndjson, svg, inkml, xopp, rnote or excalidraw; by default from OUT, else ndjson')}`;
+${inkHelp('ndjson, svg, inkml, xopp, rnote or excalidraw, by default as OUT, else ndjson')}`;
 
 const OPTIONS = { ...INK_OPTIONS, decimals: { type: 'string' } };
 

@@ -50,7 +50,8 @@ Figures
       --engine NAME         ${ENGINE_NAMES.join(' or ')} (${ENGINE_NAMES[0]} by default)
       --templates PATH      for the template engine: a template file, or a directory of them,
                             instead of those shipped; may be repeated
-      --figures LIST        families that are wanted, separated by commas: ${FAMILIES.join(', ')}
+      --figures LIST        the families that are wanted, separated by commas, of
+                            ${FAMILIES.join(', ')}
       --min-size N          leave strokes below N drawing units as drawn: they are writing (0)
       --tap-size N          the largest dot, in drawing units (4)
       --sensitivity N       from 0, only figures beyond doubt, to 1, readily (0.5)
@@ -94,7 +95,8 @@ function defaultJobs() {
 function parseInkOptions(argv, { name, options, extensions }) {
   const { values, positionals } = parseCommandLine(name, argv, options);
   if (values.help) return { help: true };
-  const { width, height, jobs, scale, step } = values;
+  const { width, height, jobs, scale, step, errors } = values;
+  if (errors === '-') throw new UserError('--errors needs a file');
   return {
     ...values,
     inputs: inputsOf(positionals, name, 'ink'),

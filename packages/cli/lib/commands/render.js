@@ -32,7 +32,8 @@ function parse(argv) {
   if (options.help) return options;
   const pixels = whole('pixels', options.pixels, 1, MAX_PIXELS);
   const isPng = options.format === 'png';
-  return { ...options, format: 'picture', convert: isPng ? createPainter(pixels) : undefined };
+  const png = isPng && { convert: createPainter(pixels), extension: '.png' };
+  return { ...options, format: 'picture', ...png };
 }
 
 /** Turns an SVG picture into a PNG. Fails before any work is done if it cannot. */

@@ -32,7 +32,20 @@ const DOCUMENT =
 
 /** Whether a head begins a JSON document rather than lines of JSON. */
 function isJsonDocument(head) {
-  return DOCUMENT.test(head.toString('latin1').replace(/^\u00ef\u00bb\u00bf/, ''));
+  const text = head.toString('latin1').replace(/^\u00ef\u00bb\u00bf/, '');
+  return DOCUMENT.test(text) && !isLine(text);
+}
+
+/** Whether a text begins with a line that is a value, and goes on after it. */
+function isLine(text) {
+  const [line, ...rest] = text.trimStart().split('\n');
+  if (rest.join('').trim() === '') return false;
+  try {
+    JSON.parse(line);
+    return true;
+  } catch {
+    return false;
+  }
 }
 
 /** Parses a document and detects its kind. */

@@ -24,6 +24,7 @@ const AHEAD = 3;
  * @property {string[]} inputs file names, `-` for standard input
  * @property {string} output file name, `-` for standard output
  * @property {boolean} isFolder the output is a folder: a file for each input
+ * @property {string} [extension] of these files, instead of the format's
  * @property {string} [errors] name of a file for all messages
  * @property {boolean} force overwrite the output
  * @property {string} format of the output
@@ -83,13 +84,13 @@ async function runStrokes(options, { stdout, stderr }) {
 
 /** The inputs of each output. */
 function planOutputs(options) {
-  const { inputs, output, isFolder, format } = options;
+  const { inputs, output, isFolder, format, extension = FORMATS[format].extension } = options;
   if (!isFolder) return [{ inputs, target: inspectOutput(output, options) }];
   inspectFolder(output);
   const taken = new Map();
   return inputs.map((input) => {
     if (input === STDIN) throw new UserError('a folder as output needs files as inputs');
-    const name = `${path.parse(input.replace(/\.gz$/i, '')).name}${FORMATS[format].extension}`;
+    const name = `${path.parse(input.replace(/\.gz$/i, '')).name}${extension}`;
     if (taken.has(name)) {
       throw new UserError(`${taken.get(name)} and ${input} would both become ${name}`);
     }
