@@ -136,15 +136,15 @@ class DrawingPage {
     return this.page.textContent('#status');
   }
 
-  /** Whether the drawing has ink at a place: not the paper, nor what lies above the drawing. */
-  isPainted([x, y]) {
+  /** Whether a canvas is painted at a place: by default that of the drawing, not what moves above it. */
+  isPainted([x, y], canvas = 'settled') {
     return this.page.evaluate(
-      ([px, py]) => {
-        const context = document.getElementById('settled').getContext('2d');
+      ([px, py, id]) => {
+        const context = document.getElementById(id).getContext('2d');
         const at = [px, py].map((value) => Math.round(value * devicePixelRatio));
         return context.getImageData(...at, 1, 1).data[3] > 128;
       },
-      [x, y],
+      [x, y, canvas],
     );
   }
 }

@@ -266,9 +266,12 @@ describe('the drawing page', () => {
     await drawing.draw(SQUARE);
     const { corners } = await drawing.figure();
     const [corner] = corners;
-    await drawing.draw(shakyLine([80, 80], [corner.x - 4, corner.y - 3], 1));
-    const { to } = await drawing.figure();
-    nearPlace(to, [corner.x, corner.y], 0.01);
+    await drawing.press(shakyLine([80, 80], [corner.x - 4, corner.y - 3], 1));
+    await page.evaluate(() => new Promise(requestAnimationFrame));
+    const ring = [corner.x, corner.y - 7];
+    assert.equal(await drawing.isPainted(ring, 'surface'), true, 'a ring around the corner');
+    await drawing.lift();
+    nearPlace((await drawing.figure()).to, [corner.x, corner.y], 0.01);
   });
 
   test('the eraser, the colours and the widths', async () => {

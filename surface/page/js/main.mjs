@@ -80,15 +80,28 @@ export function start(engine) {
   const timings = [];
   const page = { drawing, view, recogniser, timings, isReady: false };
   Object.assign(window, { scrivo: page }); // for tests
-  return openStorage(drawing, () =>
-    warn('This drawing cannot be stored in the browser: save it to a file.'),
-  )
-    .then(
-      (isStored) =>
-        isStored || warn('This drawing is open in another tab. What you draw here is not stored.'),
-      () => warn('This browser does not store drawings: save it to a file.'),
-    )
-    .finally(() => (page.isReady = true));
+  return loadDrawing(drawing).finally(() => (page.isReady = true));
+}
+
+// A database that does not answer must not keep anybody from drawing.
+const LONGEST_LOAD_MS = 3000;
+
+/** Loads what is stored; nothing can be drawn meanwhile. @param {Drawing} drawing */
+async function loadDrawing(drawing) {
+  const main = /** @type {HTMLElement} */ (document.querySelector('main'));
+  const release = () => (main.inert = false);
+  const timer = setTimeout(release, LONGEST_LOAD_MS);
+  main.inert = true;
+  try {
+    const onFailure = () =>
+      warn('This drawing cannot be stored in the browser: save it to a file.');
+    const isStored = await openStorage(drawing, onFailure);
+    if (!isStored) warn('This drawing is open in another tab. What you draw here is not stored.');
+  } catch {
+    warn('This browser does not store drawings: save it to a file.');
+  }
+  clearTimeout(timer);
+  release();
 }
 
 /** @param {string} text */

@@ -152,3 +152,13 @@ declare module '*.wasm' {
   const bytes: Uint8Array<ArrayBuffer>;
   export default bytes;
 }
+
+/** What the page uses of the package, whose own declarations exist only after it has been built. */
+declare module 'scrivo-wasm' {
+  export const Beautifier: typeof import('scrivo/beautifier').Beautifier;
+  export const FIGURES: readonly Family[];
+  export const optimizeAStroke: typeof import('scrivo').optimizeAStroke;
+  export const templates: readonly string[];
+  export function initScrivo(files: readonly string[]): boolean;
+  export function start(source: Uint8Array): Promise<void>;
+}

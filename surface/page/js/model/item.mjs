@@ -84,8 +84,13 @@ export function anchorAt(items, place, reach) {
 
 /** Anchors of the items within `reach` of any of the places. @param {Item[]} items @param {Place[]} places @param {number} reach */
 export function anchorsNear(items, places, reach) {
-  return items.flatMap((item) => {
-    if (!places.some((place) => plane.contains(boundsOf(item), place, reach))) return [];
-    return anchorsOf(item).filter((p) => places.some((q) => plane.distance(p, q) < reach));
-  });
+  const near = [];
+  for (const item of items) {
+    const box = boundsOf(item);
+    if (!places.some((place) => plane.contains(box, place, reach))) continue;
+    for (const anchor of anchorsOf(item)) {
+      if (places.some((place) => plane.distance(anchor, place) < reach)) near.push(anchor);
+    }
+  }
+  return near;
 }

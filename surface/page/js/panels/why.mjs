@@ -35,8 +35,11 @@ function header(dialog, { figure, answer, ink }) {
   const copy = make('button', { type: 'button' }, 'Copy as NDJSON');
   copy.title = 'For the command scrivo idealise';
   copy.onclick = async () => {
-    await navigator.clipboard.writeText(writeNdjson(ink));
-    copy.textContent = 'Copied';
+    const isCopied = await navigator.clipboard.writeText(writeNdjson(ink)).then(
+      () => true,
+      () => false,
+    );
+    copy.textContent = isCopied ? 'Copied' : 'The browser forbids it';
   };
   return make(
     'header',

@@ -115,11 +115,29 @@ class Storage {
 }
 
 /**
+ * Deletes inks of operations that are gone.
+ *
+ * @param {IDBDatabase} database @param {Operation[]} operations @param {Map<number, Ink>} inks
+ */
+function dropUnused(database, operations, inks) {
+  const items = operations.flatMap(({ changes }) =>
+    changes.flatMap(({ before, after }) => [before, after]),
+  );
+  const used = new Set(items.map((item) => item?.ink));
+  const store = database.transaction('inks', 'readwrite').objectStore('inks');
+  for (const [id, ink] of inks) {
+    if (used.has(ink)) continue;
+    store.delete(id);
+    inks.delete(id);
+  }
+}
+
+/**
  * Loads the stored drawing and keeps it stored from now on.
  *
  * @param {Drawing} drawing
  * @param {(error: unknown) => void} onFailure called when changes cannot be stored
- * @returns {Promise<boolean>} false when another tab stores its drawing
+ * @returns {Promise<boolean>} false when another tab stores its drawing, or this one has begun
  */
 export async function openStorage(drawing, onFailure) {
   if (!(await isAlone())) return false;
@@ -131,6 +149,8 @@ export async function openStorage(drawing, onFailure) {
     done(inks.getAll()),
     done(state.get('position')),
   ]);
+  // Ids of what was drawn before the database answered would clash with the stored ones.
+  if (drawing.operations.length > 0) return false;
   const inkOf = new Map(storedInks.map((ink) => [ink.id, makeInk(ink)]));
   const unpack = (/** @type {any} */ item) =>
     item && Object.freeze({ ...item, ink: inkOf.get(item.ink) });
@@ -140,6 +160,7 @@ export async function openStorage(drawing, onFailure) {
       change.after = unpack(change.after);
     }
   }
+  dropUnused(database, stored, inkOf);
   new Storage(database, drawing, new Set(inkOf.keys()), onFailure);
   if (stored.length > 0) drawing.load(stored, position ?? stored.length);
   return true;

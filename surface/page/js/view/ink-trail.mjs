@@ -128,14 +128,12 @@ export class InkTrail {
 const middle = (p, q) => ({ x: (p.x + q.x) / 2, y: (p.y + q.y) / 2 });
 
 /** Outline of points x, y, width: the numbers of a closed curve. @param {[number, number, number][]} points */
-function outline(points) {
-  const size = points.reduce((widest, [, , width]) => Math.max(widest, width), 0.01);
-  return getStroke(
-    points.map(([x, y, width]) => [x, y, width / (2 * size)]),
-    // With this thinning the radius is the size times the pressure.
-    { size, thinning: 1, smoothing: 0.3, streamline: 0, simulatePressure: false, last: true },
+const outline = (points) =>
+  getStroke(
+    points.map(([x, y, width]) => [x, y, width / 2]),
+    // With this size and thinning the radius is what is given as the pressure.
+    { size: 1, thinning: 1, smoothing: 1, streamline: 0, simulatePressure: false, last: true },
   );
-}
 
 /**
  * All outlines of finished ink and its mean width.
