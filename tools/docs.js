@@ -13,7 +13,7 @@ const PAGES = path.join(ROOT, 'build', 'docs');
 /** Public headers without a page: doxygen does not warn about a file without a comment. */
 function headersLeftOut() {
   const makefile = path.join(ROOT, 'subproject', 'scrivo', 'CMakeLists.txt');
-  const headers = fs.readFileSync(makefile, 'utf8').match(/\b(Scrivo|Beautifier)\/\w+\.h\b/g);
+  const headers = fs.readFileSync(makefile, 'utf8').match(/\b(Scrivo|Beautifier|C)\/\w+\.h\b/g);
   const page = (header) => `${path.basename(header, '.h')}_8h.html`;
   return headers.filter((header) => !fs.existsSync(path.join(PAGES, 'cpp', page(header))));
 }

@@ -20,6 +20,8 @@ const PACKAGES = {
     'nlohmann-json3-dev', // for the case files
     'locales', // a test builds one with a decimal comma
     'doxygen', // npm run docs
+    'pkgconf', // examples of the C interface
+    'python3',
     'parallel', // an example of the command line's page
     'chromium', // browser tests
     'clang', // compiles the preset for clang-tidy

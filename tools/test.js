@@ -12,7 +12,7 @@ const { JOBS, build } = require('./build.js');
 const { buildWasm } = require('./build-wasm.js');
 const { QUICK_CHECKS, lint } = require('./lint.js');
 const { setup } = require('./setup.js');
-const { ROOT, failure, heading, main, run } = require('./support/run.js');
+const { ROOT, capture, failure, heading, main, run } = require('./support/run.js');
 const { countJunit, countTap } = require('./support/test-counts.js');
 
 const REPORTS = path.join(ROOT, 'build', 'reports');
@@ -48,7 +48,7 @@ function testFiles(folder) {
   });
 }
 
-async function nodeTest(name, isOfSuite) {
+async function nodeTest(name, isOfSuite, env = {}) {
   heading(`Tests of JavaScript (${name})`);
   const files = testFiles('test').filter(isOfSuite).sort();
   if (files.length === 0) return { code: 0, passed: 0, failed: 0, skipped: 0 };
@@ -61,7 +61,7 @@ async function nodeTest(name, isOfSuite) {
   if (Number.parseInt(process.versions.node, 10) >= 20) {
     flags.push(`--test-timeout=${NODE_TEST_TIMEOUT_MS}`);
   }
-  const code = await run(process.execPath, ['--test', ...flags, ...files]);
+  const code = await run(process.execPath, ['--test', ...flags, ...files], { env });
   return { code, ...countTap(readReport(report)) };
 }
 
@@ -73,6 +73,24 @@ const isOfBrowser = (file) => file.includes('.browser.test.');
 async function wasm() {
   await buildWasm();
   return nodeTest('wasm', isOfWasm);
+}
+
+/** Tests that call the native modules. */
+const isOfModules = (file) =>
+  /^test\/(lib|src|answers)\//.test(file) || file === 'test/fuzz/package.test.js';
+
+/** Those tests with modules under the address sanitizer, whose runtime Node has to load first. */
+async function sanitizedNodeTest() {
+  await build('asan');
+  const runtime = capture('g++', ['-print-file-name=libasan.so']);
+  if (runtime === null) throw failure('test: g++ is needed for its address sanitizer');
+  return nodeTest('node-asan', isOfModules, {
+    LD_PRELOAD: fs.realpathSync(runtime.trim()),
+    NODE_OPTIONS: `--require ${path.join(ROOT, 'test', 'support', 'sanitized.js')}`,
+    // Node itself leaves memory to the system at its end. What is freed must not add up: some
+    // tests watch the memory.
+    ASAN_OPTIONS: 'detect_leaks=0:quarantine_size_mb=8',
+  });
 }
 
 /** Static checks pass or fail as a whole; they count no tests. */
@@ -89,6 +107,8 @@ const SUITES = {
   wasm,
   lint: checks,
   asan: () => ctest('asan'),
+  'node-asan': sanitizedNodeTest,
+  tsan: () => ctest('tsan'),
 };
 
 function verdict({ code, passed, failed, isCheck }) {
@@ -112,7 +132,7 @@ function summarise(results) {
   heading('Summary');
   for (const { name, passed, failed, skipped, verdict: said, ms } of results) {
     const counts = `${passed} passed, ${failed} failed, ${skipped} skipped`;
-    console.log(`${name.padEnd(8)} ${counts.padEnd(36)} ${(ms / 1000).toFixed(1)} s  ${said}`);
+    console.log(`${name.padEnd(9)} ${counts.padEnd(36)} ${(ms / 1000).toFixed(1)} s  ${said}`);
   }
   const sum = (key) => results.reduce((total, result) => total + result[key], 0);
   const broken = results.filter((result) => result.verdict !== 'ok');

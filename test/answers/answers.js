@@ -1,14 +1,15 @@
 'use strict';
 
-// The beautifier's answers for seeded strokes of every figure, as text, so that any change
-// of an answer shows. `npm run answers` writes them to answers.txt.
+// Answers of both engines for seeded strokes of every figure, as text, so that any change of
+// an answer shows. `npm run answers` writes them.
 
 const fs = require('node:fs');
 const path = require('node:path');
+const { initScrivo, optimizeAStroke, templates } = require('../../lib/index.js');
 const { Beautifier } = require('../../lib/beautifier.js');
+const { WISHES } = require('../../lib/figures.js');
 const { FIGURES, HANDS, drawEach } = require('../../research/ink/index.js');
 
-const FILE = path.join(__dirname, 'answers.txt');
 const STROKES = 500;
 const WIDTH = 1200;
 const HEIGHT = 900;
@@ -30,36 +31,69 @@ const optionsOf = (i) => ({
   hand: HANDS[NAMES[lapOf(i) % NAMES.length]],
 });
 
-/** Names and numbers of a figure, in the order of its fields. */
-function numbersOf(value) {
-  if (typeof value === 'number') return [value.toFixed(Math.abs(value) < 7 ? 4 : 1)];
+const inFractions = ([x, y, force]) => ({ x: x / WIDTH, y: y / HEIGHT, force: force ?? 0 });
+
+/** Half of the strokes have a small one beside their start, or beside both ends. */
+function othersOf(points, lap) {
+  const besides = ([x, y]) => [0, 1, 2].map((k) => [x + 2 * k, y + 5 + 7 * (lap % 5)]);
+  const ends = [[points[0]], [points[0], points.at(-1)], [], []][lap % 4];
+  return ends.map((end) => besides(end).map(inFractions));
+}
+
+function drawStrokes() {
+  return drawEach(STROKES, { seed: 1, optionsOf }).map(({ label, points }, i) => ({
+    label,
+    lap: lapOf(i),
+    rest: [WIDTH, HEIGHT, othersOf(points, lapOf(i))],
+    stroke: points.map(inFractions),
+  }));
+}
+
+/** Names and numbers of a value, in the order of its fields. */
+function textOf(value) {
+  if (typeof value === 'number') return [value.toFixed(Math.abs(value) < 7 ? 6 : 3)];
   if (typeof value === 'string') return [value];
-  return Object.values(value).flatMap(numbersOf);
+  return Object.values(value).flatMap(textOf);
 }
 
-function describe({ label, points }, beautifier, others) {
-  const place = ([x, y]) => ({ x: x / WIDTH, y: y / HEIGHT });
-  const { reason, confidence, figure } = beautifier.beautify(
-    points.map(place),
-    WIDTH,
-    HEIGHT,
-    others.map((other) => other.points.map(place)),
-  );
-  const answer = figure === null ? [reason] : numbersOf(figure);
-  return [`${label}:`, confidence.toFixed(4), ...answer].join(' ');
+const describe = ({ reason, confidence, figure }) => [
+  confidence.toFixed(4),
+  ...(figure === null ? [reason] : textOf(figure)),
+];
+
+function beautified({ stroke, lap, rest }, i) {
+  return describe(BEAUTIFIERS[(i + lap) % 2].beautify(stroke, ...rest));
 }
 
-/** One line a stroke. Some have a small one at their start, to which lines may snap. */
+/** Every stroke as a figure of some kind, whatever was drawn. */
+function granted({ stroke, lap, rest }, i) {
+  const wishes = [...WISHES.keys()];
+  const wish = wishes[(i + lap) % wishes.length];
+  return [wish, ...describe(BEAUTIFIERS[lap % 2].beautifyAs(stroke, wish, ...rest))];
+}
+
+/** The code, and the points at which edges of a figure begin. */
+function matched({ stroke, rest }) {
+  const { path: points, type } = optimizeAStroke(stroke, ...rest);
+  const isStart = (point, k) => type !== 0 && (k % 21 === 0 || k === points.length - 1);
+  const inUnits = ({ x, y }) => [x * WIDTH, y * HEIGHT];
+  return [String(type), ...textOf(points.filter(isStart).map(inUnits))];
+}
+
+const ENGINES = { beautifier: beautified, wishes: granted, 'template-engine': matched };
+const fileOf = (name) => path.join(__dirname, `${name}.txt`);
+
+/** A line for each stroke, for each name. */
 function answers() {
-  const strokes = drawEach(STROKES, { seed: 1, optionsOf });
-  const lines = strokes.map((stroke, i) => {
-    const [x, y] = stroke.points[0];
-    const beside = { points: [0, 1, 2].map((k) => [x + 2 * k, y + 5]) };
-    return describe(stroke, BEAUTIFIERS[(i + lapOf(i)) % 2], lapOf(i) % 3 === 0 ? [beside] : []);
-  });
-  return `${lines.join('\n')}\n`;
+  initScrivo(templates);
+  const strokes = drawStrokes();
+  const lines = (describeAnswer) =>
+    strokes.map((stroke, i) => `${stroke.label}: ${describeAnswer(stroke, i).join(' ')}\n`);
+  return Object.entries(ENGINES).map(([name, answer]) => [name, lines(answer).join('')]);
 }
 
-module.exports = { FILE, answers };
+module.exports = { BEAUTIFIERS, answers, drawStrokes, fileOf };
 
-if (require.main === module) fs.writeFileSync(FILE, answers());
+if (require.main === module) {
+  for (const [name, text] of answers()) fs.writeFileSync(fileOf(name), text);
+}

@@ -113,6 +113,26 @@ function runMakefile(block) {
   runProgram({ code: block.program }, configure(project, block.code), target);
 }
 
+/** The environment in which other languages find the installed library. */
+function forLibrary() {
+  const libraries = ['lib', 'lib64'].map((name) => inFolder('prefix', name));
+  const PKG_CONFIG_PATH = libraries.map((each) => path.join(each, 'pkgconfig')).join(':');
+  return { env: { ...process.env, LD_LIBRARY_PATH: libraries.join(':'), PKG_CONFIG_PATH } };
+}
+
+function runC(block) {
+  const source = write(`${nameOf(block)}.c`, block.code);
+  const program = inFolder(nameOf(block));
+  const flags = '-std=c11 -Wall -Wextra -Wpedantic -Werror';
+  const compile = `cc ${flags} ${source} -o ${program} $(pkg-config --cflags --libs scrivo) -lm`;
+  execute('bash', ['-euc', compile], forLibrary());
+  checkOutput(block, execute(program, [], forLibrary()));
+}
+
+function runPython(block) {
+  checkOutput(block, execute('python3', [write(`${nameOf(block)}.py`, block.code)], forLibrary()));
+}
+
 function runShell({ code }) {
   assert.notEqual(execute('bash', ['-euo', 'pipefail', '-c', code], { cwd: root }), '');
 }
@@ -138,6 +158,8 @@ describe('the examples of the documents', () => {
     ts: runTypeScript,
     cpp: (block) => runProgram(block, 'examples/build', nameOf(block)),
     cmake: runMakefile,
+    c: runC,
+    python: runPython,
     sh: runShell,
     json: ({ code }) => JSON.parse(code),
     text: () => {}, // a drawing, a table, what a program printed

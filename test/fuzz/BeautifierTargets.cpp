@@ -120,15 +120,23 @@ void requireAgreement(const Beautified& answer, const Drawn& drawn,
     }
 }
 
-bool isAbout(const Beautified& a, const Beautified& b) {
+bool isSame(const Beautified& a, const Beautified& b) {
     return a.type == b.type && familyOf(a.figure) == familyOf(b.figure) && areSame(a.path, b.path);
+}
+
+void requireSameOnAnotherThread(const Beautified& answer, const Drawn& drawn,
+                                const BeautifierOptions& options) {
+    const Beautified again = onAnotherThread([&] { return drawn.answer(options); });
+    require(isSame(again, answer) && again.figure.index() == answer.figure.index() &&
+                sameBits(again.confidence, answer.confidence),
+            "every thread has the same answer");
 }
 
 /// Raising the sensitivity keeps every figure.
 void requireMonotony(const Beautified& answer, const Drawn& drawn, BeautifierOptions options) {
     options.sensitivity = 0.5 * (1.0 + options.sensitivity);
     const Beautified eager = drawn.answer(options);
-    require(answer.type == FIGURE_NONE || isAbout(eager, answer),
+    require(answer.type == FIGURE_NONE || isSame(eager, answer),
             "more sensitivity keeps the figure");
 }
 
@@ -146,6 +154,7 @@ void beautify(Bytes bytes) {
     require(options.regularFigures || !isPolygon || kindOf(answer.figure) == 0,
             "irregular figures are general");
     requireMonotony(answer, drawn, options);
+    requireSameOnAnotherThread(answer, drawn, options);
 }
 
 void beautifyAs(Bytes bytes) {

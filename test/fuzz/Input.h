@@ -85,6 +85,9 @@ struct Area {
         }
     }
 
+    [[nodiscard]] bool isOrdinary() const {
+        return width >= 1.0 && width <= 4000.0 && height >= 1.0 && height <= 4000.0;
+    }
     [[nodiscard]] Stroke fractionsOf(const Stroke& stroke) const {
         return fractions(stroke, width, height);
     }

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <future>
 #include <stdexcept>
 
 /// What holds for every answer.
@@ -26,6 +27,12 @@ inline bool areSame(const Stroke& a, const Stroke& b) {
         a.begin(), a.end(), b.begin(), b.end(), [](const Point2D& p, const Point2D& q) {
             return sameBits(p.x, q.x) && sameBits(p.y, q.y) && sameBits(p.force, q.force);
         });
+}
+
+/// What a function returns when another thread calls it.
+template <typename F>
+auto onAnotherThread(F function) {
+    return std::async(std::launch::async, function).get();
 }
 
 /// Whether a path has as many points as the figure of a code is drawn with.

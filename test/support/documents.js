@@ -70,8 +70,9 @@ function readExamples() {
 
 /** The output that the comments after printing statements state. */
 function statedOutput(code) {
-  const printing = /^.*(?:console\.log\(|std::cout\b).*?;\s*\/\/ (.*)$/gm;
-  return [...code.matchAll(printing)].map(([, text]) => text);
+  const printing =
+    /^.*(?:console\.log\(|std::cout\b|printf\().*?;\s*\/\/ (.*)$|^print\(.*\) # (.*)$/gm;
+  return [...code.matchAll(printing)].map(([, text, ofPython]) => text ?? ofPython);
 }
 
 /** The anchor of a heading, as hosting sites name it. */

@@ -49,18 +49,19 @@ function forget(child) {
 }
 
 /**
- * Runs a command in the project's root, its output passed through.
+ * Runs a command in the project's root, its output passed through, or dropped with `stdio`
+ * 'ignore'.
  * Resolves to its exit code: 127 when it cannot be started, 128 + n when
  * signal n ended it.
  */
-function run(command, args = [], { env = {}, cwd = ROOT } = {}) {
+function run(command, args = [], { env = {}, cwd = ROOT, stdio = 'inherit' } = {}) {
   return new Promise((resolve) => {
     // Before the start, since a signal may arrive as soon as the child exists.
     if (running.size === 0) watchSignals(true);
     const child = spawn(command, args, {
       cwd,
       env: { ...process.env, ...env },
-      stdio: ['ignore', 'inherit', 'inherit'],
+      stdio: ['ignore', stdio, stdio],
       detached: true,
     });
     running.add(child);

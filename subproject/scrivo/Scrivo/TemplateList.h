@@ -100,7 +100,8 @@ private:
     void reserveMore(std::size_t count) {
         const std::size_t needed = m_templates.size() + count;
         if (needed > m_templates.capacity()) {
-            m_templates.reserve(std::max(needed, 2 * m_templates.capacity()));
+            // In parentheses because <windows.h> defines a macro of this name.
+            m_templates.reserve((std::max)(needed, 2 * m_templates.capacity()));
         }
     }
     void append(Templates&& added) noexcept {

@@ -42,6 +42,9 @@ struct StrokeResult {
 /// running minima: the largest 32-bit signed integer, as a double.
 inline constexpr double UNKNOWN_EXTENT = 2147483647.0;
 
+// <windows.h> defines NEAR, for compilers of 16-bit programs.
+#undef NEAR
+
 // Shared tuning constants, never written.
 extern const std::int32_t LIMIT;         ///< 10 points: span of the corner scan
 extern const double RATIO_ANGLE;         ///< 0.95: chord / path below which a span may bend

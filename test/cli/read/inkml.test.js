@@ -110,6 +110,19 @@ describe('InkML', () => {
     assert.match(damage, /ink\.dat: not well-formed XML: .*unclosed tag/);
   });
 
+  test('numbers without bounds, and names that every object has', async () => {
+    const channels = ['X', 'Y', 'F', 'T'].map(
+      (name) => `<channel name="${name}" units="toString"/>`,
+    );
+    const content =
+      `<__proto__/><constructor/><traceFormat>${channels.join('')}</traceFormat>` +
+      '<trace>1 2 0.5 7</trace><trace>1 2 1e999 7</trace><trace>1 2 0.5 1e999</trace>';
+    const { strokes, problems, damage } = await read(ink(content));
+    assertPoints({ strokes }, '[[[1,2,0.5,7]]]');
+    assertMessages(problems, [/point 0 has a number that is too large/, /point 0 has a number/]);
+    assert.equal(damage, undefined);
+  });
+
   test('encodings by mark and by declaration', async () => {
     const text = ink(
       '<traceGroup><annotation type="who">Zoë</annotation><trace>1 2</trace></traceGroup>',

@@ -6,7 +6,7 @@ const { readArea } = require('./stroke-points.js');
 const VALUE = /([!'"]?)\s*([-+]?(?:\d+\.?\d*|\.\d+)(?:[eE][-+]?\d+)?|#[\dA-Fa-f]+|[*?TF])\s*/y;
 
 /** Milliseconds per unit of time. */
-const MILLISECONDS = { s: 1000, ms: 1, us: 1e-3, ns: 1e-6 };
+const MILLISECONDS = new Map(Object.entries({ s: 1000, ms: 1, us: 1e-3, ns: 1e-6 }));
 
 /**
  * @typedef {object} TraceFormat
@@ -53,13 +53,11 @@ class InkmlReader {
   }
 
   open(name, attributes, line) {
-    const handler = OPEN[name];
-    if (handler) handler.call(this, attributes, line);
+    if (Object.hasOwn(OPEN, name)) OPEN[name].call(this, attributes, line);
   }
 
   close(name) {
-    const handler = CLOSE[name];
-    if (handler) handler.call(this);
+    if (Object.hasOwn(CLOSE, name)) CLOSE[name].call(this);
   }
 
   text(text) {
@@ -159,7 +157,7 @@ const OPEN = {
     this.intermittent = true;
   },
   channel({ name, min, max, units }) {
-    const unit = MILLISECONDS[units] ?? 1;
+    const unit = MILLISECONDS.get(units) ?? 1;
     this.format.channels.push({ name, min: Number(min ?? 0), max: Number(max), unit });
     if (!this.intermittent) this.format.required += 1;
     if (name === 'X' && pixelsPer(units)) this.format.scale = pixelsPer(units);
@@ -305,10 +303,14 @@ function toPoint(values, { channels, required }) {
   const value = (name) => values[channels.findIndex((channel) => channel.name === name)];
   const [x, y, force, time] = [value('X'), value('Y'), value('F'), value('T')];
   if (!Number.isFinite(x) || !Number.isFinite(y)) return { problem: 'has no X or no Y' };
-  if (force === undefined && time === undefined) return { point: [x, y] };
-  const fraction = force === undefined ? null : toFraction(force, channels);
-  if (time === undefined) return { point: [x, y, fraction] };
-  return { point: [x, y, fraction, time * channels.find(({ name }) => name === 'T').unit] };
+  const point = [x, y, null, null];
+  if (force !== undefined) point[2] = toFraction(force, channels);
+  if (time !== undefined) point[3] = time * channels.find(({ name }) => name === 'T').unit;
+  if (!point.every((number) => number === null || Number.isFinite(number))) {
+    return { problem: 'has a number that is too large' };
+  }
+  if (time === undefined) point.length = force === undefined ? 2 : 3;
+  return { point };
 }
 
 /** Pressure as a fraction of its range, where the range is known. */
