@@ -69,6 +69,12 @@ const isOfPackage = (file) => file.startsWith('test/package/');
 const isOfWasm = (file) => file.startsWith('test/wasm/');
 const isOfBrowser = (file) => file.includes('.browser.test.');
 
+/** Builds the package for browsers and tests it, in Node and in Chromium. */
+async function wasm() {
+  await buildWasm();
+  return nodeTest('wasm', isOfWasm);
+}
+
 /** Tests that call the native modules. */
 const isOfModules = (file) =>
   /^test\/(lib|src|answers)\//.test(file) || file === 'test/fuzz/package.test.js';
@@ -85,12 +91,6 @@ async function sanitizedNodeTest() {
     // tests watch the memory.
     ASAN_OPTIONS: 'detect_leaks=0:quarantine_size_mb=8',
   });
-}
-
-/** Builds the package for browsers and tests it, in Node and in Chromium. */
-async function wasm() {
-  await buildWasm();
-  return nodeTest('wasm', isOfWasm);
 }
 
 /** Static checks pass or fail as a whole; they count no tests. */
