@@ -19,7 +19,7 @@ module.exports = [
   { files: ['src/*.js'], languageOptions: { sourceType: 'script' }, rules: { strict: 'off' } },
   {
     files: ['**/*.js'],
-    ignores: ['src/*.js', 'packages/wasm/lib/**'],
+    ignores: ['src/*.js', 'packages/wasm/lib/**', 'examples/browser/*.js'],
     languageOptions: { sourceType: 'commonjs', globals: globals.node },
     rules: { strict: ['error', 'global'] },
   },
@@ -29,7 +29,7 @@ module.exports = [
     languageOptions: { globals: globals.browser },
   },
   {
-    files: ['packages/wasm/lib/**'],
+    files: ['packages/wasm/lib/**', 'examples/browser/*.js'],
     languageOptions: { sourceType: 'module', globals: globals.browser },
   },
   // Functions that the browser test evaluates run in the page.
