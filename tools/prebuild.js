@@ -79,7 +79,9 @@ function stateOf(target) {
   const hash = crypto.createHash('sha256');
   const versionOf = (name) => require(`${name}/package.json`).version;
   hash.update(JSON.stringify(['node-addon-api', 'node-api-headers'].map(versionOf)));
-  hash.update(TARGETS[target] ? `${TARGETS[target]} ${ZIG_VERSION}` : capture('g++', ['--version']));
+  hash.update(
+    TARGETS[target] ? `${TARGETS[target]} ${ZIG_VERSION}` : capture('g++', ['--version']),
+  );
   const files = sources().map((name) => path.join(ROOT, name));
   for (const file of [...files, ...prebuiltFiles(target)]) {
     hash.update(`${file}\n`).update(fs.existsSync(file) ? fs.readFileSync(file) : '');
