@@ -1,12 +1,14 @@
 'use strict';
 
 // Whole calls from JavaScript through scrivo-wasm, and their time relative to that of the native
-// modules, in Node. The same strokes go through both in turn, several times; the fastest round
+// modules, in Node and, for the beautifier, in Chromium. The same strokes go through both in turn, several times; the fastest round
 // counts, since other work on the machine slows single rounds.
 
 const native = { ...require('scrivo'), ...require('scrivo/beautifier') };
+const path = require('node:path');
 const { placeStroke } = require('../packages/cli/lib/placement.js');
 const { drawEach } = require('../research/ink/index.js');
+const { launchChromium } = require('../test/support/chromium.js');
 
 const STROKES = 1000;
 const ROUNDS = 15;
@@ -35,6 +37,37 @@ function time(call) {
   return ((performance.now() - start) * 1000) / strokes.length;
 }
 
+const DIST = path.join(__dirname, '..', 'packages', 'wasm', 'dist');
+
+/** Microseconds per call of the beautifier in a page, the fastest of several rounds. */
+async function timeInChromium() {
+  const browser = await launchChromium();
+  const page = await browser.newPage();
+  await page.route('http://localhost/**', (route) => {
+    const file = path.basename(new URL(route.request().url()).pathname);
+    return file === ''
+      ? route.fulfill({ body: '' })
+      : route.fulfill({ path: path.join(DIST, file) });
+  });
+  await page.goto('http://localhost/');
+  const best = await page.evaluate(
+    async ([given, rounds]) => {
+      const { Beautifier, start } = await import('/beautifier.js');
+      await start();
+      const beautifier = new Beautifier();
+      const times = Array.from({ length: rounds }, () => {
+        const from = performance.now();
+        for (const { points, width, height } of given) beautifier.beautify(points, width, height);
+        return ((performance.now() - from) * 1000) / given.length;
+      });
+      return Math.min(...times);
+    },
+    [strokes, ROUNDS],
+  );
+  await browser.close();
+  return best;
+}
+
 async function main() {
   const wasm = await import('scrivo-wasm');
   await wasm.start();
@@ -50,6 +83,10 @@ async function main() {
     console.log(
       `${name}: ${a.toFixed(1)} us, native ${b.toFixed(1)} us, ratio ${(a / b).toFixed(2)}`,
     );
+    if (name === 'beautifier, objects') {
+      const c = await timeInChromium();
+      console.log(`  in Chromium ${c.toFixed(1)} us, ratio ${(c / b).toFixed(2)}`);
+    }
   }
 }
 

@@ -69,15 +69,15 @@ const isOfPackage = (file) => file.startsWith('test/package/');
 const isOfWasm = (file) => file.startsWith('test/wasm/');
 const isOfBrowser = (file) => file.includes('.browser.test.');
 
-/** Builds the package for browsers and tests it, in Node and in Chromium. */
-async function wasm() {
+/** Node's tests of these files, which need the package for browsers. */
+async function wasmTest(name, isOfSuite) {
   await buildWasm();
-  return nodeTest('wasm', isOfWasm);
+  return nodeTest(name, isOfSuite);
 }
 
 /** Tests that call the native modules. */
 const isOfModules = (file) =>
-  /^test\/(lib|src|answers)\//.test(file) || file === 'test/fuzz/package.test.js';
+  /^test\/(lib|src|answers)\//.test(file) || file === 'test/properties/package.test.js';
 
 /** Those tests with modules under the address sanitizer, whose runtime Node has to load first. */
 async function sanitizedNodeTest() {
@@ -103,8 +103,8 @@ const SUITES = {
   node: () =>
     nodeTest('node', (file) => !isOfPackage(file) && !isOfWasm(file) && !isOfBrowser(file)),
   package: () => nodeTest('package', isOfPackage),
-  browser: () => nodeTest('browser', (file) => isOfBrowser(file) && !isOfWasm(file)),
-  wasm,
+  browser: () => wasmTest('browser', (file) => isOfBrowser(file) && !isOfWasm(file)),
+  wasm: () => wasmTest('wasm', isOfWasm),
   lint: checks,
   asan: () => ctest('asan'),
   'node-asan': sanitizedNodeTest,

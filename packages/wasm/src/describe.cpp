@@ -1,5 +1,4 @@
 #include "Beautifier/figures/Families.h"
-
 #include "Exchange.h"
 #include "FigureNumbers.h"
 

@@ -1,6 +1,5 @@
-#include "Scrivo/Scrivo.h"
-
 #include "Exchange.h"
+#include "Scrivo/Scrivo.h"
 #include "Scrivo/detail/Console.h"
 #include "Scrivo/detail/TemplateFile.h"
 
