@@ -41,10 +41,6 @@ export class Recogniser extends EventTarget {
     drawing.addEventListener('change', () => this.#askNext());
   }
 
-  get engineName() {
-    return this.#engine.name;
-  }
-
   get isAvailable() {
     return this.#pause === 0;
   }
