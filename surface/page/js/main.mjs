@@ -9,6 +9,7 @@ import { distance, unite } from './model/geometry.mjs';
 import { makeInk } from './model/ink.mjs';
 import { anchorsOf, boundsOf } from './model/item.mjs';
 import { Announcer } from './panels/announcer.mjs';
+import { Chip } from './panels/chip.mjs';
 import { byId, make } from './panels/dom.mjs';
 import { createFiles } from './panels/files.mjs';
 import { showInspector } from './panels/inspector.mjs';
@@ -40,7 +41,7 @@ export function start(engine) {
     drawing,
   );
   const recogniser = new Recogniser(engine, drawing, () => settings.value);
-  const announcer = new Announcer(byId('status'), byId('label'), view);
+  const announcer = new Announcer(byId('status'), new Chip(surface, view));
   const say = (/** @type {string} */ text) => announcer.say(text);
   const announce = (/** @type {Item} */ item) => announcer.item(item);
   const context = { drawing, view, renderer, recogniser, announce };
@@ -57,7 +58,7 @@ export function start(engine) {
   bindFiles(files);
   createHelp(/** @type {HTMLDialogElement} */ (byId('keys')));
   listenToKeys(surface, commands, view, { save: files.save, open: files.open, showAll });
-  showInspector(byId('inspector'), commands, (item) =>
+  showInspector(byId('inspector'), view, commands, (item) =>
     showWhy(/** @type {HTMLDialogElement} */ (byId('why')), item, recogniser),
   );
   const openSettings = createSettings(

@@ -144,7 +144,8 @@ interface Tool {
   move(samples: Sample[], predicted: Sample[], event: PointerEvent): void;
   up(event: PointerEvent): void;
   cancel(): void;
-  hover?(place: Place | null): void;
+  /** May tell the cursor for a place; null when the pointer has left. */
+  hover?(place: Place | null): string | void;
 }
 
 /** The bytes of a file, which the build puts into the script. */

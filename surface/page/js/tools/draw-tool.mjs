@@ -9,7 +9,7 @@ import { anchorAt } from '../model/item.mjs';
 import { paintFigure } from '../view/paint.mjs';
 import { WIDTHS } from '../view/palette.mjs';
 import { InkTrail, pathOf, weightOf } from '../view/ink-trail.mjs';
-import { latest, settings, snapsOnHold, snapsOnLift } from '../store/settings.mjs';
+import { dropSelection, latest, settings, snapsOnHold, snapsOnLift } from '../store/settings.mjs';
 
 /** Reach of an anchor in CSS pixels: the ends of lines snap within it. */
 export const ANCHOR_REACH = 10;
@@ -64,6 +64,7 @@ export class DrawTool {
 
   /** @param {Sample} sample @param {PointerEvent} event */
   down(sample, event) {
+    dropSelection();
     this.#samples = [];
     this.#pointerType = event.pointerType;
     this.#measured = false;

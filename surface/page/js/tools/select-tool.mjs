@@ -4,7 +4,7 @@
 import * as plane from '../model/geometry.mjs';
 import { dragHandle, handlesOf } from '../model/handles.mjs';
 import { anchorAt, boundsOf, itemAt, transform, withoutSecond } from '../model/item.mjs';
-import { latest, selection } from '../store/settings.mjs';
+import { dropSelection, latest, selection } from '../store/settings.mjs';
 import { paintItem } from '../view/paint.mjs';
 import { ANCHOR_REACH, cuePainter } from './draw-tool.mjs';
 
@@ -98,7 +98,7 @@ export class SelectTool {
     if (this.#handle) return;
     const item = itemAt(drawing.items, sample, TAP_REACH[kind] / view.scale);
     if (!item) {
-      if (!event.shiftKey) selection.value = new Set();
+      if (!event.shiftKey) dropSelection();
       this.#corner = sample;
     } else if (event.shiftKey) {
       const next = new Set(selection.value);
@@ -119,6 +119,15 @@ export class SelectTool {
     if (this.#corner) this.#corner = to;
     else this.#drag(to, event.altKey);
     renderer.schedule();
+  }
+
+  /** The cursor tells what a drag would do. @param {Place | null} place */
+  hover(place) {
+    const { drawing, view } = this.#context;
+    const handle = place && this.#handleAt(place, HANDLE_REACH.mouse / view.scale);
+    const item = place && itemAt(drawing.items, place, TAP_REACH.mouse / view.scale);
+    if (handle && handle.id !== 'centre') return 'pointer';
+    return handle || item ? 'move' : this.cursor;
   }
 
   up() {
