@@ -5,9 +5,9 @@ import { effect } from '@preact/signals-core';
 import { Recogniser } from './engine/recogniser.mjs';
 import { Pointers } from './input/pointers.mjs';
 import { Drawing } from './model/drawing.mjs';
-import { distance, unite } from './model/geometry.mjs';
+import { unite } from './model/geometry.mjs';
 import { makeInk } from './model/ink.mjs';
-import { anchorsOf, boundsOf } from './model/item.mjs';
+import { anchorAt, boundsOf } from './model/item.mjs';
 import { Announcer } from './panels/announcer.mjs';
 import { Chip } from './panels/chip.mjs';
 import { byId, make } from './panels/dom.mjs';
@@ -27,6 +27,9 @@ import { Renderer } from './view/renderer.mjs';
 import { View } from './view/view.mjs';
 
 const CUE_MS = 700;
+
+// An end this near to an anchor, in units, has snapped to it.
+const SNAPPED = 0.05;
 const WIDTH_NAMES = ['Fine', 'Medium', 'Broad'];
 
 /** @param {Engine} engine */
@@ -158,10 +161,7 @@ function createPointers(surface, context) {
 /** Rings at the places where a line has snapped to other strokes. @param {Item} item @param {import('./tools/draw-tool.mjs').Context} context */
 function showSnap({ id, figure }, { drawing, view, renderer }) {
   if (figure?.kind !== 'line') return;
-  const others = drawing.items.filter((item) => item.id !== id);
-  const places = [figure.from, figure.to].filter((end) =>
-    others.some((other) => anchorsOf(other).some((anchor) => distance(anchor, end) < 0.05)),
-  );
+  const places = [figure.from, figure.to].filter((end) => anchorAt(drawing, end, SNAPPED, id));
   if (places.length === 0) return;
   renderer.paint('snap', cuePainter(places, view.scale));
   setTimeout(() => renderer.paint('snap', null), CUE_MS);

@@ -43,6 +43,8 @@ export class DrawTool {
   #samples = [];
   /** @type {Sample[]} */
   #predicted = [];
+  /** @type {Place} where the pen is */
+  #pen = { x: 0, y: 0 };
   #pointerType = '';
   /** @type {InkTrail | null} */
   #trail = null;
@@ -76,11 +78,11 @@ export class DrawTool {
   /** @param {Sample[]} samples @param {Sample[]} predicted @param {PointerEvent} event */
   move(samples, predicted, event) {
     const { renderer } = this.#context;
-    if (this.#snapped) this.#size(samples[samples.length - 1]);
+    this.#pen = samples[samples.length - 1];
+    if (this.#snapped) this.#size(this.#pen);
     else this.#extend(samples, predicted);
     if (snapsOnHold.value && !this.#snapped)
       this.#hold.moved({ x: event.clientX, y: event.clientY });
-    this.#showCue(samples[samples.length - 1]);
     renderer.schedule();
   }
 
@@ -113,7 +115,6 @@ export class DrawTool {
     this.#samples = [];
     this.#trail = null;
     this.#context.renderer.paint('live', null);
-    this.#context.renderer.paint('cue', null);
   }
 
   /** @param {Ink} ink @param {Answer | null} answer @returns {Item} */
@@ -200,7 +201,7 @@ export class DrawTool {
     const { from, figure } = this.#snapped;
     const line = polylineOf(figure);
     const isOpen = figure.kind === 'line' || figure.kind === 'angle';
-    const target = (isOpen && anchorAt(drawing.items, place, ANCHOR_REACH / view.scale)) || place;
+    const target = (isOpen && anchorAt(drawing, place, ANCHOR_REACH / view.scale)) || place;
     // Open figures turn about the end that the pen is not at.
     const pivot = isOpen ? line[0] : centreOf(figure);
     this.#preview.figure = transform(
@@ -209,16 +210,21 @@ export class DrawTool {
     );
   }
 
-  /** A ring around the place of another stroke that the end of a line would snap to. @param {Place} place */
-  #showCue(place) {
-    const { drawing, view, renderer } = this.#context;
+  /** A ring around the place of another stroke that the end of a line would snap to. @type {import('../view/renderer.mjs').Painter} */
+  #paintCue(context, palette) {
+    const { drawing, view } = this.#context;
     const anchor =
-      settings.value.snapsToOthers && anchorAt(drawing.items, place, ANCHOR_REACH / view.scale);
-    renderer.paint('cue', anchor ? cuePainter([anchor], view.scale) : null);
+      settings.value.snapsToOthers && anchorAt(drawing, this.#pen, ANCHOR_REACH / view.scale);
+    if (anchor) cuePainter([anchor], view.scale)(context, palette);
+  }
+  /** @type {import('../view/renderer.mjs').Painter} */
+  #paint(context, palette) {
+    this.#paintStroke(context, palette);
+    this.#paintCue(context, palette);
   }
 
   /** @type {import('../view/renderer.mjs').Painter} */
-  #paint(context, palette) {
+  #paintStroke(context, palette) {
     const { colour, width } = settings.value;
     if (this.#preview) {
       const { ink, figure } = this.#preview;

@@ -96,7 +96,7 @@ export class SelectTool {
     this.#corner = null;
     this.#handle = this.#handleAt(sample, HANDLE_REACH[kind] / view.scale);
     if (this.#handle) return;
-    const item = itemAt(drawing.items, sample, TAP_REACH[kind] / view.scale);
+    const item = itemAt(drawing, sample, TAP_REACH[kind] / view.scale);
     if (!item) {
       if (!event.shiftKey) dropSelection();
       this.#corner = sample;
@@ -125,7 +125,7 @@ export class SelectTool {
   hover(place) {
     const { drawing, view } = this.#context;
     const handle = place && this.#handleAt(place, HANDLE_REACH.mouse / view.scale);
-    const item = place && itemAt(drawing.items, place, TAP_REACH.mouse / view.scale);
+    const item = place && itemAt(drawing, place, TAP_REACH.mouse / view.scale);
     if (handle && handle.id !== 'centre') return 'pointer';
     return handle || item ? 'move' : this.cursor;
   }
@@ -139,7 +139,7 @@ export class SelectTool {
     const box = plane.unite(
       [this.#from, corner].map(({ x, y }) => ({ left: x, top: y, right: x, bottom: y })),
     );
-    const inside = drawing.items.filter((item) => {
+    const inside = drawing.within(box).filter((item) => {
       const { left, top, right, bottom } = boundsOf(item);
       return (
         plane.contains(box, { x: left, y: top }) && plane.contains(box, { x: right, y: bottom })
@@ -179,9 +179,8 @@ export class SelectTool {
   /** Corners and ends snap to other items. @param {Item} item @param {Place} to */
   #snapped(item, to) {
     const { drawing, view, renderer } = this.#context;
-    const others = drawing.items.filter(({ id }) => id !== item.id);
     const isCorner = item.figure && this.#handle?.id.startsWith('corner');
-    const anchor = isCorner ? anchorAt(others, to, ANCHOR_REACH / view.scale) : null;
+    const anchor = isCorner ? anchorAt(drawing, to, ANCHOR_REACH / view.scale, item.id) : null;
     renderer.paint('cue', anchor ? cuePainter([anchor], view.scale) : null);
     return anchor ?? to;
   }
