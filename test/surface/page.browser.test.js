@@ -55,6 +55,14 @@ describe('the drawing page', () => {
     await drawing.close();
   });
 
+  /** Another tab with the same drawing. */
+  const openAnother = async () => {
+    const other = new DrawingPage();
+    other.page = await page.context().newPage();
+    await other.load(server.address);
+    return other;
+  };
+
   const click = (text) => page.click(`#inspector >> text="${text}"`);
   const press = async (...keys) => {
     for (const key of keys) await page.keyboard.press(key);
@@ -324,6 +332,40 @@ describe('the drawing page', () => {
     assert.deepEqual(await drawing.items(), before);
     await page.click('#redo');
     assert.deepEqual(await drawing.kinds(), ['line', 'square']);
+  });
+
+  test('a tab that crashes in the middle of a stroke keeps its ink', async () => {
+    await drawing.draw(SQUARE);
+    await drawing.press(LINE);
+    await page.waitForTimeout(400);
+    const client = await page.context().newCDPSession(page);
+    client.send('Page.crash').catch(() => {});
+    await page.waitForEvent('crash');
+    const again = await openAnother();
+    assert.deepEqual(await again.kinds(), ['square', null]);
+    const [, { samples, answer }] = await again.items();
+    assert.equal(answer.reason, 'restored');
+    assert.ok(samples >= LINE.length / 3, `${samples} samples`);
+  });
+
+  test('one tab at a time has the drawing, and another takes it over', async () => {
+    await drawing.draw(SQUARE);
+    const other = await openAnother();
+    assert.deepEqual(await other.items(), []);
+    assert.match(await other.page.textContent('#alert'), /open in another tab/);
+    await page.bringToFront();
+    await drawing.press(LINE);
+    await other.page.bringToFront();
+    await other.page.click('#take-over');
+    await page.waitForSelector('#take-over:visible');
+    await other.page.waitForFunction(() => window.scrivo?.drawing.items.length === 2);
+    await other.answered();
+    assert.deepEqual(await other.kinds(), ['square', 'line']);
+    await other.draw(CIRCLE);
+    await page.bringToFront();
+    await page.mouse.up();
+    await page.click('#take-over');
+    await page.waitForFunction(() => window.scrivo?.drawing.items.length === 3);
   });
 
   test('a stroke drawn while the server is down is kept, also by a reload, and answered later', async () => {

@@ -18,6 +18,7 @@ import { createSettings } from './panels/settings.mjs';
 import { showWhy } from './panels/why.mjs';
 import { change, revision, selection, settings, tool } from './store/settings.mjs';
 import { openStorage } from './store/storage.mjs';
+import { takeOver } from './store/tab-lock.mjs';
 import { createCommands } from './tools/commands.mjs';
 import { cuePainter, DrawTool } from './tools/draw-tool.mjs';
 import { EraseTool } from './tools/erase-tool.mjs';
@@ -84,14 +85,14 @@ export function start(engine) {
   const timings = [];
   const page = { drawing, view, recogniser, timings, isReady: false };
   Object.assign(window, { scrivo: page }); // for tests
-  return loadDrawing(drawing).finally(() => (page.isReady = true));
+  return loadDrawing(drawing, pointers).finally(() => (page.isReady = true));
 }
 
 // A database that does not answer must not keep anybody from drawing.
 const LONGEST_LOAD_MS = 3000;
 
-/** Loads what is stored; nothing can be drawn meanwhile. @param {Drawing} drawing */
-async function loadDrawing(drawing) {
+/** Loads what is stored; nothing can be drawn meanwhile. @param {Drawing} drawing @param {Pointers} pointers */
+async function loadDrawing(drawing, pointers) {
   const main = /** @type {HTMLElement} */ (document.querySelector('main'));
   const release = () => (main.inert = false);
   const timer = setTimeout(release, LONGEST_LOAD_MS);
@@ -99,8 +100,23 @@ async function loadDrawing(drawing) {
   try {
     const onFailure = () =>
       warn('This drawing cannot be stored in the browser: save it to a file.');
-    const isStored = await openStorage(drawing, onFailure);
-    if (!isStored) warn('This drawing is open in another tab. What you draw here is not stored.');
+    const offer = () => {
+      main.inert = true;
+      warn('This drawing is open in another tab.');
+      byId('take-over').hidden = false;
+    };
+    const onYield = () => {
+      pointers.finish();
+      offer();
+    };
+    byId('take-over').onclick = takeOver;
+    const state = await openStorage(drawing, { onFailure, onYield });
+    if (state === 'begun')
+      warn('What you draw now is not stored: the stored drawing came too late.');
+    if (state === 'elsewhere') {
+      clearTimeout(timer);
+      return offer();
+    }
   } catch {
     warn('This browser does not store drawings: save it to a file.');
   }
@@ -113,6 +129,7 @@ function warn(text) {
   byId('alert-text').textContent = text;
   byId('alert').hidden = false;
   byId('retry').hidden = true;
+  byId('take-over').hidden = true;
 }
 
 /** @param {HTMLElement} surface @param {View} view */

@@ -137,6 +137,15 @@ interface Sample extends Place {
   time: number;
 }
 
+/** A stroke in progress; its samples grow. */
+interface Sketch {
+  readonly samples: Sample[];
+  readonly pointerType: string;
+  readonly frame: Frame;
+  readonly colour: number;
+  readonly width: number;
+}
+
 /** Handles the pointer while it is down. Places are in document units. */
 interface Tool {
   readonly cursor: string;

@@ -7,6 +7,7 @@ import { Grid } from './grid.mjs';
  * A drawing fires 'change' with `detail`:
  * - `changes`: what has changed on the surface, each {id, before, after}
  * - `written` and `dropped`: operations that are new or have changed, and those that are gone
+ * and 'sketch' when a stroke has begun or ended.
  */
 export class Drawing extends EventTarget {
   /** @type {Map<number, Item>} */
@@ -18,6 +19,8 @@ export class Drawing extends EventTarget {
   /** Number of operations that are in force. */
   #position = 0;
   #lastId = 0;
+  /** @type {Sketch | null} */
+  #sketch = null;
   #grid = new Grid();
   /** Copies of the changes that the grid does not have yet. @type {Change[]} */
   #moved = [];
@@ -46,6 +49,16 @@ export class Drawing extends EventTarget {
 
   newId() {
     return (this.#lastId += 1);
+  }
+
+  /** The stroke in progress. */
+  get sketch() {
+    return this.#sketch;
+  }
+
+  set sketch(sketch) {
+    this.#sketch = sketch;
+    this.dispatchEvent(new Event('sketch'));
   }
 
   /** The items that are painted within a box, in the order in which they are painted. @param {Bounds} box */

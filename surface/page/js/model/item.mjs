@@ -16,6 +16,15 @@ function cached(compute) {
   };
 }
 
+/** Ink on the surface that no engine is asked for. @type {Answer} */
+export const KEPT = Object.freeze({
+  engine: 'none',
+  confidence: null,
+  reason: 'kept',
+  alternatives: [],
+  micros: 0,
+});
+
 /** Box of what is shown, without the width of the pen. */
 export const boundsOf = cached(({ ink, figure }) =>
   figure ? figures.boundsOf(figure) : inks.boundsOf(ink),

@@ -84,6 +84,7 @@ const REASONS = {
   'no-figure': 'It resembles no figure.',
   template: 'The template engine found no figure; it gives no reason.',
   kept: 'It was kept as drawn: figures are off, or wait for the pen to rest.',
+  restored: 'The page was closed while it was drawn.',
   refused: 'The engine could not read this stroke.',
 };
 

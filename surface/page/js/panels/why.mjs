@@ -8,7 +8,7 @@ import { make } from './dom.mjs';
 import { capital, figureLabel, percent, reasonText } from './labels.mjs';
 import { thumbnail } from './thumbnail.mjs';
 
-// The beautifier looks at this many points at even distances.
+// Points at even distances that the page shows; the engine's own ones are not in its answers.
 const RESAMPLED = 97;
 
 // More samples than this would hide the ink.
@@ -62,7 +62,7 @@ function contentOf({ ink, figure }, { candidates, micros }) {
       thumbnail(ink, null, { marks: [{ places: few, name: 'sample' }] }),
     ),
     step(
-      `${RESAMPLED} points, evenly spaced`,
+      `Evenly spaced by this page: ${RESAMPLED} points`,
       thumbnail(ink, null, { marks: [{ places: resample(ink, RESAMPLED), name: 'sample' }] }),
     ),
     step(

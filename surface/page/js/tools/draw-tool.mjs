@@ -5,7 +5,7 @@ import { Hold } from '../input/hold.mjs';
 import { boundsOf, centreOf, polylineOf, transform } from '../model/figure.mjs';
 import { distance, drag } from '../model/geometry.mjs';
 import { inkOf, isMeasured } from '../model/ink.mjs';
-import { anchorAt } from '../model/item.mjs';
+import { anchorAt, KEPT } from '../model/item.mjs';
 import { paintFigure } from '../view/paint.mjs';
 import { WIDTHS } from '../view/palette.mjs';
 import { InkTrail, pathOf, weightOf } from '../view/ink-trail.mjs';
@@ -16,15 +16,6 @@ export const ANCHOR_REACH = 10;
 
 // A pen that rests sooner than this many CSS pixels after its start waits to draw.
 const SHORTEST_HELD = 24;
-
-/** Ink on the surface that no engine is asked for. @type {Answer} */
-const KEPT = Object.freeze({
-  engine: 'none',
-  confidence: null,
-  reason: 'kept',
-  alternatives: [],
-  micros: 0,
-});
 
 /**
  * @typedef {object} Context what the tools work on
@@ -72,6 +63,15 @@ export class DrawTool {
     this.#measured = false;
     this.#restartTrail();
     this.#context.renderer.paint('live', (context, palette) => this.#paint(context, palette));
+    const { colour, width } = settings.value;
+    const { drawing, view } = this.#context;
+    drawing.sketch = {
+      samples: this.#samples,
+      pointerType: event.pointerType,
+      frame: view.frame,
+      colour,
+      width: WIDTHS[width],
+    };
     this.move([sample], [], event);
   }
 
@@ -113,6 +113,7 @@ export class DrawTool {
     this.#snapped = null;
     this.#hold.stop();
     this.#samples = [];
+    this.#context.drawing.sketch = null;
     this.#trail = null;
     this.#context.renderer.paint('live', null);
   }
