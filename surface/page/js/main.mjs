@@ -10,20 +10,21 @@ import { makeInk } from './model/ink.mjs';
 import { anchorAt, boundsOf } from './model/item.mjs';
 import { Announcer } from './panels/announcer.mjs';
 import { Chip } from './panels/chip.mjs';
-import { byId, make } from './panels/dom.mjs';
+import { byId } from './panels/dom.mjs';
 import { createFiles } from './panels/files.mjs';
 import { showInspector } from './panels/inspector.mjs';
 import { createHelp, listenToKeys } from './panels/keyboard.mjs';
 import { createSettings } from './panels/settings.mjs';
+import { bindFiles, bindToolbar } from './panels/toolbar.mjs';
 import { showWhy } from './panels/why.mjs';
-import { change, revision, selection, settings, tool } from './store/settings.mjs';
+import { revision, selection, settings, tool } from './store/settings.mjs';
 import { openStorage } from './store/storage.mjs';
 import { takeOver } from './store/tab-lock.mjs';
 import { createCommands } from './tools/commands.mjs';
 import { cuePainter, DrawTool } from './tools/draw-tool.mjs';
 import { EraseTool } from './tools/erase-tool.mjs';
 import { SelectTool } from './tools/select-tool.mjs';
-import { COLOURS, WIDTHS } from './view/palette.mjs';
+import { WIDTHS } from './view/palette.mjs';
 import { Renderer } from './view/renderer.mjs';
 import { View } from './view/view.mjs';
 
@@ -31,7 +32,6 @@ const CUE_MS = 700;
 
 // An end this near to an anchor, in units, has snapped to it.
 const SNAPPED = 0.05;
-const WIDTH_NAMES = ['Fine', 'Medium', 'Broad'];
 
 /** @param {Engine} engine */
 export function start(engine) {
@@ -58,7 +58,7 @@ export function start(engine) {
   const pointers = createPointers(surface, context);
   showState(drawing, view, recogniser, engine);
   showTheme(renderer);
-  bindToolbar(commands, drawing, view, showAll);
+  bindToolbar(commands, view, showAll);
   bindFiles(files);
   createHelp(/** @type {HTMLDialogElement} */ (byId('keys')));
   listenToKeys(surface, commands, view, { save: files.save, open: files.open, showAll });
@@ -250,80 +250,4 @@ function showTheme(renderer) {
     document.documentElement.dataset.theme = settings.value.theme;
     renderer.refresh();
   });
-}
-
-/** Radio buttons that look like discs. @param {string} name @param {string[]} labels @param {number} chosen @param {(i: number) => void} choose */
-function swatches(name, labels, chosen, choose) {
-  return labels.map((text, i) => {
-    const input = make('input', {
-      type: 'radio',
-      name,
-      checked: i === chosen,
-      onchange: () => choose(i),
-    });
-    input.setAttribute('aria-label', text);
-    return make(
-      'label',
-      { title: text, className: `${name} ${name}-${i}` },
-      input,
-      make('span', {}),
-    );
-  });
-}
-
-/** @param {ReturnType<typeof createCommands>} commands @param {Drawing} drawing @param {View} view @param {() => void} showAll */
-function bindToolbar(commands, drawing, view, showAll) {
-  byId('undo').onclick = commands.undo;
-  byId('redo').onclick = commands.redo;
-  byId('clear').onclick = commands.clear;
-  byId('zoom-in').onclick = () => view.zoomCentre(1.25);
-  byId('zoom-out').onclick = () => view.zoomCentre(0.8);
-  byId('zoom-reset').onclick = showAll;
-  const tools = /** @type {NodeListOf<HTMLButtonElement>} */ (
-    document.querySelectorAll('[data-tool]')
-  );
-  for (const button of tools) {
-    button.onclick = () => (tool.value = /** @type {typeof tool.value} */ (button.dataset.tool));
-  }
-  effect(() => {
-    for (const button of tools)
-      button.setAttribute('aria-pressed', String(button.dataset.tool === tool.value));
-  });
-  const engines = /** @type {NodeListOf<HTMLInputElement>} */ (
-    document.querySelectorAll('input[name=engine]')
-  );
-  for (const input of engines) {
-    input.checked = input.value === settings.value.engine;
-    input.onchange = () => change({ engine: /** @type {EngineName | 'both'} */ (input.value) });
-  }
-  const style = (/** @type {{colour?: number, width?: number}} */ choice) => {
-    change(choice);
-    commands.restyle(choice.width === undefined ? choice : { width: WIDTHS[choice.width] });
-  };
-  const colourNames = COLOURS.map((name) =>
-    name === 'ink' ? 'Ink' : name[0].toUpperCase() + name.slice(1),
-  );
-  byId('colours').append(
-    ...swatches('colour', colourNames, settings.value.colour, (colour) => style({ colour })),
-  );
-  byId('widths').append(
-    ...swatches('width', WIDTH_NAMES, settings.value.width, (width) => style({ width })),
-  );
-}
-
-/** @param {ReturnType<typeof createFiles>} files */
-function bindFiles(files) {
-  const actions = {
-    ...files,
-    keys: () => /** @type {HTMLDialogElement} */ (byId('keys')).showModal(),
-  };
-  const menu = byId('menu');
-  for (const button of /** @type {NodeListOf<HTMLButtonElement>} */ (
-    menu.querySelectorAll('[data-file]')
-  )) {
-    button.onclick = () => {
-      menu.hidePopover();
-      actions[/** @type {keyof typeof actions} */ (button.dataset.file)]();
-    };
-  }
 }
