@@ -87,7 +87,7 @@ export class SelectTool {
 
   /** @param {Sample} sample @param {PointerEvent} event */
   down(sample, event) {
-    const { drawing, view } = this.#context;
+    const { drawing, view, announce } = this.#context;
     const kind = /** @type {keyof typeof TAP_REACH} */ (
       event.pointerType in TAP_REACH ? event.pointerType : 'mouse'
     );
@@ -107,7 +107,9 @@ export class SelectTool {
     } else if (!selection.value.has(item.id)) {
       selection.value = new Set([item.id]);
     }
-    if (item) latest.value = item.id;
+    if (!item) return;
+    latest.value = item.id;
+    if (selection.value.has(item.id)) announce(item);
   }
 
   /** @param {Sample[]} samples @param {Sample[]} _predicted @param {PointerEvent} event */
