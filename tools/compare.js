@@ -21,7 +21,7 @@ async function compareMain(args) {
   const wrong = Object.entries(values).find(([, value]) => !/^[1-9]\d{0,8}$/.test(value));
   if (wrong) throw failure(`compare: --${wrong[0]} needs a positive number`);
   await build('release');
-  const program = path.join(ROOT, 'build', 'release', 'test', 'fuzz', 'compare');
+  const program = path.join(ROOT, 'build', 'release', 'fuzz', 'compare');
   return run(program, [values.count, values.seed]);
 }
 

@@ -1,12 +1,12 @@
 'use strict';
 
-// `npm run fuzz`: runs every target of test/fuzz: those in C++ under libFuzzer and the
-// sanitizers, from the corpora in test/fuzz/corpus, and the properties in JavaScript. What
+// `npm run fuzz`: runs every target of fuzz/: those in C++ under libFuzzer and the
+// sanitizers, from the corpora in fuzz/corpus, and the properties in test/properties. What
 // libFuzzer finds is left in build/fuzz/found.
 //
 //   npm run fuzz -- --seconds 600          for each target or property; 60 by default
 //   npm run fuzz -- beautify readers       some targets
-//   npm run fuzz -- --keep                 add inputs that reach more to test/fuzz/corpus
+//   npm run fuzz -- --keep                 add inputs that reach more to fuzz/corpus
 //   npm run fuzz -- --renew                replace the corpora, when inputs mean something else
 
 const fs = require('node:fs');
@@ -16,7 +16,7 @@ const { build } = require('./build.js');
 const { fromLines, toLines } = require('./support/corpus.js');
 const { ROOT, failure, heading, main, run } = require('./support/run.js');
 
-const CORPUS = path.join(ROOT, 'test', 'fuzz', 'corpus');
+const CORPUS = path.join(ROOT, 'fuzz', 'corpus');
 const BUILD = path.join(ROOT, 'build', 'fuzz');
 const FOUND = path.join(BUILD, 'found');
 const MAX_BYTES = 400;
@@ -24,9 +24,9 @@ const MAX_BYTES = 400;
 const MAX_KEPT = 60;
 
 const corpusFile = (target) => path.join(CORPUS, `${target}.txt`);
-const program = (target) => path.join(BUILD, 'test', 'fuzz', `fuzz_${target}`);
+const program = (target) => path.join(BUILD, 'fuzz', `fuzz_${target}`);
 const TARGETS = fs.readdirSync(CORPUS).map((name) => path.basename(name, '.txt'));
-/** Files of test/fuzz with properties of any values. */
+/** Files of test/properties with properties of any values. */
 const PROPERTIES = ['package', 'readers'];
 
 function emptyFolder(...names) {
@@ -73,7 +73,7 @@ function spread(list, count) {
 }
 
 function check(property, seconds) {
-  const file = path.join(ROOT, 'test', 'fuzz', `${property}.test.js`);
+  const file = path.join(ROOT, 'test', 'properties', `${property}.test.js`);
   return run(process.execPath, ['--test', '--test-reporter=spec', file], {
     env: { SCRIVO_FUZZ_SECONDS: String(seconds) },
   });

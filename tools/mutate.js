@@ -36,8 +36,8 @@ const PROGRAMS = {
   scrivo_test: ['test/scrivo/scrivo_test'],
   beautifier_test: ['test/beautifier/beautifier_test'],
   allocation_test: ['test/scrivo/allocation_test'],
-  fuzz_test: ['test/fuzz/fuzz_test'],
-  compare: ['test/fuzz/compare', '1500'],
+  fuzz_test: ['fuzz/fuzz_test'],
+  compare: ['fuzz/compare', '1500'],
 };
 const targetsOf = (test) => (test === 'answers' ? ['hello', 'beautifier'] : [test]);
 /** The quickest first. */

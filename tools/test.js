@@ -77,7 +77,7 @@ async function wasmTest(name, isOfSuite) {
 
 /** Tests that call the native modules. */
 const isOfModules = (file) =>
-  /^test\/(lib|src|answers)\//.test(file) || file === 'test/fuzz/package.test.js';
+  /^test\/(lib|src|answers)\//.test(file) || file === 'test/properties/package.test.js';
 
 /** Those tests with modules under the address sanitizer, whose runtime Node has to load first. */
 async function sanitizedNodeTest() {

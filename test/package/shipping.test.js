@@ -52,6 +52,7 @@ describe('what is shipped', () => {
       'CMakeLists.txt': `cmake_minimum_required(VERSION 3.25)\nproject(scrivo VERSION ${core} X)`,
       'packages/cli/package.json': `{
         "version": "${command}", "dependencies": { "scrivo": "^${command}" } }`,
+      'packages/wasm/package.json': `{ "version": "${command}" }`,
       'CHANGELOG.md': `# Changelog\n\n## [${entry}] - 2026-01-01\n\n## [1.2.2]\n`,
     });
     assert.deepEqual(compareVersions(texts('1.2.3', '1.2.3')), []);
@@ -61,15 +62,20 @@ describe('what is shipped', () => {
     ]);
     assert.deepEqual(compareVersions(texts('1.2.3', '1.2.3', '1.2.2')), [
       'packages/cli/package.json says 1.2.2, package.json 1.2.3',
+      'packages/wasm/package.json says 1.2.2, package.json 1.2.3',
       'the dependency of packages/cli says 1.2.2, package.json 1.2.3',
     ]);
   });
 
   test('has no script that npm would run unasked', () => {
-    const names = [manifest, commandManifest].flatMap(({ scripts }) => Object.keys(scripts ?? {}));
-    const events = [...names, 'install', 'pack', 'publish', 'version', 'prepare'];
-    const hooks = events.flatMap((name) => [`pre${name}`, `post${name}`]);
-    const unasked = [...hooks, 'install', 'prepare'].filter((name) => names.includes(name));
-    assert.deepEqual(unasked, []);
+    const unasked = ({ scripts = {} }) => {
+      const names = Object.keys(scripts);
+      const events = [...names, 'install', 'pack', 'publish', 'version', 'prepare'];
+      const hooks = events.flatMap((name) => [`pre${name}`, `post${name}`]);
+      return [...hooks, 'install', 'prepare'].filter((name) => names.includes(name));
+    };
+    assert.deepEqual(unasked(manifest), []);
+    // Its archive holds the drawing page, which is built while packing.
+    assert.deepEqual(unasked(commandManifest), ['prepack', 'postpack']);
   });
 });

@@ -49,10 +49,6 @@ export class Recogniser extends EventTarget {
     });
   }
 
-  get engineName() {
-    return this.#engine.name;
-  }
-
   get isAvailable() {
     return this.#pause === 0;
   }
