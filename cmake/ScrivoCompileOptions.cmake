@@ -6,16 +6,22 @@
 # changes what Eigen computes: none of them is allowed.
 add_library(scrivo_numerics INTERFACE)
 target_compile_features(scrivo_numerics INTERFACE cxx_std_20)
-target_compile_options(scrivo_numerics INTERFACE
-  $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-ffp-contract=off>
-  $<$<CXX_COMPILER_ID:MSVC>:/fp:precise>)
+if(MSVC AND CMAKE_CXX_COMPILER_ID STREQUAL Clang)
+  target_compile_options(scrivo_numerics INTERFACE /clang:-ffp-contract=off)
+elseif(MSVC)
+  # Its versions before Visual Studio 2022 contract nevertheless, for processors that can.
+  target_compile_options(scrivo_numerics INTERFACE /fp:precise)
+else()
+  target_compile_options(scrivo_numerics INTERFACE -ffp-contract=off)
+endif()
 
 add_library(scrivo_warnings INTERFACE)
-target_compile_options(scrivo_warnings INTERFACE
-  $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-Wall -Wextra -Wpedantic -Wshadow
-    -Wnon-virtual-dtor -Wold-style-cast -Wcast-align -Woverloaded-virtual
-    -Wformat=2 -Wimplicit-fallthrough -Wconversion>
-  $<$<AND:$<BOOL:${SCRIVO_WERROR}>,$<CXX_COMPILER_ID:GNU,Clang,AppleClang>>:-Werror>)
+if(NOT MSVC)
+  target_compile_options(scrivo_warnings INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wold-style-cast -Wcast-align
+    -Woverloaded-virtual -Wformat=2 -Wimplicit-fallthrough -Wconversion
+    $<$<BOOL:${SCRIVO_WERROR}>:-Werror>)
+endif()
 
 # Hidden symbols: a shared object that exports no template instance is not
 # pinned in memory and can be unloaded with the last worker that used it. The

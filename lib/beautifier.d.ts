@@ -4,7 +4,7 @@
  * confidence, or with the stroke as drawn. It needs no template files and is independent of the
  * sampling rate.
  *
- * ```
+ * ```text
  * (0, 0) ─────── x ──────▶ (1, 0)      Points of strokes and paths are fractions
  *   │                        │         of the drawing area, y downwards. Width,
  *   y     drawing area       │         height, options and figures are in drawing-

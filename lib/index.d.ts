@@ -4,7 +4,7 @@
  * has four template files and no options. The beautifier, `scrivo/beautifier`, is
  * independent of the sampling rate and has options, parameters and confidence.
  *
- * ```
+ * ```text
  * (0, 0) ─────── x ──────▶ (1, 0)      A point is a fraction of the drawing
  *   │                        │         area: x of its width, y of its height,
  *   y     drawing area       │         y downwards. Width and height are in

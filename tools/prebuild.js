@@ -74,26 +74,34 @@ function sources() {
   return ['CMakeLists.txt', 'CMakePresets.json', 'cmake', 'src', 'subproject'].flatMap(walk);
 }
 
-/** A digest of what a target is built from and of the files that were built. */
-function stateOf(target) {
-  const hash = crypto.createHash('sha256');
-  const versionOf = (name) => require(`${name}/package.json`).version;
-  hash.update(JSON.stringify(['node-addon-api', 'node-api-headers'].map(versionOf)));
-  hash.update(
-    TARGETS[target] ? `${TARGETS[target]} ${ZIG_VERSION}` : capture('g++', ['--version']),
-  );
-  const files = sources().map((name) => path.join(ROOT, name));
-  for (const file of [...files, ...prebuiltFiles(target)]) {
+function digestOf(files, ...more) {
+  const hash = crypto.createHash('sha256').update(JSON.stringify(more));
+  for (const file of files) {
     hash.update(`${file}\n`).update(fs.existsSync(file) ? fs.readFileSync(file) : '');
   }
   return hash.digest('hex');
 }
 
+/** A digest of what a target is built from. */
+function inputsOf(target) {
+  const versions = ['node-addon-api', 'node-api-headers'].map(
+    (name) => require(`${name}/package.json`).version,
+  );
+  const compiler = TARGETS[target]
+    ? `${TARGETS[target]} ${ZIG_VERSION}`
+    : capture('g++', ['--version']);
+  const files = sources().map((name) => path.join(ROOT, name));
+  return digestOf(files, versions, compiler);
+}
+
+const stateOf = (inputs, target) => `${inputs} ${digestOf(prebuiltFiles(target))}`;
+
 /** Builds the modules for one target and puts them into prebuilds/. */
 async function prebuild(target) {
   const folder = path.join(ROOT, 'build', 'prebuild', target);
   const stamp = `${folder}.sha256`;
-  if (fs.existsSync(stamp) && fs.readFileSync(stamp, 'utf8') === stateOf(target)) {
+  const inputs = inputsOf(target); // before the build: they may change during it
+  if (fs.existsSync(stamp) && fs.readFileSync(stamp, 'utf8') === stateOf(inputs, target)) {
     console.log(`${target}: unchanged`);
     // Newer than the last commit, for `npm run publish:check`.
     for (const file of prebuiltFiles(target)) fs.utimesSync(file, new Date(), new Date());
@@ -113,7 +121,7 @@ async function prebuild(target) {
     fs.mkdirSync(path.dirname(file), { recursive: true });
     fs.copyFileSync(path.join(folder, path.basename(file)), file);
   }
-  fs.writeFileSync(stamp, stateOf(target));
+  fs.writeFileSync(stamp, stateOf(inputs, target));
   console.log(`${target}: built in ${Math.round((Date.now() - start) / 1000)} s`);
 }
 

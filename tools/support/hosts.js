@@ -8,11 +8,12 @@ const { linkForMusl } = require('./musl-library.js');
 const { countBun, countDeno, countTap } = require('./test-counts.js');
 
 /**
- * The tests of the package's modules and entries. `cases` compares bits where the module's C
+ * The tests of the package's modules and entries, and one of the command line. `cases` compares bits where the module's C
  * library and processor are those of the core, and allows for the tolerance that a case states
  * elsewhere.
  */
 const TEST_FILES = [
+  'cli/hosts.test.js',
   'lib/beautifier.test.js',
   'lib/cases.test.js',
   'lib/figures.test.js',

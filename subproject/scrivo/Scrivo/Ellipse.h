@@ -1,5 +1,5 @@
 /// @file
-/// Ellipses and dots: fits and redraws.
+/// Ellipses (direct least-squares conic fit) and dots: fits and redraws.
 #pragma once
 
 #include "Scrivo/Types.h"
@@ -14,7 +14,6 @@ template <typename Scalar, int Rows, int Cols, int Options, int MaxRows, int Max
 class Matrix;
 }  // namespace Eigen
 
-/// Ellipses (direct least-squares conic fit) and dots.
 namespace Scrivo {
 
 /// `Eigen::MatrixXd`: dense, of any size.

@@ -1,5 +1,6 @@
 /// @file
-/// Straight lines, angles and polygons: tests, regularisers and redraws.
+/// Straight lines, angles and polygons: tests, regularisers and redraws. Coordinates are in
+/// drawing-area units; every point that these functions make has force 0.
 #pragma once
 
 #include "Scrivo/Types.h"
@@ -7,8 +8,6 @@
 #include <cstdint>
 #include <vector>
 
-/// Straight lines, angles and polygons. Coordinates are in drawing-area units;
-/// every point that these functions make has force 0.
 namespace Scrivo {
 
 /// Appends 21 points of the least-squares line of `stroke` to `out`, from the
