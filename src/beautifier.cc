@@ -9,8 +9,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <exception>
+#include <memory>
 #include <napi.h>
-#include <optional>
 #include <set>
 #include <span>
 #include <stdexcept>
@@ -199,122 +199,178 @@ Napi::Array describeFamilies(Napi::Env env) {
     return result;
 }
 
-class Beautifier : public Napi::ObjectWrap<Beautifier> {
-public:
-    static Napi::Function define(Napi::Env env) {
-        return DefineClass(env, "Beautifier",
-                           {InstanceMethod<&Beautifier::beautify>("beautify"),
-                            InstanceMethod<&Beautifier::beautifyAs>("beautifyAs")});
+/// The arguments of a call, undefined where there are none. That of node-addon-api
+/// allocates for more than six, where a failure would end the process.
+struct Arguments {
+    static constexpr std::size_t MAX = 9;
+
+    Napi::Env env;
+    napi_value self = nullptr;
+    std::array<napi_value, MAX> values{};
+
+    Arguments(napi_env callEnv, napi_callback_info info) : env(callEnv) {
+        std::size_t count = MAX;
+        attempt(env, napi_get_cb_info, info, &count, values.data(), &self,
+                static_cast<void**>(nullptr));
     }
 
-    /// (families: number[], minSize, tapSize, sensitivity, horizontalVertical,
-    /// regularFigures, nearbyStrokes, insideArea, anchors: number[])
-    explicit Beautifier(const Napi::CallbackInfo& info) : Napi::ObjectWrap<Beautifier>(info) {
-        try {
-            m_beautifier.emplace(readOptions(info));
-        } catch (const std::exception& error) {
-            raise(info.Env(), error);
-        }
-    }
-
-private:
-    static Scrivo::BeautifierOptions readOptions(const Napi::CallbackInfo& info) {
-        return {.figures = members<Scrivo::FigureFamily>(info[0]),
-                .minSize = number(info[1]),
-                .tapSize = number(info[2]),
-                .sensitivity = number(info[3]),
-                .horizontalVertical = boolean(info[4]),
-                .regularFigures = boolean(info[5]),
-                .nearbyStrokes = boolean(info[6]),
-                .anchors = members<Scrivo::AnchorSort>(info[8]),
-                .insideArea = boolean(info[7])};
-    }
-
-    /// (points: Float64Array, stride, width, height, others: Float64Array,
-    /// lengths: Uint32Array): `others` holds x and y of all points of the other
-    /// strokes, `lengths` the number of points of each. Returns
-    /// [path, type, confidence, reason, index of the figure, subtype, parameters,
-    /// alternatives], the last one as pairs of family and probability.
-    Napi::Value beautify(const Napi::CallbackInfo& info) {
-        return answer(info, [this](const Points& stroke, double width, double height,
-                                   const std::vector<Points>& others) {
-            return m_beautifier.value().beautify(stroke, width, height, others);
-        });
-    }
-
-    /// The same, followed by (family, kind); -1 for no kind.
-    Napi::Value beautifyAs(const Napi::CallbackInfo& info) {
-        return answer(info, [&info, this](const Points& stroke, double width, double height,
-                                          const std::vector<Points>& others) {
-            const Scrivo::Wish wish = wishOf(number(info[6]), number(info[7]));
-            return m_beautifier.value().beautifyAs(stroke, wish, width, height, others);
-        });
-    }
-
-    static Scrivo::Wish wishOf(double family, double kind) {
-        const auto wished = member<Scrivo::FigureFamily>(family);
-        if (kind < 0.0) return wished;
-        return {wished, member(kind)};
-    }
-
-    template <typename Answer>
-    static Napi::Value answer(const Napi::CallbackInfo& info, Answer answerTo) {
-        const Napi::Env env = info.Env();
-        try {
-            const std::size_t stride = number(info[1]) == 2.0 ? 2 : 3;
-            const Points stroke = unpack(doubles(info[0]), stride);
-            const double width = number(info[2]);
-            const double height = number(info[3]);
-            return toArray(env, stride, answerTo(stroke, width, height, readOthers(info)));
-        } catch (const std::exception& error) {
-            // Out of memory: the host must survive.
-            raise(env, error);
-            return env.Undefined();
-        }
-    }
-
-    static std::vector<Points> readOthers(const Napi::CallbackInfo& info) {
-        std::span<const double> values = doubles(info[4]);
-        const auto lengths =
-            view<std::uint32_t>(info[5], napi_uint32_array, "lengths must be in a Uint32Array");
-        std::vector<Points> others;
-        others.reserve(lengths.size());
-        for (const std::uint32_t length : lengths) {
-            const std::size_t count = 2 * static_cast<std::size_t>(length);
-            if (count > values.size()) throw std::invalid_argument("lengths exceed the points");
-            others.push_back(unpack(values.first(count), 2));
-            values = values.subspan(count);
-        }
-        return others;
-    }
-
-    static Napi::Value toArray(Napi::Env env, std::size_t stride,
-                               const Scrivo::Beautified& answer) {
-        const Flat figure(answer.figure);
-        std::vector<double> alternatives;
-        for (const Scrivo::Alternative& alternative : answer.alternatives) {
-            alternatives.push_back(static_cast<double>(alternative.family));
-            alternatives.push_back(alternative.probability);
-        }
-        const std::array<napi_value, 8> parts{
-            pack(env, answer.path, stride),
-            Napi::Number::New(env, answer.type),
-            Napi::Number::New(env, answer.confidence),
-            Napi::Number::New(env, static_cast<double>(answer.reason)),
-            Napi::Number::New(env, figure.index),
-            Napi::Number::New(env, figure.subtype),
-            pack(env, figure.parameters),
-            pack(env, alternatives),
-        };
-        const Napi::Array result = Napi::Array::New(env, parts.size());
-        for (std::uint32_t i = 0; i < parts.size(); ++i) {
-            if (!attempt(env, napi_set_element, result, i, parts[i])) break;
-        }
-        return result;
-    }
-
-    std::optional<Scrivo::Beautifier> m_beautifier;  // unless the constructor threw
+    Napi::Value operator[](std::size_t i) const { return {env, values.at(i)}; }
 };
+
+/// What `body` returns; an error of C++ as one of JavaScript, since the host must survive.
+template <typename Body>
+napi_value guarded(Napi::Env env, Body body) {
+    try {
+        return body();
+    } catch (const std::exception& error) {
+        raise(env, error);
+        return nullptr;
+    }
+}
+
+Scrivo::BeautifierOptions readOptions(const Arguments& arguments) {
+    return {.figures = members<Scrivo::FigureFamily>(arguments[0]),
+            .minSize = number(arguments[1]),
+            .tapSize = number(arguments[2]),
+            .sensitivity = number(arguments[3]),
+            .horizontalVertical = boolean(arguments[4]),
+            .regularFigures = boolean(arguments[5]),
+            .nearbyStrokes = boolean(arguments[6]),
+            .anchors = members<Scrivo::AnchorSort>(arguments[8]),
+            .insideArea = boolean(arguments[7])};
+}
+
+std::vector<Points> readOthers(const Arguments& arguments) {
+    std::span<const double> values = doubles(arguments[4]);
+    const auto lengths =
+        view<std::uint32_t>(arguments[5], napi_uint32_array, "lengths must be in a Uint32Array");
+    std::vector<Points> others;
+    others.reserve(lengths.size());
+    for (const std::uint32_t length : lengths) {
+        const std::size_t count = 2 * static_cast<std::size_t>(length);
+        if (count > values.size()) throw std::invalid_argument("lengths exceed the points");
+        others.push_back(unpack(values.first(count), 2));
+        values = values.subspan(count);
+    }
+    return others;
+}
+
+Scrivo::Wish wishOf(double family, double kind) {
+    const auto wished = member<Scrivo::FigureFamily>(family);
+    if (kind < 0.0) return wished;
+    return {wished, member(kind)};
+}
+
+napi_value toArray(Napi::Env env, std::size_t stride, const Scrivo::Beautified& answer) {
+    const Flat figure(answer.figure);
+    std::vector<double> alternatives;
+    for (const Scrivo::Alternative& alternative : answer.alternatives) {
+        alternatives.push_back(static_cast<double>(alternative.family));
+        alternatives.push_back(alternative.probability);
+    }
+    const std::array<napi_value, 8> parts{
+        pack(env, answer.path, stride),
+        Napi::Number::New(env, answer.type),
+        Napi::Number::New(env, answer.confidence),
+        Napi::Number::New(env, static_cast<double>(answer.reason)),
+        Napi::Number::New(env, figure.index),
+        Napi::Number::New(env, figure.subtype),
+        pack(env, figure.parameters),
+        pack(env, alternatives),
+    };
+    const Napi::Array result = Napi::Array::New(env, parts.size());
+    for (std::uint32_t i = 0; i < parts.size(); ++i) {
+        if (!attempt(env, napi_set_element, result, i, parts[i])) break;
+    }
+    return result;
+}
+
+/// The class "Beautifier": a `Scrivo::Beautifier` wrapped in an object. Not an
+/// `ObjectWrap`, which ends the process when there is no memory for the object.
+namespace beautifier_class {
+
+/// Tells its objects from those of other modules.
+constexpr napi_type_tag TAG{0x9f1d40c2e3b84a57, 0xb7a6610d52cf4e38};
+
+void destroy(napi_env /*env*/, void* data, void* /*hint*/) {
+    delete static_cast<Scrivo::Beautifier*>(data);
+}
+
+/// (families: number[], minSize, tapSize, sensitivity, horizontalVertical,
+/// regularFigures, nearbyStrokes, insideArea, anchors: number[])
+napi_value construct(napi_env env, napi_callback_info info) {
+    return guarded(env, [&]() -> napi_value {
+        napi_value target = nullptr;
+        attempt(env, napi_get_new_target, info, &target);
+        require(target != nullptr, "Beautifier needs new");
+        const Arguments arguments(env, info);
+        auto made = std::make_unique<Scrivo::Beautifier>(readOptions(arguments));
+        if (attempt(env, napi_type_tag_object, arguments.self, &TAG) &&
+            attempt(env, napi_wrap, arguments.self, static_cast<void*>(made.get()), destroy,
+                    static_cast<void*>(nullptr), static_cast<napi_ref*>(nullptr))) {
+            made.release();  // the object owns it
+        }
+        return arguments.self;
+    });
+}
+
+const Scrivo::Beautifier& unwrap(const Arguments& arguments) {
+    bool isOurs = false;
+    void* data = nullptr;
+    require(napi_check_object_type_tag(arguments.env, arguments.self, &TAG, &isOurs) == napi_ok &&
+                isOurs && napi_unwrap(arguments.env, arguments.self, &data) == napi_ok,
+            "this is no Beautifier");
+    return *static_cast<const Scrivo::Beautifier*>(data);
+}
+
+/// Calls `answer` with (stroke, width, height, others).
+template <typename Answer>
+napi_value answerWith(const Arguments& arguments, Answer answer) {
+    const std::size_t stride = number(arguments[1]) == 2.0 ? 2 : 3;
+    const Points stroke = unpack(doubles(arguments[0]), stride);
+    const double width = number(arguments[2]);
+    const double height = number(arguments[3]);
+    return toArray(arguments.env, stride, answer(stroke, width, height, readOthers(arguments)));
+}
+
+/// (points: Float64Array, stride, width, height, others: Float64Array,
+/// lengths: Uint32Array): `others` holds x and y of all points of the other
+/// strokes, `lengths` the number of points of each. Returns
+/// [path, type, confidence, reason, index of the figure, subtype, parameters,
+/// alternatives], the last one as pairs of family and probability.
+napi_value beautify(napi_env env, napi_callback_info info) {
+    return guarded(env, [&] {
+        const Arguments arguments(env, info);
+        const Scrivo::Beautifier& self = unwrap(arguments);
+        return answerWith(arguments, [&](const auto&... given) { return self.beautify(given...); });
+    });
+}
+
+/// The same, followed by (family, kind); -1 for no kind.
+napi_value beautifyAs(napi_env env, napi_callback_info info) {
+    return guarded(env, [&] {
+        const Arguments arguments(env, info);
+        const Scrivo::Beautifier& self = unwrap(arguments);
+        const Scrivo::Wish wish = wishOf(number(arguments[6]), number(arguments[7]));
+        return answerWith(arguments, [&](const Points& stroke, const auto&... given) {
+            return self.beautifyAs(stroke, wish, given...);
+        });
+    });
+}
+
+napi_value define(Napi::Env env) {
+    const auto method = [](const char* name, napi_callback call) {
+        return napi_property_descriptor{
+            name, nullptr, call, nullptr, nullptr, nullptr, napi_default_method, nullptr};
+    };
+    const std::array methods{method("beautify", beautify), method("beautifyAs", beautifyAs)};
+    napi_value result = nullptr;
+    attempt(env, napi_define_class, "Beautifier", std::size_t{NAPI_AUTO_LENGTH}, construct,
+            static_cast<void*>(nullptr), methods.size(), methods.data(), &result);
+    return result;
+}
+
+}  // namespace beautifier_class
 
 /// (index of the figure, parameters: Float64Array, width, height): x and y of its
 /// outline.
@@ -334,7 +390,7 @@ Napi::Value outlineOf(const Napi::CallbackInfo& info) {
 
 Napi::Object Init(Napi::Env env, Napi::Object exports) {
     constexpr std::size_t FIGURES = std::variant_size_v<Scrivo::Figure>;
-    exports.Set("Beautifier", Beautifier::define(env));
+    exports.Set("Beautifier", beautifier_class::define(env));
     exports.Set("outlineOf", Napi::Function::New<outlineOf>(env));
     exports.Set("families", describeFamilies(env));
     exports.Set("figures", describeFigures(env, std::make_index_sequence<FIGURES>()));

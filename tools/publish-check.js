@@ -14,9 +14,10 @@ const MAX_PACKED_BYTES = 6e6;
 const read = (name) => fs.readFileSync(path.join(ROOT, name), 'utf8');
 
 const COMMAND = 'packages/cli';
+const WASM = 'packages/wasm';
 const FOLDERS = ['', COMMAND];
 
-/** Complaints about versions that differ: `texts` maps the four files to contents. */
+/** Complaints about versions that differ: `texts` maps the five files to contents. */
 function compareVersions(texts) {
   const version = JSON.parse(texts['package.json']).version;
   const command = JSON.parse(texts[`${COMMAND}/package.json`]);
@@ -26,6 +27,7 @@ function compareVersions(texts) {
     'CMakeLists.txt': core,
     'CHANGELOG.md': entry,
     [`${COMMAND}/package.json`]: command.version,
+    [`${WASM}/package.json`]: JSON.parse(texts[`${WASM}/package.json`]).version,
     [`the dependency of ${COMMAND}`]: command.dependencies.scrivo.replace('^', ''),
   };
   return Object.entries(found)
@@ -159,7 +161,8 @@ const types = () => byTool('@arethetypeswrong/cli', 'dist/index.js', '--pack', '
 
 const CHECKS = {
   versions: () => {
-    const names = ['package.json', 'CMakeLists.txt', 'CHANGELOG.md', `${COMMAND}/package.json`];
+    const manifests = ['package.json', `${COMMAND}/package.json`, `${WASM}/package.json`];
+    const names = [...manifests, 'CMakeLists.txt', 'CHANGELOG.md'];
     return compareVersions(Object.fromEntries(names.map((name) => [name, read(name)])));
   },
   licence,

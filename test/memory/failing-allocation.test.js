@@ -40,13 +40,10 @@ function outcomes(name) {
   return sum;
 }
 
-// The process ends where node-addon-api keeps more than six arguments and the new object.
-const ENDS = { Beautifier: 2, beautify: 0, beautifyAs: 1, outlineOf: 0 };
-
-for (const [name, ended] of Object.entries(ENDS)) {
+for (const name of ['Beautifier', 'beautify', 'beautifyAs', 'outlineOf']) {
   test(`${name} throws when memory runs out, and leaves nothing behind`, { skip }, () => {
     const found = outcomes(name);
-    assert.equal(found.ended, ended);
+    assert.equal(found.ended, 0);
     // Sorting does without the room that it asks for.
     assert.ok(found.thrown > 5 && found.answered <= 2, JSON.stringify(found));
   });

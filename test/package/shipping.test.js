@@ -52,6 +52,7 @@ describe('what is shipped', () => {
       'CMakeLists.txt': `cmake_minimum_required(VERSION 3.25)\nproject(scrivo VERSION ${core} X)`,
       'packages/cli/package.json': `{
         "version": "${command}", "dependencies": { "scrivo": "^${command}" } }`,
+      'packages/wasm/package.json': `{ "version": "${command}" }`,
       'CHANGELOG.md': `# Changelog\n\n## [${entry}] - 2026-01-01\n\n## [1.2.2]\n`,
     });
     assert.deepEqual(compareVersions(texts('1.2.3', '1.2.3')), []);
@@ -61,6 +62,7 @@ describe('what is shipped', () => {
     ]);
     assert.deepEqual(compareVersions(texts('1.2.3', '1.2.3', '1.2.2')), [
       'packages/cli/package.json says 1.2.2, package.json 1.2.3',
+      'packages/wasm/package.json says 1.2.2, package.json 1.2.3',
       'the dependency of packages/cli says 1.2.2, package.json 1.2.3',
     ]);
   });

@@ -50,7 +50,10 @@ test('any wrong arguments throw once, and the process goes on', () => {
     }
   }
   assert.throws(() => new Native([7]), Error);
-  assert.throws(() => native.beautify.call({}, ...stroke), Error);
+  assert.throws(() => Native(...options), /needs new/);
+  for (const self of [undefined, 1, {}, Object.create(native)]) {
+    assert.throws(() => native.beautify.call(self, ...stroke), Error);
+  }
 });
 
 const FILE = JSON.stringify(path.join(__dirname, '..', '..', 'lib', 'beautifier.js'));

@@ -55,6 +55,14 @@ describe('the drawing page', () => {
     await drawing.close();
   });
 
+  /** Another tab with the same drawing. */
+  const openAnother = async () => {
+    const other = new DrawingPage();
+    other.page = await page.context().newPage();
+    await other.load(server.address);
+    return other;
+  };
+
   const click = (text) => page.click(`#inspector >> text="${text}"`);
   const press = async (...keys) => {
     for (const key of keys) await page.keyboard.press(key);
@@ -75,7 +83,7 @@ describe('the drawing page', () => {
       }
       const [dot] = await drawing.items();
       nearPlace(dot.figure.centre, [500, 400], 2);
-      assert.match(await drawing.status(), /^Ellipse, confidence \d\d %$/);
+      assert.match(await drawing.status(), /^Ellipse, confidence \d\d\s%$/);
     });
   }
 
@@ -155,6 +163,9 @@ describe('the drawing page', () => {
 
   test('figures back to ink, ink to figures, and alternatives', async () => {
     await drawing.draw(SQUARE);
+    assert.equal(await page.isVisible('#inspector'), false, 'the panel opens on demand');
+    assert.match(await page.textContent('#chip'), /^Square · \d\d\s%$/);
+    await page.click('#chip');
     await click('As drawn');
     assert.deepEqual(await drawing.kinds(), [null]);
     await page.selectOption('#inspector select', 'rectangle');
@@ -164,7 +175,24 @@ describe('the drawing page', () => {
     await page.waitForSelector('#inspector h2 >> text="Square"');
     assert.match(await page.textContent('#inspector dl'), /Sides\d+Angles90°/);
     await drawing.draw(inkOf('zigzag'));
+    assert.equal(await page.isVisible('#inspector'), false, 'a stroke closes the panel');
+    await page.click('#chip');
     assert.match(await page.textContent('#inspector .reason'), /resembles no figure/);
+  });
+
+  test('a stroke may begin on the chip, and the panel leaves its figure in view', async () => {
+    const size = page.viewportSize();
+    await drawing.draw(SQUARE.map(([x, y]) => [x - 500 + size.width - 130, y - 400 + 260]));
+    const { x, y, width } = await (await page.$('#chip')).boundingBox();
+    await drawing.press(shakyLine([x + width / 2, y + 12], [x - 300, y + 40], 2));
+    await drawing.lift();
+    assert.deepEqual(await drawing.kinds(), ['square', 'line']);
+    await page.click('[data-tool=select]');
+    const [{ figure }] = await drawing.items();
+    const [, p, q] = figure.corners;
+    await page.mouse.click((p.x + q.x) / 2, (p.y + q.y) / 2);
+    const box = await (await page.waitForSelector('#inspector')).boundingBox();
+    assert.ok(box.x + box.width < Math.min(...figure.corners.map((corner) => corner.x)));
   });
 
   test('selected figures are moved, sized by their handles, duplicated and deleted', async () => {
@@ -179,6 +207,7 @@ describe('the drawing page', () => {
       await page.mouse.up();
     };
     const edge = [(first.x + corners[1].x) / 2, (first.y + corners[1].y) / 2];
+    await page.mouse.click(...edge);
     await drag(edge, [edge[0] + 40, edge[1] - 30]);
     const moved = await drawing.figure();
     nearPlace(moved.corners[0], [first.x + 40, first.y - 30]);
@@ -305,6 +334,40 @@ describe('the drawing page', () => {
     assert.deepEqual(await drawing.kinds(), ['line', 'square']);
   });
 
+  test('a tab that crashes in the middle of a stroke keeps its ink', async () => {
+    await drawing.draw(SQUARE);
+    await drawing.press(LINE);
+    await page.waitForTimeout(400);
+    const client = await page.context().newCDPSession(page);
+    client.send('Page.crash').catch(() => {});
+    await page.waitForEvent('crash');
+    const again = await openAnother();
+    assert.deepEqual(await again.kinds(), ['square', null]);
+    const [, { samples, answer }] = await again.items();
+    assert.equal(answer.reason, 'restored');
+    assert.ok(samples >= LINE.length / 3, `${samples} samples`);
+  });
+
+  test('one tab at a time has the drawing, and another takes it over', async () => {
+    await drawing.draw(SQUARE);
+    const other = await openAnother();
+    assert.deepEqual(await other.items(), []);
+    assert.match(await other.page.textContent('#alert'), /open in another tab/);
+    await page.bringToFront();
+    await drawing.press(LINE);
+    await other.page.bringToFront();
+    await other.page.click('#take-over');
+    await page.waitForSelector('#take-over:visible');
+    await other.page.waitForFunction(() => window.scrivo?.drawing.items.length === 2);
+    await other.answered();
+    assert.deepEqual(await other.kinds(), ['square', 'line']);
+    await other.draw(CIRCLE);
+    await page.bringToFront();
+    await page.mouse.up();
+    await page.click('#take-over');
+    await page.waitForFunction(() => window.scrivo?.drawing.items.length === 3);
+  });
+
   test('a stroke drawn while the server is down is kept, also by a reload, and answered later', async () => {
     await drawing.press(LINE);
     await server.stop();
@@ -382,11 +445,12 @@ describe('the drawing page', () => {
   test('the explanation of a stroke, and its ink for the command line', async () => {
     await page.context().grantPermissions(['clipboard-read', 'clipboard-write']);
     await drawing.draw(SQUARE);
+    await page.click('#chip');
     await click('Why?');
     await page.waitForSelector('#why meter');
     assert.match(
       await page.textContent('#why figure:nth-child(1) figcaption >> nth=1'),
-      /^Quadrangle \d\d %$/,
+      /^Quadrangle \d\d\s%$/,
     );
     await page.click('text=Copy as NDJSON');
     await page.waitForSelector('text=Copied');
@@ -433,10 +497,12 @@ describe('the drawing page', () => {
       };
       await check('empty');
       await drawing.draw(SQUARE);
-      await page.click('[data-tool=select]');
       await page.click('#open-menu');
-      await check('figure and menu');
+      await check('chip and menu');
       await page.keyboard.press('Escape');
+      await page.focus('#surface');
+      await page.keyboard.press('Enter');
+      await check('panel');
       await click('Why?');
       await page.waitForSelector('#why meter');
       await check('explanation');

@@ -5,16 +5,16 @@
  * and label that stand for it in pictures and summaries.
  */
 const ANSWERS = {
-  dot: { type: 1, color: '#a142f4', label: 'dot' },
-  line: { type: 2, color: '#1a73e8', label: 'line' },
-  angle: { type: 4, color: '#e8710a', label: 'angle' },
-  triangle: { type: 6, color: '#188038', label: 'triangle' },
-  quadrangle: { type: 6, color: '#d93025', label: 'quadrangle' },
-  ellipse: { type: 7, color: '#007b83', label: 'ellipse' },
+  dot: { type: 1, colour: '#a142f4', label: 'dot' },
+  line: { type: 2, colour: '#1a73e8', label: 'line' },
+  angle: { type: 4, colour: '#e8710a', label: 'angle' },
+  triangle: { type: 6, colour: '#188038', label: 'triangle' },
+  quadrangle: { type: 6, colour: '#d93025', label: 'quadrangle' },
+  ellipse: { type: 7, colour: '#007b83', label: 'ellipse' },
   /** Of the template engine: neither three nor four edges, or left as drawn. */
-  polygon: { type: 6, color: '#d93025', label: 'polygon' },
+  polygon: { type: 6, colour: '#d93025', label: 'polygon' },
   /** The stroke as drawn. */
-  none: { type: 0, color: '#3c4043', label: 'as drawn' },
+  none: { type: 0, colour: '#3c4043', label: 'as drawn' },
 };
 
 /** The families of figures. */

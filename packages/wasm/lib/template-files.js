@@ -1,5 +1,5 @@
-// Template files: white space between outlines, each x1,y1,x2,y2,... The core reads them with
-// the C library; here JavaScript does, which the same numbers result from.
+// Template files: white space between outlines, each x1,y1,x2,y2,... Here JavaScript
+// reads them and gets the same numbers as the core, which uses the C library.
 
 const NUMBER = /^[+-]?(?:(?:\d+\.?\d*|\.\d+)(?:e[+-]?\d+)?|inf(?:inity)?|nan)/i;
 

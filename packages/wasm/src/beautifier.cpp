@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <set>
 
-/// The beautifier's part of the WebAssembly module. lib/instance.js is its only user;
-/// lib/beautifier.js of the main package has checked the arguments.
+/// The beautifier's part of the WebAssembly module. lib/bind-beautifier.js is its
+/// only user; lib/define-beautifier.js of the main package has checked the arguments.
 namespace binding {
 namespace {
 

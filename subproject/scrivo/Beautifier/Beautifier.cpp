@@ -4,7 +4,7 @@
 #include "Beautifier/fit/Evidence.h"
 #include "Beautifier/ink/Resampling.h"
 #include "Beautifier/judge/Score.h"
-#include "Scrivo/detail/Failure.h"
+#include "Common/Failure.h"
 
 #include <algorithm>
 #include <cmath>

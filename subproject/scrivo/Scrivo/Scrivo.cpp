@@ -1,11 +1,11 @@
 #include "Scrivo/Scrivo.h"
 
+#include "Common/Failure.h"
 #include "Scrivo/Ellipse.h"
 #include "Scrivo/TemplatesGraphicsRecognizer.h"
 #include "Scrivo/detail/Angle.h"
 #include "Scrivo/detail/Dot.h"
 #include "Scrivo/detail/DrawingArea.h"
-#include "Scrivo/detail/Failure.h"
 #include "Scrivo/detail/LineSnapping.h"
 #include "Scrivo/detail/PathNormalisation.h"
 #include "Scrivo/detail/PolygonOutline.h"

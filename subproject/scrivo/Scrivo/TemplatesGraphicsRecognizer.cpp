@@ -1,7 +1,7 @@
 #include "Scrivo/TemplatesGraphicsRecognizer.h"
 
+#include "Common/Failure.h"
 #include "Scrivo/detail/CornerScan.h"
-#include "Scrivo/detail/Failure.h"
 #include "Scrivo/detail/Geometry.h"
 #include "Scrivo/detail/PathNormalisation.h"
 #include "Scrivo/detail/RotationSearch.h"

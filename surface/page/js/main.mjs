@@ -5,28 +5,33 @@ import { effect } from '@preact/signals-core';
 import { Recogniser } from './engine/recogniser.mjs';
 import { Pointers } from './input/pointers.mjs';
 import { Drawing } from './model/drawing.mjs';
-import { distance, unite } from './model/geometry.mjs';
+import { unite } from './model/geometry.mjs';
 import { makeInk } from './model/ink.mjs';
-import { anchorsOf, boundsOf } from './model/item.mjs';
+import { anchorAt, boundsOf } from './model/item.mjs';
 import { Announcer } from './panels/announcer.mjs';
-import { byId, make } from './panels/dom.mjs';
+import { Chip } from './panels/chip.mjs';
+import { byId } from './panels/dom.mjs';
 import { createFiles } from './panels/files.mjs';
 import { showInspector } from './panels/inspector.mjs';
 import { createHelp, listenToKeys } from './panels/keyboard.mjs';
 import { createSettings } from './panels/settings.mjs';
+import { bindFiles, bindToolbar } from './panels/toolbar.mjs';
 import { showWhy } from './panels/why.mjs';
-import { change, revision, selection, settings, tool } from './store/settings.mjs';
+import { revision, selection, settings, tool } from './store/settings.mjs';
 import { openStorage } from './store/storage.mjs';
+import { takeOver } from './store/tab-lock.mjs';
 import { createCommands } from './tools/commands.mjs';
 import { cuePainter, DrawTool } from './tools/draw-tool.mjs';
 import { EraseTool } from './tools/erase-tool.mjs';
 import { SelectTool } from './tools/select-tool.mjs';
-import { COLOURS, WIDTHS } from './view/palette.mjs';
+import { WIDTHS } from './view/palette.mjs';
 import { Renderer } from './view/renderer.mjs';
 import { View } from './view/view.mjs';
 
 const CUE_MS = 700;
-const WIDTH_NAMES = ['Fine', 'Medium', 'Broad'];
+
+// An end this near to an anchor, in units, has snapped to it.
+const SNAPPED = 0.05;
 
 /** @param {Engine} engine */
 export function start(engine) {
@@ -40,7 +45,7 @@ export function start(engine) {
     drawing,
   );
   const recogniser = new Recogniser(engine, drawing, () => settings.value);
-  const announcer = new Announcer(byId('status'), byId('label'), view);
+  const announcer = new Announcer(byId('status'), new Chip(surface, view));
   const say = (/** @type {string} */ text) => announcer.say(text);
   const announce = (/** @type {Item} */ item) => announcer.item(item);
   const context = { drawing, view, renderer, recogniser, announce };
@@ -53,11 +58,11 @@ export function start(engine) {
   const pointers = createPointers(surface, context);
   showState(drawing, view, recogniser, engine);
   showTheme(renderer);
-  bindToolbar(commands, drawing, view, showAll);
+  bindToolbar(commands, view, showAll);
   bindFiles(files);
   createHelp(/** @type {HTMLDialogElement} */ (byId('keys')));
   listenToKeys(surface, commands, view, { save: files.save, open: files.open, showAll });
-  showInspector(byId('inspector'), commands, (item) =>
+  showInspector(byId('inspector'), view, commands, (item) =>
     showWhy(/** @type {HTMLDialogElement} */ (byId('why')), item, recogniser),
   );
   const openSettings = createSettings(
@@ -80,14 +85,14 @@ export function start(engine) {
   const timings = [];
   const page = { drawing, view, recogniser, timings, isReady: false };
   Object.assign(window, { scrivo: page }); // for tests
-  return loadDrawing(drawing).finally(() => (page.isReady = true));
+  return loadDrawing(drawing, pointers).finally(() => (page.isReady = true));
 }
 
 // A database that does not answer must not keep anybody from drawing.
 const LONGEST_LOAD_MS = 3000;
 
-/** Loads what is stored; nothing can be drawn meanwhile. @param {Drawing} drawing */
-async function loadDrawing(drawing) {
+/** Loads what is stored; nothing can be drawn meanwhile. @param {Drawing} drawing @param {Pointers} pointers */
+async function loadDrawing(drawing, pointers) {
   const main = /** @type {HTMLElement} */ (document.querySelector('main'));
   const release = () => (main.inert = false);
   const timer = setTimeout(release, LONGEST_LOAD_MS);
@@ -95,8 +100,23 @@ async function loadDrawing(drawing) {
   try {
     const onFailure = () =>
       warn('This drawing cannot be stored in the browser: save it to a file.');
-    const isStored = await openStorage(drawing, onFailure);
-    if (!isStored) warn('This drawing is open in another tab. What you draw here is not stored.');
+    const offer = () => {
+      main.inert = true;
+      warn('This drawing is open in another tab.');
+      byId('take-over').hidden = false;
+    };
+    const onYield = () => {
+      pointers.finish();
+      offer();
+    };
+    byId('take-over').onclick = takeOver;
+    const state = await openStorage(drawing, { onFailure, onYield });
+    if (state === 'begun')
+      warn('What you draw now is not stored: the stored drawing came too late.');
+    if (state === 'elsewhere') {
+      clearTimeout(timer);
+      return offer();
+    }
   } catch {
     warn('This browser does not store drawings: save it to a file.');
   }
@@ -109,6 +129,7 @@ function warn(text) {
   byId('alert-text').textContent = text;
   byId('alert').hidden = false;
   byId('retry').hidden = true;
+  byId('take-over').hidden = true;
 }
 
 /** @param {HTMLElement} surface @param {View} view */
@@ -157,10 +178,7 @@ function createPointers(surface, context) {
 /** Rings at the places where a line has snapped to other strokes. @param {Item} item @param {import('./tools/draw-tool.mjs').Context} context */
 function showSnap({ id, figure }, { drawing, view, renderer }) {
   if (figure?.kind !== 'line') return;
-  const others = drawing.items.filter((item) => item.id !== id);
-  const places = [figure.from, figure.to].filter((end) =>
-    others.some((other) => anchorsOf(other).some((anchor) => distance(anchor, end) < 0.05)),
-  );
+  const places = [figure.from, figure.to].filter((end) => anchorAt(drawing, end, SNAPPED, id));
   if (places.length === 0) return;
   renderer.paint('snap', cuePainter(places, view.scale));
   setTimeout(() => renderer.paint('snap', null), CUE_MS);
@@ -232,80 +250,4 @@ function showTheme(renderer) {
     document.documentElement.dataset.theme = settings.value.theme;
     renderer.refresh();
   });
-}
-
-/** Radio buttons that look like discs. @param {string} name @param {string[]} labels @param {number} chosen @param {(i: number) => void} choose */
-function swatches(name, labels, chosen, choose) {
-  return labels.map((text, i) => {
-    const input = make('input', {
-      type: 'radio',
-      name,
-      checked: i === chosen,
-      onchange: () => choose(i),
-    });
-    input.setAttribute('aria-label', text);
-    return make(
-      'label',
-      { title: text, className: `${name} ${name}-${i}` },
-      input,
-      make('span', {}),
-    );
-  });
-}
-
-/** @param {ReturnType<typeof createCommands>} commands @param {Drawing} drawing @param {View} view @param {() => void} showAll */
-function bindToolbar(commands, drawing, view, showAll) {
-  byId('undo').onclick = commands.undo;
-  byId('redo').onclick = commands.redo;
-  byId('clear').onclick = commands.clear;
-  byId('zoom-in').onclick = () => view.zoomCentre(1.25);
-  byId('zoom-out').onclick = () => view.zoomCentre(0.8);
-  byId('zoom-reset').onclick = showAll;
-  const tools = /** @type {NodeListOf<HTMLButtonElement>} */ (
-    document.querySelectorAll('[data-tool]')
-  );
-  for (const button of tools) {
-    button.onclick = () => (tool.value = /** @type {typeof tool.value} */ (button.dataset.tool));
-  }
-  effect(() => {
-    for (const button of tools)
-      button.setAttribute('aria-pressed', String(button.dataset.tool === tool.value));
-  });
-  const engines = /** @type {NodeListOf<HTMLInputElement>} */ (
-    document.querySelectorAll('input[name=engine]')
-  );
-  for (const input of engines) {
-    input.checked = input.value === settings.value.engine;
-    input.onchange = () => change({ engine: /** @type {EngineName | 'both'} */ (input.value) });
-  }
-  const style = (/** @type {{colour?: number, width?: number}} */ choice) => {
-    change(choice);
-    commands.restyle(choice.width === undefined ? choice : { width: WIDTHS[choice.width] });
-  };
-  const colourNames = COLOURS.map((name) =>
-    name === 'ink' ? 'Ink' : name[0].toUpperCase() + name.slice(1),
-  );
-  byId('colours').append(
-    ...swatches('colour', colourNames, settings.value.colour, (colour) => style({ colour })),
-  );
-  byId('widths').append(
-    ...swatches('width', WIDTH_NAMES, settings.value.width, (width) => style({ width })),
-  );
-}
-
-/** @param {ReturnType<typeof createFiles>} files */
-function bindFiles(files) {
-  const actions = {
-    ...files,
-    keys: () => /** @type {HTMLDialogElement} */ (byId('keys')).showModal(),
-  };
-  const menu = byId('menu');
-  for (const button of /** @type {NodeListOf<HTMLButtonElement>} */ (
-    menu.querySelectorAll('[data-file]')
-  )) {
-    button.onclick = () => {
-      menu.hidePopover();
-      actions[/** @type {keyof typeof actions} */ (button.dataset.file)]();
-    };
-  }
 }

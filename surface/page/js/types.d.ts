@@ -137,6 +137,15 @@ interface Sample extends Place {
   time: number;
 }
 
+/** A stroke in progress; its samples grow. */
+interface Sketch {
+  readonly samples: Sample[];
+  readonly pointerType: string;
+  readonly frame: Frame;
+  readonly colour: number;
+  readonly width: number;
+}
+
 /** Handles the pointer while it is down. Places are in document units. */
 interface Tool {
   readonly cursor: string;
@@ -144,7 +153,8 @@ interface Tool {
   move(samples: Sample[], predicted: Sample[], event: PointerEvent): void;
   up(event: PointerEvent): void;
   cancel(): void;
-  hover?(place: Place | null): void;
+  /** May tell the cursor for a place; null when the pointer has left. */
+  hover?(place: Place | null): string | void;
 }
 
 /** The bytes of a file, which the build puts into the script. */

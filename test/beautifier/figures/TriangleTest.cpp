@@ -34,6 +34,17 @@ TEST(Triangle, KindsAreExact) {
     EXPECT_EQ(right.subtype, TriangleKind::RIGHT);
     EXPECT_EQ(exactPairs(right.corners), 2);
     EXPECT_EQ(triangleOf({{300, 200}, {330, 400}, {620, 300}}).subtype, TriangleKind::GENERAL);
+    // Wherever the right angle is, its legs become level and upright, or its longest side.
+    for (int eighths = 0; eighths < 8; ++eighths) {
+        const auto at = [&](double size, int turn) {
+            return Point2D{400, 400} + polar(size, (eighths + turn) * PI / 4);
+        };
+        const Path stroke = drawn({at(100, -2), at(100, 0), at(100, 2)}, 0.0);
+        const auto turned = std::get<TriangleFigure>(beautify(stroke).figure);
+        EXPECT_EQ(turned.subtype, TriangleKind::RIGHT) << eighths;
+        EXPECT_LT(differences(turned).first, 1e-9) << eighths;
+        EXPECT_EQ(exactPairs(turned.corners), eighths % 2 == 0 ? 1 : 2) << eighths;
+    }
 }
 
 }  // namespace

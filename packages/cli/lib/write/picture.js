@@ -11,7 +11,7 @@ const CAPTION = 44;
 // Room for the captions above a narrow drawing.
 const MIN_WIDTH = 900;
 
-const INK = ANSWERS.none.color;
+const INK = ANSWERS.none.colour;
 const FAINT = '#c4c7c5';
 
 /**
@@ -22,9 +22,9 @@ function formatPictureParts({ points: drawn }, { points, family }, round, scale 
   const roundScaled = (value) => round(value * scale);
   const ink = polylinePoints(drawn, roundScaled);
   const ideal = points === drawn ? ink : polylinePoints(points, roundScaled);
-  const { color } = ANSWERS[family];
+  const { colour } = ANSWERS[family];
   return {
-    texts: [`<polyline points="${ink}"/>\n`, `<polyline stroke="${color}" points="${ideal}"/>\n`],
+    texts: [`<polyline points="${ink}"/>\n`, `<polyline stroke="${colour}" points="${ideal}"/>\n`],
   };
 }
 
@@ -67,7 +67,8 @@ function describeFamilies(families) {
   const counts = Object.entries(ANSWERS)
     .filter(([family]) => families[family])
     .map(
-      ([family, { color, label }]) => `<tspan fill="${color}">${label} ${families[family]}</tspan>`,
+      ([family, { colour, label }]) =>
+        `<tspan fill="${colour}">${label} ${families[family]}</tspan>`,
     );
   return counts.join(', ') || 'no stroke';
 }

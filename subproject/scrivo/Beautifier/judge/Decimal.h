@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Scrivo/detail/Failure.h"
+#include "Common/Failure.h"
 
 #include <array>
 #include <cstddef>

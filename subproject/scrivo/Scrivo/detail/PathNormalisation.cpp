@@ -1,6 +1,6 @@
 #include "Scrivo/detail/PathNormalisation.h"
 
-#include "Scrivo/detail/Failure.h"
+#include "Common/Failure.h"
 
 #include <algorithm>
 #include <limits>

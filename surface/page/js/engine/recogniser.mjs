@@ -24,6 +24,8 @@ export class Recogniser extends EventTarget {
   #engine;
   #drawing;
   #choice;
+  /** Ids of items without an answer. @type {Set<number>} */
+  #unanswered = new Set();
   /** Ids of items that are being asked for. @type {Set<number>} */
   #asking = new Set();
   #pause = 0;
@@ -38,11 +40,13 @@ export class Recogniser extends EventTarget {
     this.#engine = engine;
     this.#drawing = drawing;
     this.#choice = choice;
-    drawing.addEventListener('change', () => this.#askNext());
-  }
-
-  get engineName() {
-    return this.#engine.name;
+    drawing.addEventListener('change', (event) => {
+      for (const { id, after } of /** @type {CustomEvent} */ (event).detail.changes) {
+        if (after && isUnanswered(after)) this.#unanswered.add(id);
+        else this.#unanswered.delete(id);
+      }
+      this.#askNext();
+    });
   }
 
   get isAvailable() {
@@ -51,7 +55,7 @@ export class Recogniser extends EventTarget {
 
   /** Items without an answer. */
   get waiting() {
-    return this.#drawing.items.filter(isUnanswered).length;
+    return this.#unanswered.size;
   }
 
   /**
@@ -62,7 +66,7 @@ export class Recogniser extends EventTarget {
    */
   async recognise(ink, wish) {
     const { engine, options, snapsToOthers } = this.#choice();
-    const others = snapsToOthers ? this.#drawing.items.filter((item) => item.ink !== ink) : [];
+    const others = snapsToOthers ? this.#drawing : null;
     const ask = async (/** @type {EngineName} */ name) => {
       const task = wish
         ? { task: /** @type {const} */ ('as'), wish }
@@ -82,7 +86,7 @@ export class Recogniser extends EventTarget {
   async explain(ink) {
     const { options } = this.#choice();
     const { candidates, micros } = /** @type {Explanation} */ (
-      await this.#engine.ask(requestFor(ink, [], { task: 'explain', options }))
+      await this.#engine.ask(requestFor(ink, null, { task: 'explain', options }))
     );
     const placed = candidates.map((candidate) => ({
       ...candidate,
@@ -102,10 +106,8 @@ export class Recogniser extends EventTarget {
     if (!force && this.#timer) return;
     const room = (this.isAvailable ? AT_ONCE : 1) - this.#asking.size;
     if (room <= 0) return;
-    const next = this.#drawing.items.filter(
-      (item) => isUnanswered(item) && !this.#asking.has(item.id),
-    );
-    for (const item of next.slice(-room)) this.#askFor(item);
+    const next = [...this.#unanswered].filter((id) => !this.#asking.has(id));
+    for (const id of next.slice(-room)) this.#askFor(/** @type {Item} */ (this.#drawing.get(id)));
   }
 
   /** @param {Item} item */

@@ -20,7 +20,7 @@ function toArea(places, { left, top, scale }) {
 }
 
 /**
- * @param {Ink} ink @param {Item[]} others items that lines may snap to
+ * @param {Ink} ink @param {import('../model/item.mjs').Items | null} others items that lines may snap to
  * @param {Pick<EngineRequest, 'task' | 'engine' | 'wish' | 'options'>} task
  * @returns {EngineRequest}
  */
@@ -28,13 +28,13 @@ export function requestFor(ink, others, task) {
   const { frame } = ink;
   const places = inks.placesOf(ink);
   const ends = [places[0], places[places.length - 1]];
-  const anchors = toArea(anchorsNear(others, ends, REACH / frame.scale), frame);
+  const near = others ? anchorsNear(others, ends, REACH / frame.scale, ink) : [];
   return {
     ...task,
     points: toArea(places, frame),
     width: frame.width,
     height: frame.height,
-    anchors,
+    anchors: toArea(near, frame),
   };
 }
 

@@ -15,6 +15,8 @@ export class Pointers {
   /** Fingers or the mouse that move the view. @type {Map<number, Place>} */
   #hands = new Map();
   #gesture = false;
+  /** While the space bar is down the mouse moves the view. */
+  #hasSpace = false;
 
   /**
    * @param {HTMLElement} element @param {import('../view/view.mjs').View} view
@@ -36,6 +38,9 @@ export class Pointers {
       element.addEventListener(name, (event) => handler(/** @type {PointerEvent} */ (event)));
     }
     element.addEventListener('wheel', this.#onWheel, { passive: false });
+    addEventListener('keydown', (event) => this.#onSpace(event, true));
+    addEventListener('keyup', (event) => this.#onSpace(event, false));
+    addEventListener('blur', () => (this.#hasSpace = false));
     // A long press or a drag must not open a menu or select text.
     for (const name of ['contextmenu', 'dragstart', 'selectstart']) {
       element.addEventListener(name, (event) => event.preventDefault());
@@ -57,10 +62,11 @@ export class Pointers {
   #onDown = (event) => {
     event.preventDefault();
     this.#element.focus({ preventScroll: true });
-    if (event.pointerType === 'touch' || event.button === 1) {
+    const isHand = event.button === 1 || (this.#hasSpace && event.button === 0);
+    if (event.pointerType === 'touch' || isHand) {
       this.#hands.set(event.pointerId, { x: event.clientX, y: event.clientY });
     }
-    if (event.button === 1) {
+    if (isHand) {
       this.#gesture = true;
       return this.#capture(event.pointerId);
     }
@@ -77,13 +83,20 @@ export class Pointers {
     this.#tool.down(this.#sampleOf(event), event);
   };
 
+  /** @param {KeyboardEvent} event @param {boolean} isDown */
+  #onSpace(event, isDown) {
+    if (event.key !== ' ' || (isDown ? document.activeElement !== this.#element : !this.#hasSpace))
+      return;
+    event.preventDefault();
+    this.#hasSpace = isDown;
+    this.#element.style.cursor = isDown ? 'grab' : '';
+  }
+
   /** @param {PointerEvent} event */
   #onMove = (event) => {
     if (this.#gesture && this.#hands.has(event.pointerId)) return this.#move(event);
     if (!this.#gate.isDrawing(event) || !this.#tool) {
-      if (event.pointerType !== 'touch') {
-        this.#toolFor(event).hover?.(this.#view.toDocument(event.clientX, event.clientY));
-      }
+      if (event.pointerType !== 'touch') this.#hover(event);
       return;
     }
     const coalesced = event.getCoalescedEvents?.() ?? [];
@@ -95,6 +108,13 @@ export class Pointers {
       event,
     );
   };
+
+  /** @param {PointerEvent} event */
+  #hover(event) {
+    const tool = this.#toolFor(event);
+    const cursor = tool.hover?.(this.#view.toDocument(event.clientX, event.clientY)) ?? tool.cursor;
+    this.#element.style.cursor = this.#hasSpace ? 'grab' : cursor;
+  }
 
   /** @param {PointerEvent} event */
   #onUp = (event) => {

@@ -1,10 +1,13 @@
 // @ts-check
 // The items on the surface and their history, a list of operations.
 
+import { Grid } from './grid.mjs';
+
 /**
  * A drawing fires 'change' with `detail`:
  * - `changes`: what has changed on the surface, each {id, before, after}
  * - `written` and `dropped`: operations that are new or have changed, and those that are gone
+ * and 'sketch' when a stroke has begun or ended.
  */
 export class Drawing extends EventTarget {
   /** @type {Map<number, Item>} */
@@ -16,6 +19,11 @@ export class Drawing extends EventTarget {
   /** Number of operations that are in force. */
   #position = 0;
   #lastId = 0;
+  /** @type {Sketch | null} */
+  #sketch = null;
+  #grid = new Grid();
+  /** Copies of the changes that the grid does not have yet. @type {Change[]} */
+  #moved = [];
 
   /** Items in the order in which they are painted. */
   get items() {
@@ -41,6 +49,26 @@ export class Drawing extends EventTarget {
 
   newId() {
     return (this.#lastId += 1);
+  }
+
+  /** The stroke in progress. */
+  get sketch() {
+    return this.#sketch;
+  }
+
+  set sketch(sketch) {
+    this.#sketch = sketch;
+    this.dispatchEvent(new Event('sketch'));
+  }
+
+  /** The items that are painted within a box, in the order in which they are painted. @param {Bounds} box */
+  within(box) {
+    for (const { before, after } of this.#moved) {
+      if (before) this.#grid.delete(before);
+      if (after) this.#grid.add(after);
+    }
+    this.#moved = [];
+    return this.#grid.within(box);
   }
 
   /** @param {number} id */
@@ -170,20 +198,25 @@ export class Drawing extends EventTarget {
    */
   #rewrite(before, after, from) {
     const rewritten = [];
-    for (const operation of this.#operations.slice(from)) {
+    for (let i = this.#operations.length - 1; i >= from; i -= 1) {
+      const operation = this.#operations[i];
       let touched = false;
       for (const change of operation.changes) {
         if (change.before === before) [change.before, touched] = [after, true];
         if (change.after === before) [change.after, touched] = [after, true];
       }
       if (touched) rewritten.push(operation);
+      // No operation before the one that added the item knows it.
+      const [first] = operation.changes;
+      if (operation.changes.length === 1 && first.id === after.id && !first.before) break;
     }
     return rewritten;
   }
 
   /** @param {Change[]} changes @param {Operation[]} written @param {Operation[]} dropped */
   #show(changes, written, dropped) {
-    for (const { id, after } of changes) {
+    for (const { id, before, after } of changes) {
+      this.#moved.push({ id, before, after });
       if (after) this.#items.set(id, after);
       else this.#items.delete(id);
     }

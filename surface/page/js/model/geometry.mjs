@@ -90,6 +90,9 @@ export const grow = ({ left, top, right, bottom }, margin) => ({
   bottom: bottom + margin,
 });
 
+/** The box that reaches so far from a place. @param {Place} p @param {number} reach @returns {Bounds} */
+export const around = ({ x, y }, reach) => grow({ left: x, top: y, right: x, bottom: y }, reach);
+
 /** @param {Bounds} p @param {Bounds} q */
 export const overlap = (p, q) =>
   p.left <= q.right && q.left <= p.right && p.top <= q.bottom && q.top <= p.bottom;

@@ -16,7 +16,7 @@ import {
 const { distance } = plane;
 
 // Smallest radius or diagonal that a drag can leave, units.
-const SMALLEST = 2;
+const MIN_SIZE = 2;
 
 /** @typedef {{id: string, place: Place}} Handle */
 
@@ -74,13 +74,13 @@ export function dragHandle(figure, handle, to, free = false) {
 /** @param {Figure} figure @param {number} index @param {Place} to @returns {Figure} */
 function dragAxis(figure, index, to) {
   if (figure.kind === 'circle') {
-    return { ...figure, radius: Math.max(SMALLEST, distance(figure.centre, to)) };
+    return { ...figure, radius: Math.max(MIN_SIZE, distance(figure.centre, to)) };
   }
   if (figure.kind !== 'ellipse') return figure;
   const { centre, radii, rotation } = figure;
   const angle = rotation + ((index % 2) * Math.PI) / 2;
   const along = (to.x - centre.x) * Math.cos(angle) + (to.y - centre.y) * Math.sin(angle);
-  const reach = Math.max(SMALLEST, Math.abs(along));
+  const reach = Math.max(MIN_SIZE, Math.abs(along));
   return normalEllipse(
     centre,
     index % 2 === 0 ? { x: reach, y: radii.y } : { x: radii.x, y: reach },
@@ -107,7 +107,7 @@ function scaleSquare(figure, index, to) {
   const [dx, dy] = [corner.x - fixed.x, corner.y - fixed.y];
   const square = dx * dx + dy * dy;
   const share = ((to.x - fixed.x) * dx + (to.y - fixed.y) * dy) / square;
-  return transform(figure, plane.about(fixed, Math.max(SMALLEST / Math.sqrt(square), share)));
+  return transform(figure, plane.about(fixed, Math.max(MIN_SIZE / Math.sqrt(square), share)));
 }
 
 /** @param {Figure & {kind: 'quadrangle'}} figure @param {number} index @param {Place} to @returns {Figure} */
@@ -116,7 +116,7 @@ function stretchRectangle({ corners }, index, to) {
   const along = (/** @type {Place} */ corner) => {
     const [dx, dy] = [corner.x - fixed.x, corner.y - fixed.y];
     const length = Math.hypot(dx, dy);
-    const reach = Math.max(SMALLEST, ((to.x - fixed.x) * dx + (to.y - fixed.y) * dy) / length);
+    const reach = Math.max(MIN_SIZE, ((to.x - fixed.x) * dx + (to.y - fixed.y) * dy) / length);
     return { x: (dx / length) * reach, y: (dy / length) * reach };
   };
   const next = along(corners[(index + 1) % 4]);

@@ -16,6 +16,15 @@ function cached(compute) {
   };
 }
 
+/** Ink on the surface that no engine is asked for. @type {Answer} */
+export const KEPT = Object.freeze({
+  engine: 'none',
+  confidence: null,
+  reason: 'kept',
+  alternatives: [],
+  micros: 0,
+});
+
 /** Box of what is shown, without the width of the pen. */
 export const boundsOf = cached(({ ink, figure }) =>
   figure ? figures.boundsOf(figure) : inks.boundsOf(ink),
@@ -56,24 +65,26 @@ export function withoutSecond(answer) {
   return { ...answer, second: null };
 }
 
-/** The topmost item within `reach` of a place. @param {Item[]} items @param {Place} place @param {number} reach */
-export function itemAt(items, place, reach) {
+/** Something that finds items, as a drawing does. @typedef {{within(box: Bounds): Item[]}} Items */
+
+/** The topmost item within `reach` of a place. @param {Items} items @param {Place} place @param {number} reach @param {ReadonlySet<number>} [except] ids */
+export function itemAt(items, place, reach, except) {
   let best;
   let nearest = reach;
-  for (const item of items) {
-    if (!plane.contains(boundsOf(item), place, reach + item.width)) continue;
+  for (const item of items.within(plane.around(place, reach))) {
+    if (except?.has(item.id)) continue;
     const distance = Math.max(0, distanceTo(item, place) - item.width / 2);
     if (distance <= nearest) [best, nearest] = [item, distance];
   }
   return best;
 }
 
-/** The nearest anchor of the items within `reach`. @param {Item[]} items @param {Place} place @param {number} reach */
-export function anchorAt(items, place, reach) {
+/** The nearest anchor within `reach` of a place. @param {Items} items @param {Place} place @param {number} reach @param {number} [except] id of an item */
+export function anchorAt(items, place, reach, except) {
   let best = null;
   let nearest = reach;
-  for (const item of items) {
-    if (!plane.contains(boundsOf(item), place, reach)) continue;
+  for (const item of items.within(plane.around(place, reach))) {
+    if (item.id === except) continue;
     for (const anchor of anchorsOf(item)) {
       const distance = plane.distance(anchor, place);
       if (distance < nearest) [best, nearest] = [anchor, distance];
@@ -82,15 +93,11 @@ export function anchorAt(items, place, reach) {
   return best;
 }
 
-/** Anchors of the items within `reach` of any of the places. @param {Item[]} items @param {Place[]} places @param {number} reach */
-export function anchorsNear(items, places, reach) {
-  const near = [];
-  for (const item of items) {
-    const box = boundsOf(item);
-    if (!places.some((place) => plane.contains(box, place, reach))) continue;
-    for (const anchor of anchorsOf(item)) {
-      if (places.some((place) => plane.distance(anchor, place) < reach)) near.push(anchor);
-    }
-  }
-  return near;
+/** Anchors within `reach` of any of the places. @param {Items} items @param {Place[]} places @param {number} reach @param {Ink} except ink of an item */
+export function anchorsNear(items, places, reach, except) {
+  const near = new Set(places.flatMap((place) => items.within(plane.around(place, reach))));
+  return [...near]
+    .filter(({ ink }) => ink !== except)
+    .flatMap((item) => [...anchorsOf(item)])
+    .filter((anchor) => places.some((place) => plane.distance(anchor, place) < reach));
 }

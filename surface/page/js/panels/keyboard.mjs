@@ -1,7 +1,7 @@
 // @ts-check
 // Keys. Those that act on the drawing count only while the drawing area has the focus.
 
-import { selection, tool } from '../store/settings.mjs';
+import { dropSelection, isInspecting, selection, tool } from '../store/settings.mjs';
 import { byId, make } from './dom.mjs';
 
 const STEP = 1;
@@ -22,11 +22,12 @@ const HELP = [
   ['Ctrl D', 'duplicate'],
   ['Ctrl A', 'select everything'],
   ['I, F', 'as drawn, recognise again'],
-  ['Enter', 'go to the alternatives'],
-  ['Escape', 'drop the selection'],
+  ['Enter', 'go to the alternatives of the selected or the latest stroke'],
+  ['Escape', 'select nothing'],
   ['Ctrl Z, Ctrl Shift Z', 'undo, redo'],
   ['Ctrl S, Ctrl O', 'save, open'],
   ['+, −, 0', 'zoom in, out, show everything'],
+  ['Space while dragging', 'move the view'],
   ['Alt while dragging', 'move one corner of a square or rectangle alone'],
 ];
 
@@ -81,9 +82,11 @@ export function listenToKeys(surface, commands, view, actions) {
     '?': () =>
       byId('keys') instanceof HTMLDialogElement &&
       /** @type {HTMLDialogElement} */ (byId('keys')).showModal(),
-    Escape: () => (selection.value = new Set()),
-    Enter: () =>
-      /** @type {HTMLElement | null} */ (document.querySelector('#inspector button'))?.focus(),
+    Escape: dropSelection,
+    Enter: () => {
+      isInspecting.value = true;
+      /** @type {HTMLElement | null} */ (document.querySelector('#inspector button'))?.focus();
+    },
   };
   const withControl = /** @type {Record<string, () => void>} */ ({
     d: commands.duplicate,
@@ -112,8 +115,15 @@ export function listenToKeys(surface, commands, view, actions) {
 
   // The drawing area shows its focus to those who work with keys.
   addEventListener('pointerdown', () => document.body.removeAttribute('data-keys'));
+  // After a click on a control the keys work on the drawing again.
+  addEventListener('click', ({ detail, target }) => {
+    const control = target instanceof Element && target.closest('main button, main label');
+    const goesOn = document.querySelector('dialog[open], :popover-open');
+    if (detail > 0 && control && !goesOn) surface.focus({ preventScroll: true });
+  });
   addEventListener('keydown', (event) => {
-    document.body.toggleAttribute('data-keys', true);
+    if (event.key === 'Tab' || event.key in ARROWS)
+      document.body.toggleAttribute('data-keys', true);
     if (document.querySelector('dialog[open]')) return;
     if (event.key === 'Tab' && document.activeElement === surface) {
       // At the last stroke Tab goes on to the next control.

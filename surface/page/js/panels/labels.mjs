@@ -16,7 +16,7 @@ export function figureLabel(figure) {
 export const capital = (text) => text[0].toUpperCase() + text.slice(1);
 
 /** A confidence in whole percent. Rounded down: 100 % would claim certainty. @param {number} confidence */
-export const percent = (confidence) => `${Math.floor(100 * confidence)} %`;
+export const percent = (confidence) => `${Math.floor(100 * confidence)}\u00a0%`;
 
 /** @param {number} v */
 const length = (v) => (v < 10 ? v.toFixed(1) : String(Math.round(v)));
@@ -84,6 +84,7 @@ const REASONS = {
   'no-figure': 'It resembles no figure.',
   template: 'The template engine found no figure; it gives no reason.',
   kept: 'It was kept as drawn: figures are off, or wait for the pen to rest.',
+  restored: 'The page was closed while it was drawn.',
   refused: 'The engine could not read this stroke.',
 };
 

@@ -5,10 +5,10 @@ import { verticesOf } from '../model/figure.mjs';
 import { countOf, placesOf, resample } from '../model/ink.mjs';
 import { writeNdjson } from '../export/ink-files.mjs';
 import { make } from './dom.mjs';
-import { capital, figureLabel, percent, reasonText } from './labels.mjs';
+import { capital, figureLabel, measuresOf, percent, reasonText } from './labels.mjs';
 import { thumbnail } from './thumbnail.mjs';
 
-// The beautifier looks at this many points at even distances.
+// Points at even distances that the page shows; the engine's own ones are not in its answers.
 const RESAMPLED = 97;
 
 // More samples than this would hide the ink.
@@ -62,12 +62,13 @@ function contentOf({ ink, figure }, { candidates, micros }) {
       thumbnail(ink, null, { marks: [{ places: few, name: 'sample' }] }),
     ),
     step(
-      `${RESAMPLED} points, evenly spaced`,
+      `Evenly spaced by this page: ${RESAMPLED} points`,
       thumbnail(ink, null, { marks: [{ places: resample(ink, RESAMPLED), name: 'sample' }] }),
     ),
     step(
-      corners.length > 0 ? `${corners.length} corners and ends` : 'Fitted figure',
+      figure ? 'The figure on the page' : 'Left as drawn',
       thumbnail(ink, figure, { marks: [{ places: corners, name: 'corner' }] }),
+      figure && measuresLine(figure),
     ),
   ];
   const cards = [...candidates]
@@ -79,11 +80,16 @@ function contentOf({ ink, figure }, { candidates, micros }) {
           marks: [{ places: fitted ? verticesOf(fitted) : [], name: 'corner' }],
         }),
         meterOf(family, probability),
+        fitted && measuresLine(fitted),
       ),
     );
   return [
     make('div', { className: 'cards' }, ...steps),
-    make('h3', {}, 'The best figure of each family, and the probability that it was meant'),
+    make(
+      'h3',
+      {},
+      'The engine’s best figure of each family, and the probability that it was meant',
+    ),
     make('div', { className: 'cards' }, ...cards),
     make('p', { className: 'reason' }, `All six took ${micros} µs.`),
   ];
@@ -96,6 +102,16 @@ function meterOf(family, value) {
   return meter;
 }
 
-/** @param {string} caption @param {Node[]} children */
+/** The parameters of a figure, as the engine gives them. @param {Figure} figure */
+const measuresLine = (figure) =>
+  make(
+    'p',
+    { className: 'measures' },
+    measuresOf(figure)
+      .map(([name, value]) => `${name} ${value}`)
+      .join(', '),
+  );
+
+/** @param {string} caption @param {import('./dom.mjs').Child[]} children */
 const step = (caption, ...children) =>
   make('figure', {}, ...children, make('figcaption', {}, caption));

@@ -75,6 +75,15 @@ export const tool = signal(/** @type {'draw' | 'select' | 'erase'} */ ('draw'));
 /** Ids of the selected items. @type {import('@preact/signals-core').Signal<ReadonlySet<number>>} */
 export const selection = signal(new Set());
 
+/** Whether the panel is open for the latest item; for selected ones it always is. */
+export const isInspecting = signal(false);
+
+/** Selects nothing and closes the panel. */
+export function dropSelection() {
+  if (selection.value.size > 0) selection.value = new Set();
+  isInspecting.value = false;
+}
+
 /** Id of the item that was drawn or changed last. */
 export const latest = signal(/** @type {number | null} */ (null));
 

@@ -1,12 +1,16 @@
 // @ts-check
-// Keeps the history of the drawing in the browser's database, operation by operation, so that a
-// reload or a crash of the tab loses nothing.
+// Keeps the history of the drawing in the browser's database, operation by operation, and every now
+// and then the stroke in progress, so that a reload or a crash of the tab loses nothing.
 
-import { makeInk } from '../model/ink.mjs';
+import { inkOf, makeInk } from '../model/ink.mjs';
+import { KEPT } from '../model/item.mjs';
+import { lockDrawing } from './tab-lock.mjs';
 
 const NAME = 'scrivo-drawing';
-const LOCK = 'scrivo-drawing';
-const STORES = ['operations', 'inks', 'state'];
+const STORES = ['operations', 'inks', 'state', 'sketch'];
+
+// The stroke in progress is stored at this interval.
+const SKETCH_MS = 250;
 
 /** @typedef {import('../model/drawing.mjs').Drawing} Drawing */
 
@@ -20,24 +24,13 @@ function done(request) {
 
 /** @returns {Promise<IDBDatabase>} */
 function openDatabase() {
-  const request = indexedDB.open(NAME, 1);
+  const request = indexedDB.open(NAME, 2);
   request.onupgradeneeded = () => {
-    for (const name of STORES) request.result.createObjectStore(name);
+    const { result: database } = request;
+    const missing = STORES.filter((name) => !database.objectStoreNames.contains(name));
+    for (const name of missing) database.createObjectStore(name);
   };
   return done(request);
-}
-
-/** Whether this is the only tab with the drawing. The lock is held until the tab is closed. */
-async function isAlone() {
-  if (!navigator.locks) return true;
-  return new Promise((resolve) => {
-    navigator.locks
-      .request(LOCK, { ifAvailable: true }, (lock) => {
-        resolve(lock !== null);
-        return lock && new Promise(() => {});
-      })
-      .catch(() => resolve(true)); // a page from disk may have no locks
-  });
 }
 
 /** An item with the id of its ink in place of the ink. @param {Item | null} item */
@@ -52,7 +45,13 @@ class Storage {
   /** Operations to write, by key; undefined for those to remove. @type {Map<number, Operation | undefined>} */
   #pending = new Map();
   #isScheduled = false;
+  #isClosed = false;
   #onFailure;
+  #sketchTimer = 0;
+  /** Samples of the stroke in progress that are stored. */
+  #sketched = 0;
+  /** Whether the stored stroke in progress has ended. */
+  #hasEnded = false;
 
   /**
    * @param {IDBDatabase} database @param {Drawing} drawing @param {Set<number>} savedInks
@@ -66,23 +65,58 @@ class Storage {
     drawing.addEventListener('change', (event) =>
       this.#onChange(/** @type {CustomEvent} */ (event).detail),
     );
+    drawing.addEventListener('sketch', () => this.#onSketch());
+  }
+
+  /** Writes what is pending, and nothing from then on. @returns {Promise<void>} */
+  close() {
+    const written = this.#write();
+    this.#isClosed = true;
+    clearInterval(this.#sketchTimer);
+    return written;
+  }
+
+  #onSketch() {
+    clearInterval(this.#sketchTimer);
+    if (this.#drawing.sketch) {
+      this.#sketchTimer = window.setInterval(() => this.#writeSketch(), SKETCH_MS);
+    } else {
+      this.#sketched = 0;
+      this.#hasEnded = true;
+      this.#schedule(); // it is removed when the stroke is written
+    }
+  }
+
+  /** Adds the samples that are new. */
+  #writeSketch() {
+    const { sketch } = this.#drawing;
+    if (!sketch || this.#isClosed || sketch.samples.length === this.#sketched) return;
+    const samples = sketch.samples.slice(this.#sketched);
+    const store = this.#database.transaction('sketch', 'readwrite').objectStore('sketch');
+    store.put({ ...sketch, samples }, this.#sketched);
+    this.#sketched = sketch.samples.length;
   }
 
   /** @param {{written: Operation[], dropped: Operation[]}} detail */
   #onChange({ written, dropped }) {
     for (const operation of dropped) this.#pending.set(operation.key, undefined);
     for (const operation of written) this.#pending.set(operation.key, operation);
-    if (this.#isScheduled) return;
+    this.#schedule();
+  }
+
+  #schedule() {
+    if (this.#isScheduled || this.#isClosed) return;
     this.#isScheduled = true;
     // After the picture: a copy of long ink takes a while.
     setTimeout(() => this.#write());
   }
 
-  #write() {
+  async #write() {
     this.#isScheduled = false;
+    if (this.#isClosed) return;
     try {
       const transaction = this.#database.transaction(STORES, 'readwrite');
-      const [operations, inks, state] = STORES.map((name) => transaction.objectStore(name));
+      const [operations, inks, state, sketch] = STORES.map((name) => transaction.objectStore(name));
       for (const [key, operation] of this.#pending) {
         if (!operation) {
           operations.delete(key);
@@ -98,7 +132,13 @@ class Storage {
       }
       state.put(this.#drawing.position, 'position');
       this.#pending.clear();
-      transaction.onabort = () => this.#onFailure(transaction.error);
+      // A stroke that has begun since is not stored yet.
+      if (this.#hasEnded) sketch.clear();
+      this.#hasEnded = false;
+      await new Promise((resolve, reject) => {
+        transaction.oncomplete = resolve;
+        transaction.onabort = () => reject(transaction.error);
+      });
     } catch (error) {
       this.#onFailure(error);
     }
@@ -132,36 +172,57 @@ function dropUnused(database, operations, inks) {
   }
 }
 
+/** The stroke that was in progress when the tab crashed. @param {Sketch[]} parts @param {Drawing} drawing */
+function restoreSketch(parts, drawing) {
+  if (parts.length === 0) return;
+  const [{ pointerType, frame, colour, width }] = parts;
+  const samples = parts.flatMap((part) => part.samples);
+  const ink = inkOf(samples, pointerType, frame);
+  const answer = Object.freeze({ ...KEPT, reason: 'restored' });
+  const item = { id: drawing.newId(), ink, figure: null, answer, colour, width };
+  drawing.commit('ink', [Object.freeze(item)]);
+}
+
 /**
  * Loads the stored drawing and keeps it stored from now on.
  *
  * @param {Drawing} drawing
- * @param {(error: unknown) => void} onFailure called when changes cannot be stored
- * @returns {Promise<boolean>} false when another tab stores its drawing, or this one has begun
+ * @param {{onFailure(error: unknown): void, onYield(): void}} handlers for changes that cannot be
+ *   stored, and for the moment when another tab takes the drawing over
+ * @returns {Promise<'stored' | 'elsewhere' | 'begun'>} whether another tab has the drawing, or this one
+ *   was drawn on before the database has answered
  */
-export async function openStorage(drawing, onFailure) {
-  if (!(await isAlone())) return false;
+export async function openStorage(drawing, { onFailure, onYield }) {
+  /** @type {Storage | null} */
+  let storage = null;
+  const isOurs = await lockDrawing(async () => {
+    onYield();
+    await storage?.close();
+  });
+  if (!isOurs) return 'elsewhere';
   const database = await openDatabase();
   const transaction = database.transaction(STORES);
-  const [operations, inks, state] = STORES.map((name) => transaction.objectStore(name));
-  const [stored, storedInks, position] = await Promise.all([
+  const [operations, inks, state, sketch] = STORES.map((name) => transaction.objectStore(name));
+  const [stored, storedInks, position, parts] = await Promise.all([
     done(operations.getAll()),
     done(inks.getAll()),
     done(state.get('position')),
+    done(sketch.getAll()),
   ]);
   // Ids of what was drawn before the database answered would clash with the stored ones.
-  if (drawing.operations.length > 0) return false;
-  const inkOf = new Map(storedInks.map((ink) => [ink.id, makeInk(ink)]));
+  if (drawing.operations.length > 0) return 'begun';
+  const inkById = new Map(storedInks.map((ink) => [ink.id, makeInk(ink)]));
   const unpack = (/** @type {any} */ item) =>
-    item && Object.freeze({ ...item, ink: inkOf.get(item.ink) });
+    item && Object.freeze({ ...item, ink: inkById.get(item.ink) });
   for (const operation of stored) {
     for (const change of operation.changes) {
       change.before = unpack(change.before);
       change.after = unpack(change.after);
     }
   }
-  dropUnused(database, stored, inkOf);
-  new Storage(database, drawing, new Set(inkOf.keys()), onFailure);
+  dropUnused(database, stored, inkById);
+  storage = new Storage(database, drawing, new Set(inkById.keys()), onFailure);
   if (stored.length > 0) drawing.load(stored, position ?? stored.length);
-  return true;
+  restoreSketch(parts, drawing);
+  return 'stored';
 }

@@ -29,7 +29,7 @@ export function createCommands({ drawing, recogniser, announce }, say) {
     if (items.length > 0) latest.value = items[0].id;
   }
 
-  function dropSelection() {
+  function dropMissing() {
     selection.value = new Set([...selection.value].filter((id) => drawing.get(id)));
   }
 
@@ -43,7 +43,7 @@ export function createCommands({ drawing, recogniser, announce }, say) {
 
   /** @param {string} done @param {Operation | null} operation */
   function sayHistory(done, operation) {
-    dropSelection();
+    dropMissing();
     if (operation) latest.value = operation.changes[0]?.id ?? null;
     const what =
       HISTORY[/** @type {keyof typeof HISTORY} */ (operation?.label)] ?? operation?.label;
@@ -64,7 +64,7 @@ export function createCommands({ drawing, recogniser, announce }, say) {
         [],
         drawing.items.map(({ id }) => id),
       );
-      dropSelection();
+      dropMissing();
       if (count > 0) say('The page is empty. Undo brings everything back.');
     },
 
@@ -75,7 +75,7 @@ export function createCommands({ drawing, recogniser, announce }, say) {
         [],
         items.map(({ id }) => id),
       );
-      dropSelection();
+      dropMissing();
       if (items.length > 0) say(items.length === 1 ? 'Deleted' : `${items.length} deleted`);
     },
 

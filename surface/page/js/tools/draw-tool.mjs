@@ -5,26 +5,17 @@ import { Hold } from '../input/hold.mjs';
 import { boundsOf, centreOf, polylineOf, transform } from '../model/figure.mjs';
 import { distance, drag } from '../model/geometry.mjs';
 import { inkOf, isMeasured } from '../model/ink.mjs';
-import { anchorAt } from '../model/item.mjs';
+import { anchorAt, KEPT } from '../model/item.mjs';
 import { paintFigure } from '../view/paint.mjs';
 import { WIDTHS } from '../view/palette.mjs';
 import { InkTrail, pathOf, weightOf } from '../view/ink-trail.mjs';
-import { latest, settings, snapsOnHold, snapsOnLift } from '../store/settings.mjs';
+import { dropSelection, latest, settings, snapsOnHold, snapsOnLift } from '../store/settings.mjs';
 
 /** Reach of an anchor in CSS pixels: the ends of lines snap within it. */
 export const ANCHOR_REACH = 10;
 
 // A pen that rests sooner than this many CSS pixels after its start waits to draw.
 const SHORTEST_HELD = 24;
-
-/** Ink on the surface that no engine is asked for. @type {Answer} */
-const KEPT = Object.freeze({
-  engine: 'none',
-  confidence: null,
-  reason: 'kept',
-  alternatives: [],
-  micros: 0,
-});
 
 /**
  * @typedef {object} Context what the tools work on
@@ -43,6 +34,8 @@ export class DrawTool {
   #samples = [];
   /** @type {Sample[]} */
   #predicted = [];
+  /** @type {Place} where the pen is */
+  #pen = { x: 0, y: 0 };
   #pointerType = '';
   /** @type {InkTrail | null} */
   #trail = null;
@@ -64,22 +57,32 @@ export class DrawTool {
 
   /** @param {Sample} sample @param {PointerEvent} event */
   down(sample, event) {
+    dropSelection();
     this.#samples = [];
     this.#pointerType = event.pointerType;
     this.#measured = false;
     this.#restartTrail();
     this.#context.renderer.paint('live', (context, palette) => this.#paint(context, palette));
+    const { colour, width } = settings.value;
+    const { drawing, view } = this.#context;
+    drawing.sketch = {
+      samples: this.#samples,
+      pointerType: event.pointerType,
+      frame: view.frame,
+      colour,
+      width: WIDTHS[width],
+    };
     this.move([sample], [], event);
   }
 
   /** @param {Sample[]} samples @param {Sample[]} predicted @param {PointerEvent} event */
   move(samples, predicted, event) {
     const { renderer } = this.#context;
-    if (this.#snapped) this.#size(samples[samples.length - 1]);
+    this.#pen = samples[samples.length - 1];
+    if (this.#snapped) this.#size(this.#pen);
     else this.#extend(samples, predicted);
     if (snapsOnHold.value && !this.#snapped)
       this.#hold.moved({ x: event.clientX, y: event.clientY });
-    this.#showCue(samples[samples.length - 1]);
     renderer.schedule();
   }
 
@@ -110,9 +113,9 @@ export class DrawTool {
     this.#snapped = null;
     this.#hold.stop();
     this.#samples = [];
+    this.#context.drawing.sketch = null;
     this.#trail = null;
     this.#context.renderer.paint('live', null);
-    this.#context.renderer.paint('cue', null);
   }
 
   /** @param {Ink} ink @param {Answer | null} answer @returns {Item} */
@@ -199,7 +202,7 @@ export class DrawTool {
     const { from, figure } = this.#snapped;
     const line = polylineOf(figure);
     const isOpen = figure.kind === 'line' || figure.kind === 'angle';
-    const target = (isOpen && anchorAt(drawing.items, place, ANCHOR_REACH / view.scale)) || place;
+    const target = (isOpen && anchorAt(drawing, place, ANCHOR_REACH / view.scale)) || place;
     // Open figures turn about the end that the pen is not at.
     const pivot = isOpen ? line[0] : centreOf(figure);
     this.#preview.figure = transform(
@@ -208,16 +211,21 @@ export class DrawTool {
     );
   }
 
-  /** A ring around the place of another stroke that the end of a line would snap to. @param {Place} place */
-  #showCue(place) {
-    const { drawing, view, renderer } = this.#context;
+  /** A ring around the place of another stroke that the end of a line would snap to. @type {import('../view/renderer.mjs').Painter} */
+  #paintCue(context, palette) {
+    const { drawing, view } = this.#context;
     const anchor =
-      settings.value.snapsToOthers && anchorAt(drawing.items, place, ANCHOR_REACH / view.scale);
-    renderer.paint('cue', anchor ? cuePainter([anchor], view.scale) : null);
+      settings.value.snapsToOthers && anchorAt(drawing, this.#pen, ANCHOR_REACH / view.scale);
+    if (anchor) cuePainter([anchor], view.scale)(context, palette);
+  }
+  /** @type {import('../view/renderer.mjs').Painter} */
+  #paint(context, palette) {
+    this.#paintStroke(context, palette);
+    this.#paintCue(context, palette);
   }
 
   /** @type {import('../view/renderer.mjs').Painter} */
-  #paint(context, palette) {
+  #paintStroke(context, palette) {
     const { colour, width } = settings.value;
     if (this.#preview) {
       const { ink, figure } = this.#preview;

@@ -72,8 +72,7 @@ export class EraseTool {
   /** @param {Place} place */
   #touch(place) {
     const { drawing, renderer, view } = this.#context;
-    const left = drawing.items.filter(({ id }) => !this.#erased.has(id));
-    const item = itemAt(left, place, RADIUS / view.scale);
+    const item = itemAt(drawing, place, RADIUS / view.scale, this.#erased);
     if (!item) return;
     this.#erased.add(item.id);
     renderer.lift(this.#erased);

@@ -4,7 +4,7 @@
 import * as plane from '../model/geometry.mjs';
 import { dragHandle, handlesOf } from '../model/handles.mjs';
 import { anchorAt, boundsOf, itemAt, transform, withoutSecond } from '../model/item.mjs';
-import { latest, selection } from '../store/settings.mjs';
+import { dropSelection, latest, selection } from '../store/settings.mjs';
 import { paintItem } from '../view/paint.mjs';
 import { ANCHOR_REACH, cuePainter } from './draw-tool.mjs';
 
@@ -87,7 +87,7 @@ export class SelectTool {
 
   /** @param {Sample} sample @param {PointerEvent} event */
   down(sample, event) {
-    const { drawing, view } = this.#context;
+    const { drawing, view, announce } = this.#context;
     const kind = /** @type {keyof typeof TAP_REACH} */ (
       event.pointerType in TAP_REACH ? event.pointerType : 'mouse'
     );
@@ -96,9 +96,9 @@ export class SelectTool {
     this.#corner = null;
     this.#handle = this.#handleAt(sample, HANDLE_REACH[kind] / view.scale);
     if (this.#handle) return;
-    const item = itemAt(drawing.items, sample, TAP_REACH[kind] / view.scale);
+    const item = itemAt(drawing, sample, TAP_REACH[kind] / view.scale);
     if (!item) {
-      if (!event.shiftKey) selection.value = new Set();
+      if (!event.shiftKey) dropSelection();
       this.#corner = sample;
     } else if (event.shiftKey) {
       const next = new Set(selection.value);
@@ -107,7 +107,9 @@ export class SelectTool {
     } else if (!selection.value.has(item.id)) {
       selection.value = new Set([item.id]);
     }
-    if (item) latest.value = item.id;
+    if (!item) return;
+    latest.value = item.id;
+    if (selection.value.has(item.id)) announce(item);
   }
 
   /** @param {Sample[]} samples @param {Sample[]} _predicted @param {PointerEvent} event */
@@ -121,6 +123,15 @@ export class SelectTool {
     renderer.schedule();
   }
 
+  /** The cursor tells what a drag would do. @param {Place | null} place */
+  hover(place) {
+    const { drawing, view } = this.#context;
+    const handle = place && this.#handleAt(place, HANDLE_REACH.mouse / view.scale);
+    const item = place && itemAt(drawing, place, TAP_REACH.mouse / view.scale);
+    if (handle && handle.id !== 'centre') return 'pointer';
+    return handle || item ? 'move' : this.cursor;
+  }
+
   up() {
     const { drawing } = this.#context;
     const [dragged, corner] = [this.#dragged, this.#corner];
@@ -130,7 +141,7 @@ export class SelectTool {
     const box = plane.unite(
       [this.#from, corner].map(({ x, y }) => ({ left: x, top: y, right: x, bottom: y })),
     );
-    const inside = drawing.items.filter((item) => {
+    const inside = drawing.within(box).filter((item) => {
       const { left, top, right, bottom } = boundsOf(item);
       return (
         plane.contains(box, { x: left, y: top }) && plane.contains(box, { x: right, y: bottom })
@@ -170,9 +181,8 @@ export class SelectTool {
   /** Corners and ends snap to other items. @param {Item} item @param {Place} to */
   #snapped(item, to) {
     const { drawing, view, renderer } = this.#context;
-    const others = drawing.items.filter(({ id }) => id !== item.id);
     const isCorner = item.figure && this.#handle?.id.startsWith('corner');
-    const anchor = isCorner ? anchorAt(others, to, ANCHOR_REACH / view.scale) : null;
+    const anchor = isCorner ? anchorAt(drawing, to, ANCHOR_REACH / view.scale, item.id) : null;
     renderer.paint('cue', anchor ? cuePainter([anchor], view.scale) : null);
     return anchor ?? to;
   }

@@ -3,7 +3,7 @@
 // something has changed; the upper one holds what moves.
 
 import * as plane from '../model/geometry.mjs';
-import { paintedBounds } from '../model/item.mjs';
+import { isUnanswered, paintedBounds } from '../model/item.mjs';
 import { paintInk, paintItem } from './paint.mjs';
 import { readPalette } from './palette.mjs';
 
@@ -37,6 +37,9 @@ export class Renderer {
   #painted = { left: 0, top: 0, scale: 1 };
   /** Items that are being changed: they are painted by a painter of the upper canvas. @type {Set<number>} */
   #lifted = new Set();
+  // Id of new ink without an answer: until it has one it is on the upper canvas, so that the lower one
+  // is painted once.
+  #fresh = 0;
   /** @type {Map<string, Painter>} */
   #painters = new Map();
   /** @type {Map<Item, number>} ink that fades, and since when */
@@ -123,6 +126,11 @@ export class Renderer {
 
   /** @param {{changes: Change[]}} detail */
   #onChange({ changes: all }) {
+    if (this.#fresh && all.every(({ id }) => id === this.#fresh)) {
+      for (const { before, after } of all) this.#fade(before, after);
+      queueMicrotask(() => this.#settleFresh());
+      return this.schedule();
+    }
     const changes = all.filter(({ before, after }) => !looksSame(before, after));
     if (changes.length === 0) return;
     for (const { before, after } of changes) this.#fade(before, after);
@@ -131,13 +139,26 @@ export class Renderer {
       .filter((item) => item !== null);
     const added = changes.length === 1 && !changes[0].before ? changes[0].after : null;
     const isOnTop = added && added === this.#drawing.items.at(-1) && !this.#lifted.has(added.id);
-    if (isOnTop && !this.#overpainted) {
+    this.#settleFresh(true);
+    if (isOnTop && !this.#overpainted && isUnanswered(added)) {
+      this.#fresh = added.id;
+    } else if (isOnTop && !this.#overpainted) {
       paintItem(this.#contextOf(this.#settled), added, this.#palette);
     } else {
       this.#repaint(plane.unite(items.map(paintedBounds)));
       this.#overpainted = false;
     }
     this.schedule();
+  }
+
+  /** Moves the new ink, or what it has become, to the lower canvas. @param {boolean} [force] even if it has no answer yet */
+  #settleFresh(force = false) {
+    const item = this.#drawing.get(this.#fresh);
+    if (item && isUnanswered(item) && !force) return;
+    this.#fresh = 0;
+    if (!item || this.#lifted.has(item.id)) return;
+    // It is still the topmost one on this canvas.
+    paintItem(this.#contextOf(this.#settled), item, this.#palette);
   }
 
   /** Ink that becomes a figure fades away. @param {Item | null} before @param {Item | null} after */
@@ -210,8 +231,8 @@ export class Renderer {
       region.right - region.left + 2,
       region.bottom - region.top + 2,
     );
-    for (const item of this.#drawing.items) {
-      if (this.#lifted.has(item.id) || !plane.overlap(paintedBounds(item), region)) continue;
+    for (const item of this.#drawing.within(region)) {
+      if (this.#lifted.has(item.id) || item.id === this.#fresh) continue;
       paintItem(context, item, this.#palette);
     }
     context.fillStyle = this.#palette.inks[this.#baked.colour];
@@ -242,6 +263,8 @@ export class Renderer {
     const { left, top, right, bottom } = this.#view.bounds;
     context.clearRect(left, top, right - left, bottom - top);
     this.#paintFading(context);
+    const fresh = this.#drawing.get(this.#fresh);
+    if (fresh && !this.#lifted.has(fresh.id)) paintItem(context, fresh, this.#palette);
     for (const painter of this.#painters.values()) painter(context, this.#palette);
     if (this.#fading.size > 0) this.schedule();
   }
