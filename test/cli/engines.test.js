@@ -16,9 +16,9 @@ const folder = makeFolder(after);
 describe('engines', () => {
   test('every family of the beautifier has a code, a colour and a label', () => {
     assert.deepEqual(FAMILIES, [...FIGURES]);
-    for (const [name, { type, color, label }] of Object.entries(ANSWERS)) {
+    for (const [name, { type, colour, label }] of Object.entries(ANSWERS)) {
       assert.ok(Number.isInteger(type), name);
-      assert.match(color, /^#[\da-f]{6}$/, name);
+      assert.match(colour, /^#[\da-f]{6}$/, name);
       assert.ok(label, name);
     }
   });

@@ -18,7 +18,7 @@ test('draws ink and figures side by side, as SVG and PNG', async () => {
   assert.doesNotMatch(stdout, /NaN|Infinity|undefined/);
   const colors = new Set(Array.from(stdout.matchAll(/<polyline stroke="([^"]+)/g), ([, c]) => c));
   assert.ok(colors.size > 5, `colours ${[...colors]}`);
-  const known = Object.values(ANSWERS).map(({ color }) => color);
+  const known = Object.values(ANSWERS).map(({ colour }) => colour);
   for (const color of colors) assert.ok(known.includes(color), color);
 
   const png = await run(folder, ['render', 'page.ndjson', '-o', 'page.png', '--pixels', '640']);
