@@ -59,7 +59,8 @@ async function nodeTest(name, isOfSuite, env = {}) {
     `--test-reporter-destination=${destination}`,
   ]);
   if (Number.parseInt(process.versions.node, 10) >= 20) {
-    flags.push(`--test-timeout=${NODE_TEST_TIMEOUT_MS}`);
+    // By default one processor is left to the runner, which hardly needs it.
+    flags.push(`--test-timeout=${NODE_TEST_TIMEOUT_MS}`, `--test-concurrency=${JOBS}`);
   }
   const code = await run(process.execPath, ['--test', ...flags, ...files], { env });
   return { code, ...countTap(readReport(report)) };
