@@ -134,12 +134,13 @@ function growTree(columns, members, slopes) {
  * Trees { cuts: [root, low, high], leaves: [4] } whose sum is the log odds that
  * the target of a row is 1. `columns` are those of `binned`, `members` the rows
  * that count; `targets` and `importance` have an entry for every row. Cuts are
- * { feature, at }; a value above `at` goes to the higher side.
+ * { feature, at }; a value above `at` goes to the higher side. Where there are log odds
+ * `start` for every row, the trees add to them.
  */
-function boost(columns, members, targets, importance, count) {
+function boost(columns, members, targets, importance, count, start) {
   const random = createUniform(count);
   const n = targets.length;
-  const score = new Float64Array(n);
+  const score = Float64Array.from(start ?? new Float64Array(n));
   const slopes = { gradient: new Float64Array(n), hessian: new Float64Array(n) };
   const trees = [];
   for (let t = 0; t < count; t++) {

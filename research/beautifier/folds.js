@@ -28,6 +28,7 @@ function distortedCopies(stroke) {
       points: distort(points, createUniform(seed)),
       family: stroke.family,
       importance: 0,
+      sparseImportance: 0,
       test: name,
     }));
 }
@@ -61,11 +62,7 @@ function crossValidate(table, splits, penalty) {
   for (const split of splits) {
     const foldOf = (row) => hash(`${split}/${writerOf(row.stroke)}`) % FOLDS;
     for (let fold = 0; fold < FOLDS; fold++) {
-      const model = fitFamilies(
-        table,
-        (row) => row.importance > 0 && foldOf(row) !== fold,
-        penalty,
-      );
+      const model = fitFamilies(table, (row) => foldOf(row) !== fold, penalty);
       for (const row of table.rows) {
         if (isTested(row) && foldOf(row) === fold) {
           verdicts.push({ row, split, fold, ...verdictOf(model, table, row) });

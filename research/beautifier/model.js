@@ -2,7 +2,8 @@
 
 // The scores of the families. Each is the mean of two models, which errs less than
 // either: a logistic regression on terms that are chosen by hand, which is smooth, and
-// boosted trees over all features, which model interactions of two features.
+// boosted trees over all features, which model interactions of two features. More trees
+// correct the scores of sparse strokes.
 
 const { binned, boost, sumOf } = require('./boost.js');
 const { dot, logistic, sigmoid } = require('./learn.js');
@@ -86,10 +87,11 @@ const NAMES = Object.keys(FAMILIES);
 
 const CROSSED = 3; // corners that miss one full turn by more: sides that cross, no quadrangle
 const TREES = 200; // a family
+const SPARSE_TREES = 100; // for sparse strokes, beside these
 
 /**
  * Strokes for the models: `names` of the features, and rows { family, closed,
- * importance, features }, the last an array of numbers.
+ * importance, sparseImportance, features }, the last an array of numbers.
  */
 class Table {
   constructor(names, rows) {
@@ -131,13 +133,35 @@ class Table {
 }
 
 /** A model whose scores are `slope` times as large. */
-function stretched({ weights, bias, trees }, slope) {
+function stretched({ weights, bias, trees, sparse }, slope) {
   const times = (value) => slope * value;
+  const stretch = (list) => list.map(({ cuts, leaves }) => ({ cuts, leaves: leaves.map(times) }));
   return {
     weights: weights.map(times),
     bias: slope * bias,
-    trees: trees.map(({ cuts, leaves }) => ({ cuts, leaves: leaves.map(times) })),
+    trees: stretch(trees),
+    sparse: stretch(sparse),
   };
+}
+
+const isSparse = (table, row) => row.features[table.index.SPARSE] > 0;
+
+/**
+ * Trees that correct the scores of sparse strokes. Whether a stroke is sparse changes
+ * what nearly every feature means, and trees of depth two that ask for it have one
+ * question left.
+ */
+function sparseTrees(model, table, family, isUsed, targets) {
+  const importance = Float64Array.from(table.rows, (row) => row.sparseImportance);
+  const scores = new Float64Array(targets.length);
+  const members = table.rows.flatMap((row, i) =>
+    importance[i] > 0 && isSparse(table, row) && isUsed(row) && table.competes(family, row)
+      ? [i]
+      : [],
+  );
+  for (const i of members) scores[i] = scoreOf(model, table, family, table.rows[i]);
+  const { columns } = table;
+  return boost(columns, Int32Array.from(members), targets, importance, SPARSE_TREES, scores);
 }
 
 /** Both models of each family, fitted to the rows of a prepared table for which `isUsed` holds. */
@@ -147,21 +171,27 @@ function fitFamilies(table, isUsed, penalty) {
   for (const family of NAMES) {
     const targets = Float64Array.from(table.rows, (row) => (row.family === family ? 1 : 0));
     const members = Int32Array.from(
-      table.rows.flatMap((row, i) => (isUsed(row) && table.competes(family, row) ? [i] : [])),
+      table.rows.flatMap((row, i) =>
+        row.importance > 0 && isUsed(row) && table.competes(family, row) ? [i] : [],
+      ),
     );
     const pick = (list) => Array.from(members, (i) => list[i]);
     const both = {
       ...logistic(pick(table.values[family]), pick(targets), pick(importance), penalty),
       trees: boost(table.columns, members, targets, importance, TREES),
     };
-    model[family] = stretched(both, 0.5);
+    const mean = stretched({ ...both, sparse: [] }, 0.5);
+    mean.sparse = sparseTrees(mean, table, family, isUsed, targets);
+    model[family] = mean;
   }
   return model;
 }
 
-/** Mean of both models' log odds that a row is of the family. */
-const scoreOf = ({ weights, bias, trees }, table, family, row) =>
-  bias + dot(weights, table.valuesOf(family, row)) + sumOf(trees, row.features);
+/** Mean of both models' log odds that a row is of the family, corrected for sparse strokes. */
+function scoreOf({ weights, bias, trees, sparse }, table, family, row) {
+  const score = bias + dot(weights, table.valuesOf(family, row)) + sumOf(trees, row.features);
+  return isSparse(table, row) ? score + sumOf(sparse, row.features) : score;
+}
 
 /** The family of the highest score, and that score. */
 function verdictOf(model, table, row) {

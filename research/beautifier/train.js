@@ -60,13 +60,8 @@ function dotText(command, dots) {
 
 function modelText(command, names, model, thresholds) {
   const lines = head(command);
-  for (const name of NAMES) {
-    const { weights, trees } = model[name];
-    lines.push(`constexpr std::array ${name.toUpperCase()}_TERMS{`);
-    FAMILIES[name].terms.forEach(({ feature, form }, i) =>
-      lines.push(`    Term{"${feature}"_f, Form::${form}, ${number(weights[i])}},`),
-    );
-    lines.push('};', '', `constexpr std::array ${name.toUpperCase()}_TREES{`);
+  const writeTrees = (title, trees) => {
+    lines.push(`constexpr std::array ${title}{`);
     trees.forEach(({ cuts, leaves }) => {
       const asked = cuts
         .map(({ feature, at }) => `{"${names[feature]}"_f, ${number(at)}}`)
@@ -74,13 +69,24 @@ function modelText(command, names, model, thresholds) {
       lines.push(`    Tree{{{${asked}}}, {${leaves.map(number).join(', ')}}},`);
     });
     lines.push('};', '');
+  };
+  for (const name of NAMES) {
+    const { weights, trees, sparse } = model[name];
+    lines.push(`constexpr std::array ${name.toUpperCase()}_TERMS{`);
+    FAMILIES[name].terms.forEach(({ feature, form }, i) =>
+      lines.push(`    Term{"${feature}"_f, Form::${form}, ${number(weights[i])}},`),
+    );
+    lines.push('};', '');
+    writeTrees(`${name.toUpperCase()}_TREES`, trees);
+    writeTrees(`${name.toUpperCase()}_SPARSE_TREES`, sparse);
   }
   lines.push('constexpr std::array FAMILY_MODELS{');
   for (const name of NAMES) {
     const upper = name.toUpperCase();
     lines.push(
       `    FamilyModel{FigureFamily::${upper}, ` +
-        `${number(model[name].bias)}, ${number(thresholds[name])}, ${upper}_TERMS, ${upper}_TREES},`,
+        `${number(model[name].bias)}, ${number(thresholds[name])}, ${upper}_TERMS, ${upper}_TREES, ` +
+        `${upper}_SPARSE_TREES},`,
     );
   }
   lines.push('};', '');
@@ -183,8 +189,10 @@ function main() {
   reportCalibration(original, thresholds);
   if (options.distorted) reportDistorted(verdicts, thresholds);
   if (options.dry) return;
-  const used = (row) => row.importance > 0;
-  const model = calibrated(fitFamilies(table, used, PENALTY), scale);
+  const model = calibrated(
+    fitFamilies(table, () => true, PENALTY),
+    scale,
+  );
   const files = options.files.map((file) => path.basename(file)).join(' ');
   const without = options.without.size > 0 ? ` --without ${[...options.without].join(',')}` : '';
   const command = `node research/beautifier/train.js ${files}${without}`;

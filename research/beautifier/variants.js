@@ -10,6 +10,7 @@ const { extentOf, hash, scaled } = require('./strokes.js');
 const SIDE = 200; // longer side of the strokes that are varied
 const MIN_POINTS = 14; // of a moderately thinned stroke
 const MIN_POINTS_SPARSE = 5; // of a severely thinned one
+const MIN_POINTS_SPARSEST = 3.4; // so that 20 points become four
 const MAX_SQUEEZE = 5;
 
 const CLOSED = ['triangle', 'quadrangle', 'ellipse'];
@@ -32,6 +33,33 @@ function squeezed(points, random) {
 /** Thinned to every `maxStep`-th point, or less where few points would be left. */
 function thin(points, maxStep, minPoints) {
   return d.thinned(Math.max(1, Math.floor(Math.min(maxStep, points.length / minPoints))))(points);
+}
+
+/** Thinned to every third to eighth point, from either end. */
+function sparse(points, random) {
+  const from = random() < 0.5 ? points : [...points].reverse();
+  return thin(from, 3 + Math.floor(6 * random()), MIN_POINTS_SPARSEST);
+}
+
+function distanceToChord([x, y], [x0, y0], [x1, y1]) {
+  const [dx, dy] = [x1 - x0, y1 - y0];
+  const t = ((x - x0) * dx + (y - y0) * dy) / (dx * dx + dy * dy || 1);
+  const at = Math.min(Math.max(t, 0), 1);
+  return Math.hypot(x - x0 - at * dx, y - y0 - at * dy);
+}
+
+/**
+ * As few points as keep the path within `tolerance`, which are the corners of a polygon
+ * (Douglas, Peucker: Algorithms for the reduction of the number of points required to
+ * represent a digitized line or its caricature, 1973).
+ */
+function simplified(points, tolerance) {
+  const [first, last] = [points[0], points[points.length - 1]];
+  const away = points.map((p) => distanceToChord(p, first, last));
+  const k = away.reduce((best, value, i) => (value > away[best] ? i : best), 0);
+  if (!(away[k] > tolerance)) return [first, last];
+  const before = simplified(points.slice(0, k + 1), tolerance);
+  return [...before, ...simplified(points.slice(k), tolerance).slice(1)];
 }
 
 const shaken = (points, random) =>
@@ -103,19 +131,43 @@ const VARIANTS = [
   [FEW, ['angle'], 'none', retracedLeg],
 ];
 
-/** All variants of a stroke: { points, family, importance }, the stroke itself first. */
+/** More sparse strokes, for the part of the scores that sparse strokes alone have. */
+const SPARSE_VARIANTS = [
+  [SPARSE, null, 'same', (points) => thin([...points].reverse(), 4, MIN_POINTS_SPARSE)],
+  [SPARSER, null, 'same', sparse],
+  [SPARSER, null, 'same', sparse],
+  // A polygon of its corners alone, as programs store it, is no thinned oval.
+  [
+    SPARSER,
+    ['triangle', 'quadrangle'],
+    'same',
+    (points, random) => simplified(points, uniform(random, 0.02, 0.06) * SIDE),
+  ],
+];
+
+/**
+ * All variants of a stroke: { points, family, importance, sparseImportance, original }, the
+ * stroke itself first. The importances are those for all scores and for what sparse
+ * strokes add to them.
+ */
 function variants(stroke) {
   const { family } = stroke;
   const plain = stroke.points.map(([x, y]) => [x, y]);
   const seed = hash(stroke.source + stroke.id);
   const extent = extentOf(plain);
-  return VARIANTS.flatMap(([importance, families, becomes, vary], i) => {
+  return [...VARIANTS, ...SPARSE_VARIANTS].flatMap(([weight, families, becomes, vary], i) => {
     if (families !== null && !families.includes(family)) return [];
     if (i > 0 && !(extent > 0)) return [];
     const random = createUniform(seed + i);
     const points = i === 0 ? plain : vary(scaled(plain, SIDE), random);
     return [
-      { points, family: becomes === 'same' ? family : becomes, importance, original: i === 0 },
+      {
+        points,
+        family: becomes === 'same' ? family : becomes,
+        importance: i < VARIANTS.length ? weight : 0,
+        sparseImportance: weight,
+        original: i === 0,
+      },
     ];
   });
 }

@@ -72,6 +72,7 @@ test('a calibrated model gives the calibrated scores', () => {
     family: [...NAMES, 'none'][i % (NAMES.length + 1)],
     closed: i % 2,
     importance: 1,
+    sparseImportance: 1,
     features: names.map(() => random() - (i % 7) / 7),
   }));
   const table = new Table(names, rows);

@@ -9,6 +9,7 @@
 #include <cmath>
 #include <cstdint>
 #include <iterator>
+#include <numeric>
 #include <span>
 
 namespace Scrivo::beautifier {
@@ -53,6 +54,7 @@ struct FamilyModel {
     double threshold;
     std::span<const Term> terms;
     std::span<const Tree> trees;
+    std::span<const Tree> sparseTrees;  ///< more of the sum, for sparse strokes
 };
 
 #include "Beautifier/judge/Model.inc"
@@ -85,14 +87,23 @@ UnpackedTree unpacked(const Tree& tree) {
     return result;
 }
 
+std::vector<UnpackedTree> unpacked(std::span<const Tree> trees) {
+    std::vector<UnpackedTree> result;
+    result.reserve(trees.size());
+    std::transform(trees.begin(), trees.end(), std::back_inserter(result),
+                   [](const Tree& tree) { return unpacked(tree); });
+    return result;
+}
+
 struct Scorer {
     const FamilyModel* model;
     std::vector<UnpackedTree> trees;
+    std::vector<UnpackedTree> sparseTrees;
 
-    explicit Scorer(const FamilyModel& packed) : model(&packed) {
-        std::transform(packed.trees.begin(), packed.trees.end(), std::back_inserter(trees),
-                       unpacked);
-    }
+    explicit Scorer(const FamilyModel& packed)
+        : model(&packed),
+          trees(unpacked(packed.trees)),
+          sparseTrees(unpacked(packed.sparseTrees)) {}
 };
 
 /// Unpacked on first use, since a division for every number would take longer than
@@ -111,15 +122,19 @@ double leafOf(const UnpackedTree& tree, const Features& features) {
     return tree.leaves[2 * side + isAbove(tree.cuts[1 + side], features)];
 }
 
+double sumOf(const std::vector<UnpackedTree>& trees, const Features& features) {
+    return std::accumulate(
+        trees.begin(), trees.end(), 0.0,
+        [&](double sum, const UnpackedTree& tree) { return sum + leafOf(tree, features); });
+}
+
 double scoreOf(const Scorer& scorer, const Features& features) {
     double sum = scorer.model->bias;
     for (const Term& term : scorer.model->terms) {
         sum += term.weight * valueOf(term, features);
     }
-    for (const UnpackedTree& tree : scorer.trees) {
-        sum += leafOf(tree, features);
-    }
-    return sum;
+    sum += sumOf(scorer.trees, features);
+    return features["SPARSE"_f] > 0.0 ? sum + sumOf(scorer.sparseTrees, features) : sum;
 }
 
 }  // namespace
