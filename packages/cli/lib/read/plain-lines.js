@@ -7,7 +7,7 @@
  */
 
 const [LINE_FEED, TAB, RETURN, SPACE] = [10, 9, 13, 32];
-const [QUOTE, COMMA, MINUS, POINT, ZERO, NINE, COLON] = Buffer.from('",-.09:');
+const [QUOTE, COMMA, MINUS, POINT, ZERO, COLON] = Buffer.from('",-.0:');
 const [OPEN, BACKSLASH, CLOSE, OPEN_BRACE, CLOSE_BRACE] = Buffer.from('[\\]{}');
 const NULL = Buffer.from('null');
 const KEY = Buffer.from('"points"');

@@ -75,12 +75,14 @@ function createLineProcessor(engine, options) {
     const result = { lines: 0, families: {}, problems: [], edges: NO_EDGES, definitions: {} };
     const block = endLine(bytes);
     // With `others`, which lines may snap to, or in another encoding no line has the usual form.
-    const isUsual = !options.snap && !overlong && isUtf8?.(block);
+    const isUsual = !options.snap && !overlong;
+    const isWholeUtf8 = isUsual && isUtf8?.(block);
     for (let start = 0; start < block.length;) {
       const end = block.indexOf(LINE_FEED, start);
       result.lines += 1;
-      const plain = isUsual && processPlain(block, start, end, source);
       const line = { bytes: block.subarray(start, end), overlong };
+      const isPlain = isWholeUtf8 || (isUsual && isUtf8?.(line.bytes));
+      const plain = isPlain && processPlain(block, start, end, source);
       for (const { problem, family } of plain ? [plain] : processAny(line, source)) {
         if (problem) result.problems.push([result.lines, problem]);
         else result.families[family] = (result.families[family] ?? 0) + 1;
