@@ -314,6 +314,6 @@ test('a page with a missing or wrong unit is not wrecked', async () => {
   const lines = strokes.map((points) => `${JSON.stringify({ points })}\n`);
   const { stdout, stderr } = await idealise([], lines.join(''));
   const { stdout: alone } = await idealise([], lines[3]);
-  assert.match(stderr, /^standard input: the first strokes are about 0\.0\d+ pixels large;/);
+  assert.match(stderr, /: the first strokes are about 0\.0\d+ pixels large;/);
   assert.equal(stdout.split('\n')[3], alone.trim());
 });
