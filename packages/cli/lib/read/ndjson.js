@@ -9,7 +9,7 @@ const LINE_FEED = 10;
 const MAX_LINE_LENGTH = 8 * 1024 * 1024;
 
 // Bytes that are processed at a time, about. Passing a block to a worker has a price.
-const BLOCK = 1 << 18;
+const BLOCK = 1 << 17;
 
 const ARRAY_HINT = ` (jq -c '.[]' splits an array into lines)`;
 

@@ -71,19 +71,22 @@ function createLineProcessor(engine, options) {
     return { problem };
   }
 
+  function processLine(block, start, end, { overlong, source }) {
+    if (start === end && !overlong) return [];
+    const line = { bytes: block.subarray(start, end), overlong };
+    // With `others`, which lines may snap to, or in another encoding no line has the usual form.
+    const isUsual = !options.snap && !overlong && isUtf8?.(line.bytes);
+    const plain = isUsual && processPlain(block, start, end, source);
+    return plain ? [plain] : processAny(line, source);
+  }
+
   return ({ bytes, overlong, source }) => {
     const result = { lines: 0, families: {}, problems: [], edges: NO_EDGES, definitions: {} };
     const block = endLine(bytes);
-    // With `others`, which lines may snap to, or in another encoding no line has the usual form.
-    const isUsual = !options.snap && !overlong;
-    const isWholeUtf8 = isUsual && isUtf8?.(block);
     for (let start = 0; start < block.length;) {
       const end = block.indexOf(LINE_FEED, start);
       result.lines += 1;
-      const line = { bytes: block.subarray(start, end), overlong };
-      const isPlain = isWholeUtf8 || (isUsual && isUtf8?.(line.bytes));
-      const plain = isPlain && processPlain(block, start, end, source);
-      for (const { problem, family } of plain ? [plain] : processAny(line, source)) {
+      for (const { problem, family } of processLine(block, start, end, { overlong, source })) {
         if (problem) result.problems.push([result.lines, problem]);
         else result.families[family] = (result.families[family] ?? 0) + 1;
       }
