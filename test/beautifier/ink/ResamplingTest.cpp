@@ -2,6 +2,7 @@
 #include "Beautifier/fit/EllipseFit.h"
 #include "Beautifier/fit/Evidence.h"
 
+#include <cmath>
 #include <gtest/gtest.h>
 #include <string>
 
@@ -17,6 +18,17 @@ TEST(BeautifierInk, PolygonsOfFewSamplesKeepTheirCorners) {
     ASSERT_TRUE(is<QuadrangleFigure>(answer.figure));
     EXPECT_EQ(std::get<QuadrangleFigure>(answer.figure).subtype, QuadrangleKind::SQUARE);
     EXPECT_EQ(beautify({{100, 100}, {160, 300}, {300, 100}}).type, FIGURE_ANGLE);
+}
+
+TEST(BeautifierInk, BoxesOfFewSamplesNeedNoneAtTheirCorners) {
+    const Curve box = polyline({{0, 0}, {200, 0}, {200, 120}, {0, 120}, {0, 0}});
+    for (const double start : {0.02, 0.04, 0.06}) {
+        const Curve ink = [&](double t) { return box(std::fmod(t + start, 1.0)); };
+        for (const int count : {9, 12}) {
+            const Beautified answer = beautify(sample(ink, count));
+            EXPECT_TRUE(is<QuadrangleFigure>(answer.figure)) << count << " from " << start;
+        }
+    }
 }
 
 TEST(BeautifierInk, CurvesOfFewSamplesStayRound) {
