@@ -14,5 +14,6 @@ export const {
   initScrivo,
   optimizeAStroke,
   outlineOf,
+  resample,
   templates,
 } = refuse();

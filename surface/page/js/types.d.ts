@@ -102,9 +102,13 @@ interface Candidate {
   family: Family;
   probability: number;
   figure: Figure | null;
+  /** The best fit, before it is made level and regular. */
+  fitted: Figure | null;
 }
 
 interface Explanation {
+  /** The points that figures are fitted to. */
+  points: Place[];
   candidates: Candidate[];
   micros: number;
 }
@@ -167,6 +171,7 @@ declare module '*.wasm' {
 declare module 'scrivo-wasm' {
   export const Beautifier: typeof import('scrivo/beautifier').Beautifier;
   export const FIGURES: readonly Family[];
+  export const resample: typeof import('scrivo/beautifier').resample;
   export const optimizeAStroke: typeof import('scrivo').optimizeAStroke;
   export const templates: readonly string[];
   export function initScrivo(files: readonly string[]): boolean;
