@@ -52,9 +52,37 @@ class DrawingPage {
     return opened;
   }
 
+  /** Another tab of the same browser. */
+  async openAnother() {
+    const other = new DrawingPage();
+    other.page = await this.page.context().newPage();
+    await other.load(this.page.url());
+    return other;
+  }
+
+  /** Empties the browser's storage and loads the page again: quicker than a new one. */
+  async reset(address) {
+    const { page } = this;
+    await page.goto('about:blank');
+    const client = await page.context().newCDPSession(page);
+    await client.send('Storage.clearDataForOrigin', {
+      origin: new URL(address).origin,
+      storageTypes: 'all',
+    });
+    await client.detach();
+    await page.setViewportSize(VIEW);
+    await page.emulateMedia({ colorScheme: null });
+    await this.load(address);
+  }
+
   async load(address) {
     await this.page.goto(address);
     await this.page.waitForFunction(() => window.scrivo?.isReady);
+  }
+
+  /** Whether it is the only tab of its browser. */
+  get isAlone() {
+    return this.page.context().pages().length === 1;
   }
 
   close() {
@@ -83,6 +111,36 @@ class DrawingPage {
     await this.page.waitForTimeout(rest);
     await this.page.mouse.up();
     await this.answered();
+  }
+
+  /** Presses keys one after the other. */
+  async keys(...names) {
+    for (const name of names) await this.page.keyboard.press(name);
+  }
+
+  /** Clicks what has this text in the panel. */
+  choose(text) {
+    return this.page.click(`#inspector >> text="${text}"`);
+  }
+
+  /** Sets when ink becomes a figure. */
+  async snapOn(name) {
+    await this.page.click('#open-settings');
+    await this.page.selectOption('#settings select', name);
+    await this.keys('Escape');
+  }
+
+  /** Resolves when a stroke in progress is stored with so many samples. */
+  storedSketch(samples) {
+    return this.page.waitForFunction(async (count) => {
+      const result = (request) =>
+        new Promise((resolve) => (request.onsuccess = () => resolve(request.result)));
+      const database = await result(indexedDB.open('scrivo-drawing'));
+      const store = database.transaction('sketch').objectStore('sketch');
+      const parts = await result(store.getAll());
+      database.close();
+      return parts.reduce((sum, part) => sum + part.samples.length, 0) >= count;
+    }, samples);
   }
 
   answered() {
