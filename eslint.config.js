@@ -41,9 +41,14 @@ module.exports = [
     files: ['packages/wasm/lib/**', 'examples/browser/*.js'],
     languageOptions: { sourceType: 'module', globals: globals.browser },
   },
-  // Functions that the browser test evaluates run in the page.
+  // Functions that run in the page.
   {
-    files: ['test/**/*.browser.test.js', 'test/support/chromium.js', 'test/support/page.js'],
+    files: [
+      'test/**/*.browser.test.js',
+      'test/support/chromium.js',
+      'test/support/page.js',
+      'bench/surface.bench.js',
+    ],
     languageOptions: { globals: globals.browser },
   },
 ];

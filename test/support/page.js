@@ -131,16 +131,17 @@ class DrawingPage {
   }
 
   /** Resolves when a stroke in progress is stored with so many samples. */
-  storedSketch(samples) {
-    return this.page.waitForFunction(async (count) => {
-      const result = (request) =>
-        new Promise((resolve) => (request.onsuccess = () => resolve(request.result)));
-      const database = await result(indexedDB.open('scrivo-drawing'));
-      const store = database.transaction('sketch').objectStore('sketch');
-      const parts = await result(store.getAll());
-      database.close();
-      return parts.reduce((sum, part) => sum + part.samples.length, 0) >= count;
-    }, samples);
+  async storedSketch(count) {
+    const stored = () =>
+      this.page.evaluate(async () => {
+        const result = (request) =>
+          new Promise((resolve) => (request.onsuccess = () => resolve(request.result)));
+        const database = await result(indexedDB.open('scrivo-drawing'));
+        const parts = await result(database.transaction('sketch').objectStore('sketch').getAll());
+        database.close();
+        return parts.reduce((sum, { samples }) => sum + samples.length, 0);
+      });
+    while ((await stored()) < count) await this.page.waitForTimeout(50);
   }
 
   answered() {
@@ -169,6 +170,30 @@ class DrawingPage {
       },
       [pointerType, points, 1000 / rate],
     );
+    await this.answered();
+  }
+
+  /** Draws a spiral of so many samples, a thousand of them an event. */
+  async drawLong(count) {
+    await this.page.evaluate((total) => {
+      const canvas = document.getElementById('surface');
+      const eventAt = (name, i) =>
+        new PointerEvent(name, {
+          ...{ pointerType: 'mouse', pointerId: 1, bubbles: true, buttons: 1, pressure: 0.5 },
+          clientX: 500 + (100 + i / 800) * Math.cos(i / 100),
+          clientY: 400 + (100 + i / 800) * Math.sin(i / 100),
+        });
+      const send = (name, i, count = 1) => {
+        const event = eventAt(name, i);
+        event.getCoalescedEvents = () =>
+          Array.from({ length: count }, (_, k) => eventAt(name, i + k));
+        canvas.dispatchEvent(event);
+      };
+      send('pointerdown', 0);
+      send('pointermove', 1, 999);
+      for (let i = 1000; i < total; i += 1000) send('pointermove', i, 1000);
+      send('pointerup', total);
+    }, count);
     await this.answered();
   }
 

@@ -484,27 +484,8 @@ describe('the drawing page', { concurrency: AT_ONCE }, () => {
     assert.equal(line.points.length, SQUARE.length);
   });
 
-  onPage('ink of 200,000 samples is drawn and kept', async (drawing, page) => {
-    await page.evaluate(() => {
-      const canvas = document.getElementById('surface');
-      const eventAt = (name, i) =>
-        new PointerEvent(name, {
-          ...{ pointerType: 'mouse', pointerId: 1, bubbles: true, buttons: 1, pressure: 0.5 },
-          clientX: 500 + (100 + i / 800) * Math.cos(i / 100),
-          clientY: 400 + (100 + i / 800) * Math.sin(i / 100),
-        });
-      const send = (name, i, count = 1) => {
-        const event = eventAt(name, i);
-        event.getCoalescedEvents = () =>
-          Array.from({ length: count }, (_, k) => eventAt(name, i + k));
-        canvas.dispatchEvent(event);
-      };
-      send('pointerdown', 0);
-      send('pointermove', 1, 999);
-      for (let i = 1000; i < 200_000; i += 1000) send('pointermove', i, 1000);
-      send('pointerup', 200_000);
-    });
-    await drawing.answered();
+  onPage('ink of 200,000 samples is drawn and kept', async (drawing) => {
+    await drawing.drawLong(200_000);
     const [{ samples, answer }] = await drawing.items();
     assert.deepEqual([samples, answer.reason], [200_000, 'no-figure']);
     assert.equal(await drawing.isPainted([620, 400]), true);
