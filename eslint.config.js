@@ -35,7 +35,7 @@ module.exports = [
   { files: ['**/*.mjs'], languageOptions: { sourceType: 'module', globals: globals.node } },
   {
     files: ['surface/page/**', 'examples/**/page.js'],
-    languageOptions: { globals: globals.browser },
+    languageOptions: { globals: { ...globals.browser, FAMILIES: false, WISHES: false } },
   },
   {
     files: ['packages/wasm/lib/**', 'examples/browser/*.js'],

@@ -150,6 +150,9 @@ export type Wish =
   | 'trapezoid'
   | 'kite';
 
+/** All wishes, for menus: the families, then the kinds. */
+export declare const WISHES: readonly Wish[];
+
 /** Another family that a stroke may have been meant as. */
 export interface Alternative {
   family: FigureFamily;

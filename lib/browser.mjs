@@ -16,4 +16,5 @@ export const {
   outlineOf,
   resample,
   templates,
+  WISHES,
 } = refuse();

@@ -199,7 +199,13 @@ function defineBeautifier(native, { FAMILIES, WISHES, flattenFigure, makeFigure 
     return unpackObjects(native.resample(points, width, height));
   }
 
-  return { Beautifier, FIGURES: FAMILIES, outlineOf, resample };
+  return {
+    Beautifier,
+    FIGURES: FAMILIES,
+    WISHES: Object.freeze([...WISHES.keys()]),
+    outlineOf,
+    resample,
+  };
 }
 
 module.exports = { defineBeautifier };

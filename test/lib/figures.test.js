@@ -93,7 +93,11 @@ describe('resample', () => {
   const distance = ([px, py], [qx, qy]) => Math.hypot(px - qx, py - qy);
 
   it('gives evenly spaced points, whatever the sampling, without a hook at the end', () => {
-    const corners = [[200, 200], [500, 200], [500, 400]];
+    const corners = [
+      [200, 200],
+      [500, 200],
+      [500, 400],
+    ];
     const sampled = (step) => {
       const points = [];
       for (let x = 200; x < 500; x += step) points.push([x, 200]);
@@ -101,7 +105,10 @@ describe('resample', () => {
       return points;
     };
     const toStroke = (points) => points.map(([x, y]) => ({ x: x / WIDTH, y: y / HEIGHT }));
-    const hook = [[495, 397], [490, 394]];
+    const hook = [
+      [495, 397],
+      [490, 394],
+    ];
     for (const points of [sampled(1), sampled(7), [...sampled(3), ...hook]]) {
       const even = inUnits(resample(toStroke(points), WIDTH, HEIGHT));
       assert.equal(even.length, 97);
@@ -110,12 +117,22 @@ describe('resample', () => {
       }
       const steps = even.slice(1).map((p, i) => distance(p, even[i]));
       assert.ok(Math.max(...steps) < 5.5, 'even');
-      assert.ok(even.every(([x, y]) => Math.abs(y - 200) < 1 || Math.abs(x - 500) < 1), 'no hook');
+      assert.ok(
+        even.every(([x, y]) => Math.abs(y - 200) < 1 || Math.abs(x - 500) < 1),
+        'no hook',
+      );
     }
   });
 
   it('has none for what cannot be fitted, and names what is wrong', () => {
-    for (const stroke of [[], [{ x: 0.5, y: 0.5 }], [{ x: 300, y: 200 }, { x: 0, y: 0 }]]) {
+    for (const stroke of [
+      [],
+      [{ x: 0.5, y: 0.5 }],
+      [
+        { x: 300, y: 200 },
+        { x: 0, y: 0 },
+      ],
+    ]) {
       assert.deepEqual(resample(stroke, WIDTH, HEIGHT), []);
     }
     assert.throws(() => resample([{ x: 0 }], WIDTH, HEIGHT), /^TypeError: stroke\[0\]\.y/);

@@ -14,7 +14,7 @@ const engine = createEngine(() => new URL('./scrivo.wasm', import.meta.url), {
 });
 
 export const { start, startSync } = engine;
-export const { Beautifier, FIGURES, outlineOf, resample } = bindBeautifier(engine);
+export const { Beautifier, FIGURES, WISHES, outlineOf, resample } = bindBeautifier(engine);
 export const { initScrivo, optimizeAStroke } = bindTemplateEngine(engine);
 export const { FigureType } = figureType;
 export { templates } from './bind-template-engine.js';

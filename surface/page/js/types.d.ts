@@ -6,6 +6,11 @@ type Figure = import('scrivo/beautifier').Figure;
 type Wish = import('scrivo/beautifier').Wish;
 type Family = import('scrivo/beautifier').FigureFamily;
 type Alternative = import('scrivo/beautifier').Alternative;
+
+/** All families and wishes of the package; the build fills them in. */
+declare const FAMILIES: Family[];
+declare const WISHES: Wish[];
+
 type Bounds = { left: number; top: number; right: number; bottom: number };
 
 /** A similarity: x' = a x - b y + e, y' = b x + a y + f. */
