@@ -330,16 +330,72 @@ describe('the drawing page', { concurrency: AT_ONCE }, () => {
     assert.deepEqual(await drawing.kinds(), ['line', 'square'], 'one step');
   });
 
-  onPage('a reload keeps the drawing and its history', async (drawing, page) => {
-    await drawing.draw(LINE);
+  onPage(
+    'a reload keeps the drawing, its history and the stroke in progress',
+    async (drawing, page) => {
+      await drawing.draw(LINE);
+      await drawing.draw(SQUARE);
+      await drawing.keys('Control+z');
+      const before = await drawing.items();
+      await drawing.load(server.address);
+      assert.deepEqual(await drawing.items(), before);
+      await page.click('#redo');
+      assert.deepEqual(await drawing.kinds(), ['line', 'square']);
+      await drawing.snapOn('lift');
+      await drawing.press(CIRCLE);
+      await drawing.load(server.address);
+      await drawing.answered();
+      assert.deepEqual(await drawing.kinds(), ['line', 'square', 'circle']);
+    },
+  );
+
+  onPage(
+    'what the browser refuses to store is stored with the next change',
+    async (drawing, page) => {
+      await page.evaluate(() => {
+        const { put } = IDBObjectStore.prototype;
+        IDBObjectStore.prototype.put = () => {
+          throw new DOMException('full', 'QuotaExceededError');
+        };
+        window.makeRoom = () => (IDBObjectStore.prototype.put = put);
+      });
+      await drawing.draw(LINE);
+      await page.waitForSelector('#alert:not([hidden])');
+      assert.match(await page.textContent('#alert'), /save it to a file/);
+      await page.evaluate(() => window.makeRoom());
+      await drawing.draw(SQUARE);
+      await drawing.load(server.address);
+      assert.deepEqual(await drawing.kinds(), ['line', 'square']);
+    },
+  );
+
+  onPage('a database that answers late adds what was drawn meanwhile', async (drawing, page) => {
     await drawing.draw(SQUARE);
-    await drawing.keys('Control+z');
-    const before = await drawing.items();
-    await page.waitForTimeout(50);
+    await page.addInitScript(() => {
+      if (!sessionStorage.isLate) return;
+      delete sessionStorage.isLate;
+      const open = indexedDB.open.bind(indexedDB);
+      indexedDB.open = (...args) => {
+        const late = {};
+        window.answer = () => {
+          const request = open(...args);
+          request.onupgradeneeded = late.onupgradeneeded;
+          request.onsuccess = () => Object.assign(late, { result: request.result }).onsuccess();
+        };
+        return late;
+      };
+    });
+    await page.evaluate(() => (sessionStorage.isLate = 'yes'));
+    await page.goto(server.address);
+    await page.waitForFunction(() => !document.querySelector('main').inert);
+    await drawing.draw(LINE);
+    assert.deepEqual(await drawing.kinds(), ['line']);
+    await page.evaluate(() => window.answer());
+    await page.waitForFunction(() => window.scrivo.isReady);
+    await drawing.answered();
+    assert.deepEqual(await drawing.kinds(), ['square', 'line']);
     await drawing.load(server.address);
-    assert.deepEqual(await drawing.items(), before);
-    await page.click('#redo');
-    assert.deepEqual(await drawing.kinds(), ['line', 'square']);
+    assert.deepEqual(await drawing.kinds(), ['square', 'line']);
   });
 
   onPage('a tab that crashes in the middle of a stroke keeps its ink', async (drawing, page) => {

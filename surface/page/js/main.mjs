@@ -111,8 +111,6 @@ async function loadDrawing(drawing, pointers) {
     };
     byId('take-over').onclick = takeOver;
     const state = await openStorage(drawing, { onFailure, onYield });
-    if (state === 'begun')
-      warn('What you draw now is not stored: the stored drawing came too late.');
     if (state === 'elsewhere') {
       clearTimeout(timer);
       return offer();

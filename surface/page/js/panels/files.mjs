@@ -45,6 +45,8 @@ export function createFiles({ drawing, renderer, view }, say, warn) {
 
   /** @param {File} file */
   async function open(file) {
+    // Another tab has the drawing, or it is being loaded.
+    if (document.querySelector('main')?.inert) return;
     try {
       const items = readDocument(await file.text(), () => drawing.newId());
       // The drawing that was there can be brought back by undo.
