@@ -497,14 +497,44 @@ describe('the drawing page', { concurrency: AT_ONCE }, () => {
       const traces = String(await get('inkml')).match(/<trace /g);
       assert.equal(traces.length, 2);
 
-      await page.setInputFiles('#file', {
-        name: 'b.json',
-        mimeType: 'application/json',
-        buffer: Buffer.from('{}'),
-      });
-      await page.waitForSelector('#alert:not([hidden])');
-      assert.match(await page.textContent('#alert'), /b.json cannot be opened: this is no drawing/);
+      const changed = (change) => {
+        const value = JSON.parse(saved);
+        change(value.items[0]);
+        return Buffer.from(JSON.stringify(value));
+      };
+      const open = (name, buffer) =>
+        page.setInputFiles('#file', { name, mimeType: 'application/json', buffer });
+      const broken = [
+        [Buffer.from('{}'), 'this is no drawing'],
+        [png, 'this is not JSON'],
+        [changed(({ figure }) => (figure.corners[0].x = 1e300)), 'items[0].figure.corners'],
+        [changed(({ figure }) => (figure.subtype = 'blob')), 'items[0].figure.subtype'],
+        [changed(({ ink }) => (ink.points[1][0] = 1e9)), 'items[0].ink.points[1] is too far'],
+      ];
+      for (const [i, [buffer, message]] of broken.entries()) {
+        await open(`${i}.json`, buffer);
+        const text = `${i}.json cannot be opened: ${message}`;
+        await page.waitForFunction(
+          (start) => document.getElementById('alert-text').textContent.startsWith(start),
+          text,
+        );
+      }
       assert.equal((await drawing.items()).length, 2);
+      const answer = {
+        engine: 'constructor',
+        confidence: 'high',
+        alternatives: [null],
+        micros: {},
+      };
+      await open(
+        'odd.json',
+        changed((item) => Object.assign(item, { answer, width: 5000 })),
+      );
+      await page.waitForFunction(() => window.scrivo.drawing.items[0].width === 100);
+      assert.equal(await page.isVisible('#alert'), false, 'the last file was opened');
+      await page.focus('#surface');
+      await drawing.keys('Tab');
+      assert.match(await page.textContent('#inspector'), /^SquareSides/);
     },
   );
 

@@ -104,12 +104,14 @@ async function loadDrawing(drawing, pointers) {
       main.inert = true;
       warn('This drawing is open in another tab.');
       byId('take-over').hidden = false;
+      byId('dismiss').hidden = true;
     };
     const onYield = () => {
       pointers.finish();
       offer();
     };
     byId('take-over').onclick = takeOver;
+    byId('dismiss').onclick = () => (byId('alert').hidden = true);
     const state = await openStorage(drawing, { onFailure, onYield });
     if (state === 'elsewhere') {
       clearTimeout(timer);
@@ -128,6 +130,7 @@ function warn(text) {
   byId('alert').hidden = false;
   byId('retry').hidden = true;
   byId('take-over').hidden = true;
+  byId('dismiss').hidden = false;
 }
 
 /** @param {HTMLElement} surface @param {View} view */
@@ -231,6 +234,7 @@ function showState(drawing, view, recogniser, engine) {
     if (isAvailable && retry.hidden) return;
     byId('alert').hidden = isAvailable;
     retry.hidden = isAvailable;
+    byId('dismiss').hidden = !isAvailable;
     if (isAvailable) return;
     const strokes = waiting === 1 ? 'One stroke waits' : `${waiting} strokes wait`;
     byId('alert-text').textContent =

@@ -41,13 +41,18 @@ function expect(condition, message) {
 }
 
 const isObject = (/** @type {any} */ value) => typeof value === 'object' && value !== null;
+// A pen cannot be wider, units.
+const WIDEST = 100;
+
 // Drawings reach no further, in units: beyond, samples would lose their decimals.
 const FARTHEST = 1e6;
 
 const isCoordinate = (/** @type {any} */ v) => Number.isFinite(v) && Math.abs(v) <= FARTHEST;
 const isPlace = (/** @type {any} */ place) =>
   isObject(place) && isCoordinate(place.x) && isCoordinate(place.y);
+const isSize = (/** @type {any} */ v) => isCoordinate(v) && v >= 0;
 const isKind = (/** @type {any} */ name) => name === 'general' || WISHES.includes(name);
+const areSizes = (/** @type {any} */ radii) => isPlace(radii) && isSize(radii.x) && isSize(radii.y);
 const arePlaces = (/** @type {number} */ count) => (/** @type {any} */ value) =>
   Array.isArray(value) && value.length === count && value.every(isPlace);
 
@@ -58,8 +63,8 @@ const FIGURES = {
   angle: { from: isPlace, vertex: isPlace, to: isPlace, opening: isCoordinate },
   triangle: { corners: arePlaces(3), subtype: isKind },
   quadrangle: { corners: arePlaces(4), subtype: isKind },
-  circle: { centre: isPlace, radius: isCoordinate },
-  ellipse: { centre: isPlace, radii: isPlace, rotation: isCoordinate },
+  circle: { centre: isPlace, radius: isSize },
+  ellipse: { centre: isPlace, radii: areSizes, rotation: isCoordinate },
 };
 
 /** @param {any} figure @param {string} where */
@@ -136,7 +141,7 @@ export function readDocument(text, newId) {
   return value.items.map((/** @type {any} */ item, /** @type {number} */ i) => {
     expect(isObject(item), `items[${i}] must be an object`);
     checkFigure(item.figure, `items[${i}].figure`);
-    const width = Number.isFinite(item.width) && item.width > 0 ? item.width : 3.6;
+    const width = isSize(item.width) && item.width > 0 ? Math.min(WIDEST, item.width) : 3.6;
     const colour = Math.max(0, COLOURS.indexOf(item.colour));
     const ink = readInk(item.ink, `items[${i}].ink`);
     return Object.freeze({

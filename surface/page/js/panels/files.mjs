@@ -43,6 +43,8 @@ export function createFiles({ drawing, renderer, view }, say, warn) {
       ),
   };
 
+  let problem = '';
+
   /** @param {File} file */
   async function open(file) {
     // Another tab has the drawing, or it is being loaded.
@@ -57,9 +59,11 @@ export function createFiles({ drawing, renderer, view }, say, warn) {
       );
       selection.value = new Set();
       if (items.length > 0) view.show(unite(items.map(boundsOf)));
-      say(`${file.name}: ${items.length} strokes`);
+      say(`${file.name}: ${items.length === 1 ? 'one stroke' : `${items.length} strokes`}`);
+      if (byId('alert-text').textContent === problem) byId('alert').hidden = true;
     } catch (error) {
-      warn(`${file.name} cannot be opened: ${/** @type {Error} */ (error).message}`);
+      problem = `${file.name} cannot be opened: ${/** @type {Error} */ (error).message}`;
+      warn(problem);
     }
   }
 
