@@ -34,26 +34,16 @@ const strokesAt = (at) =>
     [1, 2, 3].map((seed) => drawInk({ figure, seed, size: 160, hand: HAND, at }).points),
   );
 
-/**
- * Runs in the page: adds strokes, every `figures`-th of them as a figure too, in the two steps that
- * drawing takes.
- */
+/** Runs in the page: adds strokes, every `figures`-th of them as a figure, each in the steps that drawing takes. */
 function fill([count, strokes, figures]) {
   const { drawing } = window.scrivo;
   const frame = { left: 0, top: 0, width: innerWidth, height: innerHeight, scale: 1 };
   for (let i = 0; i < count; i += 1) {
-    const [dx, dy] = [(i * 389) % 1200, (i * 241) % 720];
+    const [x, y] = [(i * 389) % 1200, (i * 241) % 720];
     const points = strokes[i % strokes.length];
     const samples = Float32Array.from(
-      points.flatMap(([x, y, force, time]) => [x / 2 + dx, y / 2 + dy, force, time]),
+      points.flatMap(([px, py, force, time]) => [px / 2 + x, py / 2 + y, force, time]),
     );
-    const [left, top] = [dx - 40, dy - 40];
-    const corners = [
-      { x: left, y: top },
-      { x: left + 80, y: top },
-      { x: left + 80, y: top + 80 },
-      { x: left, y: top + 80 },
-    ];
     const answer = {
       engine: 'beautifier',
       confidence: 0.98,
@@ -65,11 +55,25 @@ function fill([count, strokes, figures]) {
     const style = { colour: i % 6, width: 3.6 };
     const item = { id: drawing.newId(), ink, figure: null, answer, ...style };
     drawing.commit('ink', [item]);
-    if (i % figures === 0) {
-      const figure = { kind: 'quadrangle', subtype: 'square', corners };
-      drawing.insert('figure', { ...item, figure });
-    }
+    if (i % figures > 0) continue;
+    const corners = [
+      { x: x - 40, y: y - 40 },
+      { x: x + 40, y: y - 40 },
+      { x: x + 40, y: y + 40 },
+      { x: x - 40, y: y + 40 },
+    ];
+    drawing.insert('figure', {
+      ...item,
+      figure: { kind: 'quadrangle', subtype: 'square', corners },
+    });
   }
+}
+
+/** Fills the page out of its view, where nothing has to be painted. */
+async function fillUnseen(page, count, figures) {
+  await page.evaluate(() => window.scrivo.view.pan(1e5, 0));
+  await page.evaluate(fill, [count, strokesAt({ x: 0, y: 0 }), figures]);
+  await page.waitForTimeout(2000); // until it is stored
 }
 
 /** Runs in the page: draws the strokes, a few samples a frame; resolves to times in ms. */
@@ -124,8 +128,9 @@ async function open(browser, address) {
 async function measureDrawing(browser, address, count) {
   const { drawing } = await open(browser, address);
   const { page } = drawing;
-  await page.evaluate(fill, [count, strokesAt({ x: 0, y: 0 }), 2]);
-  await page.waitForTimeout(1500);
+  await fillUnseen(page, count, 2);
+  await page.evaluate(() => window.scrivo.view.pan(-1e5, 0));
+  await page.waitForTimeout(1000);
   const times = await page.evaluate(drawAll, strokesAt({ x: 600, y: 400 }));
   const text = Object.entries(times).map(([name, values]) => `${name} ${median(values)}`);
   console.log(`  ${String(count).padStart(4)} strokes, ms: ${text.join(', ')}`);
@@ -157,8 +162,7 @@ async function heapOf(page) {
 async function measureMemory(browser, address) {
   const { drawing } = await open(browser, address);
   const before = await heapOf(drawing.page);
-  await drawing.page.evaluate(fill, [FIGURES, strokesAt({ x: 0, y: 0 }), 1]);
-  await drawing.page.waitForTimeout(3000);
+  await fillUnseen(drawing.page, FIGURES, 1);
   const after = await heapOf(drawing.page);
   console.log(
     `  ${FIGURES} figures with their history take ${((after - before) / 1e6).toFixed(1)} MB`,

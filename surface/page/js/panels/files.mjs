@@ -7,6 +7,7 @@ import { writePng, writeSvg } from '../export/picture.mjs';
 import { unite } from '../model/geometry.mjs';
 import { boundsOf } from '../model/item.mjs';
 import { selection } from '../store/settings.mjs';
+import { settle, warn } from './alert.mjs';
 import { byId } from './dom.mjs';
 
 /** @param {Blob} blob @param {string} name */
@@ -20,9 +21,9 @@ function download(blob, name) {
 
 /**
  * @param {import('../tools/draw-tool.mjs').Context} context
- * @param {(text: string) => void} say @param {(text: string) => void} warn
+ * @param {(text: string) => void} say
  */
-export function createFiles({ drawing, renderer, view }, say, warn) {
+export function createFiles({ drawing, renderer, view }, say) {
   const input = /** @type {HTMLInputElement} */ (byId('file'));
   const save = (
     /** @type {string} */ text,
@@ -60,7 +61,7 @@ export function createFiles({ drawing, renderer, view }, say, warn) {
       selection.value = new Set();
       if (items.length > 0) view.show(unite(items.map(boundsOf)));
       say(`${file.name}: ${items.length === 1 ? 'one stroke' : `${items.length} strokes`}`);
-      if (byId('alert-text').textContent === problem) byId('alert').hidden = true;
+      settle(problem);
     } catch (error) {
       problem = `${file.name} cannot be opened: ${/** @type {Error} */ (error).message}`;
       warn(problem);

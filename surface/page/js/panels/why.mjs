@@ -89,7 +89,7 @@ function contentOf({ ink, figure }, { points, candidates, micros }) {
     ),
     make('p', {}, 'Discs mark the corners of the fit, before it is made level and regular.'),
     make('div', { className: 'cards' }, ...cards),
-    make('p', { className: 'reason' }, `All six took ${micros} µs.`),
+    make('p', { className: 'reason' }, `All of this took ${micros} µs.`),
   ];
 }
 
