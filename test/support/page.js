@@ -130,8 +130,9 @@ class DrawingPage {
     await this.keys('Escape');
   }
 
-  /** Resolves when a stroke in progress is stored with so many samples. */
-  async storedSketch(count) {
+  /** The number of samples of the stroke in progress, once all of them are stored. */
+  async storedSketch() {
+    const drawn = await this.page.evaluate(() => window.scrivo.drawing.sketch.samples.length);
     const stored = () =>
       this.page.evaluate(async () => {
         const result = (request) =>
@@ -141,7 +142,11 @@ class DrawingPage {
         database.close();
         return parts.reduce((sum, { samples }) => sum + samples.length, 0);
       });
-    while ((await stored()) < count) await this.page.waitForTimeout(50);
+    for (let tries = 0; (await stored()) < drawn; tries += 1) {
+      if (tries > 100) throw new Error('the stroke in progress is not stored');
+      await this.page.waitForTimeout(50);
+    }
+    return drawn;
   }
 
   answered() {
@@ -150,11 +155,12 @@ class DrawingPage {
 
   /**
    * Draws with events of one kind of pointer, made in the page: through points [x, y, pressure] that
-   * are `rate` samples a second.
+   * are `rate` samples a second. In the end the pen rests for some ms and moves on to a place, if given:
+   * both by the clock of the page, whatever the load.
    */
-  async drawWith(pointerType, points, rate = 60) {
+  async drawWith(pointerType, points, rate = 60, { rest = 0, onward = null } = {}) {
     await this.page.evaluate(
-      ([type, samples, step]) => {
+      async ([type, samples, step, ms, next]) => {
         const canvas = document.getElementById('surface');
         const send = (name, [clientX, clientY, pressure], i) => {
           const event = new PointerEvent(name, {
@@ -166,9 +172,11 @@ class DrawingPage {
         };
         send('pointerdown', samples[0], 0);
         samples.forEach((sample, i) => i > 0 && send('pointermove', sample, i));
-        send('pointerup', samples.at(-1), samples.length);
+        if (ms > 0) await new Promise((resolve) => setTimeout(resolve, ms));
+        if (next) send('pointermove', next, samples.length);
+        send('pointerup', next ?? samples.at(-1), samples.length + 1);
       },
-      [pointerType, points, 1000 / rate],
+      [pointerType, points, 1000 / rate, rest, onward],
     );
     await this.answered();
   }
