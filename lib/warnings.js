@@ -43,19 +43,22 @@ const MAX_SPREAD = 50;
 
 let hasWarned = false;
 
-const spread = (path, axis) => {
-  let [low, high] = [Infinity, -Infinity];
-  for (const point of path) {
-    low = Math.min(low, point[axis]);
-    high = Math.max(high, point[axis]);
+/** The longer side of a path, in sides of the drawing area. */
+function spread(path) {
+  let [left, right, top, bottom] = [Infinity, -Infinity, Infinity, -Infinity];
+  for (const { x, y } of path) {
+    left = Math.min(left, x);
+    right = Math.max(right, x);
+    top = Math.min(top, y);
+    bottom = Math.max(bottom, y);
   }
-  return high - low;
-};
+  return Math.max(right - left, bottom - top);
+}
 
 /** Warns once of a figure that is far larger than the drawing area. */
 function warnOfPixels({ path, type }) {
   if (type === 0 || hasWarned) return;
-  if (!(spread(path, 'x') > MAX_SPREAD || spread(path, 'y') > MAX_SPREAD)) return;
+  if (!(spread(path) > MAX_SPREAD)) return;
   hasWarned = true;
   process.emitWarning(
     `optimizeAStroke drew a figure ${MAX_SPREAD} times as large as the drawing area: ` +
