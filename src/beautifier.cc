@@ -308,7 +308,7 @@ napi_value construct(napi_env env, napi_callback_info info) {
         if (attempt(env, napi_type_tag_object, arguments.self, &TAG) &&
             attempt(env, napi_wrap, arguments.self, static_cast<void*>(made.get()), destroy,
                     static_cast<void*>(nullptr), static_cast<napi_ref*>(nullptr))) {
-            made.release();  // the object owns it
+            static_cast<void>(made.release());  // the object owns it
         }
         return arguments.self;
     });
