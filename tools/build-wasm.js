@@ -90,6 +90,6 @@ async function buildWasm() {
   await bundle();
 }
 
-module.exports = { DIST, ENTRIES, buildWasm };
+module.exports = { DIST, ENTRIES, buildWasm, readTables };
 
 if (require.main === module) main(async () => (await buildWasm(), 0));

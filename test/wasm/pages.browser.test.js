@@ -9,6 +9,8 @@ const { after, before, describe, test } = require('node:test');
 const { pathToFileURL } = require('node:url');
 const { launchChromium } = require('../support/chromium.js');
 const { root } = require('../support/native.js');
+const { serveTests } = require('./page/server.js');
+const { TEST_FILES } = require('./tested.js');
 
 const DIST = path.join(root, 'packages', 'wasm', 'dist');
 const EXAMPLE = path.join(root, 'examples', 'browser');
@@ -181,48 +183,17 @@ describe('scrivo-wasm in Chromium', () => {
     assert.equal(await draw(pathToFileURL(file).href), 'quadrangle');
   });
 
-  test('gives the answers of the cases', async () => {
+  test('passes the tests of the engines', async () => {
+    const { address, results, close } = await serveTests(folder('tests'));
+    after(close);
     const page = await browser.newPage();
-    await page.goto(`${await serve(staticFiles())}worker.js`);
-    const cases = path.join(root, 'test', 'cases');
-    const read = (file) => fs.readFileSync(path.join(cases, file), 'utf8');
-    const all = fs.readdirSync(cases).filter((file) => file.endsWith('.json'));
-    const templates = fs.readdirSync(path.join(cases, 'templates'));
-    const files = templates.map((name) => ({ name, content: read(`templates/${name}`) }));
-    const answers = await page.evaluate(
-      async ([given, elements]) => {
-        const { initScrivo, optimizeAStroke, start } = await import('./scrivo-wasm/index.js');
-        await start();
-        initScrivo(elements);
-        const toPoint = ([x, y, force]) => (force ? { x, y, force } : { x, y });
-        return given.map(({ path: stroke, width, height, others }) =>
-          optimizeAStroke(
-            stroke.map(toPoint),
-            width,
-            height,
-            others.map((o) => o.map(toPoint)),
-          ),
-        );
-      },
-      [all.map((file) => JSON.parse(read(file))), files],
-    );
-    assert.equal(answers.length, 13);
-    for (const [i, answer] of answers.entries()) {
-      const {
-        type,
-        points,
-        path: stroke,
-        width,
-        height,
-        tolerance,
-        name,
-      } = JSON.parse(read(all[i]));
-      assert.equal(answer.type, type, name);
-      for (const [k, { x, y }] of answer.path.entries()) {
-        const [wantedX, wantedY] = (points ?? stroke)[k];
-        const off = Math.max(Math.abs(x - wantedX) * width, Math.abs(y - wantedY) * height);
-        assert.ok(off <= tolerance, `${name}, point ${k}: off by ${off}`);
-      }
+    page.on('pageerror', results.reject);
+    await page.goto(address);
+    const found = await results.promise;
+    assert.deepEqual(Object.keys(found), TEST_FILES);
+    for (const [file, { passed, failed }] of Object.entries(found)) {
+      assert.deepEqual(failed, [], file);
+      assert.ok(passed > 0, file);
     }
     await page.close();
   });
