@@ -68,6 +68,7 @@ async function bundle() {
 
 /** The declarations that both packages share, beside those of this one. */
 function copyDeclarations() {
+  fs.mkdirSync(DIST, { recursive: true });
   for (const [from, to] of [
     ['lib/beautifier.d.ts', 'scrivo-beautifier.d.ts'],
     ['lib/index.d.ts', 'scrivo.d.ts'],
@@ -82,14 +83,13 @@ function copyDeclarations() {
 async function buildWasm() {
   await buildPreset('wasm');
   heading('Bundle (wasm)');
-  fs.mkdirSync(DIST, { recursive: true });
+  copyDeclarations();
   for (const file of Object.values(ENTRIES)) {
     fs.copyFileSync(path.join(COMPILED, file), path.join(DIST, file));
   }
-  copyDeclarations();
   await bundle();
 }
 
-module.exports = { DIST, ENTRIES, buildWasm, readTables };
+module.exports = { DIST, ENTRIES, buildWasm, copyDeclarations, readTables };
 
 if (require.main === module) main(async () => (await buildWasm(), 0));
