@@ -172,6 +172,10 @@ TEST(BeautifierInput, DegenerateStrokesHaveAnAnswer) {
     EXPECT_EQ(beautifier.beautify({{{0.5, 0.5}}}, TINY, HEIGHT).reason, Reason::INVALID);
     // So do figures of an area that is far smaller, and strokes in pixels.
     EXPECT_EQ(beautifier.beautify({{{0.5, 0.5}}}, 0.05, HEIGHT).reason, Reason::INVALID);
+    // An upright line has no width that could overflow, but rounding moves it.
+    const Path upright{{0.3, 0.1}, {0.4, 0.5}, {0.5, 0.9}};
+    EXPECT_EQ(beautifier.beautify(upright, 1e-300, HEIGHT).reason, Reason::INVALID);
+    EXPECT_EQ(beautifier.beautify(upright, 1e-3, HEIGHT).type, FIGURE_LINE);
     EXPECT_EQ(beautifier.beautify({{{0, 0}, {50, 0}}}, WIDTH, HEIGHT).type, FIGURE_LINE);
     const double above = std::nextafter(50.0, INF);
     EXPECT_EQ(beautifier.beautify({{{0, 0}, {above, 0}}}, WIDTH, HEIGHT).reason, Reason::INVALID);

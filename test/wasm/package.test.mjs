@@ -83,6 +83,19 @@ test('reads template files given as text or bytes', async () => {
   assert.deepEqual(answers, [7, 7, 7, 0]);
 });
 
+test('warns on the console where the native package warns the process', async (t) => {
+  const { initScrivo, optimizeAStroke, start, templates } = await load('index.js');
+  await start();
+  const warn = t.mock.method(console, 'warn', () => {});
+  initScrivo([...templates, 'my/ellipse.template', { name: 'triangle.template', content: '1 2' }]);
+  const line = Array.from({ length: 40 }, (_, i) => ({ x: 10 * i, y: 300 }));
+  for (let i = 0; i < 2; i++) optimizeAStroke(line, 800, 600, []);
+  const [files, figure, ...rest] = warn.mock.calls.map(({ arguments: [message] }) => message);
+  assert.match(files, /^SCRIVO_NO_TEMPLATES: .*triangle.template.*my\/ellipse.template/);
+  assert.match(figure, /^SCRIVO_PIXELS: /);
+  assert.deepEqual(rest, []);
+});
+
 test('answers as the native modules do', async () => {
   const wasm = await load('index.js');
   await wasm.start();
