@@ -14,6 +14,15 @@ const COMPILED = path.join(ROOT, 'build', 'wasm');
 const TEMPLATES = ['rectangle', 'triangle', 'isosceles_triangle', 'ellipse'];
 const ENTRIES = { beautifier: 'beautifier.wasm', index: 'scrivo.wasm' };
 
+/** The declarations that both packages share, by their name in this one. */
+const SHARED = { 'scrivo-beautifier.d.ts': 'lib/beautifier.d.ts', 'scrivo.d.ts': 'lib/index.d.ts' };
+
+/** What the build puts into the package. */
+const PACKED = [
+  ...Object.keys(SHARED),
+  ...Object.entries(ENTRIES).flatMap(([name, file]) => [`${name}.js`, `${name}.d.ts`, file]),
+].map((name) => `dist/${name}`);
+
 /** The core's tables of families and figures, from a module that is not shipped. */
 function readTables() {
   const module = new WebAssembly.Module(fs.readFileSync(path.join(COMPILED, 'describe.wasm')));
@@ -66,13 +75,10 @@ async function bundle() {
   });
 }
 
-/** The declarations that both packages share, beside those of this one. */
+/** The shared declarations, beside those of this package. */
 function copyDeclarations() {
   fs.mkdirSync(DIST, { recursive: true });
-  for (const [from, to] of [
-    ['lib/beautifier.d.ts', 'scrivo-beautifier.d.ts'],
-    ['lib/index.d.ts', 'scrivo.d.ts'],
-  ]) {
+  for (const [to, from] of Object.entries(SHARED)) {
     fs.copyFileSync(path.join(ROOT, from), path.join(DIST, to));
   }
   for (const name of Object.keys(ENTRIES)) {
@@ -90,6 +96,6 @@ async function buildWasm() {
   await bundle();
 }
 
-module.exports = { DIST, ENTRIES, buildWasm, copyDeclarations, readTables };
+module.exports = { DIST, ENTRIES, PACKED, buildWasm, copyDeclarations, readTables };
 
 if (require.main === module) main(async () => (await buildWasm(), 0));

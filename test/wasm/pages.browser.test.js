@@ -13,7 +13,7 @@ const { serveTests } = require('./page/server.js');
 const { TEST_FILES } = require('./tested.js');
 
 const DIST = path.join(root, 'packages', 'wasm', 'dist');
-const EXAMPLE = path.join(root, 'examples', 'browser');
+const EXAMPLE = path.join(root, 'packages', 'wasm', 'example');
 const ENTRY = path.join(EXAMPLE, 'page.js');
 const POLICY = "default-src 'self'; style-src 'self' 'unsafe-inline'";
 const TYPES = { '.html': 'text/html', '.js': 'text/javascript', '.wasm': 'application/wasm' };
@@ -40,8 +40,8 @@ async function serve(files, script = "'self' 'unsafe-inline' 'wasm-unsafe-eval'"
 /** The example as static files. */
 function staticFiles() {
   const files = folder('static');
-  fs.cpSync(EXAMPLE, files, { recursive: true });
-  fs.cpSync(DIST, path.join(files, 'scrivo-wasm'), { recursive: true });
+  fs.cpSync(EXAMPLE, path.join(files, 'example'), { recursive: true });
+  fs.cpSync(DIST, path.join(files, 'dist'), { recursive: true });
   return files;
 }
 
@@ -113,19 +113,19 @@ describe('scrivo-wasm in Chromium', () => {
   }
 
   test('runs from static files, under a policy with wasm-unsafe-eval', async () => {
-    assert.equal(await draw(`${await serve(staticFiles())}index.html`), 'quadrangle');
+    assert.equal(await draw(`${await serve(staticFiles())}example/index.html`), 'quadrangle');
   });
 
   test('reports a policy without it, and answers in a worker', async () => {
     const files = staticFiles();
     const page = await browser.newPage();
-    await page.goto(`${await serve(files, "'self' 'unsafe-inline'")}worker.js`);
+    await page.goto(`${await serve(files, "'self' 'unsafe-inline'")}example/worker.js`);
     const refused = await page.evaluate(async () => {
-      const { start } = await import('./scrivo-wasm/beautifier.js');
+      const { start } = await import('../dist/beautifier.js');
       return start().catch(({ name }) => name);
     });
     assert.equal(refused, 'CompileError');
-    await page.goto(`${await serve(files)}worker.js`);
+    await page.goto(`${await serve(files)}example/worker.js`);
     const answer = await page.evaluate(() => {
       const worker = new Worker('worker.js', { type: 'module' });
       const stroke = Array.from({ length: 30 }, (_, i) => ({ x: i / 40, y: 0.5 }));

@@ -202,8 +202,7 @@ Beautified answerWith(Figure figure, const Family& family, bool insideArea, cons
     }
     Beautified answer;
     answer.path = fractionsOf(std::move(outline), ink.width, ink.height);
-    if (!isUsable || !isPlaceable(answer.path) ||
-        !isInProportion(beautifier::boxOf(answer.path))) {
+    if (!isUsable || !isPlaceable(answer.path) || !isInProportion(beautifier::boxOf(answer.path))) {
         return asDrawn(ink.samples, Reason::INVALID, 1.0);
     }
     answer.figure = figure;
