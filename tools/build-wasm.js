@@ -61,7 +61,7 @@ const generated = {
 
 async function bundle() {
   const { build } = require('esbuild');
-  await build({
+  const { outputFiles } = await build({
     absWorkingDir: PACKAGE,
     entryPoints: Object.keys(ENTRIES).map((name) => `lib/${name}.js`),
     outdir: DIST,
@@ -69,11 +69,17 @@ async function bundle() {
     format: 'esm',
     target: 'es2022',
     minify: true,
+    write: false,
     legalComments: 'none',
     plugins: [generated],
     logLevel: 'warning',
   });
+  for (const { path: file, text } of outputFiles) fs.writeFileSync(file, withComments(text));
 }
+
+/** Puts back comments that minifying removes: bundlers leave the import of a file to Node. */
+const withComments = (script) =>
+  script.replace(/\bimport\((?=\w+\))/, '$&/* webpackIgnore: true *//* @vite-ignore */');
 
 /** The shared declarations, beside those of this package. */
 function copyDeclarations() {

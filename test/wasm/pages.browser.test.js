@@ -68,16 +68,18 @@ const BUNDLERS = {
     const stats = await new Promise((resolve, reject) =>
       compiler.run((error, result) => (error ? reject(error) : resolve(result))),
     );
-    assert.equal(stats.hasErrors(), false, stats.toString());
+    assert.equal(stats.hasErrors() || stats.hasWarnings(), false, stats.toString());
   },
   async vite(out) {
-    const { build } = await import('vite');
+    const { build, createLogger } = await import('vite');
+    const warn = (message) => assert.fail(message);
+    const customLogger = { ...createLogger('error'), warn, warnOnce: warn };
     const rollupOptions = { input: ENTRY, output: { entryFileNames: 'bundle.js' } };
-    const options = { outDir: out, target: 'es2022', rollupOptions };
+    const options = { outDir: out, emptyOutDir: false, target: 'es2022', rollupOptions };
     await build({
       root: EXAMPLE,
       base: './',
-      logLevel: 'error',
+      customLogger,
       configFile: false,
       build: options,
     });
