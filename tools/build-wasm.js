@@ -12,7 +12,10 @@ const PACKAGE = path.join(ROOT, 'packages', 'wasm');
 const DIST = path.join(PACKAGE, 'dist');
 const COMPILED = path.join(ROOT, 'build', 'wasm');
 const TEMPLATES = ['rectangle', 'triangle', 'isosceles_triangle', 'ellipse'];
-const ENTRIES = { beautifier: 'beautifier.wasm', index: 'scrivo.wasm' };
+
+/** The modules of each entry. */
+const ENTRIES = { beautifier: ['beautifier'], index: ['scrivo', 'scrivo-scalar'] };
+const MODULES = Object.values(ENTRIES).flatMap((names) => names.map((name) => `${name}.wasm`));
 
 /** The declarations that both packages share, by their name in this one. */
 const SHARED = { 'scrivo-beautifier.d.ts': 'lib/beautifier.d.ts', 'scrivo.d.ts': 'lib/index.d.ts' };
@@ -20,7 +23,8 @@ const SHARED = { 'scrivo-beautifier.d.ts': 'lib/beautifier.d.ts', 'scrivo.d.ts':
 /** What the build puts into the package. */
 const PACKED = [
   ...Object.keys(SHARED),
-  ...Object.entries(ENTRIES).flatMap(([name, file]) => [`${name}.js`, `${name}.d.ts`, file]),
+  ...Object.keys(ENTRIES).flatMap((name) => [`${name}.js`, `${name}.d.ts`]),
+  ...MODULES,
 ].map((name) => `dist/${name}`);
 
 /** The core's tables of families and figures, from a module that is not shipped. */
@@ -96,12 +100,12 @@ async function buildWasm() {
   await buildPreset('wasm');
   heading('Bundle (wasm)');
   copyDeclarations();
-  for (const file of Object.values(ENTRIES)) {
+  for (const file of MODULES) {
     fs.copyFileSync(path.join(COMPILED, file), path.join(DIST, file));
   }
   await bundle();
 }
 
-module.exports = { DIST, ENTRIES, PACKED, buildWasm, copyDeclarations, readTables };
+module.exports = { DIST, MODULES, PACKED, buildWasm, copyDeclarations, readTables };
 
 if (require.main === module) main(async () => (await buildWasm(), 0));

@@ -5,7 +5,7 @@
 
 const fs = require('node:fs');
 const path = require('node:path');
-const { PACKED: PACKED_WASM } = require('./build-wasm.js');
+const { MODULES, PACKED: PACKED_WASM } = require('./build-wasm.js');
 const { TARGETS, hasPrebuilds, prebuiltFiles, targetOf } = require('./support/modules.js');
 const { ROOT, capture, heading, main, nodeTool, run } = require('./support/run.js');
 const { PACKED } = require('../surface/pack.js');
@@ -16,7 +16,6 @@ const read = (name) => fs.readFileSync(path.join(ROOT, name), 'utf8');
 
 const COMMAND = 'packages/cli';
 const WASM = 'packages/wasm';
-const MODULES = ['scrivo.wasm', 'beautifier.wasm'];
 const FOLDERS = ['', COMMAND, WASM];
 
 /** Complaints about versions that differ: `texts` maps the five files to contents. */

@@ -24,6 +24,7 @@ test('the beautifier alone loads 110 kB, both engines 150 kB', () => {
   const size = (...files) => files.reduce((sum, file) => sum + gzipSync(read(file)).length, 0);
   assert.ok(size('beautifier.js', 'beautifier.wasm') <= 110e3);
   assert.ok(size('index.js', 'scrivo.wasm') <= 150e3);
+  assert.ok(size('index.js', 'scrivo-scalar.wasm') <= 150e3);
 });
 
 test('a call before the start says what is missing, and start() can be repeated', async () => {
@@ -94,6 +95,24 @@ test('warns on the console where the native package warns the process', async (t
   assert.match(files, /^SCRIVO_NO_TEMPLATES: .*triangle.template.*my\/ellipse.template/);
   assert.match(figure, /^SCRIVO_PIXELS: /);
   assert.deepEqual(rest, []);
+});
+
+test('gives the same answers without vector instructions', async (t) => {
+  const strokes = Array.from(drawEach(60), ({ points }) =>
+    points.map(([x, y]) => ({ x: x / 1200 + 0.4, y: y / 900 + 0.4 })),
+  );
+  const answersOf = async () => {
+    const { initScrivo, optimizeAStroke, start, templates } = await load('index.js');
+    await start();
+    initScrivo(templates);
+    return strokes.map((stroke) => optimizeAStroke(stroke, 1200, 900, []));
+  };
+  const answers = await answersOf();
+  const compile = t.mock.method(WebAssembly, 'compile');
+  t.mock.method(WebAssembly, 'validate', () => false);
+  assert.deepEqual(await answersOf(), answers);
+  const [bytes] = compile.mock.calls[0].arguments;
+  assert.ok(read('scrivo-scalar.wasm').equals(bytes));
 });
 
 test('answers as the native modules do', async () => {

@@ -29,8 +29,8 @@ export type ModuleSource =
  * Loads and starts the WebAssembly module. To be awaited once, before the first stroke; calls after
  * a successful one change nothing. A call that failed may be repeated.
  *
- * @param source by default the file `beautifier.wasm` (`scrivo.wasm` of the entry for both engines)
- *   beside this script
+ * @param source by default the file `beautifier.wasm` beside this script; of the entry for both engines
+ *   `scrivo.wasm`, or `scrivo-scalar.wasm` where there are no vector instructions (SIMD128)
  * @throws whatever loading and compiling throw: a `WebAssembly.CompileError` where the page's
  *   Content-Security-Policy lacks `'wasm-unsafe-eval'`
  */
