@@ -24,7 +24,7 @@ const PACKAGES = {
     'python3',
     'parallel', // an example of the command line's page
     'chromium', // browser tests
-    'clang', // compiles the preset for clang-tidy
+    ...['clang', 'libclang-rt-14-dev'], // sanitizers, clang-tidy
     // scrivo-wasm
     ...['lld', 'wasi-libc', 'libclang-rt-14-dev-wasm32', 'libc++-14-dev-wasm32'],
     ...['binaryen', 'libsimde-dev'],

@@ -4,10 +4,12 @@
 // does not stop the others, but fails the run.
 //
 //   npm test                    everything
-//   npm test -- node browser    some suites, by name, without setting up
+//   npm test -- node browser    some suites, by name, one after the other, without setting up
+//   npm test -- asan --results FILE    writes the counts as JSON instead of showing them
 
 const fs = require('node:fs');
 const path = require('node:path');
+const { parseArgs } = require('node:util');
 const { JOBS, build } = require('./build.js');
 const { buildWasm } = require('./build-wasm.js');
 const { QUICK_CHECKS, lint } = require('./lint.js');
@@ -76,6 +78,9 @@ async function wasmTest(name, isOfSuite) {
   return nodeTest(name, isOfSuite);
 }
 
+/** In clang's names. */
+const MACHINES = { x64: 'x86_64', arm64: 'aarch64' };
+
 /** Tests that call the native modules. */
 const isOfModules = (file) =>
   /^test\/(lib|src|answers)\//.test(file) || file === 'test/properties/package.test.js';
@@ -83,8 +88,9 @@ const isOfModules = (file) =>
 /** Those tests with modules under the address sanitizer, whose runtime Node has to load first. */
 async function sanitizedNodeTest() {
   await build('asan');
-  const runtime = capture('g++', ['-print-file-name=libasan.so']);
-  if (runtime === null) throw failure('test: g++ is needed for its address sanitizer');
+  const library = `libclang_rt.asan-${MACHINES[process.arch]}.so`;
+  const runtime = capture('clang++', [`-print-file-name=${library}`]);
+  if (runtime === null) throw failure('test: clang++ is needed for its address sanitizer');
   return nodeTest('node-asan', isOfModules, {
     LD_PRELOAD: fs.realpathSync(runtime.trim()),
     NODE_OPTIONS: `--require ${path.join(ROOT, 'test', 'support', 'sanitized.js')}`,
@@ -111,6 +117,9 @@ const SUITES = {
   'node-asan': sanitizedNodeTest,
   tsan: () => ctest('tsan'),
 };
+/** Run beside the others when all are run. */
+const ASIDE = ['lint', 'asan', 'node-asan', 'tsan'];
+const AT_LOW_PRIORITY = process.platform === 'win32' ? [] : ['nice', '-n', '5'];
 
 function verdict({ code, passed, failed, isCheck }) {
   if (code !== 0 || failed > 0) return 'FAILED';
@@ -142,18 +151,55 @@ function summarise(results) {
   return broken.length === 0 ? 0 : 1;
 }
 
-async function testMain(names) {
-  const unknown = names.filter((name) => !(name in SUITES));
+async function runInTurn(names) {
+  const results = [];
+  for (const name of names) results.push(await runSuite(name));
+  return results;
+}
+
+/** Runs suites in a process of their own, whose output is shown when the last has ended. */
+async function runAside(names) {
+  const results = newReport('aside.json');
+  const log = newReport('aside.log');
+  const output = fs.openSync(log, 'w');
+  const args = [...AT_LOW_PRIORITY, process.execPath, __filename, ...names, '--results', results];
+  const code = await run(args[0], args.slice(1), { stdio: output });
+  fs.closeSync(output);
+  return () => {
+    process.stdout.write(fs.readFileSync(log));
+    if (fs.existsSync(results)) return JSON.parse(fs.readFileSync(results, 'utf8'));
+    throw failure(`test: the process of ${names.join(', ')} ended with code ${code}`);
+  };
+}
+
+/** All suites: those that mostly compile beside those that mostly wait, to keep all cores busy. */
+async function runAll() {
+  const names = Object.keys(SUITES);
+  const first = await runInTurn(['release']);
+  const aside = runAside(ASIDE);
+  const main = await runInTurn(names.filter((name) => name !== 'release' && !ASIDE.includes(name)));
+  console.log(`\nStill running: ${ASIDE.join(', ')}`);
+  return [...first, ...main, ...(await aside)()];
+}
+
+function readArguments(args) {
+  const options = { results: { type: 'string' } };
+  const { values, positionals } = parseArgs({ args, options, allowPositionals: true });
+  const unknown = positionals.filter((name) => !(name in SUITES));
   if (unknown.length > 0) {
     const known = Object.keys(SUITES).join(', ');
     throw failure(`test: no suite "${unknown.join('", "')}"; there are ${known}`);
   }
+  return { names: positionals, file: values.results };
+}
+
+async function testMain(args) {
+  const { names, file } = readArguments(args);
   if (names.length === 0) await setup('test');
-  const results = [];
-  for (const name of names.length > 0 ? names : Object.keys(SUITES)) {
-    results.push(await runSuite(name));
-  }
-  return summarise(results);
+  const results = names.length > 0 ? await runInTurn(names) : await runAll();
+  if (!file) return summarise(results);
+  fs.writeFileSync(file, JSON.stringify(results));
+  return results.every((result) => result.verdict === 'ok') ? 0 : 1;
 }
 
 main(testMain);

@@ -84,7 +84,7 @@ TEST(Families, FillABoxWithEveryQuadrangle) {
     }
     const auto rhombus = sides(QuadrangleKind::RHOMBUS);
     const auto kite = sides(QuadrangleKind::KITE);
-    for (const std::size_t i : {0, 1}) {
+    for (const std::size_t i : {std::size_t{0}, std::size_t{1}}) {
         EXPECT_EQ(length(rhombus[i]), length(rhombus[i + 1]));
         EXPECT_EQ(length(kite[2 * i]), length(kite[3 - 2 * i])) << "beside the upper, lower corner";
     }
