@@ -85,14 +85,21 @@ async function bundle() {
 const withComments = (script) =>
   script.replace(/\bimport\((?=\w+\))/, '$&/* webpackIgnore: true *//* @vite-ignore */');
 
+/** Copies a file in one step: the type checks may run beside another build. */
+function copyWhole(from, to) {
+  const part = `${to}.${process.pid}`;
+  fs.copyFileSync(from, part);
+  fs.renameSync(part, to);
+}
+
 /** The shared declarations, beside those of this package. */
 function copyDeclarations() {
   fs.mkdirSync(DIST, { recursive: true });
   for (const [to, from] of Object.entries(SHARED)) {
-    fs.copyFileSync(path.join(ROOT, from), path.join(DIST, to));
+    copyWhole(path.join(ROOT, from), path.join(DIST, to));
   }
   for (const name of Object.keys(ENTRIES)) {
-    fs.copyFileSync(path.join(PACKAGE, 'lib', `${name}.d.ts`), path.join(DIST, `${name}.d.ts`));
+    copyWhole(path.join(PACKAGE, 'lib', `${name}.d.ts`), path.join(DIST, `${name}.d.ts`));
   }
 }
 
