@@ -150,6 +150,9 @@ export type Wish =
   | 'trapezoid'
   | 'kite';
 
+/** All wishes, for menus: the families, then the kinds. */
+export declare const WISHES: readonly Wish[];
+
 /** Another family that a stroke may have been meant as. */
 export interface Alternative {
   family: FigureFamily;
@@ -277,6 +280,23 @@ export declare class Beautifier {
     others?: readonly Ink[],
   ): Beautified<Stroke>;
 }
+
+/**
+ * The points that figures are fitted to, for views that explain an answer: 97 at even distances
+ * along the stroke. Hooks and repeated parts at its ends are left out, tremor is smoothed.
+ *
+ * @param stroke as `beautify` takes it, as point objects
+ * @param width of the drawing area, above 0
+ * @param height the same
+ * @returns points in fractions of the drawing area; none for a stroke that is `'invalid'` or whose
+ *   samples all coincide
+ * @throws TypeError or RangeError that names the argument, the index and what was found
+ */
+export declare function resample(
+  stroke: readonly InkPoint[],
+  width: number,
+  height: number,
+): Outline<InkPoint[]>;
 
 /**
  * Outline of a figure whose parameters the host may have changed, as

@@ -109,7 +109,7 @@ function checkSide(name, value) {
 /**
  * The beautifier of a binding of the core.
  *
- * @param {{Beautifier: Function, outlineOf: Function}} native takes and returns packed numbers
+ * @param {{Beautifier: Function, outlineOf: Function, resample: Function}} native takes and returns packed numbers
  * @param {object} codec what `figureCodec` makes of the binding's tables
  */
 function defineBeautifier(native, { FAMILIES, WISHES, flattenFigure, makeFigure }) {
@@ -197,7 +197,21 @@ function defineBeautifier(native, { FAMILIES, WISHES, flattenFigure, makeFigure 
     return unpackObjects(path);
   }
 
-  return { Beautifier, FIGURES: FAMILIES, outlineOf };
+  /** The points that figures are fitted to, in fractions of the area. */
+  function resample(stroke, width, height) {
+    const points = packObjects('stroke', copyPoints('stroke', stroke));
+    checkSide('width', width);
+    checkSide('height', height);
+    return unpackObjects(native.resample(points, width, height));
+  }
+
+  return {
+    Beautifier,
+    FIGURES: FAMILIES,
+    WISHES: Object.freeze([...WISHES.keys()]),
+    outlineOf,
+    resample,
+  };
 }
 
 module.exports = { defineBeautifier };

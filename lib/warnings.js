@@ -26,17 +26,20 @@ function complaint({ name, read }) {
 /** Sides of the drawing area that a figure can be as long as. Longer ones come from pixels. */
 const MAX_SPREAD = 50;
 
-function spread(path, axis) {
-  let [low, high] = [Infinity, -Infinity];
-  for (const point of path) {
-    low = Math.min(low, point[axis]);
-    high = Math.max(high, point[axis]);
+/** The longer side of a path, in sides of the drawing area. */
+function spread(path) {
+  let [left, right, top, bottom] = [Infinity, -Infinity, Infinity, -Infinity];
+  for (const { x, y } of path) {
+    left = Math.min(left, x);
+    right = Math.max(right, x);
+    top = Math.min(top, y);
+    bottom = Math.max(bottom, y);
   }
-  return high - low;
+  return Math.max(right - left, bottom - top);
 }
 
 /** False for NaN, to which an area of nearly no width leads. */
-const isInProportion = (path) => spread(path, 'x') <= MAX_SPREAD && spread(path, 'y') <= MAX_SPREAD;
+const isInProportion = (path) => spread(path) <= MAX_SPREAD;
 
 /**
  * @param {(message: string, code: string) => void} warn

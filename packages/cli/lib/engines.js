@@ -1,6 +1,7 @@
 'use strict';
 
 const { ANSWERS } = require('./families.js');
+const { ReusedNumbers } = require('./reused-numbers.js');
 const { familyOfAnswer } = require('./template-answer.js');
 const { resolveTemplates } = require('./template-files.js');
 const { UserError } = require('./user-error.js');
@@ -9,7 +10,7 @@ const { UserError } = require('./user-error.js');
  * @typedef {object} Answer
  * @property {string} family a name of ANSWERS
  * @property {Array<{x: number, y: number}>|Float64Array} path the redrawn stroke, fractions of the
- *   area, in the form of the stroke's points
+ *   area, in the form of the stroke's points; as numbers, until the next answer of the engine
  * @property {number} type the figure code
  * @property {string|null} kind what the figure is within its family, such as a square; null where
  *   the engine does not say
@@ -72,6 +73,10 @@ function nameFigure(figure) {
 /** Compares with templates, which all threads of the process share. Loading adds to them. */
 function templateEngine(options) {
   const entry = () => requireEntry('scrivo', 'template');
+  let scrivo;
+  // The engine keeps no points, so that those of one stroke can serve the next.
+  const reused = [];
+  const packed = new ReusedNumbers();
   const [option] = Object.keys(options);
   if (option) throw new UserError(`${option} is an option of the engine beautifier`);
   return {
@@ -81,33 +86,47 @@ function templateEngine(options) {
     },
     answer({ points, width, height, others = [] }) {
       const isPacked = points instanceof Float64Array;
-      const stroke = isPacked ? unpack(points) : points;
-      const neighbours = isPacked ? others.map(unpack) : others;
-      const { path, type } = entry().optimizeAStroke(stroke, width, height, neighbours);
+      const stroke = isPacked ? unpack(points, reused) : points;
+      const neighbours = isPacked ? others.map((other) => unpack(other)) : others;
+      scrivo ??= entry();
+      const { path, type } = scrivo.optimizeAStroke(stroke, width, height, neighbours);
       return {
-        ...{ family: familyOfAnswer({ type, path }), kind: null, type, confidence: null },
-        ...{ path: isPacked ? pack(path) : path, figure: null },
+        family: familyOfAnswer({ type, path }),
+        kind: null,
+        type,
+        confidence: null,
+        path: isPacked ? pack(path, packed.take(3 * path.length)) : path,
+        figure: null,
       };
     },
   };
 }
 
-/** x, y and force of each point as objects. */
-function unpack(values) {
-  const points = [];
-  for (let k = 0; k < values.length; k += 3) {
-    points.push({ x: values[k], y: values[k + 1], force: values[k + 2] });
+/**
+ * x, y and force of each point as objects.
+ *
+ * @param {Float64Array} values
+ * @param {Array<object>} [spare] objects to use, to which missing ones are added
+ */
+function unpack(values, spare = []) {
+  const count = values.length / 3;
+  while (spare.length < count) spare.push({ x: 0.5, y: 0.5, force: 0.5 });
+  const points = spare.length === count ? spare : spare.slice(0, count);
+  for (let i = 0, k = 0; i < count; i += 1, k += 3) {
+    const point = points[i];
+    point.x = values[k];
+    point.y = values[k + 1];
+    point.force = values[k + 2];
   }
   return points;
 }
 
-function pack(points) {
-  const values = new Float64Array(3 * points.length);
-  let k = 0;
-  for (const { x, y, force = 0 } of points) {
-    values[k++] = x;
-    values[k++] = y;
-    values[k++] = force;
+function pack(points, values) {
+  for (let i = 0, k = 0; i < points.length; i += 1, k += 3) {
+    const { x, y, force = 0 } = points[i];
+    values[k] = x;
+    values[k + 1] = y;
+    values[k + 2] = force;
   }
   return values;
 }

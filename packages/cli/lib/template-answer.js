@@ -4,6 +4,9 @@ const { ANSWERS } = require('./families.js');
 
 /** What the template engine's answers mean: it returns a figure code and a path, and no name. */
 
+/** The family of each figure code but that of polygons. */
+const FAMILIES = new Map(Object.entries(ANSWERS).map(([family, { type }]) => [type, family]));
+
 const POINTS_PER_EDGE = 21;
 const POLYGONS = { 3: 'triangle', 4: 'quadrangle' };
 
@@ -33,7 +36,7 @@ function edgesOf(path) {
  */
 function familyOfAnswer({ type, path }) {
   if (type === ANSWERS.polygon.type) return POLYGONS[edgesOf(path)] ?? 'polygon';
-  return Object.keys(ANSWERS).find((family) => ANSWERS[family].type === type) ?? 'none';
+  return FAMILIES.get(type) ?? 'none';
 }
 
 /** Whether the path is a figure rather than the stroke as drawn. */

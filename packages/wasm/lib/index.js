@@ -26,7 +26,7 @@ const engine = createEngine(address, {
 });
 
 export const { start, startSync } = engine;
-export const { Beautifier, FIGURES, outlineOf } = bindBeautifier(engine);
+export const { Beautifier, FIGURES, WISHES, outlineOf, resample } = bindBeautifier(engine);
 export const { initScrivo, optimizeAStroke } = bindTemplateEngine(engine);
 export const { FigureType } = figureType;
 export { templates } from './bind-template-engine.js';

@@ -250,6 +250,19 @@ std::vector<Point2D> outlineOf(const Figure& figure, double width, double height
     return isPlaceable(path) ? path : std::vector<Point2D>();
 }
 
+std::vector<Point2D> resample(std::span<const Point2D> stroke, double width, double height) {
+    const Ink ink{stroke, width, height};
+    const Frame frame = beautifier::measure(ink);
+    if (!isUsable(ink, frame) || !(frame.extent > 0.0)) {
+        return {};
+    }
+    std::vector<Point2D> points;
+    for (const beautifier::Vec& p : beautifier::examine(ink, frame).fine) {
+        points.push_back(frame.toUnits(p));
+    }
+    return fractionsOf(std::move(points), width, height);
+}
+
 Beautifier::Beautifier(BeautifierOptions options) : m_options(std::move(options)) {
     check(m_options);
 }

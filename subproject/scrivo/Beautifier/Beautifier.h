@@ -20,6 +20,12 @@ namespace Scrivo {
 /// would not lie within 2^31 - 1 sides of the area.
 std::vector<Point2D> outlineOf(const Figure& figure, double width, double height);
 
+/// The points that figures are fitted to, in fractions of the drawing area: 97 at even
+/// distances along the stroke, which takes the same arguments as `Beautifier::beautify`.
+/// Hooks and repeated parts at its ends are left out, tremor is smoothed. Empty for a
+/// stroke that is `INVALID` or whose samples all coincide.
+std::vector<Point2D> resample(std::span<const Point2D> stroke, double width, double height);
+
 /// Why a stroke stays as drawn.
 enum class Reason : std::uint8_t {
     RECOGNISED,  ///< it does not: a figure was recognised

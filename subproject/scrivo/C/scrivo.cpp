@@ -240,7 +240,7 @@ bool isNamed(const std::string& path) {
 
 std::string checkedPath(const char* given) {
     require(given != nullptr, "a path is null");
-    const std::string path = given;
+    std::string path = given;
     if (!isNamed(path)) {
         throw std::invalid_argument("not the name of a template file: " + path);
     }

@@ -310,4 +310,10 @@ test('a page with a missing or wrong unit is not wrecked', async () => {
     const { stderr: stated } = await idealise(['--scale', '900'], `<ink>${traces}</ink>`);
     assert.equal(stated, '');
   }
+  // Lines keep theirs, or the answer to a line would depend on others.
+  const lines = strokes.map((points) => `${JSON.stringify({ points })}\n`);
+  const { stdout, stderr } = await idealise([], lines.join(''));
+  const { stdout: alone } = await idealise([], lines[3]);
+  assert.match(stderr, /: the first strokes are about 0\.0\d+ pixels large;/);
+  assert.equal(stdout.split('\n')[3], alone.trim());
 });

@@ -67,6 +67,17 @@ describe('NDJSON', () => {
     }
   });
 
+  test('a long chunk is cut into blocks of whole lines', async () => {
+    const lines = [10, 300000, 10, 250000, 100000, 20].map((n) => `${'x'.repeat(n)}\n`);
+    const blocks = [];
+    for await (const { bytes } of readBlocks([Buffer.from(lines.join(''))])) {
+      blocks.push(Buffer.from(bytes).toString());
+    }
+    assert.equal(blocks.join(''), lines.join(''));
+    assert.ok(blocks.length > 3);
+    for (const block of blocks) assert.ok(block.endsWith('\n') && !/\n.{300000}/.test(block));
+  });
+
   test('a line that is too long costs only itself', async () => {
     const megabyte = Buffer.alloc(1 << 20, 'x');
     const chunks = [Buffer.from('{"points":[[1,2]]}\n'), ...Array(70).fill(megabyte)];

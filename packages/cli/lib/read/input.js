@@ -11,8 +11,9 @@ const STDIN = '-';
 /** The first bytes of gzip data. */
 const GZIP = [0x1f, 0x8b];
 
-// Bytes of a file that are read, and processed, at a time. Passing a block to a worker has a price.
-const CHUNK = 1 << 18;
+// Bytes of a file that are read at a time: several blocks, see readBlocks, so that all threads have
+// work until the next are read.
+const CHUNK = 1 << 20;
 
 /** The name of an input in messages. */
 function displayName(path) {

@@ -8,6 +8,9 @@ const LINE_FEED = 10;
 // A stroke of 300,000 points. Parsed, a line may take twenty times its own memory.
 const MAX_LINE_LENGTH = 8 * 1024 * 1024;
 
+// Bytes that are processed at a time, about. Passing a block to a worker has a price.
+const BLOCK = 1 << 17;
+
 const ARRAY_HINT = ` (jq -c '.[]' splits an array into lines)`;
 
 // Replacing invalid bytes would change the text that is passed on.
@@ -33,7 +36,13 @@ async function* readBlocks(chunks) {
         start = chunk.indexOf(LINE_FEED) + 1;
         yield { bytes: new Uint8Array(0), overlong };
       }
-      if (start < end) yield { bytes: join([...pending, chunk.subarray(start, end)]) };
+      while (start < end) {
+        const last = chunk.lastIndexOf(LINE_FEED, Math.min(start + BLOCK, end) - 1);
+        const next = (last < start ? chunk.indexOf(LINE_FEED, start) : last) + 1;
+        yield { bytes: join([...pending, chunk.subarray(start, next)]) };
+        pending = [];
+        start = next;
+      }
       [pending, length, overlong] = [[], 0, false];
     }
     length += chunk.length - end;

@@ -21,18 +21,18 @@ const NO_FIGURE = { type: 0, family: 'none', kind: null, confidence: null, param
  * @param {import('./processor.js').ProcessorOptions} options
  * @returns {{values?: Float64Array, type: number, family: string, kind: string|null,
  *   confidence: number|null, parameters: object|null, decimals: number}} in units of the input;
- *   values: of the redrawn stroke, none where it stays as drawn; decimals: of its coordinates
+ *   values: of the redrawn stroke, until the next answer, none where it stays as drawn;
+ *   decimals: of its coordinates
  */
-function answerStroke(engine, stroke, { area, scale, snap, decimals }) {
-  const others = snap ? stroke.others : undefined;
-  const place = placeInArea({ ...stroke, others }, { area, scale });
-  const { path, figure, ...answer } = engine.answer(place.placed);
-  const precision = decimals ?? decimalsAt(place.scale);
-  if (answer.type === 0) return { ...answer, parameters: null, decimals: precision };
+function answerStroke(engine, stroke, options) {
+  const place = placeInArea(stroke, options);
+  const { path, figure, type, family, kind, confidence } = engine.answer(place.placed);
+  const decimals = options.decimals ?? decimalsAt(place.scale);
+  if (type === 0) return { type, family, kind, confidence, parameters: null, decimals };
   const values = fromFractions(path, place.area);
-  if (!areFinite(values)) return { ...NO_FIGURE, decimals: precision };
-  const parameters = figure && parametersOf(figure, place, createRounding(precision));
-  return { ...answer, values, parameters, decimals: precision };
+  if (!areFinite(values)) return { ...NO_FIGURE, decimals };
+  const parameters = figure && parametersOf(figure, place, createRounding(decimals));
+  return { type, family, kind, confidence, parameters, decimals, values };
 }
 
 /** The same with points instead of values: the stroke's own where it stays as drawn. */
@@ -62,8 +62,11 @@ function parametersOf(figure, { area, scale }, round) {
     if (typeof value === 'number') return round(value / scale);
     return Array.isArray(value) ? value.map(toPlace) : toPlace(value);
   };
-  const fields = Object.entries(figure).filter(([name]) => name !== 'kind' && name !== 'subtype');
-  return Object.fromEntries(fields.map(([name, value]) => [name, convert(name, value)]));
+  const parameters = {};
+  for (const name of Object.keys(figure)) {
+    if (name !== 'kind' && name !== 'subtype') parameters[name] = convert(name, figure[name]);
+  }
+  return parameters;
 }
 
 module.exports = { answerPoints, answerStroke };

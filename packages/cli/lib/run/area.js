@@ -1,6 +1,10 @@
 'use strict';
 
 const { STRIDE } = require('../read/plain-lines.js');
+const { ReusedNumbers } = require('../reused-numbers.js');
+
+/** The points of the stroke that an engine is given. */
+const placedPoints = new ReusedNumbers();
 
 // Room around a stroke without a drawing area, in drawing units, in addition to its own size. No
 // figure reaches further.
@@ -42,25 +46,26 @@ function packPoints(points) {
  * @param {{x: number, y: number, width: number, height: number}} [options.area] in units of the
  *   input, instead of the stroke's own
  * @param {number} [options.scale] drawing units per unit of the input, instead of the stroke's own
+ * @param {boolean} [options.snap] lines may snap to the other strokes
  * @returns {{placed: import('../placement.js').PlacedStroke, area: object, scale: number}} with
- *   the area in units of the input
+ *   the area in units of the input; the points of the placed stroke stay until the next one
  */
-function placeInArea(stroke, { area = stroke.area, scale = stroke.scale ?? 1 } = {}) {
+function placeInArea(stroke, { area = stroke.area, scale = stroke.scale ?? 1, snap } = {}) {
   const used = area ?? areaAround(stroke.values, scale);
+  const others = snap ? stroke.others : undefined;
   return {
     placed: {
-      points: toFractions(stroke.values, used),
+      points: toFractions(stroke.values, used, placedPoints.take(stroke.values.length)),
       width: used.width * scale,
       height: used.height * scale,
-      others: stroke.others?.map((other) => toFractions(other, used)),
+      others: others?.map((other) => toFractions(other, used, new Float64Array(other.length))),
     },
     area: used,
     scale,
   };
 }
 
-function toFractions(values, { x, y, width, height }) {
-  const fractions = new Float64Array(values.length);
+function toFractions(values, { x, y, width, height }, fractions) {
   for (let k = 0; k < values.length; k += STRIDE) {
     fractions[k] = (values[k] - x) / width;
     fractions[k + 1] = (values[k + 1] - y) / height;
@@ -69,13 +74,11 @@ function toFractions(values, { x, y, width, height }) {
   return fractions;
 }
 
-/** The inverse. */
-function fromFractions(fractions, { x, y, width, height }) {
-  const values = new Float64Array(fractions.length);
+/** The inverse, in place. */
+function fromFractions(values, { x, y, width, height }) {
   for (let k = 0; k < values.length; k += STRIDE) {
-    values[k] = fractions[k] * width + x;
-    values[k + 1] = fractions[k + 1] * height + y;
-    values[k + 2] = fractions[k + 2];
+    values[k] = values[k] * width + x;
+    values[k + 1] = values[k + 1] * height + y;
   }
   return values;
 }

@@ -5,6 +5,7 @@ const workerpool = require('workerpool');
 const { createEngine } = require('../engines.js');
 const { UserError } = require('../user-error.js');
 const { createProcessor } = require('./processor.js');
+const { SharedWork } = require('./shared-work.js');
 
 // In Bun the pool waits for its workers without end: there the work is done in this thread.
 const IS_BUN = process.versions.bun !== undefined;
@@ -12,8 +13,8 @@ const IS_BUN = process.versions.bun !== undefined;
 const WORKER = path.join(__dirname, 'worker.js');
 
 /**
- * Loads the engine and prepares what runs its jobs: this thread for one job at a time, otherwise a
- * pool of worker threads.
+ * Loads the engine and prepares what runs its jobs: this thread and, for more than one job at a
+ * time, a pool of worker threads.
  *
  * @param {import('./processor.js').ProcessorOptions} options
  * @param {number} jobs at a time
@@ -34,7 +35,9 @@ function createRunner(options, jobs) {
   }
   // The threads share the templates, which must be loaded before the first thread starts.
   engine.load(options);
-  return createPool('thread', jobs, options);
+  const pool = createPool('thread', jobs, options);
+  const shared = new SharedWork(createProcessor(options), pool, jobs - 1);
+  return { ...pool, run: (job) => shared.run(job) };
 }
 
 function createPool(workerType, maxWorkers, options) {
@@ -53,10 +56,18 @@ function createPool(workerType, maxWorkers, options) {
     if (failure) throw new UserError(failure);
     return results;
   }
+  async function runAll(jobs) {
+    const blocks = isProcess ? [] : jobs.filter(({ bytes }) => bytes);
+    return exec(
+      'work',
+      jobs,
+      blocks.map(({ bytes }) => bytes.buffer),
+    );
+  }
   return {
+    runAll,
     async run(job) {
-      const transfer = job.bytes && !isProcess ? [job.bytes.buffer] : [];
-      const [result] = await exec('work', job, transfer);
+      const [result] = await runAll([job]);
       return result;
     },
     runFile: (reading) => exec('workFile', reading, []),

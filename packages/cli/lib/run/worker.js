@@ -7,9 +7,9 @@ const { createProcessor } = require('./processor.js');
 
 let processJob;
 
-/** What a worker of runner.js does: a job of lines or records, or all jobs of a document. */
+/** What a worker of runner.js does: jobs of lines or records, or all jobs of a document. */
 const tasks = {
-  work: (options, job) => attempt(() => [process(options, job)]),
+  work: (options, jobs) => attempt(() => jobs.map((job) => process(options, job))),
   workFile: (options, reading) =>
     attempt(async () => {
       const results = [];

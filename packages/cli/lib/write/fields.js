@@ -26,4 +26,6 @@ function answerFields({ type, family, kind, confidence, parameters }) {
   return { type, figure: family, kind, confidence, parameters };
 }
 
-module.exports = { answerFields, textFields };
+const ANSWER_FIELDS = Object.keys(answerFields({}));
+
+module.exports = { ANSWER_FIELDS, answerFields, textFields };

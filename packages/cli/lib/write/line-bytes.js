@@ -10,6 +10,8 @@ const MAX_NUMBER = 32;
 // A number with more decimals may be below 1e-6, which JavaScript writes with an exponent.
 const POWERS = Array.from({ length: 7 }, (_, i) => 10 ** i);
 
+const MAX_INTEGER = 2 ** 31 - 1;
+
 /** Text and points as bytes, one after the other. */
 class LineBytes {
   #bytes = Buffer.allocUnsafe(1 << 16);
@@ -83,21 +85,34 @@ class LineBytes {
     const digits = this.#digits;
     let first = MAX_NUMBER;
     let rest = parts;
-    let isZero = true;
-    for (let i = 0; i < decimals; i += 1) {
-      const tenth = Math.floor(rest / 10);
-      const digit = rest - 10 * tenth;
-      isZero &&= digit === 0;
-      if (!isZero) digits[--first] = ZERO + digit;
-      rest = tenth;
-    }
-    if (!isZero) digits[--first] = POINT;
-    do {
+    let written = 0;
+    for (; rest > MAX_INTEGER; written += 1) {
       const tenth = Math.floor(rest / 10);
       digits[--first] = ZERO + rest - 10 * tenth;
       rest = tenth;
-    } while (rest > 0);
-    for (; first < MAX_NUMBER; first += 1) this.#add(digits[first]);
+    }
+    // The rest in integers of 32 bits, which are quicker.
+    let integer = rest | 0;
+    for (; written <= decimals || integer > 0; written += 1) {
+      const tenth = (integer / 10) | 0;
+      digits[--first] = (ZERO + integer - 10 * tenth) | 0;
+      integer = tenth;
+    }
+    this.#copyDecimal(first, decimals);
+  }
+
+  /** The digits from `first` on, with a point before the decimals unless these are zeros. */
+  #copyDecimal(first, decimals) {
+    const [digits, bytes] = [this.#digits, this.#bytes];
+    const point = MAX_NUMBER - decimals;
+    let end = MAX_NUMBER;
+    while (end > point && digits[end - 1] === ZERO) end -= 1;
+    let to = this.#length;
+    for (let i = first; i < end; i += 1) {
+      if (i === point) bytes[to++] = POINT;
+      bytes[to++] = digits[i];
+    }
+    this.#length = to;
   }
 }
 

@@ -13,77 +13,94 @@ constexpr int MIN_STEPS = 3;
 constexpr double INF = std::numeric_limits<double>::infinity();
 
 using Row = std::array<double, COARSE>;
-using Parents = std::array<std::array<int, COARSE>, MAX_PIECES>;
+using Bests = std::array<Row, MAX_PIECES>;  ///< costs of 1, 2, ... pieces, by last point
 
 std::size_t index(int i) {
     return static_cast<std::size_t>(i);
 }
 
-/// Costs of all pieces, by last point and number of steps.
+/// Costs of all pieces, by first point and number of steps.
 class Costs {
 public:
     /// `closed`: pieces may go through the start, of up to once around.
     Costs(const Scatter& scatter, bool closed) : m_closed(closed) {
-        for (int row = 0; row < COARSE; ++row) {
+        std::array<double, COARSE + LOOP> squares{};
+        for (int row = 0; row < (closed ? LOOP : COARSE); ++row) {
             const int last = closed ? row + LOOP : row;
-            for (int steps = MIN_STEPS; steps <= std::min(last, LOOP); ++steps) {
-                m_costs[index(row)][index(steps)] = scatter.squares(last - steps, last);
+            const int longest = std::min(last, LOOP);
+            scatter.squares(last, last - longest, last - MIN_STEPS, squares);
+            for (int steps = MIN_STEPS; steps <= longest; ++steps) {
+                m_costs[rowOf(last - steps)][index(steps)] = squares[index(last - steps)];
             }
         }
     }
 
-    const Row& to(int last) const { return m_costs[index(m_closed ? last % LOOP : last)]; }
+    const Row& from(int first) const { return m_costs[rowOf(first)]; }
 
 private:
+    std::size_t rowOf(int first) const { return index(m_closed ? first % LOOP : first); }
+
     bool m_closed;
     std::array<Row, COARSE> m_costs;
 };
 
-PolylineFit trace(const Parents& parents, int pieces, double squares, int start) {
+/// Where the last piece of the best polyline of `pieces` pieces to point `last` begins.
+int lastKnot(const Costs& costs, const Bests& bests, int pieces, int last, int start) {
+    const Row& best = bests[index(pieces - 2)];
+    int knot = 0;
+    double smallest = INF;
+    for (int i = (pieces - 1) * MIN_STEPS; i + MIN_STEPS <= last; ++i) {
+        const double sum = best[index(i)] + costs.from(start + i)[index(last - i)];
+        if (sum < smallest) {
+            smallest = sum;
+            knot = i;
+        }
+    }
+    return knot;
+}
+
+PolylineFit trace(const Costs& costs, const Bests& bests, int pieces, int start) {
     PolylineFit fit;
     fit.pieces = pieces;
-    fit.rms = std::sqrt(squares / COARSE);
+    fit.rms = std::sqrt(bests[index(pieces - 1)].back() / COARSE);
     int knot = COARSE - 1;
-    for (int k = pieces; k > 0; --k) {
+    for (int k = pieces; k > 1; --k) {
         fit.knots[index(k)] = knot + start;
-        knot = parents[index(k - 1)][index(knot)];
+        knot = lastKnot(costs, bests, k, knot, start);
     }
+    fit.knots[1] = knot + start;
     fit.knots[0] = start;
     return fit;
 }
 
-/// One more piece behind the best polylines of `pieces` - 1 pieces.
-void extend(Row& best, std::array<int, COARSE>& parent, int pieces, const Costs& costs, int start) {
+/// Costs of the best polylines with one more piece than those in `best`, of which there
+/// are `pieces`. All ends of a piece are handled in a row, for vector instructions.
+Row extend(const Row& best, int pieces, const Costs& costs, int start) {
     Row next;
     next.fill(INF);
-    for (int j = pieces * MIN_STEPS; j < COARSE; ++j) {
-        const Row& piece = costs.to(start + j);
-        double smallest = INF;
-        for (int i = (pieces - 1) * MIN_STEPS; i + MIN_STEPS <= j; ++i) {
-            const double sum = best[index(i)] + piece[index(j - i)];
-            if (sum < smallest) {
-                smallest = sum;
-                parent[index(j)] = i;
-            }
+    for (int i = pieces * MIN_STEPS; i + MIN_STEPS < COARSE; ++i) {
+        const double before = best[index(i)];
+        const double* piece = costs.from(start + i).data() + MIN_STEPS;
+        double* end = next.data() + i + MIN_STEPS;
+        const int ends = COARSE - i - MIN_STEPS;
+        for (int k = 0; k < ends; ++k) {
+            const double sum = before + piece[k];
+            end[k] = sum < end[k] ? sum : end[k];
         }
-        next[index(j)] = smallest;
     }
-    best = next;
+    return next;
 }
 
 /// Best polylines over `COARSE` points from point `start`.
 PolylineFits fitFrom(const Costs& costs, int start, int maxPieces) {
     PolylineFits fits;
-    Parents parents{};
-    Row best;
-    best.fill(INF);
-    for (int j = MIN_STEPS; j < COARSE; ++j) {
-        best[index(j)] = costs.to(start + j)[index(j)];
-    }
-    fits[0] = trace(parents, 1, best.back(), start);
+    Bests bests;
+    bests[0] = costs.from(start);
+    std::fill_n(bests[0].begin(), MIN_STEPS, INF);
+    fits[0] = trace(costs, bests, 1, start);
     for (int k = 2; k <= maxPieces; ++k) {
-        extend(best, parents[index(k - 1)], k, costs, start);
-        fits[index(k - 1)] = trace(parents, k, best.back(), start);
+        bests[index(k - 1)] = extend(bests[index(k - 2)], k - 1, costs, start);
+        fits[index(k - 1)] = trace(costs, bests, k, start);
     }
     return fits;
 }
@@ -97,30 +114,36 @@ Reach reachOf(std::span<const Vec> points, Vec origin, Vec along) {
 }
 
 Scatter::Scatter(const Coarse& points) {
-    for (std::size_t i = 0; i + 1 < m_upTo.size(); ++i) {
-        const Sums& s = m_upTo[i];
+    for (std::size_t i = 0; i + 1 < m_x.size(); ++i) {
         const Vec p = points[i < points.size() ? i : i - LOOP];
-        m_upTo[i + 1] = {s.n + 1.0,        s.x + p.x,        s.y + p.y,
-                         s.xx + p.x * p.x, s.xy + p.x * p.y, s.yy + p.y * p.y};
+        m_x[i + 1] = m_x[i] + p.x;
+        m_y[i + 1] = m_y[i] + p.y;
+        m_xx[i + 1] = m_xx[i] + p.x * p.x;
+        m_xy[i + 1] = m_xy[i] + p.x * p.y;
+        m_yy[i + 1] = m_yy[i] + p.y * p.y;
     }
 }
 
-Scatter::Central Scatter::central(int first, int last) const {
-    const Sums& a = m_upTo[index(first)];
-    const Sums& b = m_upTo[index(last + 1)];
-    const double n = b.n - a.n;
-    const double sx = b.x - a.x;
-    const double sy = b.y - a.y;
+inline Scatter::Central Scatter::central(int first, int last) const {
+    const std::size_t a = index(first);
+    const std::size_t b = index(last + 1);
+    const double n = last + 1 - first;
+    const double sx = m_x[b] - m_x[a];
+    const double sy = m_y[b] - m_y[a];
     const double x = sx / n;
     const double y = sy / n;
-    return {x, y, b.xx - a.xx - sx * x, b.xy - a.xy - sx * y, b.yy - a.yy - sy * y};
+    return {x, y, m_xx[b] - m_xx[a] - sx * x, m_xy[b] - m_xy[a] - sx * y,
+            m_yy[b] - m_yy[a] - sy * y};
 }
 
-// The smaller eigenvalue of the scatter matrix.
-double Scatter::squares(int first, int last) const {
-    const Central c = central(first, last);
-    const double half = 0.5 * (c.xx - c.yy);
-    return std::max(0.5 * (c.xx + c.yy) - std::sqrt(half * half + c.xy * c.xy), 0.0);
+void Scatter::squares(int last, int from, int to, std::span<double> result) const {
+    for (int first = from; first <= to; ++first) {
+        const Central c = central(first, last);
+        const double half = 0.5 * (c.xx - c.yy);
+        // The smaller eigenvalue of the scatter matrix.
+        const double smaller = 0.5 * (c.xx + c.yy) - std::sqrt(half * half + c.xy * c.xy);
+        result[index(first)] = smaller < 0.0 ? 0.0 : smaller;
+    }
 }
 
 FittedLine Scatter::line(int first, int last) const {

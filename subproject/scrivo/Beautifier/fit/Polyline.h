@@ -32,20 +32,20 @@ public:
     Scatter() = default;
     explicit Scatter(const Coarse& points);
 
-    /// Sum of squared distances of points `first` to `last` from their line.
-    double squares(int first, int last) const;
+    /// Sums of squared distances of the points to `last` from their line, for each first
+    /// point `from` to `to`, in result[first].
+    void squares(int last, int from, int to, std::span<double> result) const;
     FittedLine line(int first, int last) const;
 
 private:
-    struct Sums {
-        double n = 0.0, x = 0.0, y = 0.0, xx = 0.0, xy = 0.0, yy = 0.0;
-    };
+    using Sums = std::array<double, COARSE + LOOP + 1>;
+
     struct Central {
         double x, y, xx, xy, yy;
     };
     Central central(int first, int last) const;
 
-    std::array<Sums, COARSE + LOOP + 1> m_upTo;
+    Sums m_x{}, m_y{}, m_xx{}, m_xy{}, m_yy{};
 };
 
 /// The polyline of `pieces` straight pieces that has the smallest sum of squared
