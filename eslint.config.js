@@ -28,7 +28,7 @@ module.exports = [
   { files: ['src/*.js'], languageOptions: { sourceType: 'script' }, rules: { strict: 'off' } },
   {
     files: ['**/*.js'],
-    ignores: ['examples/browser/*.js', 'packages/cli/page/', 'packages/wasm/lib/**', 'src/*.js'],
+    ignores: ['packages/cli/page/', 'packages/wasm/**', 'src/*.js'],
     languageOptions: { sourceType: 'commonjs', globals: globals.node },
     rules: { strict: ['error', 'global'] },
   },
@@ -38,7 +38,7 @@ module.exports = [
     languageOptions: { globals: { ...globals.browser, FAMILIES: false, WISHES: false } },
   },
   {
-    files: ['packages/wasm/lib/**', 'examples/browser/*.js'],
+    files: ['packages/wasm/**/*.js'],
     languageOptions: { sourceType: 'module', globals: globals.browser },
   },
   // Functions that run in the page.

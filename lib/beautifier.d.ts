@@ -163,8 +163,9 @@ export interface Alternative {
 /**
  * Why a stroke stays as drawn:
  *
- * - `'invalid'`: it has no points, lies beyond 2^31 - 1 units, or it or its figure is more than 50 times as
- *   wide or high as the area, as with pixels instead of fractions or an area of nearly no width
+ * - `'invalid'`: it has no points, lies beyond 2^31 - 1 units or sides of the area, or it or its figure is
+ *   more than 50 times as wide or high as the area, as with pixels instead of fractions or an area of nearly
+ *   no width
  * - `'too-small'`: its longer side is below `minSize`
  * - `'not-wanted'`: it resembles a figure that is not among `figures`
  * - `'not-sure'`: it resembles a figure, but not enough for this `sensitivity`
@@ -306,6 +307,8 @@ export declare function resample(
  * @param height the same
  * @returns points in fractions of the drawing area
  * @throws TypeError, RangeError naming the parameter and what was found
+ * @throws RangeError when a point would not lie within 2^31 - 1 sides of the area, as in one of nearly no
+ *   width
  */
 export declare function outlineOf(
   figure: Figure,

@@ -188,7 +188,13 @@ function defineBeautifier(native, { FAMILIES, WISHES, flattenFigure, makeFigure 
     const { index, numbers } = flattenFigure(figure);
     checkSide('width', width);
     checkSide('height', height);
-    return unpackObjects(native.outlineOf(index, numbers, width, height));
+    const path = native.outlineOf(index, numbers, width, height);
+    if (path.length === 0) {
+      throw new RangeError(
+        `figure must lie within 2147483647 times width ${width} and height ${height}`,
+      );
+    }
+    return unpackObjects(path);
   }
 
   /** The points that figures are fitted to, in fractions of the area. */

@@ -85,6 +85,8 @@ describe('outlineOf', () => {
     }
     const dot = { kind: 'dot', centre: { x: 0, y: 0 } };
     assert.throws(() => outlineOf(dot, 0, HEIGHT), /width must be above 0/);
+    assert.throws(() => outlineOf(dot, 5e-324, HEIGHT), /^RangeError: figure must lie within /);
+    assert.equal(outlineOf(dot, 1e308, 1e308).length, 64);
   });
 });
 
