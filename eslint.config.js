@@ -28,22 +28,27 @@ module.exports = [
   { files: ['src/*.js'], languageOptions: { sourceType: 'script' }, rules: { strict: 'off' } },
   {
     files: ['**/*.js'],
-    ignores: ['examples/browser/*.js', 'packages/cli/page/', 'packages/wasm/lib/**', 'src/*.js'],
+    ignores: ['packages/cli/page/', 'packages/wasm/**', 'src/*.js'],
     languageOptions: { sourceType: 'commonjs', globals: globals.node },
     rules: { strict: ['error', 'global'] },
   },
   { files: ['**/*.mjs'], languageOptions: { sourceType: 'module', globals: globals.node } },
   {
     files: ['surface/page/**', 'examples/**/page.js'],
-    languageOptions: { globals: globals.browser },
+    languageOptions: { globals: { ...globals.browser, FAMILIES: false, WISHES: false } },
   },
   {
-    files: ['packages/wasm/lib/**', 'examples/browser/*.js'],
+    files: ['packages/wasm/**/*.js'],
     languageOptions: { sourceType: 'module', globals: globals.browser },
   },
-  // Functions that the browser test evaluates run in the page.
+  // Functions that run in the page.
   {
-    files: ['test/**/*.browser.test.js', 'test/support/chromium.js', 'test/support/page.js'],
+    files: [
+      'test/**/*.browser.test.js',
+      'test/support/chromium.js',
+      'test/support/page.js',
+      'bench/surface.bench.js',
+    ],
     languageOptions: { globals: globals.browser },
   },
 ];

@@ -150,6 +150,9 @@ export type Wish =
   | 'trapezoid'
   | 'kite';
 
+/** All wishes, for menus: the families, then the kinds. */
+export declare const WISHES: readonly Wish[];
+
 /** Another family that a stroke may have been meant as. */
 export interface Alternative {
   family: FigureFamily;
@@ -160,8 +163,9 @@ export interface Alternative {
 /**
  * Why a stroke stays as drawn:
  *
- * - `'invalid'`: it has no points, lies beyond 2^31 - 1 units, or it or its figure is more than 50 times as
- *   wide or high as the area, as with pixels instead of fractions or an area of nearly no width
+ * - `'invalid'`: it has no points, lies beyond 2^31 - 1 units or sides of the area, or it or its figure is
+ *   more than 50 times as wide or high as the area, as with pixels instead of fractions or an area of nearly
+ *   no width
  * - `'too-small'`: its longer side is below `minSize`
  * - `'not-wanted'`: it resembles a figure that is not among `figures`
  * - `'not-sure'`: it resembles a figure, but not enough for this `sensitivity`
@@ -278,6 +282,23 @@ export declare class Beautifier {
 }
 
 /**
+ * The points that figures are fitted to, for views that explain an answer: 97 at even distances
+ * along the stroke. Hooks and repeated parts at its ends are left out, tremor is smoothed.
+ *
+ * @param stroke as `beautify` takes it, as point objects
+ * @param width of the drawing area, above 0
+ * @param height the same
+ * @returns points in fractions of the drawing area; none for a stroke that is `'invalid'` or whose
+ *   samples all coincide
+ * @throws TypeError or RangeError that names the argument, the index and what was found
+ */
+export declare function resample(
+  stroke: readonly InkPoint[],
+  width: number,
+  height: number,
+): Outline<InkPoint[]>;
+
+/**
  * Outline of a figure whose parameters the host may have changed, as
  * {@link Recognised.path} has it: from the parameters alone.
  *
@@ -286,6 +307,8 @@ export declare class Beautifier {
  * @param height the same
  * @returns points in fractions of the drawing area
  * @throws TypeError, RangeError naming the parameter and what was found
+ * @throws RangeError when a point would not lie within 2^31 - 1 sides of the area, as in one of nearly no
+ *   width
  */
 export declare function outlineOf(
   figure: Figure,

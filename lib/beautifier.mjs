@@ -1,3 +1,3 @@
 import beautifier from './beautifier.js';
 
-export const { Beautifier, FIGURES, outlineOf } = beautifier;
+export const { Beautifier, FIGURES, WISHES, outlineOf, resample } = beautifier;

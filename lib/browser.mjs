@@ -14,5 +14,7 @@ export const {
   initScrivo,
   optimizeAStroke,
   outlineOf,
+  resample,
   templates,
+  WISHES,
 } = refuse();

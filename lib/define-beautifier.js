@@ -109,7 +109,7 @@ function checkSide(name, value) {
 /**
  * The beautifier of a binding of the core.
  *
- * @param {{Beautifier: Function, outlineOf: Function}} native takes and returns packed numbers
+ * @param {{Beautifier: Function, outlineOf: Function, resample: Function}} native takes and returns packed numbers
  * @param {object} codec what `figureCodec` makes of the binding's tables
  */
 function defineBeautifier(native, { FAMILIES, WISHES, flattenFigure, makeFigure }) {
@@ -188,10 +188,30 @@ function defineBeautifier(native, { FAMILIES, WISHES, flattenFigure, makeFigure 
     const { index, numbers } = flattenFigure(figure);
     checkSide('width', width);
     checkSide('height', height);
-    return unpackObjects(native.outlineOf(index, numbers, width, height));
+    const path = native.outlineOf(index, numbers, width, height);
+    if (path.length === 0) {
+      throw new RangeError(
+        `figure must lie within 2147483647 times width ${width} and height ${height}`,
+      );
+    }
+    return unpackObjects(path);
   }
 
-  return { Beautifier, FIGURES: FAMILIES, outlineOf };
+  /** The points that figures are fitted to, in fractions of the area. */
+  function resample(stroke, width, height) {
+    const points = packObjects('stroke', copyPoints('stroke', stroke));
+    checkSide('width', width);
+    checkSide('height', height);
+    return unpackObjects(native.resample(points, width, height));
+  }
+
+  return {
+    Beautifier,
+    FIGURES: FAMILIES,
+    WISHES: Object.freeze([...WISHES.keys()]),
+    outlineOf,
+    resample,
+  };
 }
 
 module.exports = { defineBeautifier };

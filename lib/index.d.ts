@@ -130,8 +130,8 @@ export declare function initScrivo(paths: readonly string[]): boolean;
  * The answer depends on the arguments and the loaded templates only, and the
  * arguments are not changed. Any number is accepted, NaN and infinities included;
  * a stroke of fewer than 10 points is always returned as drawn. The first figure in a
- * thread that is more than 50 times as large as the drawing area emits a warning of the
- * process with the code `SCRIVO_PIXELS`.
+ * thread that is more than 50 times as large as the drawing area, or NaN, emits a warning
+ * of the process with the code `SCRIVO_PIXELS`.
  *
  * @param stroke the points in the order in which they were drawn
  * @param width width of the drawing area, rounded to single precision

@@ -1,10 +1,11 @@
 'use strict';
 
+const fs = require('node:fs');
 const path = require('node:path');
 
 const { FigureType } = require('./figure-type.js');
 const { loadNative, unpacked } = require('./native.js');
-const { checkTemplates, warnOfPixels } = require('./warnings.js');
+const { createWarnings } = require('./warnings.js');
 
 const native = loadNative('hello');
 
@@ -16,15 +17,23 @@ const templates = Object.freeze([
   unpacked(path.join(__dirname, '../templates/ellipse.template')),
 ]);
 
+const warnings = createWarnings((message, code) => process.emitWarning(message, { code }));
+
+/** The files that paths name; what is no string names none. */
+function filesOf(paths) {
+  const names = paths.filter((name) => typeof name === 'string');
+  return names.map((name) => ({ name, read: () => fs.readFileSync(name, 'utf8') }));
+}
+
 function initScrivo(...args) {
   const result = native.initScrivo(...args);
-  checkTemplates(args[0]);
+  warnings.checkTemplates(filesOf(args[0]));
   return result;
 }
 
 function optimizeAStroke(...args) {
   const result = native.optimizeAStroke(...args);
-  warnOfPixels(result);
+  warnings.checkProportion(result);
   return result;
 }
 

@@ -1,8 +1,7 @@
 'use strict';
 
-const fs = require('node:fs');
-
-// Warnings of the process where the template engine accepts input that is likely a mistake.
+// Warnings where the template engine accepts input that is likely a mistake. The same for every
+// binding of the core.
 
 /** The names by which a path is recognised, in the order in which they are searched for. */
 const NAMES = [
@@ -16,32 +15,16 @@ const NAMES = [
 const OUTLINE = /\d[^\s,]*,+[^\s,]*\d/;
 
 /** Why nothing can be loaded from a file, or null. */
-function complaint(file) {
+function complaint({ name, read }) {
   try {
-    return OUTLINE.test(fs.readFileSync(file, 'utf8')) ? null : `${file} (no outlines)`;
+    return OUTLINE.test(read()) ? null : `${name} (no outlines)`;
   } catch (error) {
-    return `${file} (${error.code ?? error.message})`;
+    return `${name} (${error.code ?? error.message})`;
   }
-}
-
-/** Warns of template files that were named and could not be loaded. */
-function checkTemplates(paths) {
-  const used = new Map(); // the last path of a name counts
-  for (let i = 0; i < paths.length; i++) {
-    const file = paths[i];
-    const name = typeof file === 'string' && NAMES.find((each) => file.includes(each));
-    if (name) used.set(name, file);
-  }
-  const complaints = [...used.values()].map(complaint).filter((each) => each !== null);
-  if (complaints.length === 0) return;
-  const message = `initScrivo loaded no templates from ${complaints.join(', ')}`;
-  process.emitWarning(message, { code: 'SCRIVO_NO_TEMPLATES' });
 }
 
 /** Sides of the drawing area that a figure can be as long as. Longer ones come from pixels. */
 const MAX_SPREAD = 50;
-
-let hasWarned = false;
 
 /** The longer side of a path, in sides of the drawing area. */
 function spread(path) {
@@ -55,16 +38,42 @@ function spread(path) {
   return Math.max(right - left, bottom - top);
 }
 
-/** Warns once of a figure that is far larger than the drawing area. */
-function warnOfPixels({ path, type }) {
-  if (type === 0 || hasWarned) return;
-  if (!(spread(path) > MAX_SPREAD)) return;
-  hasWarned = true;
-  process.emitWarning(
-    `optimizeAStroke drew a figure ${MAX_SPREAD} times as large as the drawing area: ` +
-      'points must be fractions of its width and height, not pixels',
-    { code: 'SCRIVO_PIXELS' },
-  );
+/** False for NaN, to which an area of nearly no width leads. */
+const isInProportion = (path) => spread(path) <= MAX_SPREAD;
+
+/**
+ * @param {(message: string, code: string) => void} warn
+ */
+function createWarnings(warn) {
+  let hasWarned = false;
+  return {
+    /**
+     * Warns of template files that were named and could not be loaded.
+     *
+     * @param {Array<{name: string, read: () => string}>} files
+     */
+    checkTemplates(files) {
+      const used = new Map(); // the last file of a name counts
+      for (const file of files) {
+        const kind = NAMES.find((each) => file.name.includes(each));
+        if (kind) used.set(kind, file);
+      }
+      const complaints = [...used.values()].map(complaint).filter((each) => each !== null);
+      if (complaints.length === 0) return;
+      warn(`initScrivo loaded no templates from ${complaints.join(', ')}`, 'SCRIVO_NO_TEMPLATES');
+    },
+
+    /** Warns once of a figure that is far larger than the drawing area. */
+    checkProportion({ path, type }) {
+      if (type === 0 || hasWarned || isInProportion(path)) return;
+      hasWarned = true;
+      warn(
+        `optimizeAStroke drew a figure more than ${MAX_SPREAD} times as large as the drawing area: ` +
+          'points must be fractions of its width and height, not pixels',
+        'SCRIVO_PIXELS',
+      );
+    },
+  };
 }
 
-module.exports = { checkTemplates, warnOfPixels };
+module.exports = { createWarnings };

@@ -308,7 +308,7 @@ napi_value construct(napi_env env, napi_callback_info info) {
         if (attempt(env, napi_type_tag_object, arguments.self, &TAG) &&
             attempt(env, napi_wrap, arguments.self, static_cast<void*>(made.get()), destroy,
                     static_cast<void*>(nullptr), static_cast<napi_ref*>(nullptr))) {
-            made.release();  // the object owns it
+            static_cast<void>(made.release());  // the object owns it
         }
         return arguments.self;
     });
@@ -388,10 +388,26 @@ Napi::Value outlineOf(const Napi::CallbackInfo& info) {
     }
 }
 
+/// (x and y of the points of a stroke: Float64Array, width, height): x and y of those
+/// that figures are fitted to.
+Napi::Value resample(const Napi::CallbackInfo& info) {
+    const Napi::Env env = info.Env();
+    try {
+        const Points stroke = unpack(doubles(info[0]), 2);
+        const double width = number(info[1]);
+        const double height = number(info[2]);
+        return {env, pack(env, Scrivo::resample(stroke, width, height), 2)};
+    } catch (const std::exception& error) {
+        raise(env, error);
+        return env.Undefined();
+    }
+}
+
 Napi::Object Init(Napi::Env env, Napi::Object exports) {
     constexpr std::size_t FIGURES = std::variant_size_v<Scrivo::Figure>;
     exports.Set("Beautifier", beautifier_class::define(env));
     exports.Set("outlineOf", Napi::Function::New<outlineOf>(env));
+    exports.Set("resample", Napi::Function::New<resample>(env));
     exports.Set("families", describeFamilies(env));
     exports.Set("figures", describeFigures(env, std::make_index_sequence<FIGURES>()));
     return exports;

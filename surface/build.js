@@ -10,11 +10,17 @@ const { WASM, policy } = require('./policy.js');
 
 const PAGE = path.join(__dirname, 'page');
 
+/** The script of the page without a server. */
+const SITE = 'main-site.mjs';
+
 /** Files of the page, with what they are served as. */
 const FILES = { script: 'page.js', style: 'style.css', icon: 'icon.svg' };
 
 /** @param {string} entry a script of `page/js` */
 async function bundle(entry) {
+  // Of the package that answers: the other one need not have been built.
+  const { FIGURES, WISHES } =
+    entry === SITE ? await import('scrivo-wasm') : require('scrivo/beautifier');
   const { outputFiles } = await esbuild.build({
     entryPoints: [path.join(PAGE, 'js', entry)],
     bundle: true,
@@ -24,8 +30,12 @@ async function bundle(entry) {
     write: false,
     legalComments: 'none',
     loader: { '.wasm': 'binary' },
-    // A classic script has no address of its own.
-    define: { 'import.meta.url': 'document.baseURI' },
+    define: {
+      // A classic script has no address of its own.
+      'import.meta.url': 'document.baseURI',
+      FAMILIES: JSON.stringify(FIGURES),
+      WISHES: JSON.stringify(WISHES),
+    },
     logLevel: 'error',
   });
   return outputFiles[0].text;
@@ -76,7 +86,7 @@ const hashOf = (text) => `'sha256-${crypto.createHash('sha256').update(text).dig
  * @returns {Promise<Record<string, string>>}
  */
 async function buildSite() {
-  const files = await buildPage('main-site.mjs');
+  const files = await buildPage(SITE);
   const html = await fs.readFile(path.join(PAGE, 'index.html'), 'utf8');
   // The text of a script element ends at the first of these.
   const script = files[FILES.script].replaceAll('</script', '<\\/script').trim();

@@ -1,13 +1,13 @@
 'use strict';
 
 const scrivo = require('scrivo');
-const { Beautifier, FIGURES } = require('scrivo/beautifier');
+const beautifier = require('scrivo/beautifier');
 
 /** Loads the engines; resolves to the function that answers requests, see `readRequest`. */
 async function createRecogniser() {
   const { createAnswerer } = await import('./page/js/engine/answerer.mjs');
   scrivo.initScrivo(scrivo.templates);
-  return createAnswerer({ Beautifier, FIGURES, optimizeAStroke: scrivo.optimizeAStroke });
+  return createAnswerer({ ...beautifier, optimizeAStroke: scrivo.optimizeAStroke });
 }
 
 module.exports = { createRecogniser };

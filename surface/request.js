@@ -1,16 +1,13 @@
 'use strict';
 
+const { FIGURES, WISHES } = require('scrivo/beautifier');
+
 const MAX_BYTES = 12 * 2 ** 20;
 const MAX_POINTS = 400_000;
 const MAX_ANCHORS = 2_000;
 
 const TASKS = ['recognise', 'as', 'explain'];
 const ENGINES = ['beautifier', 'template'];
-const FAMILIES = ['dot', 'line', 'angle', 'triangle', 'quadrangle', 'ellipse'];
-const KINDS = [
-  ...['circle', 'equilateral', 'isosceles', 'right', 'square', 'rectangle', 'rhombus'],
-  ...['parallelogram', 'trapezoid', 'kite'],
-];
 
 /** An error of the client, with the status of the response. */
 class BadRequest extends Error {
@@ -64,8 +61,9 @@ const places = (least, most) => (value, where) => {
 };
 
 const families = (value, where) => {
-  expect(Array.isArray(value), `${where} must be an array.`);
-  value.forEach((name, i) => oneOf(FAMILIES)(name, `${where}[${i}]`));
+  const isList = Array.isArray(value) && value.length <= FIGURES.length;
+  expect(isList, `${where} must be an array of at most ${FIGURES.length} names.`);
+  value.forEach((name, i) => oneOf(FIGURES)(name, `${where}[${i}]`));
 };
 
 const OPTIONS = {
@@ -87,7 +85,7 @@ const side = number(1, 1e6);
 const REQUIRED = { task: oneOf(TASKS), points: places(1, MAX_POINTS), width: side, height: side };
 const OPTIONAL = {
   engine: oneOf(ENGINES),
-  wish: oneOf([...FAMILIES, ...KINDS]),
+  wish: oneOf(WISHES),
   anchors: places(0, MAX_ANCHORS),
   options,
 };

@@ -12,7 +12,20 @@ const PACKAGE = path.join(ROOT, 'packages', 'wasm');
 const DIST = path.join(PACKAGE, 'dist');
 const COMPILED = path.join(ROOT, 'build', 'wasm');
 const TEMPLATES = ['rectangle', 'triangle', 'isosceles_triangle', 'ellipse'];
-const ENTRIES = { beautifier: 'beautifier.wasm', index: 'scrivo.wasm' };
+
+/** The modules of each entry. */
+const ENTRIES = { beautifier: ['beautifier'], index: ['scrivo', 'scrivo-scalar'] };
+const MODULES = Object.values(ENTRIES).flatMap((names) => names.map((name) => `${name}.wasm`));
+
+/** The declarations that both packages share, by their name in this one. */
+const SHARED = { 'scrivo-beautifier.d.ts': 'lib/beautifier.d.ts', 'scrivo.d.ts': 'lib/index.d.ts' };
+
+/** What the build puts into the package. */
+const PACKED = [
+  ...Object.keys(SHARED),
+  ...Object.keys(ENTRIES).flatMap((name) => [`${name}.js`, `${name}.d.ts`]),
+  ...MODULES,
+].map((name) => `dist/${name}`);
 
 /** The core's tables of families and figures, from a module that is not shipped. */
 function readTables() {
@@ -52,7 +65,7 @@ const generated = {
 
 async function bundle() {
   const { build } = require('esbuild');
-  await build({
+  const { outputFiles } = await build({
     absWorkingDir: PACKAGE,
     entryPoints: Object.keys(ENTRIES).map((name) => `lib/${name}.js`),
     outdir: DIST,
@@ -60,36 +73,46 @@ async function bundle() {
     format: 'esm',
     target: 'es2022',
     minify: true,
+    write: false,
     legalComments: 'none',
     plugins: [generated],
     logLevel: 'warning',
   });
+  for (const { path: file, text } of outputFiles) fs.writeFileSync(file, withComments(text));
 }
 
-/** The declarations that both packages share, beside those of this one. */
+/** Puts back comments that minifying removes: bundlers leave the import of a file to Node. */
+const withComments = (script) =>
+  script.replace(/\bimport\((?=\w+\))/, '$&/* webpackIgnore: true *//* @vite-ignore */');
+
+/** Copies a file in one step: the type checks may run beside another build. */
+function copyWhole(from, to) {
+  const part = `${to}.${process.pid}`;
+  fs.copyFileSync(from, part);
+  fs.renameSync(part, to);
+}
+
+/** The shared declarations, beside those of this package. */
 function copyDeclarations() {
-  for (const [from, to] of [
-    ['lib/beautifier.d.ts', 'scrivo-beautifier.d.ts'],
-    ['lib/index.d.ts', 'scrivo.d.ts'],
-  ]) {
-    fs.copyFileSync(path.join(ROOT, from), path.join(DIST, to));
+  fs.mkdirSync(DIST, { recursive: true });
+  for (const [to, from] of Object.entries(SHARED)) {
+    copyWhole(path.join(ROOT, from), path.join(DIST, to));
   }
   for (const name of Object.keys(ENTRIES)) {
-    fs.copyFileSync(path.join(PACKAGE, 'lib', `${name}.d.ts`), path.join(DIST, `${name}.d.ts`));
+    copyWhole(path.join(PACKAGE, 'lib', `${name}.d.ts`), path.join(DIST, `${name}.d.ts`));
   }
 }
 
 async function buildWasm() {
   await buildPreset('wasm');
   heading('Bundle (wasm)');
-  fs.mkdirSync(DIST, { recursive: true });
-  for (const file of Object.values(ENTRIES)) {
+  copyDeclarations();
+  for (const file of MODULES) {
     fs.copyFileSync(path.join(COMPILED, file), path.join(DIST, file));
   }
-  copyDeclarations();
   await bundle();
 }
 
-module.exports = { DIST, ENTRIES, buildWasm };
+module.exports = { DIST, MODULES, PACKED, buildWasm, copyDeclarations, readTables };
 
 if (require.main === module) main(async () => (await buildWasm(), 0));

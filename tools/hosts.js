@@ -1,10 +1,11 @@
 'use strict';
 
 // Runs the tests of the package in several hosts, each with the binary in prebuilds/
-// for its system (for this system with the build, if there is no prebuilt one).
+// for its system (for this system with the build, if there is no prebuilt one), and those of
+// the engines with scrivo-wasm in browsers.
 //
-//   npm run test:hosts                    all hosts
-//   npm run test:hosts -- node-18 deno    some hosts, by name
+//   npm run test:hosts                       all hosts
+//   npm run test:hosts -- node-18 firefox    some hosts, by name
 //
 // Prints a table for docs/hosts.md. A host that cannot be started here is listed as
 // not run, with the reason, and is no failure. Hosts of other systems need Debian
@@ -13,10 +14,12 @@
 const { spawnSync } = require('node:child_process');
 const fs = require('node:fs');
 const path = require('node:path');
-const { HOSTS, TEST_FILES } = require('./support/hosts.js');
+const { buildWasm } = require('./build-wasm.js');
+const { BROWSERS, HOSTS, TEST_FILES } = require('./support/hosts.js');
+const { countTap } = require('./support/test-counts.js');
 const { TARGETS, hasPrebuilds, moduleNames, prebuiltFiles } = require('./support/modules.js');
 const { installPackages } = require('./support/packages.js');
-const { ROOT, failure, heading, main } = require('./support/run.js');
+const { ROOT, capture, failure, heading, main } = require('./support/run.js');
 
 const FOLDER = path.join(ROOT, 'build', 'hosts');
 const TIMEOUT_MS = 900_000;
@@ -67,46 +70,65 @@ function linkPackages(from, to) {
 }
 
 /**
- * Runs one test file; returns its counts, with `failed` at least 1 if the host ended with an
+ * Runs a program; returns the counts that it prints, with `failed` at least 1 if it ended with an
  * error. The output goes to a file, since Node in Wine cannot write to a pipe.
  */
-function runFile(host, { command, env, preload }, folder, file) {
-  const [program, ...first] = command;
-  const args = [...first, ...host.testArguments(`test/${file}`, preload)];
-  const log = path.join(FOLDER, `${host.name}-${file.replace('/', '-')}.log`);
+function runCounted(name, count, [program, ...args], { cwd, env }) {
+  const log = path.join(FOLDER, `${name.replaceAll('/', '-')}.log`);
   const descriptor = fs.openSync(log, 'w');
   const { error, status, signal } = spawnSync(program, args, {
-    cwd: folder,
+    cwd,
     env: { ...process.env, NO_COLOR: '1', ...env },
     stdio: ['ignore', descriptor, descriptor],
     timeout: TIMEOUT_MS,
   });
   fs.closeSync(descriptor);
-  const { passed, failed, skipped } = host.count(fs.readFileSync(log, 'utf8'));
+  const { passed, failed, skipped } = count(fs.readFileSync(log, 'utf8'));
   const ok = status === 0 && failed === 0 && passed + skipped > 0;
-  console.log(`${file}: ${passed} passed, ${failed} failed, ${skipped} skipped`);
+  console.log(`${name}: ${passed} passed, ${failed} failed, ${skipped} skipped`);
   const end = error?.message ?? `ended by ${signal ?? status}`;
-  if (!ok) console.error(`${file}: ${end}, see ${path.relative(ROOT, log)}`);
+  if (!ok) console.error(`${name}: ${end}, see ${path.relative(ROOT, log)}`);
   return { passed, failed: ok ? 0 : Math.max(failed, 1), skipped };
 }
+
+const whyMissing = (host) => {
+  const missing = host.needs.filter((file) => !fs.existsSync(file));
+  return missing.length > 0 ? `no ${missing.join(', ')}: npm run setup -- hosts` : null;
+};
 
 /** Tests one host; returns the sums of its counts, or why it was not run. */
 async function testHost(host) {
   heading(`${host.label} ${host.version} (${host.target})`);
   const modules = modulesFor(host.target);
   if (!modules) return { why: `not built: npm run prebuilds -- ${host.target}` };
-  const missing = host.needs.filter((file) => !fs.existsSync(file));
-  if (missing.length > 0) return { why: `no ${missing.join(', ')}: npm run setup -- hosts` };
+  const why = whyMissing(host);
+  if (why) return { why };
   await installPackages(FOLDER, { [host.name]: `${host.package}@${host.version}` });
   const program = path.join(FOLDER, 'node_modules', host.name, host.program);
-  const launch = host.launch(program, FOLDER, host.name);
+  const { command, env, preload } = host.launch(program, FOLDER, host.name);
   const folder = stage(host.target, modules);
   const sum = { passed: 0, failed: 0, skipped: 0 };
   for (const file of TEST_FILES) {
-    const counts = runFile(host, launch, folder, file);
+    const args = host.testArguments(`test/${file}`, preload);
+    const name = `${host.name}/${file}`;
+    const counts = runCounted(name, host.count, [...command, ...args], { cwd: folder, env });
     for (const key of Object.keys(sum)) sum[key] += counts[key];
   }
   return sum;
+}
+
+/** Tests scrivo-wasm in a browser. */
+async function testBrowser(browser) {
+  const [program, ...first] = browser.start;
+  browser.version = /\d[\d.]+/.exec(capture(program, [...first, '--version']))?.[0] ?? '';
+  heading(`${browser.label} ${browser.version}`);
+  const why = whyMissing(browser);
+  if (why) return { why };
+  await buildWasm();
+  fs.mkdirSync(FOLDER, { recursive: true });
+  const script = path.join(ROOT, 'test', 'wasm', 'page', 'main.js');
+  const command = [process.execPath, script, ...browser.start, ...browser.args];
+  return runCounted(browser.name, countTap, command, { cwd: ROOT });
 }
 
 function row(host, { why, passed, failed, skipped }) {
@@ -123,17 +145,19 @@ const rowsOfTheRest = () =>
     .map((target) => `| none | \`${target}\` | - | ${hasPrebuilds(target) ? '' : 'not '}built |`);
 
 async function hostsMain(names) {
-  const unknown = names.filter((name) => !HOSTS.some((host) => host.name === name));
+  const all = [...HOSTS, ...BROWSERS];
+  const unknown = names.filter((name) => !all.some((host) => host.name === name));
   if (unknown.length > 0) {
-    const known = HOSTS.map(({ name }) => name).join(', ');
+    const known = all.map(({ name }) => name).join(', ');
     throw failure(`test:hosts: no host "${unknown.join('", "')}"; there are ${known}`);
   }
   if (THIS_TARGET !== 'linux-x64') {
     throw failure(`test:hosts: the hosts are those of linux-x64, this is ${THIS_TARGET}.`);
   }
   const results = [];
-  for (const host of HOSTS.filter(({ name }) => names.length === 0 || names.includes(name))) {
-    results.push({ host, ...(await testHost(host)) });
+  for (const host of all.filter(({ name }) => names.length === 0 || names.includes(name))) {
+    const test = BROWSERS.includes(host) ? testBrowser : testHost;
+    results.push({ host, ...(await test(host)) });
   }
   heading('Hosts');
   console.log('| host | binary | run | tests |\n| --- | --- | --- | --- |');

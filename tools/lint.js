@@ -10,6 +10,7 @@ const crypto = require('node:crypto');
 const fs = require('node:fs');
 const path = require('node:path');
 const { build } = require('./build.js');
+const { copyDeclarations } = require('./build-wasm.js');
 const { unbuiltFiles } = require('./support/source-lists.js');
 const { ROOT, capture, failure, heading, main, nodeTool, run } = require('./support/run.js');
 
@@ -60,6 +61,7 @@ async function lists() {
 
 /** The type declarations, with calls that must and must not compile. */
 async function types() {
+  copyDeclarations();
   const projects = sourceFiles(/(^|\/)tsconfig\.json$/);
   const [command, ...args] = nodeTool('typescript', 'bin/tsc');
   let worst = 0;

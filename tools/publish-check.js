@@ -5,6 +5,7 @@
 
 const fs = require('node:fs');
 const path = require('node:path');
+const { MODULES, PACKED: PACKED_WASM } = require('./build-wasm.js');
 const { TARGETS, hasPrebuilds, prebuiltFiles, targetOf } = require('./support/modules.js');
 const { ROOT, capture, heading, main, nodeTool, run } = require('./support/run.js');
 const { PACKED } = require('../surface/pack.js');
@@ -15,7 +16,7 @@ const read = (name) => fs.readFileSync(path.join(ROOT, name), 'utf8');
 
 const COMMAND = 'packages/cli';
 const WASM = 'packages/wasm';
-const FOLDERS = ['', COMMAND];
+const FOLDERS = ['', COMMAND, WASM];
 
 /** Complaints about versions that differ: `texts` maps the five files to contents. */
 function compareVersions(texts) {
@@ -111,6 +112,9 @@ function checkContents(packed, tracked, prebuilt) {
   ];
 }
 
+/** What is built into an archive, besides prebuilt files. */
+const BUILT = { [COMMAND]: PACKED, [WASM]: PACKED_WASM };
+
 const archives = () => FOLDERS.flatMap(archive);
 
 /** Complaints about the archive of the package in a folder. */
@@ -125,12 +129,11 @@ function archive(folder) {
     : all;
   const names = packed.files.map((file) => file.path);
   const prebuilt = folder ? [] : Object.keys(TARGETS).flatMap(prebuiltFiles);
-  const built = folder === COMMAND ? PACKED : [];
   console.log(`${packed.name}: ${names.length} files, ${(packed.size / 1e6).toFixed(1)} MB packed`);
   return [
     ...checkContents(names, tracked, [
       ...prebuilt.map((file) => path.relative(ROOT, file).replaceAll(path.sep, '/')),
-      ...built,
+      ...(BUILT[folder] ?? []),
     ]),
     ...(packed.size > MAX_PACKED_BYTES ? [`at most ${MAX_PACKED_BYTES / 1e6} MB expected`] : []),
   ];
@@ -157,7 +160,12 @@ async function publint() {
 }
 
 /** Whether types are found and agree with the code in every mode of resolution. */
-const types = () => byTool('@arethetypeswrong/cli', 'dist/index.js', '--pack', '.');
+async function types() {
+  const check = (...args) => byTool('@arethetypeswrong/cli', 'dist/index.js', '--pack', ...args);
+  // The package for browsers has ES modules alone.
+  const wasm = [WASM, '--profile', 'esm-only', '--exclude-entrypoints', ...MODULES];
+  return [...(await check('.')), ...(await check(...wasm))];
+}
 
 const CHECKS = {
   versions: () => {

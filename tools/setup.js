@@ -37,6 +37,7 @@ const PACKAGES = {
     ...['qemu-user', 'libc6-arm64-cross', 'libstdc++6-arm64-cross'],
     ...['musl:amd64', 'musl:arm64', 'g++-aarch64-linux-gnu'],
     'wine64',
+    ...['chromium', 'firefox-esr', 'libwebkit2gtk-4.1-0', 'xvfb', 'xauth'],
   ],
 };
 const LEVELS = {

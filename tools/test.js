@@ -109,7 +109,7 @@ const SUITES = {
   release: () => ctest('release'),
   node: () =>
     nodeTest('node', (file) => !isOfPackage(file) && !isOfWasm(file) && !isOfBrowser(file)),
-  package: () => nodeTest('package', isOfPackage),
+  package: () => wasmTest('package', isOfPackage),
   browser: () => wasmTest('browser', (file) => isOfBrowser(file) && !isOfWasm(file)),
   wasm: () => wasmTest('wasm', isOfWasm),
   lint: checks,

@@ -43,6 +43,12 @@ set(CMAKE_CXX_FLAGS_INIT "-w -ffunction-sections -fdata-sections")
 # Eigen3_ROOT in the environment.
 list(APPEND CMAKE_PREFIX_PATH /usr /usr/local /opt/homebrew)
 
-# CMake's compiler checks link nothing: linking a program would make Zig compile the
-# C++ library again, with the options of a debug build.
+# CMake's compiler checks link nothing: linking a program would make Zig compile the C and
+# C++ libraries again, with the options of a debug build. The first check, which finds out
+# what compiler it is, would always link.
 set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)
+set(CMAKE_CXX_COMPILER_ID_RUN 1)
+set(CMAKE_CXX_COMPILER_ID Clang)
+set(CMAKE_CXX_COMPILER_VERSION 21)
+set(CMAKE_CXX_STANDARD_COMPUTED_DEFAULT 17)
+set(CMAKE_CXX_EXTENSIONS_COMPUTED_DEFAULT ON)

@@ -148,6 +148,18 @@ TEST(BeautifierOptionsTest, AreChecked) {
     }
 }
 
+TEST(BeautifierInput, FiguresStayNearTheirInkInNarrowAreas) {
+    const Beautifier beautifier;
+    for (const double width : {5e-324, 1e-300, 1e-100, 1e-20, 1e-6}) {
+        for (const Example& example : examples()) {
+            const Path path = inFractions(sample(example.curve, 50));
+            for (const Point2D& p : beautifier.beautify(path, width, HEIGHT).path) {
+                EXPECT_LE(std::abs(p.x), 51.0) << example.name << " in " << width;
+            }
+        }
+    }
+}
+
 TEST(BeautifierInput, DegenerateStrokesHaveAnAnswer) {
     constexpr double HUGE_VALUE = std::numeric_limits<double>::max();
     constexpr double TINY = std::numeric_limits<double>::denorm_min();

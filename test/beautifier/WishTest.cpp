@@ -124,6 +124,7 @@ TEST(Outline, FollowsParametersThatTheHostHasChanged) {
     EXPECT_EQ(path.size(), 85U);
     std::visit(Agrees{path}, Figure(circle));
     EXPECT_TRUE(outlineOf(std::monostate(), WIDTH, HEIGHT).empty());
+    EXPECT_TRUE(outlineOf(circle, 1e-300, HEIGHT).empty());
     for (const Example& example : examples()) {
         const Beautified answer = beautify(sample(example.curve, 70));
         const Path again =

@@ -3,7 +3,7 @@
 const assert = require('node:assert/strict');
 const { describe, it } = require('node:test');
 
-const { Beautifier, FIGURES, outlineOf } = require('../../lib/beautifier.js');
+const { Beautifier, FIGURES, outlineOf, resample } = require('../../lib/beautifier.js');
 const { WISHES } = require('../../lib/figures.js');
 const { HEIGHT, INK, WIDTH } = require('../support/strokes.js');
 
@@ -85,6 +85,32 @@ describe('outlineOf', () => {
     }
     const dot = { kind: 'dot', centre: { x: 0, y: 0 } };
     assert.throws(() => outlineOf(dot, 0, HEIGHT), /width must be above 0/);
+    assert.throws(() => outlineOf(dot, 5e-324, HEIGHT), /^RangeError: figure must lie within /);
+    assert.equal(outlineOf(dot, 1e308, 1e308).length, 64);
+  });
+});
+
+describe('resample', () => {
+  it('gives evenly spaced points, nearly the same ones for fewer samples', () => {
+    const evenOf = (stroke) =>
+      resample(stroke, WIDTH, HEIGHT).map(({ x, y }) => [x * WIDTH, y * HEIGHT]);
+    const distance = ([px, py], [qx, qy]) => Math.hypot(px - qx, py - qy);
+    const stroke = INK.quadrangle;
+    const points = evenOf(stroke);
+    assert.equal(points.length, 97);
+    const steps = points.slice(1).map((p, i) => distance(p, points[i]));
+    assert.ok(Math.max(...steps) < 1.1 * steps[48]);
+    const few = evenOf(stroke.filter((_, i) => i % 3 === 0 || i === stroke.length - 1));
+    for (const [i, p] of points.entries()) assert.ok(distance(p, few[i]) < 6, `${i}`);
+  });
+
+  it('has none for what cannot be fitted, and names what is wrong', () => {
+    const inPixels = INK.line.map(({ x, y }) => ({ x: x * WIDTH, y: y * HEIGHT }));
+    for (const stroke of [[], [{ x: 0.5, y: 0.5 }], inPixels]) {
+      assert.deepEqual(resample(stroke, WIDTH, HEIGHT), []);
+    }
+    assert.throws(() => resample([{ x: 0 }], WIDTH, HEIGHT), /^TypeError: stroke\[0\]\.y/);
+    assert.throws(() => resample([], 0, HEIGHT), /width must be above 0/);
   });
 });
 

@@ -6,6 +6,7 @@ const os = require('node:os');
 const path = require('node:path');
 const { after, describe, test } = require('node:test');
 
+const { createWarnings } = require('../../lib/warnings.js');
 const { FigureType, initScrivo, optimizeAStroke, templates } = require('scrivo');
 
 // Letters within the code page of some Windows systems and of none.
@@ -71,5 +72,15 @@ describe('the process is warned', () => {
       warnings.map(({ code }) => code),
       ['SCRIVO_PIXELS'],
     );
+  });
+
+  test('of a figure without a size', () => {
+    const codes = [];
+    const { checkProportion } = createWarnings((message, code) => codes.push(code));
+    checkProportion({ type: FigureType.NONE, path: [{ x: NaN, y: 0 }] });
+    assert.deepEqual(codes, []);
+    const { path, type } = optimizeAStroke(line(1), 5e-324, 400, []);
+    checkProportion({ path, type });
+    assert.deepEqual([type === FigureType.NONE, codes], [false, ['SCRIVO_PIXELS']]);
   });
 });

@@ -6,7 +6,7 @@
 
 const assert = require('node:assert/strict');
 const { initScrivo, optimizeAStroke, templates } = require('../../lib/index.js');
-const { Beautifier, outlineOf } = require('../../lib/beautifier.js');
+const { Beautifier, outlineOf, resample } = require('../../lib/beautifier.js');
 const { INK, WIDTH, HEIGHT } = require('../support/strokes.js');
 
 const [shim, name, first] = process.argv.slice(2);
@@ -19,6 +19,7 @@ const CALLS = {
   Beautifier: () => new Beautifier({ anchors: ['end'] }).options,
   beautify: () => beautifier.beautify(INK.quadrangle, WIDTH, HEIGHT, others),
   beautifyAs: () => beautifier.beautifyAs(INK.ellipse, 'square', WIDTH, HEIGHT, others),
+  resample: () => resample(INK.quadrangle, WIDTH, HEIGHT),
   outlineOf: () => outlineOf(circle, WIDTH, HEIGHT),
   optimizeAStroke: () => optimizeAStroke(INK.quadrangle, WIDTH, HEIGHT, [INK.dot]),
 };

@@ -40,7 +40,7 @@ function outcomes(name) {
   return sum;
 }
 
-for (const name of ['Beautifier', 'beautify', 'beautifyAs', 'outlineOf']) {
+for (const name of ['Beautifier', 'beautify', 'beautifyAs', 'outlineOf', 'resample']) {
   test(`${name} throws when memory runs out, and leaves nothing behind`, { skip }, () => {
     const found = outcomes(name);
     assert.equal(found.ended, 0);

@@ -15,6 +15,7 @@ const path = require('node:path');
 const { after, before, describe, test } = require('node:test');
 const { nodeFileTrace } = require('@vercel/nft');
 
+const { PACKED: PACKED_WASM } = require('../../tools/build-wasm.js');
 const { moduleNames } = require('../../tools/support/modules.js');
 const { ROOT } = require('../../tools/support/run.js');
 const { PACKED } = require('../../surface/pack.js');
@@ -25,6 +26,7 @@ after(() => fs.rmSync(folder, { recursive: true }));
 const project = path.join(folder, 'project');
 const installed = path.join(project, 'node_modules', 'scrivo');
 const COMMAND = 'packages/cli';
+const WASM = 'packages/wasm';
 
 const THIS_TARGET = `${process.platform}-${process.arch}`;
 const PREBUILT = moduleNames().map((name) => `prebuilds/${THIS_TARGET}/${name}.node`);
@@ -54,6 +56,7 @@ function pack(...places) {
   for (const file of PREBUILT) {
     copy(path.join('build', 'release', path.basename(file)), path.join(clone, file));
   }
+  for (const file of PACKED_WASM) copy(`${WASM}/${file}`, path.join(clone, WASM, file));
   const packed = (place) =>
     JSON.parse(npm(path.join(clone, place), 'pack', '--json', '--pack-destination', folder))[0];
   return places.map(packed);
@@ -275,5 +278,34 @@ describe('the archive of the command line', () => {
     child.kill();
     assert.match(page, /<title>Scrivo/);
     assert.equal((await answer.json()).figure.kind, 'circle');
+  });
+});
+
+describe('the archive for browsers', () => {
+  const site = path.join(folder, 'site');
+  let archive;
+  before(() => {
+    [archive] = pack(WASM);
+    install(site, {}, archiveOf(archive));
+  });
+
+  test('holds what is built and an example, and nothing else', () => {
+    const own = `${WASM}/example/`;
+    const expected = trackedFiles()
+      .filter((name) => name.startsWith(own))
+      .map((name) => path.posix.relative(WASM, name));
+    const names = archive.files.map((file) => file.path);
+    const alone = ['LICENSE', 'README.md', 'package.json'];
+    assert.deepEqual(names.sort(), [...alone, ...expected, ...PACKED_WASM].sort());
+    assert.deepEqual(deadLinks(names, WASM), []);
+  });
+
+  test('answers by the lines of its page', () => {
+    const [lines] = /import [^]*?(?=```)/.exec(fs.readFileSync(path.join(ROOT, WASM, 'README.md')));
+    const script = `const [stroke, width, height] = [${CIRCLE}, 400, 400];\n${lines}
+      console.log(figure.kind, path.length);`;
+    fs.writeFileSync(path.join(site, 'main.mjs'), script);
+    const [program, args] = [process.execPath, ['main.mjs']];
+    assert.equal(execFileSync(program, args, { cwd: site, encoding: 'utf8' }), 'circle 85\n');
   });
 });

@@ -22,7 +22,7 @@ test('arguments are arrays of the right type, read no further than their ends', 
 });
 
 test('any wrong arguments throw once, and the process goes on', () => {
-  const { Beautifier: Native, outlineOf } = loadNative('beautifier');
+  const { Beautifier: Native, outlineOf, resample } = loadNative('beautifier');
   const options = [[1], 0, 4, 0.5, true, true, true, true, []];
   const native = new Native(...options);
   const stroke = [new Float64Array(3), 3, 1, 1, new Float64Array(4), Uint32Array.of(2)];
@@ -31,6 +31,7 @@ test('any wrong arguments throw once, and the process goes on', () => {
     [(...args) => native.beautify(...args), stroke],
     [(...args) => native.beautifyAs(...args), [...stroke, 1, -1]],
     [outlineOf, [2, new Float64Array(4), 1, 1]],
+    [resample, [new Float64Array(4), 1, 1]],
   ];
   const throwing = Object.defineProperty([1], 0, {
     get() {

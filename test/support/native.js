@@ -9,7 +9,7 @@ const { findNative } = require('../../lib/native.js');
 const root = path.join(__dirname, '..', '..');
 const builtModule = findNative('hello');
 
-const host = ['bun', 'deno'].find((name) => name in process.versions) ?? 'node';
+const host = ['bun', 'deno', 'browser'].find((name) => name in process.versions) ?? 'node';
 
 /** Whether scrivo-wasm is in the place of the native modules, see test/wasm. */
 const isWasm = process.env.SCRIVO_TESTED === 'wasm';

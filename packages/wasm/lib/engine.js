@@ -24,9 +24,10 @@ const isResponse = (source) => typeof source?.arrayBuffer === 'function' && 'hea
 
 /** The bytes of a file, for Node, whose fetch() does not read files. */
 async function readFile(url) {
-  // Bundlers leave an import alone whose name they do not see.
-  const name = 'node:fs/promises';
-  const { readFile } = await import(/* webpackIgnore: true */ /* @vite-ignore */ name);
+  // Bundlers leave an import alone whose name they do not see (and that tools/build-wasm.js
+  // marks); a constant would be inlined.
+  const name = ['node:fs', 'promises'].join('/');
+  const { readFile } = await import(name);
   return readFile(url);
 }
 

@@ -26,12 +26,14 @@ const outlinesIn = (text) =>
 const decoder = new TextDecoder('latin1');
 const encoder = new TextEncoder();
 
-const textOf = (content) => (typeof content === 'string' ? content : decoder.decode(content));
+/** The text of a file that is given as text or bytes. */
+export const textOf = (content) =>
+  typeof content === 'string' ? content : decoder.decode(content);
 
 /** A file as the numbers that template_engine.cpp reads: its name and its outlines. */
-export function packFile({ name, content }) {
+export function packFile(name, text) {
   const bytes = encoder.encode(name);
-  const outlines = outlinesIn(textOf(content));
+  const outlines = outlinesIn(text);
   const parts = outlines.flatMap((outline) => [outline.length, ...outline]);
   return [bytes.length, ...bytes, outlines.length, ...parts];
 }

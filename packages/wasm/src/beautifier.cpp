@@ -61,6 +61,13 @@ const double* write(const Scrivo::Beautified& answer, std::size_t stride) {
     return out.data();
 }
 
+const double* write(const std::vector<Scrivo::Point2D>& points) {
+    Answer out;
+    out.add(static_cast<double>(2 * points.size()));
+    out.add(points, 2);
+    return out.data();
+}
+
 }  // namespace
 
 /// Options; family and kind of the wish, -1 for none; width, height; stride and number
@@ -83,6 +90,15 @@ SCRIVO_EXPORT(beautify) const double* beautify(const double* arguments) {
                  stride);
 }
 
+/// Width, height, number of points, points. The answer is that of `outlineOf`.
+SCRIVO_EXPORT(resample) const double* resample(const double* arguments) {
+    Reader in(arguments);
+    const double width = in.number();
+    const double height = in.number();
+    const auto stroke = in.points(in.size(), 2);
+    return write(Scrivo::resample(stroke, width, height));
+}
+
 /// Index of the figure, width, height, number of parameters, parameters. The answer is
 /// the number of coordinates, then x and y of each point.
 SCRIVO_EXPORT(outlineOf) const double* outlineOf(const double* arguments) {
@@ -91,11 +107,7 @@ SCRIVO_EXPORT(outlineOf) const double* outlineOf(const double* arguments) {
     const double width = in.number();
     const double height = in.number();
     const std::size_t count = in.size();
-    const auto outline = Scrivo::outlineOf(figureOf(index, in.numbers(count)), width, height);
-    Answer out;
-    out.add(static_cast<double>(2 * outline.size()));
-    out.add(outline, 2);
-    return out.data();
+    return write(Scrivo::outlineOf(figureOf(index, in.numbers(count)), width, height));
 }
 
 }  // namespace binding

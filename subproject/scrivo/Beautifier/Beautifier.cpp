@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <limits>
 #include <optional>
 #include <stdexcept>
 #include <utility>
@@ -30,16 +32,17 @@ constexpr double RESEMBLANCE = 0.1;
 // Alternatives below this probability are not worth offering.
 constexpr double MIN_PROBABILITY = 0.01;
 
-/// Whether points spread over at most 50 sides of the drawing area. Those of a stroke in
-/// pixels instead of fractions do not, nor those of a figure in an area of nearly no width.
-bool isInProportion(std::span<const Point2D> points) {
+/// Whether a box in fractions spreads over at most 50 sides of the drawing area. That of a
+/// stroke in pixels instead of fractions does not, nor that of a figure in an area of nearly
+/// no width.
+bool isInProportion(const Box& box) {
     constexpr double MAX_SPREAD = 50.0;
-    const Box box = beautifier::boxOf(points);
     return box.high.x - box.low.x <= MAX_SPREAD && box.high.y - box.low.y <= MAX_SPREAD;
 }
 
 bool isUsable(const Ink& ink, const Frame& frame) {
-    return frame.measurable && ink.width > 0.0 && ink.height > 0.0 && isInProportion(ink.samples);
+    return frame.measurable && ink.width > 0.0 && ink.height > 0.0 &&
+           isInProportion(beautifier::boxOf(ink.samples));
 }
 
 /// A verdict that needs no fit, where a family has one.
@@ -123,6 +126,14 @@ std::vector<Point2D> fractionsOf(std::vector<Point2D> outline, double width, dou
     return outline;
 }
 
+/// Whether all points lie within 2^31 - 1 sides of the drawing area. False for NaN.
+bool isPlaceable(const std::vector<Point2D>& path) {
+    constexpr double MAX_SIDES = std::numeric_limits<std::int32_t>::max();
+    return std::all_of(path.begin(), path.end(), [](const Point2D& p) {
+        return std::abs(p.x) <= MAX_SIDES && std::abs(p.y) <= MAX_SIDES;
+    });
+}
+
 bool isFinite(const std::vector<Point2D>& path) {
     return std::all_of(path.begin(), path.end(),
                        [](const Point2D& p) { return std::isfinite(p.x) && std::isfinite(p.y); });
@@ -168,17 +179,30 @@ Figure wished(const Family& family, const Fitted& fitted, const Ink& ink) {
     return isFilled || boxed.index() == 0 ? fit : boxed;
 }
 
+Box around(const Box& a, const Box& b) {
+    return {{std::min(a.low.x, b.low.x), std::min(a.low.y, b.low.y)},
+            {std::max(a.high.x, b.high.x), std::max(a.high.y, b.high.y)}};
+}
+
+/// Whether a figure is in proportion to the area together with its ink. In an area of nearly no
+/// width, rounding moves a figure far from its ink.
+bool isNear(const std::vector<Point2D>& path, const Ink& ink) {
+    return isFinite(path) &&
+           isInProportion(around(beautifier::boxOf(path), beautifier::boxOf(ink.samples)));
+}
+
 /// The answer with a figure of `family`; as drawn when its outline is out of proportion
 /// to the area.
 Beautified answerWith(Figure figure, const Family& family, bool insideArea, const Ink& ink) {
     std::vector<Point2D> outline = beautifier::outlineOf(figure);
+    const bool isUsable = isNear(fractionsOf(outline, ink.width, ink.height), ink);
     if (insideArea && family.staysInside &&
         beautifier::moveInside(figure, outline, ink.width, ink.height)) {
         outline = beautifier::outlineOf(figure);
     }
     Beautified answer;
     answer.path = fractionsOf(std::move(outline), ink.width, ink.height);
-    if (!isFinite(answer.path) || !isInProportion(answer.path)) {
+    if (!isUsable || !isPlaceable(answer.path) || !isInProportion(beautifier::boxOf(answer.path))) {
         return asDrawn(ink.samples, Reason::INVALID, 1.0);
     }
     answer.figure = figure;
@@ -222,7 +246,21 @@ std::set<FigureFamily> allFamilies() {
 }
 
 std::vector<Point2D> outlineOf(const Figure& figure, double width, double height) {
-    return fractionsOf(beautifier::outlineOf(figure), width, height);
+    std::vector<Point2D> path = fractionsOf(beautifier::outlineOf(figure), width, height);
+    return isPlaceable(path) ? path : std::vector<Point2D>();
+}
+
+std::vector<Point2D> resample(std::span<const Point2D> stroke, double width, double height) {
+    const Ink ink{stroke, width, height};
+    const Frame frame = beautifier::measure(ink);
+    if (!isUsable(ink, frame) || !(frame.extent > 0.0)) {
+        return {};
+    }
+    std::vector<Point2D> points;
+    for (const beautifier::Vec& p : beautifier::examine(ink, frame).fine) {
+        points.push_back(frame.toUnits(p));
+    }
+    return fractionsOf(std::move(points), width, height);
 }
 
 Beautifier::Beautifier(BeautifierOptions options) : m_options(std::move(options)) {

@@ -16,15 +16,22 @@
 namespace Scrivo {
 
 /// Outline of `figure` as `Beautified::path` has it, in fractions of the drawing
-/// area: from the parameters alone, which the host may have changed.
+/// area: from the parameters alone, which the host may have changed. Empty when a point
+/// would not lie within 2^31 - 1 sides of the area.
 std::vector<Point2D> outlineOf(const Figure& figure, double width, double height);
+
+/// The points that figures are fitted to, in fractions of the drawing area: 97 at even
+/// distances along the stroke, which takes the same arguments as `Beautifier::beautify`.
+/// Hooks and repeated parts at its ends are left out, tremor is smoothed. Empty for a
+/// stroke that is `INVALID` or whose samples all coincide.
+std::vector<Point2D> resample(std::span<const Point2D> stroke, double width, double height);
 
 /// Why a stroke stays as drawn.
 enum class Reason : std::uint8_t {
     RECOGNISED,  ///< it does not: a figure was recognised
     INVALID,     ///< no point, a coordinate that is not finite or at least 2^31 - 1
-                 ///< units, an area without a size; a stroke or a figure that spreads
-                 ///< over more than 50 areas, as pixels instead of fractions do
+                 ///< units or sides, an area without a size; a stroke or a figure that
+                 ///< spreads over more than 50 areas, as pixels instead of fractions do
     TOO_SMALL,   ///< below `minSize`
     NOT_WANTED,  ///< the figure that it resembles is not among `figures`
     NOT_SURE,    ///< it resembles a figure, but not enough for this sensitivity

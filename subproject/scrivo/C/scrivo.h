@@ -162,7 +162,10 @@ SCRIVO_API const char* scrivo_error(void);
  */
 SCRIVO_API scrivo_status scrivo_load_templates(const char* const* paths, size_t count);
 
-/** Recognises a stroke with the template engine. Free the answer. */
+/**
+ * Recognises a stroke with the template engine. Free the answer. Any number is accepted: points
+ * in pixels, or an area of nearly no width, give a figure that is as large or NaN.
+ */
 SCRIVO_API scrivo_status scrivo_optimize(scrivo_stroke stroke, double width, double height,
                                          const scrivo_stroke* others, size_t other_count,
                                          scrivo_answer** answer);

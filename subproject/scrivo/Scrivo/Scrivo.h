@@ -30,7 +30,9 @@ std::int32_t judge(std::vector<Point2D> stroke, Point2D extent);
 /// straight line may snap to the centroids of `otherStrokes`.
 /// Returns the stroke as drawn with type 0 when nothing was recognised, when
 /// the figure's routine declined, or when memory ran out: never throws.
-/// The answer depends on the arguments and the loaded templates alone.
+/// The answer depends on the arguments and the loaded templates alone. Any number is
+/// accepted: points in pixels, or an area of nearly no width, give a figure that is as
+/// large or NaN.
 StrokeResult optimizeAStroke(std::vector<Point2D> stroke, float width, float height,
                              std::vector<std::vector<Point2D>> otherStrokes);
 

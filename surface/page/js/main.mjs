@@ -8,6 +8,7 @@ import { Drawing } from './model/drawing.mjs';
 import { unite } from './model/geometry.mjs';
 import { makeInk } from './model/ink.mjs';
 import { anchorAt, boundsOf } from './model/item.mjs';
+import { offerTakeOver, showAvailability, warn } from './panels/alert.mjs';
 import { Announcer } from './panels/announcer.mjs';
 import { Chip } from './panels/chip.mjs';
 import { byId } from './panels/dom.mjs';
@@ -21,9 +22,10 @@ import { revision, selection, settings, tool } from './store/settings.mjs';
 import { openStorage } from './store/storage.mjs';
 import { takeOver } from './store/tab-lock.mjs';
 import { createCommands } from './tools/commands.mjs';
-import { cuePainter, DrawTool } from './tools/draw-tool.mjs';
+import { DrawTool } from './tools/draw-tool.mjs';
 import { EraseTool } from './tools/erase-tool.mjs';
 import { SelectTool } from './tools/select-tool.mjs';
+import { cuePainter } from './view/cues.mjs';
 import { WIDTHS } from './view/palette.mjs';
 import { Renderer } from './view/renderer.mjs';
 import { View } from './view/view.mjs';
@@ -50,13 +52,14 @@ export function start(engine) {
   const announce = (/** @type {Item} */ item) => announcer.item(item);
   const context = { drawing, view, renderer, recogniser, announce };
   const commands = createCommands(context, say);
-  const files = createFiles(context, say, warn);
+  const files = createFiles(context, say);
   const showAll = () =>
     view.show(drawing.items.length > 0 ? unite(drawing.items.map(boundsOf)) : view.bounds);
 
   watchSize(surface, view);
   const pointers = createPointers(surface, context);
   showState(drawing, view, recogniser, engine);
+  showAvailability(recogniser);
   showTheme(renderer);
   bindToolbar(commands, view, showAll);
   bindFiles(files);
@@ -102,17 +105,13 @@ async function loadDrawing(drawing, pointers) {
       warn('This drawing cannot be stored in the browser: save it to a file.');
     const offer = () => {
       main.inert = true;
-      warn('This drawing is open in another tab.');
-      byId('take-over').hidden = false;
+      offerTakeOver(takeOver);
     };
     const onYield = () => {
       pointers.finish();
       offer();
     };
-    byId('take-over').onclick = takeOver;
     const state = await openStorage(drawing, { onFailure, onYield });
-    if (state === 'begun')
-      warn('What you draw now is not stored: the stored drawing came too late.');
     if (state === 'elsewhere') {
       clearTimeout(timer);
       return offer();
@@ -122,14 +121,6 @@ async function loadDrawing(drawing, pointers) {
   }
   clearTimeout(timer);
   release();
-}
-
-/** @param {string} text */
-function warn(text) {
-  byId('alert-text').textContent = text;
-  byId('alert').hidden = false;
-  byId('retry').hidden = true;
-  byId('take-over').hidden = true;
 }
 
 /** @param {HTMLElement} surface @param {View} view */
@@ -227,18 +218,6 @@ function showState(drawing, view, recogniser, engine) {
     micros = /** @type {CustomEvent} */ (event).detail.item.answer?.micros ?? micros;
     info.textContent = `${names[settings.value.engine]}, ${engine.name} · ${micros} µs`;
   });
-  recogniser.addEventListener('state', () => {
-    const { waiting, isAvailable } = recogniser;
-    const retry = byId('retry');
-    if (isAvailable && retry.hidden) return;
-    byId('alert').hidden = isAvailable;
-    retry.hidden = isAvailable;
-    if (isAvailable) return;
-    const strokes = waiting === 1 ? 'One stroke waits' : `${waiting} strokes wait`;
-    byId('alert-text').textContent =
-      `The server does not answer. ${strokes} for it; your ink is kept.`;
-  });
-  byId('retry').onclick = () => recogniser.retry();
 }
 
 /** @param {Renderer} renderer */

@@ -6,6 +6,11 @@ type Figure = import('scrivo/beautifier').Figure;
 type Wish = import('scrivo/beautifier').Wish;
 type Family = import('scrivo/beautifier').FigureFamily;
 type Alternative = import('scrivo/beautifier').Alternative;
+
+/** All families and wishes of the package; the build fills them in. */
+declare const FAMILIES: Family[];
+declare const WISHES: Wish[];
+
 type Bounds = { left: number; top: number; right: number; bottom: number };
 
 /** A similarity: x' = a x - b y + e, y' = b x + a y + f. */
@@ -102,9 +107,13 @@ interface Candidate {
   family: Family;
   probability: number;
   figure: Figure | null;
+  /** The best fit, before it is made level and regular. */
+  fitted: Figure | null;
 }
 
 interface Explanation {
+  /** The points that figures are fitted to. */
+  points: Place[];
   candidates: Candidate[];
   micros: number;
 }
@@ -167,6 +176,7 @@ declare module '*.wasm' {
 declare module 'scrivo-wasm' {
   export const Beautifier: typeof import('scrivo/beautifier').Beautifier;
   export const FIGURES: readonly Family[];
+  export const resample: typeof import('scrivo/beautifier').resample;
   export const optimizeAStroke: typeof import('scrivo').optimizeAStroke;
   export const templates: readonly string[];
   export function initScrivo(files: readonly string[]): boolean;

@@ -1,7 +1,7 @@
 // Type-checked, never run: see usage.mts.
 import { optimizeAStroke } from 'scrivo';
 import type { FigureType } from 'scrivo';
-import { Beautifier, FIGURES, outlineOf } from 'scrivo/beautifier';
+import { Beautifier, FIGURES, outlineOf, resample, WISHES } from 'scrivo/beautifier';
 import type { Beautified, Figure, FigureFamily, Ink, InkPoint, Reason } from 'scrivo/beautifier';
 import { same } from './same.mjs';
 
@@ -53,8 +53,10 @@ if (asObjects.figure === null) {
 
 // A wish keeps the form of the stroke; its figure can be drawn anew.
 beautifier.beautifyAs(packed, 'square', 800, 600).path satisfies Float64Array;
+for (const wish of WISHES) beautifier.beautifyAs(points, wish, 800, 600);
 const redrawn = (answer: Beautified<InkPoint[]>) =>
   answer.figure && outlineOf(answer.figure, 800, 600)[0].x;
+resample(points, 800, 600).map(({ x, y }) => x + y);
 const likeliest = (answer: Beautified<InkPoint[]>): FigureFamily => answer.alternatives[0].family;
 
 /** Narrowed by its kind, a figure has its own parameters; the cases are exhaustive. */

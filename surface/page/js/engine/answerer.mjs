@@ -14,6 +14,7 @@ const KEPT = 8;
  * @typedef {object} Package the entry points of the package
  * @property {typeof import('scrivo/beautifier').Beautifier} Beautifier
  * @property {readonly Family[]} FIGURES
+ * @property {typeof import('scrivo/beautifier').resample} resample
  * @property {typeof import('scrivo').optimizeAStroke} optimizeAStroke
  */
 
@@ -21,7 +22,7 @@ const KEPT = 8;
  * @param {Package} engines
  * @returns {(request: EngineRequest) => Reply | Explanation}
  */
-export function createAnswerer({ Beautifier, FIGURES, optimizeAStroke }) {
+export function createAnswerer({ Beautifier, FIGURES, resample, optimizeAStroke }) {
   /** @type {Map<string, InstanceType<typeof Beautifier>>} */
   const beautifiers = new Map();
 
@@ -75,15 +76,27 @@ export function createAnswerer({ Beautifier, FIGURES, optimizeAStroke }) {
     };
   }
 
-  /** What the beautifier makes of the ink as each family. @param {EngineRequest} request */
-  function explain({ options, ...request }) {
-    const { stroke, width, height } = strokeOf(request);
+  /**
+   * What the beautifier makes of the ink as each family: the points that it fits figures to, and of
+   * each family the best fit, which is not level or regular yet, and the figure.
+   *
+   * @param {EngineRequest} request
+   */
+  function explain({ options, points, width, height }) {
+    const { stroke } = strokeOf({ points, width, height });
+    const even = resample(
+      placesOf(points).map(({ x, y }) => ({ x: x / width, y: y / height })),
+      width,
+      height,
+    );
     const beautifier = beautifierFor(options);
+    const fitter = beautifierFor({ ...options, horizontalVertical: false, regularFigures: false });
     const candidates = FIGURES.map((family) => {
       const { confidence, figure } = beautifier.beautifyAs(stroke, family, width, height);
-      return { family, probability: figure ? confidence : 0, figure };
+      const { figure: fitted } = fitter.beautifyAs(stroke, family, width, height);
+      return { family, probability: figure ? confidence : 0, figure, fitted };
     });
-    return { candidates };
+    return { points: even.map(({ x, y }) => ({ x: x * width, y: y * height })), candidates };
   }
 
   /** @param {EngineRequest} request */

@@ -85,14 +85,18 @@ export class Recogniser extends EventTarget {
   /** What each family would make of the ink, in document units. @param {Ink} ink @returns {Promise<Explanation>} */
   async explain(ink) {
     const { options } = this.#choice();
-    const { candidates, micros } = /** @type {Explanation} */ (
+    const { points, candidates, micros } = /** @type {Explanation} */ (
       await this.#engine.ask(requestFor(ink, null, { task: 'explain', options }))
     );
-    const placed = candidates.map((candidate) => ({
+    const place = (/** @type {Figure | null} */ figure) => figure && toDocument(figure, ink.frame);
+    const placed = candidates.map(({ figure, fitted, ...candidate }) => ({
       ...candidate,
-      figure: candidate.figure && toDocument(candidate.figure, ink.frame),
+      figure: place(figure),
+      fitted: place(fitted),
     }));
-    return { candidates: placed, micros };
+    const { left, top, scale } = ink.frame;
+    const inDocument = points.map(({ x, y }) => ({ x: left + x / scale, y: top + y / scale }));
+    return { points: inDocument, candidates: placed, micros };
   }
 
   /** Asks for the items that wait, at once. */

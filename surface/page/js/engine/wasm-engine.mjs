@@ -1,7 +1,8 @@
 // @ts-check
 
 import * as scrivo from 'scrivo-wasm';
-import bytes from 'scrivo-wasm/scrivo.wasm';
+// Runs in every browser, with or without SIMD128.
+import bytes from 'scrivo-wasm/scrivo-scalar.wasm';
 import { createAnswerer } from './answerer.mjs';
 
 /** The engines in the page, as WebAssembly. @implements {Engine} */

@@ -41,8 +41,18 @@ function expect(condition, message) {
 }
 
 const isObject = (/** @type {any} */ value) => typeof value === 'object' && value !== null;
+// A pen cannot be wider, units.
+const WIDEST = 100;
+
+// Drawings reach no further, in units: beyond, samples would lose their decimals.
+const FARTHEST = 1e6;
+
+const isCoordinate = (/** @type {any} */ v) => Number.isFinite(v) && Math.abs(v) <= FARTHEST;
 const isPlace = (/** @type {any} */ place) =>
-  isObject(place) && Number.isFinite(place.x) && Number.isFinite(place.y);
+  isObject(place) && isCoordinate(place.x) && isCoordinate(place.y);
+const isSize = (/** @type {any} */ v) => isCoordinate(v) && v >= 0;
+const isKind = (/** @type {any} */ name) => name === 'general' || WISHES.includes(name);
+const areSizes = (/** @type {any} */ radii) => isPlace(radii) && isSize(radii.x) && isSize(radii.y);
 const arePlaces = (/** @type {number} */ count) => (/** @type {any} */ value) =>
   Array.isArray(value) && value.length === count && value.every(isPlace);
 
@@ -50,11 +60,11 @@ const arePlaces = (/** @type {number} */ count) => (/** @type {any} */ value) =>
 const FIGURES = {
   dot: { centre: isPlace },
   line: { from: isPlace, to: isPlace },
-  angle: { from: isPlace, vertex: isPlace, to: isPlace },
-  triangle: { corners: arePlaces(3) },
-  quadrangle: { corners: arePlaces(4) },
-  circle: { centre: isPlace, radius: Number.isFinite },
-  ellipse: { centre: isPlace, radii: isPlace, rotation: Number.isFinite },
+  angle: { from: isPlace, vertex: isPlace, to: isPlace, opening: isCoordinate },
+  triangle: { corners: arePlaces(3), subtype: isKind },
+  quadrangle: { corners: arePlaces(4), subtype: isKind },
+  circle: { centre: isPlace, radius: isSize },
+  ellipse: { centre: isPlace, radii: areSizes, rotation: isCoordinate },
 };
 
 /** @param {any} figure @param {string} where */
@@ -77,7 +87,7 @@ function readInk(ink, where) {
   const { frame } = ink;
   const sides = ['left', 'top', 'width', 'height', 'scale'];
   expect(
-    isObject(frame) && sides.every((side) => Number.isFinite(frame[side])),
+    isObject(frame) && sides.every((side) => isCoordinate(frame[side])),
     `${where}.frame is wrong`,
   );
   expect(frame.width > 0 && frame.height > 0 && frame.scale > 0, `${where}.frame has no size`);
@@ -86,27 +96,26 @@ function readInk(ink, where) {
     const isPoint = Array.isArray(point) && point.length >= 2 && point.every(Number.isFinite);
     expect(isPoint, `${where}.points[${i}] must be numbers: x, y, pressure, time`);
     const [x, y, pressure = 0.5, time = i] = point;
-    samples.set([x, y, pressure, time], STRIDE * i);
+    expect(isCoordinate(x) && isCoordinate(y), `${where}.points[${i}] is too far away`);
+    samples.set([x, y, Math.min(1, Math.max(0, pressure)), time], STRIDE * i);
   });
   return makeInk({ samples, measured: ink.measured === true, frame: Object.freeze({ ...frame }) });
 }
 
-/** @param {any} answer @returns {Answer | null} */
+const isShare = (/** @type {any} */ v) => typeof v === 'number' && v >= 0 && v <= 1;
+
+/** What is wrong in an answer is left out: the figure counts. @param {any} answer @returns {Answer | null} */
 function readAnswer(answer) {
   if (!isObject(answer)) return null;
-  const {
-    engine = 'none',
-    confidence = null,
-    reason = null,
-    alternatives = [],
-    micros = 0,
-  } = answer;
+  const { engine, confidence, reason, alternatives, micros } = answer;
+  const isAlternative = (/** @type {any} */ one) =>
+    isObject(one) && FAMILIES.includes(one.family) && isShare(one.probability);
   return {
-    engine,
-    confidence,
-    reason,
-    alternatives: Array.isArray(alternatives) ? alternatives : [],
-    micros,
+    engine: ['beautifier', 'template'].includes(engine) ? engine : 'none',
+    confidence: isShare(confidence) ? confidence : null,
+    reason: typeof reason === 'string' ? reason : null,
+    alternatives: Array.isArray(alternatives) ? alternatives.filter(isAlternative) : [],
+    micros: Number.isFinite(micros) ? micros : 0,
   };
 }
 
@@ -132,7 +141,7 @@ export function readDocument(text, newId) {
   return value.items.map((/** @type {any} */ item, /** @type {number} */ i) => {
     expect(isObject(item), `items[${i}] must be an object`);
     checkFigure(item.figure, `items[${i}].figure`);
-    const width = Number.isFinite(item.width) && item.width > 0 ? item.width : 3.6;
+    const width = isSize(item.width) && item.width > 0 ? Math.min(WIDEST, item.width) : 3.6;
     const colour = Math.max(0, COLOURS.indexOf(item.colour));
     const ink = readInk(item.ink, `items[${i}].ink`);
     return Object.freeze({

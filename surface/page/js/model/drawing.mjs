@@ -107,7 +107,9 @@ export class Drawing extends EventTarget {
       this.#operations[this.#position - 1],
       this.#operations[this.#position],
     ];
-    const key = next ? ((previous?.key ?? 0) + next.key) / 2 : (previous?.key ?? 0) + 1;
+    const least = previous?.key ?? 0;
+    // Near the previous one: room for thousands of answers in between.
+    const key = next ? least + (next.key - least) / 1024 : least + 1;
     const operation = { key, label, changes: [{ id: item.id, before, after: item }] };
     const rewritten = this.#rewrite(before, item, this.#position);
     this.#operations.splice(this.#position, 0, operation);
@@ -163,18 +165,16 @@ export class Drawing extends EventTarget {
     return operation;
   }
 
-  /** Takes over a stored history. @param {Operation[]} operations @param {number} position */
+  /** Takes over a stored history in place of its own. @param {Operation[]} operations @param {number} position */
   load(operations, position) {
+    const gone = this.items.map((before) => ({ id: before.id, before, after: null }));
     this.#operations = operations;
     this.#position = position;
     for (const { changes } of operations) {
       for (const { id } of changes) this.#lastId = Math.max(this.#lastId, id);
     }
-    this.#show(
-      operations.slice(0, position).flatMap(({ changes }) => changes),
-      [],
-      [],
-    );
+    const loaded = operations.slice(0, position).flatMap(({ changes }) => changes);
+    this.#show([...gone, ...loaded], [], []);
   }
 
   /** @param {Item[]} put @param {Iterable<number>} removed @returns {Change[]} */

@@ -89,18 +89,3 @@ export function anchorsOf(ink) {
   const centre = { x: (left + right) / 2, y: (top + bottom) / 2 };
   return open ? [first, last, centre] : [centre];
 }
-
-/** `count` places at equal distances along the ink. @param {Ink} ink @param {number} count */
-export function resample(ink, count) {
-  const places = placesOf(ink);
-  let length = 0;
-  const lengths = places.map((p, i) => (length += i > 0 ? plane.distance(places[i - 1], p) : 0));
-  let i = 1;
-  return Array.from({ length: count }, (_, k) => {
-    const at = (length * k) / (count - 1);
-    while (i < places.length - 1 && lengths[i] < at) i += 1;
-    if (places.length === 1) return places[0];
-    const span = lengths[i] - lengths[i - 1];
-    return plane.mix(places[i - 1], places[i], span > 0 ? (at - lengths[i - 1]) / span : 0);
-  });
-}

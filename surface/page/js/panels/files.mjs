@@ -7,6 +7,7 @@ import { writePng, writeSvg } from '../export/picture.mjs';
 import { unite } from '../model/geometry.mjs';
 import { boundsOf } from '../model/item.mjs';
 import { selection } from '../store/settings.mjs';
+import { settle, warn } from './alert.mjs';
 import { byId } from './dom.mjs';
 
 /** @param {Blob} blob @param {string} name */
@@ -20,9 +21,9 @@ function download(blob, name) {
 
 /**
  * @param {import('../tools/draw-tool.mjs').Context} context
- * @param {(text: string) => void} say @param {(text: string) => void} warn
+ * @param {(text: string) => void} say
  */
-export function createFiles({ drawing, renderer, view }, say, warn) {
+export function createFiles({ drawing, renderer, view }, say) {
   const input = /** @type {HTMLInputElement} */ (byId('file'));
   const save = (
     /** @type {string} */ text,
@@ -43,8 +44,12 @@ export function createFiles({ drawing, renderer, view }, say, warn) {
       ),
   };
 
+  let problem = '';
+
   /** @param {File} file */
   async function open(file) {
+    // Another tab has the drawing, or it is being loaded.
+    if (document.querySelector('main')?.inert) return;
     try {
       const items = readDocument(await file.text(), () => drawing.newId());
       // The drawing that was there can be brought back by undo.
@@ -55,9 +60,11 @@ export function createFiles({ drawing, renderer, view }, say, warn) {
       );
       selection.value = new Set();
       if (items.length > 0) view.show(unite(items.map(boundsOf)));
-      say(`${file.name}: ${items.length} strokes`);
+      say(`${file.name}: ${items.length === 1 ? 'one stroke' : `${items.length} strokes`}`);
+      settle(problem);
     } catch (error) {
-      warn(`${file.name} cannot be opened: ${/** @type {Error} */ (error).message}`);
+      problem = `${file.name} cannot be opened: ${/** @type {Error} */ (error).message}`;
+      warn(problem);
     }
   }
 

@@ -7,15 +7,7 @@ import { grow, overlap } from '../model/geometry.mjs';
 import { boundsOf } from '../model/item.mjs';
 import { dropSelection, isInspecting, latest, revision, selection } from '../store/settings.mjs';
 import { byId, make } from './dom.mjs';
-import {
-  figureLabel,
-  measuresOf,
-  percent,
-  reasonText,
-  wishesFor,
-  WISHES,
-  wishLabel,
-} from './labels.mjs';
+import { figureLabel, measuresOf, percent, reasonText, wishesFor, wishLabel } from './labels.mjs';
 
 const ENGINES = { beautifier: 'Beautifier', template: 'Template engine', none: '' };
 

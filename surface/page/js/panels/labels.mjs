@@ -142,22 +142,6 @@ export function wishesFor({ figure, answer }) {
   return wishes.slice(0, 4);
 }
 
-/** All that ink can be turned into. @type {Wish[]} */
-export const WISHES = [
-  ...[
-    'dot',
-    'line',
-    'angle',
-    'triangle',
-    'equilateral',
-    'isosceles',
-    'right',
-    'quadrangle',
-    'square',
-  ],
-  ...['rectangle', 'rhombus', 'parallelogram', 'trapezoid', 'kite', 'ellipse', 'circle'],
-].map((name) => /** @type {Wish} */ (name));
-
 /** @param {Wish} wish */
 export const wishLabel = (wish) =>
   capital(['equilateral', 'isosceles', 'right'].includes(wish) ? `${wish} triangle` : wish);

@@ -2,7 +2,7 @@
 // The dialog of the settings, with their effect on example ink.
 
 import { effect } from '@preact/signals-core';
-import { change, changeOptions, FAMILIES, resetOptions, settings } from '../store/settings.mjs';
+import { change, changeOptions, resetOptions, settings } from '../store/settings.mjs';
 import { make } from './dom.mjs';
 import { exampleInks } from './examples.mjs';
 import { capital, figureLabel, percent } from './labels.mjs';

@@ -2,14 +2,11 @@
 // Why a stroke became what it is: its samples, what each family would make of it, and the scores.
 
 import { verticesOf } from '../model/figure.mjs';
-import { countOf, placesOf, resample } from '../model/ink.mjs';
+import { countOf, placesOf } from '../model/ink.mjs';
 import { writeNdjson } from '../export/ink-files.mjs';
 import { make } from './dom.mjs';
 import { capital, figureLabel, measuresOf, percent, reasonText } from './labels.mjs';
 import { thumbnail } from './thumbnail.mjs';
-
-// Points at even distances that the page shows; the engine's own ones are not in its answers.
-const RESAMPLED = 97;
 
 // More samples than this would hide the ink.
 const MOST_SHOWN = 600;
@@ -52,7 +49,7 @@ function header(dialog, { figure, answer, ink }) {
 }
 
 /** @param {Item} item @param {Explanation} explanation */
-function contentOf({ ink, figure }, { candidates, micros }) {
+function contentOf({ ink, figure }, { points, candidates, micros }) {
   const samples = placesOf(ink);
   const few = samples.filter((_, i) => i % Math.ceil(samples.length / MOST_SHOWN) === 0);
   const corners = figure ? verticesOf(figure) : [];
@@ -62,8 +59,8 @@ function contentOf({ ink, figure }, { candidates, micros }) {
       thumbnail(ink, null, { marks: [{ places: few, name: 'sample' }] }),
     ),
     step(
-      `Evenly spaced by this page: ${RESAMPLED} points`,
-      thumbnail(ink, null, { marks: [{ places: resample(ink, RESAMPLED), name: 'sample' }] }),
+      `${points.length} evenly spaced points`,
+      thumbnail(ink, null, { marks: [{ places: points, name: 'sample' }] }),
     ),
     step(
       figure ? 'The figure on the page' : 'Left as drawn',
@@ -73,14 +70,14 @@ function contentOf({ ink, figure }, { candidates, micros }) {
   ];
   const cards = [...candidates]
     .sort((p, q) => q.probability - p.probability)
-    .map(({ family, probability, figure: fitted }) =>
+    .map(({ family, probability, figure: best, fitted }) =>
       step(
         `${capital(family)} ${percent(probability)}`,
-        thumbnail(ink, fitted, {
+        thumbnail(ink, best, {
           marks: [{ places: fitted ? verticesOf(fitted) : [], name: 'corner' }],
         }),
         meterOf(family, probability),
-        fitted && measuresLine(fitted),
+        best && measuresLine(best),
       ),
     );
   return [
@@ -88,10 +85,11 @@ function contentOf({ ink, figure }, { candidates, micros }) {
     make(
       'h3',
       {},
-      'The engine’s best figure of each family, and the probability that it was meant',
+      'The beautifier’s best figure of each family, and the probability that it was meant',
     ),
+    make('p', {}, 'Discs mark the corners of the fit, before it is made level and regular.'),
     make('div', { className: 'cards' }, ...cards),
-    make('p', { className: 'reason' }, `All six took ${micros} µs.`),
+    make('p', { className: 'reason' }, `All of this took ${micros} µs.`),
   ];
 }
 

@@ -5,9 +5,6 @@ import { computed, effect, signal } from '@preact/signals-core';
 
 const NAME = 'scrivo-settings';
 
-/** @type {Family[]} */
-export const FAMILIES = ['dot', 'line', 'angle', 'triangle', 'quadrangle', 'ellipse'];
-
 /**
  * `snap` is when ink becomes a figure: on lifting the pen, when the pen rests, both or never.
  *

@@ -36,6 +36,10 @@ function openDatabase() {
 /** An item with the id of its ink in place of the ink. @param {Item | null} item */
 const pack = (item) => item && { ...item, ink: item.ink.id };
 
+/** @param {Operation} operation @returns {Item[]} */
+const itemsOf = ({ changes }) =>
+  changes.flatMap(({ before, after }) => [before, after]).filter((item) => item !== null);
+
 /** Writes what changes. Loading comes first: see `openStorage`. */
 class Storage {
   #database;
@@ -66,6 +70,8 @@ class Storage {
       this.#onChange(/** @type {CustomEvent} */ (event).detail),
     );
     drawing.addEventListener('sketch', () => this.#onSketch());
+    // Timers of a page that is left do not fire.
+    addEventListener('pagehide', () => this.#write());
   }
 
   /** Writes what is pending, and nothing from then on. @returns {Promise<void>} */
@@ -92,9 +98,14 @@ class Storage {
     const { sketch } = this.#drawing;
     if (!sketch || this.#isClosed || sketch.samples.length === this.#sketched) return;
     const samples = sketch.samples.slice(this.#sketched);
-    const store = this.#database.transaction('sketch', 'readwrite').objectStore('sketch');
-    store.put({ ...sketch, samples }, this.#sketched);
-    this.#sketched = sketch.samples.length;
+    try {
+      const transaction = this.#database.transaction('sketch', 'readwrite');
+      transaction.objectStore('sketch').put({ ...sketch, samples }, this.#sketched);
+      transaction.commit();
+      this.#sketched = sketch.samples.length;
+    } catch (error) {
+      this.#onFailure(error);
+    }
   }
 
   /** @param {{written: Operation[], dropped: Operation[]}} detail */
@@ -114,43 +125,56 @@ class Storage {
   async #write() {
     this.#isScheduled = false;
     if (this.#isClosed) return;
+    const batch = this.#pending;
+    this.#pending = new Map();
+    /** @type {Set<number>} */
+    const newInks = new Set();
+    const hasEnded = this.#hasEnded;
     try {
       const transaction = this.#database.transaction(STORES, 'readwrite');
-      const [operations, inks, state, sketch] = STORES.map((name) => transaction.objectStore(name));
-      for (const [key, operation] of this.#pending) {
-        if (!operation) {
-          operations.delete(key);
-          continue;
-        }
-        this.#writeInks(operation, inks);
-        const changes = operation.changes.map(({ id, before, after }) => ({
-          id,
-          before: pack(before),
-          after: pack(after),
-        }));
-        operations.put({ ...operation, changes }, key);
-      }
-      state.put(this.#drawing.position, 'position');
-      this.#pending.clear();
-      // A stroke that has begun since is not stored yet.
-      if (this.#hasEnded) sketch.clear();
-      this.#hasEnded = false;
-      await new Promise((resolve, reject) => {
+      const stored = new Promise((resolve, reject) => {
         transaction.oncomplete = resolve;
         transaction.onabort = () => reject(transaction.error);
       });
+      this.#put(batch, newInks, transaction);
+      // A stroke that has begun since is not stored yet.
+      if (hasEnded) transaction.objectStore('sketch').clear();
+      this.#hasEnded = false;
+      // At once: a page that is left would not live to see its requests succeed.
+      transaction.commit();
+      await stored;
     } catch (error) {
+      // The next change tries again.
+      this.#pending = new Map([...batch, ...this.#pending]);
+      for (const id of newInks) this.#savedInks.delete(id);
+      this.#hasEnded ||= hasEnded;
       this.#onFailure(error);
     }
   }
 
-  /** @param {Operation} operation @param {IDBObjectStore} store */
-  #writeInks({ changes }, store) {
-    for (const item of changes.flatMap(({ before, after }) => [before, after])) {
-      if (!item || this.#savedInks.has(item.ink.id)) continue;
-      this.#savedInks.add(item.ink.id);
-      store.put(item.ink, item.ink.id);
+  /** @param {Map<number, Operation | undefined>} batch @param {Set<number>} newInks ids of the inks that this stores @param {IDBTransaction} transaction */
+  #put(batch, newInks, transaction) {
+    const operations = transaction.objectStore('operations');
+    const inks = transaction.objectStore('inks');
+    for (const [key, operation] of batch) {
+      if (!operation) {
+        operations.delete(key);
+        continue;
+      }
+      for (const { ink } of itemsOf(operation)) {
+        if (this.#savedInks.has(ink.id)) continue;
+        this.#savedInks.add(ink.id);
+        newInks.add(ink.id);
+        inks.put(ink, ink.id);
+      }
+      const changes = operation.changes.map(({ id, before, after }) => ({
+        id,
+        before: pack(before),
+        after: pack(after),
+      }));
+      operations.put({ ...operation, changes }, key);
     }
+    transaction.objectStore('state').put(this.#drawing.position, 'position');
   }
 }
 
@@ -160,10 +184,7 @@ class Storage {
  * @param {IDBDatabase} database @param {Operation[]} operations @param {Map<number, Ink>} inks
  */
 function dropUnused(database, operations, inks) {
-  const items = operations.flatMap(({ changes }) =>
-    changes.flatMap(({ before, after }) => [before, after]),
-  );
-  const used = new Set(items.map((item) => item?.ink));
+  const used = new Set(operations.flatMap(itemsOf).map(({ ink }) => ink));
   const store = database.transaction('inks', 'readwrite').objectStore('inks');
   for (const [id, ink] of inks) {
     if (used.has(ink)) continue;
@@ -183,14 +204,26 @@ function restoreSketch(parts, drawing) {
   drawing.commit('ink', [Object.freeze(item)]);
 }
 
+/** What was drawn before the database has answered, with ids beside the stored ones. @param {Item[]} items @param {Drawing} drawing */
+function addEarly(items, drawing) {
+  const added = items.map((item) => {
+    const { samples, measured, frame } = item.ink;
+    return Object.freeze({
+      ...item,
+      id: drawing.newId(),
+      ink: makeInk({ samples, measured, frame }),
+    });
+  });
+  drawing.commit('ink', added);
+}
+
 /**
  * Loads the stored drawing and keeps it stored from now on.
  *
  * @param {Drawing} drawing
  * @param {{onFailure(error: unknown): void, onYield(): void}} handlers for changes that cannot be
  *   stored, and for the moment when another tab takes the drawing over
- * @returns {Promise<'stored' | 'elsewhere' | 'begun'>} whether another tab has the drawing, or this one
- *   was drawn on before the database has answered
+ * @returns {Promise<'stored' | 'elsewhere'>} whether another tab has the drawing
  */
 export async function openStorage(drawing, { onFailure, onYield }) {
   /** @type {Storage | null} */
@@ -209,8 +242,6 @@ export async function openStorage(drawing, { onFailure, onYield }) {
     done(state.get('position')),
     done(sketch.getAll()),
   ]);
-  // Ids of what was drawn before the database answered would clash with the stored ones.
-  if (drawing.operations.length > 0) return 'begun';
   const inkById = new Map(storedInks.map((ink) => [ink.id, makeInk(ink)]));
   const unpack = (/** @type {any} */ item) =>
     item && Object.freeze({ ...item, ink: inkById.get(item.ink) });
@@ -221,8 +252,10 @@ export async function openStorage(drawing, { onFailure, onYield }) {
     }
   }
   dropUnused(database, stored, inkById);
+  const early = drawing.items;
   storage = new Storage(database, drawing, new Set(inkById.keys()), onFailure);
-  if (stored.length > 0) drawing.load(stored, position ?? stored.length);
+  drawing.load(stored, position ?? stored.length);
   restoreSketch(parts, drawing);
+  addEarly(early, drawing);
   return 'stored';
 }

@@ -2,10 +2,11 @@
 // Draws ink, which becomes a figure when the pen is lifted or rests.
 
 import { Hold } from '../input/hold.mjs';
-import { boundsOf, centreOf, polylineOf, transform } from '../model/figure.mjs';
+import { centreOf, polylineOf, transform } from '../model/figure.mjs';
 import { distance, drag } from '../model/geometry.mjs';
 import { inkOf, isMeasured } from '../model/ink.mjs';
 import { anchorAt, KEPT } from '../model/item.mjs';
+import { cuePainter, paintReach } from '../view/cues.mjs';
 import { paintFigure } from '../view/paint.mjs';
 import { WIDTHS } from '../view/palette.mjs';
 import { InkTrail, pathOf, weightOf } from '../view/ink-trail.mjs';
@@ -244,37 +245,4 @@ export class DrawTool {
     if (this.#trail) context.fill(pathOf([this.#trail.tail(this.#predicted)]));
     context.globalAlpha = 1;
   }
-}
-
-/**
- * Rings around places, with a radius in CSS pixels.
- *
- * @param {Place[]} places @param {number} scale @returns {import('../view/renderer.mjs').Painter}
- */
-export function cuePainter(places, scale) {
-  return (context, palette) => {
-    context.strokeStyle = palette.accent;
-    context.lineWidth = 2 / scale;
-    for (const { x, y } of places) {
-      context.beginPath();
-      context.arc(x, y, 7 / scale, 0, 2 * Math.PI);
-      context.stroke();
-    }
-  };
-}
-
-/** The box of a figure that is being sized. @param {CanvasRenderingContext2D} context @param {import('../view/palette.mjs').Palette} palette @param {Figure} figure @param {number} scale */
-function paintReach(context, palette, figure, scale) {
-  const { left, top, right, bottom } = boundsOf(figure);
-  const margin = 10 / scale;
-  context.strokeStyle = palette.accent;
-  context.lineWidth = 1 / scale;
-  context.setLineDash([4 / scale, 4 / scale]);
-  context.strokeRect(
-    left - margin,
-    top - margin,
-    right - left + 2 * margin,
-    bottom - top + 2 * margin,
-  );
-  context.setLineDash([]);
 }

@@ -5,8 +5,9 @@ import * as plane from '../model/geometry.mjs';
 import { dragHandle, handlesOf } from '../model/handles.mjs';
 import { anchorAt, boundsOf, itemAt, transform, withoutSecond } from '../model/item.mjs';
 import { dropSelection, latest, selection } from '../store/settings.mjs';
+import { cuePainter } from '../view/cues.mjs';
 import { paintItem } from '../view/paint.mjs';
-import { ANCHOR_REACH, cuePainter } from './draw-tool.mjs';
+import { ANCHOR_REACH } from './draw-tool.mjs';
 
 // Distances in CSS pixels.
 const TAP_REACH = { mouse: 6, pen: 8, touch: 16 };

@@ -6,9 +6,7 @@ import * as plane from '../model/geometry.mjs';
 import { isUnanswered, paintedBounds } from '../model/item.mjs';
 import { paintInk, paintItem } from './paint.mjs';
 import { readPalette } from './palette.mjs';
-
-// Repainting this share of the surface or more is as quick as repainting all of it.
-const MOST = 0.6;
+import { SettledCanvas, contextOf, fit } from './settled-canvas.mjs';
 
 // While the view moves, the picture of the settled items is moved; it is repainted after this pause.
 const VIEW_PAUSE_MS = 90;
@@ -28,13 +26,13 @@ const looksSame = (p, q) =>
   (p.answer?.second ?? null) === (q.answer?.second ?? null);
 
 export class Renderer {
+  /** The lower canvas. */
   #settled;
+  /** The upper canvas. */
   #live;
   #view;
   #drawing;
   #palette;
-  /** @type {{left: number, top: number, scale: number}} the view of the settled picture */
-  #painted = { left: 0, top: 0, scale: 1 };
   /** Items that are being changed: they are painted by a painter of the upper canvas. @type {Set<number>} */
   #lifted = new Set();
   // Id of new ink without an answer: until it has one it is on the upper canvas, so that the lower one
@@ -56,7 +54,9 @@ export class Renderer {
    * @param {import('./view.mjs').View} view @param {import('../model/drawing.mjs').Drawing} drawing
    */
   constructor(settled, live, view, drawing) {
-    this.#settled = settled;
+    this.#settled = new SettledCanvas(settled, view, (context, box) =>
+      this.#paintSettled(context, box),
+    );
     this.#live = live;
     this.#view = view;
     this.#drawing = drawing;
@@ -75,7 +75,7 @@ export class Renderer {
   /** Reads the colours again, after a change of the theme. */
   refresh() {
     this.#palette = readPalette(this.#live);
-    this.#repaint();
+    this.#settled.repaint();
     this.schedule();
   }
 
@@ -94,7 +94,7 @@ export class Renderer {
     );
     this.#lifted = next;
     const boxes = changed.flatMap((id) => this.#drawing.get(id) ?? []).map(paintedBounds);
-    if (boxes.length > 0) this.#repaint(plane.unite(boxes));
+    if (boxes.length > 0) this.#settled.repaint(plane.unite(boxes));
   }
 
   /** Adds finished parts of the ink in progress to the lower canvas. @param {number} colour @param {Path2D[]} paths */
@@ -102,7 +102,7 @@ export class Renderer {
     if (paths.length === 0) return;
     this.#baked.colour = colour;
     this.#baked.paths.push(...paths);
-    const context = this.#contextOf(this.#settled);
+    const context = this.#settled.context;
     context.fillStyle = this.#palette.inks[colour];
     for (const path of paths) context.fill(path);
   }
@@ -111,7 +111,7 @@ export class Renderer {
   unbake() {
     if (this.#baked.paths.length === 0) return;
     this.#baked.paths = [];
-    this.#repaint();
+    this.#settled.repaint();
   }
 
   /** The item that is added next shows the parts that were added by `bake`. */
@@ -143,9 +143,9 @@ export class Renderer {
     if (isOnTop && !this.#overpainted && isUnanswered(added)) {
       this.#fresh = added.id;
     } else if (isOnTop && !this.#overpainted) {
-      paintItem(this.#contextOf(this.#settled), added, this.#palette);
+      paintItem(this.#settled.context, added, this.#palette);
     } else {
-      this.#repaint(plane.unite(items.map(paintedBounds)));
+      this.#settled.repaint(plane.unite(items.map(paintedBounds)));
       this.#overpainted = false;
     }
     this.schedule();
@@ -158,7 +158,7 @@ export class Renderer {
     this.#fresh = 0;
     if (!item || this.#lifted.has(item.id)) return;
     // It is still the topmost one on this canvas.
-    paintItem(this.#contextOf(this.#settled), item, this.#palette);
+    paintItem(this.#settled.context, item, this.#palette);
   }
 
   /** Ink that becomes a figure fades away. @param {Item | null} before @param {Item | null} after */
@@ -169,97 +169,33 @@ export class Renderer {
 
   #onView() {
     const { left, top, scale } = this.#view;
-    const zoom = scale / this.#painted.scale;
-    const { x, y } = this.#view.toScreen({ x: this.#painted.left, y: this.#painted.top });
-    this.#settled.style.transform =
-      zoom === 1 && x === 0 && y === 0 ? '' : `translate(${x}px, ${y}px) scale(${zoom})`;
+    this.#settled.follow();
     clearTimeout(this.#viewTimer);
-    this.#viewTimer = window.setTimeout(() => this.settleView(), VIEW_PAUSE_MS);
+    this.#viewTimer = window.setTimeout(() => this.#settled.repaint(), VIEW_PAUSE_MS);
     document.body.style.setProperty('--grid-at', `${-left * scale}px ${-top * scale}px`);
     this.schedule();
   }
 
-  /** Repaints after the view has moved. */
-  settleView() {
-    const { left, top, scale } = this.#view;
-    const { left: x, top: y, scale: z } = this.#painted;
-    clearTimeout(this.#viewTimer);
-    if (left !== x || top !== y || scale !== z) this.#repaint();
-  }
-
   #onResize() {
-    for (const canvas of [this.#settled, this.#live]) {
-      canvas.width = Math.round(this.#view.width * devicePixelRatio);
-      canvas.height = Math.round(this.#view.height * devicePixelRatio);
-    }
-    this.#repaint();
+    fit(this.#live, this.#view);
+    this.#settled.resize();
     this.#paintLive(); // at once: resizing blanks a canvas
   }
 
-  /** The context of a canvas, in document units. @param {HTMLCanvasElement} canvas */
-  #contextOf(canvas) {
-    const context = /** @type {CanvasRenderingContext2D} */ (canvas.getContext('2d'));
-    const { left, top, scale } = canvas === this.#settled ? this.#painted : this.#view;
-    const zoom = scale * devicePixelRatio;
-    context.setTransform(zoom, 0, 0, zoom, -left * zoom, -top * zoom);
-    return context;
-  }
-
-  /** Repaints the lower canvas, or the part of it that holds a box. @param {Bounds} [box] */
-  #repaint(box) {
-    const { left, top, scale, bounds } = this.#view;
-    const moved =
-      left !== this.#painted.left || top !== this.#painted.top || scale !== this.#painted.scale;
-    const area = (/** @type {Bounds} */ b) => (b.right - b.left) * (b.bottom - b.top);
-    const whole = moved || !box || area(box) > MOST * area(bounds);
-    if (moved) {
-      this.#painted = { left, top, scale };
-      this.#settled.style.transform = '';
-    }
-    const region = whole ? bounds : this.#toPixels(box);
-    if (!plane.overlap(region, bounds)) return;
-    const context = this.#contextOf(this.#settled);
-    context.save();
-    if (!whole) {
-      context.beginPath();
-      context.rect(region.left, region.top, region.right - region.left, region.bottom - region.top);
-      context.clip();
-    }
-    context.clearRect(
-      region.left - 1,
-      region.top - 1,
-      region.right - region.left + 2,
-      region.bottom - region.top + 2,
-    );
-    for (const item of this.#drawing.within(region)) {
+  /** Paints what belongs on the lower canvas within a box. @param {CanvasRenderingContext2D} context @param {Bounds} box */
+  #paintSettled(context, box) {
+    for (const item of this.#drawing.within(box)) {
       if (this.#lifted.has(item.id) || item.id === this.#fresh) continue;
       paintItem(context, item, this.#palette);
     }
     context.fillStyle = this.#palette.inks[this.#baked.colour];
     for (const path of this.#baked.paths) context.fill(path);
-    context.restore();
-  }
-
-  /** The box enlarged to whole pixels: a clip between pixels would leave seams. @param {Bounds} box @returns {Bounds} */
-  #toPixels(box) {
-    const { left, top, scale } = this.#painted;
-    const zoom = scale * devicePixelRatio;
-    const down = (/** @type {number} */ v, /** @type {number} */ origin) =>
-      Math.floor((v - origin) * zoom) / zoom + origin;
-    const up = (/** @type {number} */ v, /** @type {number} */ origin) =>
-      Math.ceil((v - origin) * zoom) / zoom + origin;
-    return {
-      left: down(box.left, left),
-      top: down(box.top, top),
-      right: up(box.right, left),
-      bottom: up(box.bottom, top),
-    };
   }
 
   #paintLive() {
     cancelAnimationFrame(this.#frame);
     this.#frame = 0;
-    const context = this.#contextOf(this.#live);
+    const context = contextOf(this.#live, this.#view);
     const { left, top, right, bottom } = this.#view.bounds;
     context.clearRect(left, top, right - left, bottom - top);
     this.#paintFading(context);

@@ -3,7 +3,7 @@
 //   const worker = new Worker('worker.js', { type: 'module' });
 //   worker.postMessage({ stroke, width, height });
 
-import { Beautifier, start } from './scrivo-wasm/beautifier.js';
+import { Beautifier, start } from '../dist/beautifier.js';
 
 const started = start();
 const beautifier = new Beautifier();
