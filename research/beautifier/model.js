@@ -89,6 +89,9 @@ const CROSSED = 3; // corners that miss one full turn by more: sides that cross,
 const TREES = 200; // a family
 const SPARSE_TREES = 100; // for sparse strokes, beside these
 
+/** Families whose sparse strokes are mistaken for others. */
+const CORRECTED = ['triangle', 'quadrangle', 'ellipse'];
+
 /**
  * Strokes for the models: `names` of the features, and rows { family, closed,
  * importance, sparseImportance, features }, the last an array of numbers.
@@ -181,7 +184,9 @@ function fitFamilies(table, isUsed, penalty) {
       trees: boost(table.columns, members, targets, importance, TREES),
     };
     const mean = stretched({ ...both, sparse: [] }, 0.5);
-    mean.sparse = sparseTrees(mean, table, family, isUsed, targets);
+    if (CORRECTED.includes(family)) {
+      mean.sparse = sparseTrees(mean, table, family, isUsed, targets);
+    }
     model[family] = mean;
   }
   return model;

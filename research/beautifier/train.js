@@ -42,6 +42,8 @@ function readAll({ files, without }) {
 }
 
 const number = (value) => String(Number(value.toPrecision(5)));
+/** Leaves are summed: what counts is their absolute error. Short numbers compress well. */
+const leaf = (value) => String(Number(value.toFixed(4)));
 
 const head = (command) => [`// Written by \`${command}\`; do not edit.`, ''];
 
@@ -61,12 +63,13 @@ function dotText(command, dots) {
 function modelText(command, names, model, thresholds) {
   const lines = head(command);
   const writeTrees = (title, trees) => {
+    if (trees.length === 0) return;
     lines.push(`constexpr std::array ${title}{`);
     trees.forEach(({ cuts, leaves }) => {
       const asked = cuts
         .map(({ feature, at }) => `{"${names[feature]}"_f, ${number(at)}}`)
         .join(', ');
-      lines.push(`    Tree{{{${asked}}}, {${leaves.map(number).join(', ')}}},`);
+      lines.push(`    Tree{{{${asked}}}, {${leaves.map(leaf).join(', ')}}},`);
     });
     lines.push('};', '');
   };
@@ -83,10 +86,10 @@ function modelText(command, names, model, thresholds) {
   lines.push('constexpr std::array FAMILY_MODELS{');
   for (const name of NAMES) {
     const upper = name.toUpperCase();
+    const sparse = model[name].sparse.length > 0 ? `${upper}_SPARSE_TREES` : '{}';
     lines.push(
       `    FamilyModel{FigureFamily::${upper}, ` +
-        `${number(model[name].bias)}, ${number(thresholds[name])}, ${upper}_TERMS, ${upper}_TREES, ` +
-        `${upper}_SPARSE_TREES},`,
+        `${number(model[name].bias)}, ${number(thresholds[name])}, ${upper}_TERMS, ${upper}_TREES, ${sparse}},`,
     );
   }
   lines.push('};', '');
