@@ -42,7 +42,7 @@ function readAll({ files, without }) {
 }
 
 const number = (value) => String(Number(value.toPrecision(5)));
-/** Leaves are summed: what counts is their absolute error. Short numbers compress well. */
+/** Leaves are summed, so that their absolute error counts: four digits, as in ShortDecimal. */
 const leaf = (value) => String(Number(value.toFixed(4)));
 
 const head = (command) => [`// Written by \`${command}\`; do not edit.`, ''];

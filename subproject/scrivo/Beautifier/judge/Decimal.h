@@ -58,4 +58,29 @@ private:
     std::int32_t m_packed;
 };
 
+/// A multiple of 0.0001 of at most 3.2767 in two bytes, with the bits of the literal as above.
+class ShortDecimal {
+public:
+    /// Does not compile for other numbers.
+    constexpr ShortDecimal(double value) : m_digits(pack(value)) {}  // implicit: for tables
+
+    constexpr operator double() const { return m_digits / UNIT; }
+
+private:
+    static constexpr double UNIT = 1e4;
+
+    static constexpr std::int16_t pack(double value) {
+        const double scaled = value * UNIT + (value < 0.0 ? -0.5 : 0.5);
+        if (scaled > -32768.0 && scaled < 32768.0) {
+            const auto digits = static_cast<std::int16_t>(scaled);
+            if (digits / UNIT == value) {
+                return digits;
+            }
+        }
+        Scrivo::detail::raise<std::invalid_argument>("no short decimal");
+    }
+
+    std::int16_t m_digits;
+};
+
 }  // namespace Scrivo::beautifier

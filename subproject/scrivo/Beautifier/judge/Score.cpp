@@ -35,16 +35,16 @@ struct CutAt {
 
 /// A regression tree of depth two, which models interactions of two features: the
 /// root, the nodes below and above its cut, and the leaves.
-template <typename Number>
+template <typename Number, typename Leaf>
 struct TreeOf {
     std::array<CutAt<Number>, 3> cuts;
-    std::array<Number, 4> leaves;
+    std::array<Leaf, 4> leaves;
 };
 
 /// As stored, and as evaluated.
 /// @{
-using Tree = TreeOf<Decimal>;
-using UnpackedTree = TreeOf<double>;
+using Tree = TreeOf<Decimal, ShortDecimal>;
+using UnpackedTree = TreeOf<double, double>;
 /// @}
 
 /// A calibrated score, the sum of terms and trees, and the threshold that it must exceed.
