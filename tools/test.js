@@ -31,8 +31,17 @@ function newReport(name) {
   return file;
 }
 
+/** The results of builds that suites share. */
+const builds = new Map();
+
+/** Builds what several suites need once. */
+function once(name, make) {
+  if (!builds.has(name)) builds.set(name, make());
+  return builds.get(name);
+}
+
 async function ctest(preset) {
-  await build(preset);
+  await once(preset, () => build(preset));
   heading(`Tests of the core (${preset})`);
   const report = newReport(`ctest-${preset}.xml`);
   const args = ['--preset', preset, '--parallel', JOBS, '--output-junit', report];
@@ -74,7 +83,7 @@ const isOfBrowser = (file) => file.includes('.browser.test.');
 
 /** Node's tests of these files, which need the package for browsers. */
 async function wasmTest(name, isOfSuite) {
-  await buildWasm();
+  await once('wasm', buildWasm);
   return nodeTest(name, isOfSuite);
 }
 
@@ -87,7 +96,7 @@ const isOfModules = (file) =>
 
 /** Those tests with modules under the address sanitizer, whose runtime Node has to load first. */
 async function sanitizedNodeTest() {
-  await build('asan');
+  await once('asan', () => build('asan'));
   const library = `libclang_rt.asan-${MACHINES[process.arch]}.so`;
   const runtime = capture('clang++', [`-print-file-name=${library}`]);
   if (runtime === null) throw failure('test: clang++ is needed for its address sanitizer');

@@ -61,14 +61,14 @@ function dotText(command, dots) {
 }
 
 function modelText(command, names, model, thresholds) {
-  const lines = head(command);
+  // Each name is looked up once: compilers are slow at it.
+  const lookUp = (name) => `constexpr std::uint8_t ${name} = "${name}"_f;`;
+  const lines = [...head(command), ...names.map(lookUp), ''];
   const writeTrees = (title, trees) => {
     if (trees.length === 0) return;
     lines.push(`constexpr std::array ${title}{`);
     trees.forEach(({ cuts, leaves }) => {
-      const asked = cuts
-        .map(({ feature, at }) => `{"${names[feature]}"_f, ${number(at)}}`)
-        .join(', ');
+      const asked = cuts.map(({ feature, at }) => `{${names[feature]}, ${number(at)}}`).join(', ');
       lines.push(`    Tree{{{${asked}}}, {${leaves.map(leaf).join(', ')}}},`);
     });
     lines.push('};', '');
@@ -77,7 +77,7 @@ function modelText(command, names, model, thresholds) {
     const { weights, trees, sparse } = model[name];
     lines.push(`constexpr std::array ${name.toUpperCase()}_TERMS{`);
     FAMILIES[name].terms.forEach(({ feature, form }, i) =>
-      lines.push(`    Term{"${feature}"_f, Form::${form}, ${number(weights[i])}},`),
+      lines.push(`    Term{${feature}, Form::${form}, ${number(weights[i])}},`),
     );
     lines.push('};', '');
     writeTrees(`${name.toUpperCase()}_TREES`, trees);

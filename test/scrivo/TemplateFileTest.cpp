@@ -121,8 +121,8 @@ TEST_F(TemplateFile, HostileFilesAreRead) {
     const std::string files[] = {
         write(binary, "binary"),
         write("1e999,-1e999,nan,NAN(7),inf,-infinity,1e-999,0", "numbers"),
-        write(std::string(1 << 20, ','), "commas"),
-        write("1," + std::string(1 << 20, '9') + ",3,4,1,3", "digits"),
+        write(std::string(1 << 18, ','), "commas"),
+        write("1," + std::string(1 << 18, '9') + ",3,4,1,3", "digits"),
         write(std::string("1,2\0,3,4,5,6,1,2", 16), "nul"),
     };
     TemplatesGraphicsRecognizer recogniser;
@@ -139,8 +139,8 @@ TEST_F(TemplateFile, HostileFilesAreRead) {
     }
 }
 
-TEST_F(TemplateFile, OneTokenOfTwentyMegabytesIsRead) {
-    constexpr std::size_t SIZE = 20'000'000;
+TEST_F(TemplateFile, OneTokenOfMegabytesIsRead) {
+    constexpr std::size_t SIZE = 5'000'000;
     const std::string word = write(std::string(SIZE, 'a'), "word");
     const auto paths = loadPathes(word);
     ASSERT_EQ(paths.size(), 2U);
