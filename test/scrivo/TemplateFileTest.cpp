@@ -115,7 +115,7 @@ TEST_F(TemplateFile, OutlinesThatCannotBeResampledAreLeftOut) {
 TEST_F(TemplateFile, HostileFilesAreRead) {
     std::string binary;
     ink::Hand hand(41);
-    for (int i = 0; i < 200000; ++i) {
+    for (int i = 0; i < 50000; ++i) {
         binary += static_cast<char>(hand.below(256));
     }
     const std::string files[] = {

@@ -12,7 +12,7 @@ namespace {
 
 // Smaller strokes, drawing-area units, are dots and letters. Only their centres are
 // anchors: underlines must not snap to the letters above them.
-constexpr double MIN_EXTENT = 20.0;
+constexpr double MIN_CORNERED = 20.0;
 
 // A stroke is closed when its ends lie within this share of its size.
 constexpr double CLOSED = 0.15;
@@ -119,7 +119,7 @@ void addAnchors(Collector& anchors, const Ink& ink) {
     if (anchors.wants(AnchorSort::CENTRE)) {
         anchors.add(centroid(ink));
     }
-    if (frame.extent < MIN_EXTENT || !anchors.mayReach(frame)) {
+    if (frame.extent < MIN_CORNERED || !anchors.mayReach(frame)) {
         return;
     }
     const Vec first = ink.at(ink.samples.front());

@@ -16,7 +16,7 @@ namespace Scrivo::beautifier {
 namespace {
 
 // Largest lean, radians, of a leg that was meant level.
-constexpr double MAX_LEAN = 0.087;
+constexpr double MAX_LEG_LEAN = 0.087;
 
 // Steps of the fine outline on either side of the vertex within which the pen turns.
 constexpr int VERTEX_REACH = 6;
@@ -51,7 +51,7 @@ Figure AngleFamily::idealise(const Fitted& fitted) {
     const LegsFit fit = fitLegs(fitted.evidence);
     std::array<Vec, 3> at{fit.from, fit.vertex, fit.to};
     if (fitted.options.horizontalVertical) {
-        levelLegs(at, MAX_LEAN);
+        levelLegs(at, MAX_LEG_LEAN);
     }
     const double opening = std::abs(turn(at[0] - at[1], at[2] - at[1]));
     const Frame& frame = fitted.frame;

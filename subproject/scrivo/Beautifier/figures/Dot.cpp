@@ -2,8 +2,6 @@
 
 #include "Scrivo/detail/Sampling.h"
 
-#include <limits>
-
 namespace Scrivo::beautifier {
 
 namespace {
@@ -32,7 +30,6 @@ std::optional<Verdict> DotFamily::judgeUnfitted(const Ink& ink, const Frame& fra
     if (frame.extent > options.tapSize) {
         return std::nullopt;
     }
-    constexpr double INF = std::numeric_limits<double>::infinity();
     // A stroke without extent is a dot for any tap size.
     const double scale = frame.extent > 0.0 ? TAP / options.tapSize : 1.0;
     const Ink scaled{ink.samples, scale * ink.width, scale * ink.height};

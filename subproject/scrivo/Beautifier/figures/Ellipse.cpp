@@ -18,14 +18,14 @@ namespace {
 
 // Fits to strokes that were meant as ellipses, even with gaps and flat ends, are at
 // most a twentieth longer than their ink.
-constexpr double OVERSHOOT = 1.1;
+constexpr double MAX_LENGTHENING = 1.1;
 
 // How much further strokes that were meant as circles lie from the circle than from
 // the best ellipse: root mean square, share of the diameter. See docs/beautifier.md.
 constexpr double ROUND = 0.044;
 
 // Largest lean, radians, of the axes of an ellipse that was meant level.
-constexpr double MAX_LEAN = 0.175;
+constexpr double MAX_AXIS_LEAN = 0.175;
 
 /// The ellipse, shortened where it extends beyond the ink: the length of a slim fit
 /// is poorly determined.
@@ -33,7 +33,7 @@ EllipseFit withinInk(EllipseFit fit, std::span<const Vec> points) {
     const Vec along{std::cos(fit.angle), std::sin(fit.angle)};
     const Reach reach = reachOf(points, fit.centre, along);
     const double half = 0.5 * (reach.high - reach.low);
-    if (fit.a > OVERSHOOT * half) {
+    if (fit.a > MAX_LENGTHENING * half) {
         fit.centre = fit.centre + 0.5 * (reach.low + reach.high) * along;
         fit.a = std::max(half, fit.b);
     }
@@ -123,7 +123,7 @@ Figure EllipseFamily::idealise(const Fitted& fitted) {
                             fitted.frame.extent * circle.radius};
     }
     EllipseFigure ellipse = inUnits(fit, fitted.frame);
-    if (fitted.options.horizontalVertical && std::abs(ellipse.rotation) <= MAX_LEAN) {
+    if (fitted.options.horizontalVertical && std::abs(ellipse.rotation) <= MAX_AXIS_LEAN) {
         ellipse.rotation = 0.0;
     }
     return ellipse;

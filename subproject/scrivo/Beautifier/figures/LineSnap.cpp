@@ -13,11 +13,11 @@ namespace {
 
 // Drawing-area units. Short lines snap within a quarter of their length, so that
 // their ends never land on the same anchor.
-constexpr double REACH = 10.0;
+constexpr double MAX_REACH = 10.0;
 constexpr double SHARE = 0.25;
 
 // Largest lean, radians, of a line that was meant level.
-constexpr double MAX_LEAN = 0.122;
+constexpr double MAX_LINE_LEAN = 0.122;
 
 std::optional<Vec> anchorAt(Vec end, double reach, std::span<const Vec> anchors) {
     std::optional<Vec> best;
@@ -35,7 +35,7 @@ std::optional<Vec> anchorAt(Vec end, double reach, std::span<const Vec> anchors)
 Segment levelled(const Segment& line, Vec pivot) {
     const Vec along = line.to - line.from;
     const double angle = lean(std::atan2(along.y, along.x));
-    if (std::abs(angle) > MAX_LEAN) {
+    if (std::abs(angle) > MAX_LINE_LEAN) {
         return line;
     }
     Segment result{turned(line.from, pivot, -angle), turned(line.to, pivot, -angle)};
@@ -48,7 +48,7 @@ Segment levelled(const Segment& line, Vec pivot) {
 }  // namespace
 
 double reachOf(const Segment& line) {
-    return std::min(REACH, SHARE * norm(line.to - line.from));
+    return std::min(MAX_REACH, SHARE * norm(line.to - line.from));
 }
 
 bool isInReach(const Segment& drawn, Vec p) {

@@ -10,7 +10,7 @@ namespace {
 // Sides cross where the bends at the corners differ from a full turn by more, radians.
 constexpr double CROSSED = 3.0;
 
-QuadrangleKind kindOf(QuadrangleForm form) {
+QuadrangleKind quadrangleKindOf(QuadrangleForm form) {
     switch (form) {
         case SQUARE:
         case STANDING_SQUARE:
@@ -44,10 +44,11 @@ bool QuadrangleFamily::competes(std::span<const double> own) {
 
 Figure QuadrangleFamily::idealise(const Fitted& fitted) {
     const PolygonInk ink = inkOf(fitted.evidence, 4);
-    const KindChoice choice = chooseQuadrangle(ink, allowedForms(fitted, kindOf, ANY_QUADRANGLE),
-                                               fitted.options.horizontalVertical);
+    const KindChoice choice =
+        chooseQuadrangle(ink, allowedForms(fitted, quadrangleKindOf, ANY_QUADRANGLE),
+                         fitted.options.horizontalVertical);
     QuadrangleFigure quadrangle;
-    quadrangle.subtype = kindOf(static_cast<QuadrangleForm>(choice.id));
+    quadrangle.subtype = quadrangleKindOf(static_cast<QuadrangleForm>(choice.id));
     placeCorners(quadrangle.corners, choice, fitted.frame);
     return quadrangle;
 }

@@ -10,7 +10,7 @@ namespace {
 // The centre of a trapezoid lies half way between the parallel edges and at equal
 // distances from the legs. The first angle is that of the edge or the diagonal that
 // levelling makes level or upright.
-constexpr std::array<Candidate, 8> FORMS{{
+constexpr std::array<Candidate, 8> QUADRANGLE_FORMS{{
     {SQUARE,
      RECTANGLE,
      1,
@@ -53,27 +53,27 @@ constexpr std::array<Candidate, 8> FORMS{{
      KITE_FREEDOM},
 }};
 
-constexpr FormCosts COSTS{.edges = EDGES,
-                          .directions = DIRECTIONS,
-                          .move = MOVE,
-                          .lean = LEAN,
-                          .leaning = LEANING,
-                          .maxLean = MAX_LEAN,
-                          .freeId = ANY_QUADRANGLE,
-                          .freeFreedom = ANY_QUADRANGLE_FREEDOM};
+constexpr FormCosts QUADRANGLE_COSTS{.edges = EDGES,
+                                     .directions = DIRECTIONS,
+                                     .move = MOVE,
+                                     .lean = LEAN,
+                                     .leaning = LEANING,
+                                     .maxLean = MAX_LEAN,
+                                     .freeId = ANY_QUADRANGLE,
+                                     .freeFreedom = ANY_QUADRANGLE_FREEDOM};
 
 }  // namespace
 
 const FormCosts& quadrangleCosts() {
-    return COSTS;
+    return QUADRANGLE_COSTS;
 }
 
 std::span<const Candidate> quadrangleForms() {
-    return FORMS;
+    return QUADRANGLE_FORMS;
 }
 
 KindChoice chooseQuadrangle(const PolygonInk& ink, FormSet allowed, bool isLevelled) {
-    return chooseKind(ink, FORMS, COSTS, allowed, isLevelled);
+    return chooseKind(ink, QUADRANGLE_FORMS, QUADRANGLE_COSTS, allowed, isLevelled);
 }
 
 }  // namespace Scrivo::beautifier

@@ -9,7 +9,7 @@ namespace Scrivo::beautifier {
 
 namespace {
 
-TriangleKind kindOf(TriangleForm form) {
+TriangleKind triangleKindOf(TriangleForm form) {
     switch (form) {
         case EQUILATERAL:
             return TriangleKind::EQUILATERAL;
@@ -32,10 +32,10 @@ std::array<double, TriangleFamily::FEATURES.size()> TriangleFamily::measure(cons
 
 Figure TriangleFamily::idealise(const Fitted& fitted) {
     const PolygonInk ink = inkOf(fitted.evidence, 3);
-    const KindChoice choice = chooseTriangle(ink, allowedForms(fitted, kindOf, ANY_TRIANGLE),
-                                             fitted.options.horizontalVertical);
+    const KindChoice choice = chooseTriangle(
+        ink, allowedForms(fitted, triangleKindOf, ANY_TRIANGLE), fitted.options.horizontalVertical);
     TriangleFigure triangle;
-    triangle.subtype = kindOf(static_cast<TriangleForm>(choice.id));
+    triangle.subtype = triangleKindOf(static_cast<TriangleForm>(choice.id));
     placeCorners(triangle.corners, choice, fitted.frame);
     return triangle;
 }

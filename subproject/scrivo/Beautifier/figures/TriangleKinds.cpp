@@ -7,7 +7,7 @@ namespace {
 // Every triangle has an inscribed circle: one distance for all edges. The first
 // edge is the base or a leg of the right angle, the one that levelling makes level
 // or upright.
-constexpr std::array<Candidate, 5> FORMS{{
+constexpr std::array<Candidate, 5> TRIANGLE_FORMS{{
     {EQUILATERAL,
      ANY_TRIANGLE,
      3,
@@ -26,19 +26,19 @@ constexpr std::array<Candidate, 5> FORMS{{
 // The strokes have no labels for the kinds of triangles. People draw them as
 // accurately as quadrangles, but general triangles are common, so the tolerances
 // are smaller.
-constexpr FormCosts COSTS{.edges = 0.022,
-                          .directions = 0.011,
-                          .move = 0.3,
-                          .lean = 0.07,
-                          .leaning = 1.0,
-                          .maxLean = 0.07,
-                          .freeId = ANY_TRIANGLE,
-                          .freeFreedom = 1.2};
+constexpr FormCosts TRIANGLE_COSTS{.edges = 0.022,
+                                   .directions = 0.011,
+                                   .move = 0.3,
+                                   .lean = 0.07,
+                                   .leaning = 1.0,
+                                   .maxLean = 0.07,
+                                   .freeId = ANY_TRIANGLE,
+                                   .freeFreedom = 1.2};
 
 }  // namespace
 
 KindChoice chooseTriangle(const PolygonInk& ink, FormSet allowed, bool isLevelled) {
-    return chooseKind(ink, FORMS, COSTS, allowed, isLevelled);
+    return chooseKind(ink, TRIANGLE_FORMS, TRIANGLE_COSTS, allowed, isLevelled);
 }
 
 }  // namespace Scrivo::beautifier

@@ -6,7 +6,7 @@ namespace Scrivo::beautifier {
 
 namespace {
 
-constexpr int STEPS = 3;
+constexpr int CIRCLE_STEPS = 3;
 
 // For points all around the centre the determinant is 1 / 4.
 constexpr double MIN_DETERMINANT = 1e-3;
@@ -52,7 +52,7 @@ void improve(CircleFit& fit, const Means& m) {
 
 CircleFit fitCircleTo(std::span<const Vec> points, Vec start) {
     CircleFit fit{start};
-    for (int i = 0; i < STEPS; ++i) {
+    for (int i = 0; i < CIRCLE_STEPS; ++i) {
         improve(fit, meansOf(points, fit.centre));
     }
     double squares = 0.0;

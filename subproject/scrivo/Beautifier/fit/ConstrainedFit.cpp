@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <numbers>
 #include <type_traits>
 #include <utility>
@@ -14,14 +13,12 @@ namespace Scrivo::beautifier {
 namespace {
 
 constexpr double PI = std::numbers::pi;
-constexpr double INF = std::numeric_limits<double>::infinity();
-
 // Points within this share of an edge from either end are assigned to no edge.
 constexpr double MARGIN = 0.12;
 
 // In their place each corner of the free fit has this share of the weight of the
 // edge's points.
-constexpr double CORNER = 0.25;
+constexpr double CORNER_WEIGHT = 0.25;
 
 // The edge as first fitted has the weight of this many points, so that an edge
 // without ink stays where it is.
@@ -30,7 +27,7 @@ constexpr double PRIOR = 0.5;
 // Below this sine of the angle between them, edges count as parallel.
 constexpr double PARALLEL = 0.1;
 
-constexpr int STEPS = 2;
+constexpr int NEWTON_STEPS = 2;
 
 // A corner that lies further than this from that of the free fit, share of the
 // ink's longer side, is drawn back: in the mean square its excess counts so many
@@ -319,7 +316,7 @@ PolygonFit inDrawingOrder(PolygonFit fit, bool reversed) {
 template <std::size_t N>
 Iteration<N> improved(const PolygonInk& ink, const PolygonForm& form, int first) {
     Iteration<N> iteration(ink, form, first);
-    for (int i = 0; i < STEPS; ++i) {
+    for (int i = 0; i < NEWTON_STEPS; ++i) {
         iteration.improve();
     }
     return iteration;
@@ -437,7 +434,7 @@ void addCorners(PolygonInk& ink) {
         EdgeInk& e = ink.edge[index(k)];
         Sums sums{e.count, 0.0, 0.0, e.xx, e.xy, e.yy};
         for (const int end : {k, (k + 1) % ink.edges}) {
-            sums.add(ink.corners[index(end)] - e.mean, CORNER * e.count);
+            sums.add(ink.corners[index(end)] - e.mean, CORNER_WEIGHT * e.count);
         }
         e = sums.about(e.mean);
         ink.count += e.count;

@@ -9,12 +9,12 @@ namespace Scrivo::beautifier {
 
 namespace {
 
-constexpr int STEPS = 3;
+constexpr int ELLIPSE_STEPS = 3;
 constexpr std::size_t UNKNOWNS = 5;
 constexpr double MIN_RADIUS = 0.01;  // of a figure whose longer side is 1
 
 using Row = std::array<double, UNKNOWNS>;
-using Normal = std::array<std::array<double, UNKNOWNS + 1>, UNKNOWNS>;
+using NormalMatrix = std::array<std::array<double, UNKNOWNS + 1>, UNKNOWNS>;
 
 /// Area moments of the polygon through the points (Green's theorem).
 EllipseFit fromMoments(const Coarse& loop) {
@@ -69,7 +69,7 @@ double residual(const EllipseFit& fit, Vec p, double c, double s, Row* derivativ
 }
 
 /// Gaussian elimination with partial pivoting; false when singular.
-bool solve(Normal& m, Row& x) {
+bool solve(NormalMatrix& m, Row& x) {
     for (std::size_t k = 0; k < UNKNOWNS; ++k) {
         std::size_t pivot = k;
         for (std::size_t r = k + 1; r < UNKNOWNS; ++r) {
@@ -99,7 +99,7 @@ bool solve(Normal& m, Row& x) {
 /// One Gauss-Newton step, slightly damped because the angle of a circle is
 /// undetermined.
 bool improve(EllipseFit& fit, std::span<const Vec> points) {
-    Normal m{};
+    NormalMatrix m{};
     const double c = std::cos(fit.angle);
     const double s = std::sin(fit.angle);
     for (const Vec& p : points) {
@@ -170,7 +170,7 @@ EllipseFit fitEllipseTo(const Coarse& loop) {
 EllipseFit refined(EllipseFit fit, std::span<const Vec> points) {
     measureResiduals(fit, points);
     EllipseFit best = fit;
-    for (int i = 0; i < STEPS && improve(fit, points); ++i) {
+    for (int i = 0; i < ELLIPSE_STEPS && improve(fit, points); ++i) {
         measureResiduals(fit, points);
         best = fit.rms < best.rms ? fit : best;
     }

@@ -31,8 +31,6 @@ PolygonFit bestOf(const PolygonInk& ink, const Candidate& candidate) {
     return best;
 }
 
-constexpr double INF = std::numeric_limits<double>::infinity();
-
 PolygonFit noPolygon() {
     constexpr double NONE = std::numeric_limits<double>::quiet_NaN();
     PolygonFit fit;

@@ -7,8 +7,8 @@ namespace Scrivo::beautifier {
 
 namespace {
 
-constexpr int REACH = FINE / 4;  // steps that may be cut at either end
-constexpr double CHARGE = 0.3;   // by which a unit of cut length must reduce the gap
+constexpr int MAX_CUT = FINE / 4;  // steps that may be cut at either end
+constexpr double CHARGE = 0.3;     // by which a unit of cut length must reduce the gap
 
 Vec at(const Fine& fine, int i) {
     return fine[static_cast<std::size_t>(i)];
@@ -133,8 +133,8 @@ Closure close(const Fine& fine) {
     Closure best;
     best.gap = norm(at(fine, 0) - at(fine, FINE - 1));
     double bestCost = best.gap;
-    for (int i = 0; i <= REACH; ++i) {
-        for (int k = 0; k <= REACH; ++k) {
+    for (int i = 0; i <= MAX_CUT; ++i) {
+        for (int k = 0; k <= MAX_CUT; ++k) {
             const double charge = CHARGE * step * (i + k);
             if (charge >= bestCost) {
                 break;

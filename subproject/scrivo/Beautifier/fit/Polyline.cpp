@@ -1,7 +1,6 @@
 #include "Beautifier/fit/Polyline.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace Scrivo::beautifier {
 
@@ -9,8 +8,6 @@ namespace {
 
 // A piece spans at least three steps, so that a rounded corner is not an edge.
 constexpr int MIN_STEPS = 3;
-
-constexpr double INF = std::numeric_limits<double>::infinity();
 
 using Row = std::array<double, COARSE>;
 using Bests = std::array<Row, MAX_PIECES>;  ///< costs of 1, 2, ... pieces, by last point

@@ -1,7 +1,6 @@
 #include "Beautifier/ink/Frame.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace Scrivo::beautifier {
 
@@ -15,7 +14,6 @@ constexpr double MIN_EXTENT = 1e-150;
 
 Frame measure(const Ink& ink) {
     Frame frame;
-    constexpr double INF = std::numeric_limits<double>::infinity();
     Vec low{INF, INF};
     Vec high{-INF, -INF};
     Vec before;

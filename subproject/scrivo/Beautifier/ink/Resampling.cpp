@@ -21,7 +21,7 @@ constexpr BendLimits AMONG_STRAIGHT{0.79, 1.13};
 // For strokes that bend at every sample, such as a slim ellipse of seven. The corners
 // of a triangle bend more, and so do those of a square on average.
 constexpr BendLimits AMONG_BENT{1.95, 2.2};
-constexpr double CORNER = 2.2;
+constexpr double CORNER_BEND = 2.2;
 
 // For round strokes: only where the pen turns back, there is a corner.
 constexpr BendLimits ALL_ROUND{2.2, 2.7};
@@ -44,7 +44,7 @@ BendLimits limitsOf(Cursor cursor) {
     int bends = 0;
     for (; cursor.next(c); a = b, b = c) {
         const double bend = std::abs(turn(b - a, c - b));
-        if (bend > CORNER || bends > FEW_SAMPLES) {
+        if (bend > CORNER_BEND || bends > FEW_SAMPLES) {
             return AMONG_STRAIGHT;
         }
         sum += bend;

@@ -16,6 +16,10 @@ inline constexpr int COARSE = 49;
 using Fine = std::array<Vec, FINE>;
 using Coarse = std::array<Vec, COARSE>;
 
+inline Vec pointAt(const Fine& outline, int i) {
+    return outline[static_cast<std::size_t>(i)];
+}
+
 /// Part of an even outline, by the indices of its ends.
 struct Part {
     int first = 0;

@@ -25,15 +25,11 @@ constexpr int HOOK_STEPS = 12;
 constexpr double HOOK_BEND = 0.5;  // cosine, at most
 constexpr double STRAIGHT = 1.25;  // path over reach; arrow heads go back and forth
 
-Vec at(const Fine& fine, int i) {
-    return fine[static_cast<std::size_t>(i)];
-}
-
 /// Cosine of the bend at point `i` between chords of `before` and `after` steps; 1
 /// when a chord has no length.
 double bendAt(const Fine& fine, int i, int before, int after) {
-    const Vec a = at(fine, i) - at(fine, i - before);
-    const Vec b = at(fine, i + after) - at(fine, i);
+    const Vec a = pointAt(fine, i) - pointAt(fine, i - before);
+    const Vec b = pointAt(fine, i + after) - pointAt(fine, i);
     const double lengths = dot(a, a) * dot(b, b);
     return lengths > 0.0 ? dot(a, b) / std::sqrt(lengths) : 1.0;
 }
@@ -47,8 +43,8 @@ double besideAt(const Fine& fine, int turn, int k, int step, double most) {
     const int last = std::clamp(other + SLACK, 1, FINE - 1);
     double least = most;
     for (int i = first; i < last; ++i) {
-        least = std::min(least,
-                         distanceToPiece(at(fine, turn + step * k), at(fine, i), at(fine, i + 1)));
+        least = std::min(least, distanceToPiece(pointAt(fine, turn + step * k), pointAt(fine, i),
+                                                pointAt(fine, i + 1)));
     }
     return least;
 }
@@ -58,7 +54,7 @@ double besideAt(const Fine& fine, int turn, int k, int step, double most) {
 bool isRetraced(const Fine& fine, int turn, int step) {
     const int steps = step > 0 ? FINE - 1 - turn : turn;
     const Vec other = step > 0 ? fine.front() : fine.back();
-    const bool isLoop = norm(at(fine, turn) - other) < LOOP_GAP;
+    const bool isLoop = norm(pointAt(fine, turn) - other) < LOOP_GAP;
     const double most = isLoop ? BESIDE_LOOP : BESIDE;
     double sum = 0.0;
     for (int k = 1; k <= steps; ++k) {
@@ -79,7 +75,7 @@ Fine cut(const Fine& fine, const Part& part) {
             part.first + static_cast<double>(k) * (part.last - part.first) / (FINE - 1);
         const int i = std::min(static_cast<int>(target), FINE - 2);
         out[static_cast<std::size_t>(k)] =
-            at(fine, i) + (target - i) * (at(fine, i + 1) - at(fine, i));
+            pointAt(fine, i) + (target - i) * (pointAt(fine, i + 1) - pointAt(fine, i));
     }
     return out;
 }
@@ -124,14 +120,14 @@ int overlapOf(const Fine& fine) {
     int meets = 0;
     for (int i = 1; i <= FINE / 2; ++i) {
         const Vec end = fine.back();
-        meets = norm(at(fine, i) - end) < norm(at(fine, meets) - end) ? i : meets;
+        meets = norm(pointAt(fine, i) - end) < norm(pointAt(fine, meets) - end) ? i : meets;
     }
     double sum = 0.0;
     for (int k = 0; k < meets; ++k) {
         double beside = BESIDE;
         for (int i = std::max(meets - k - SLACK, 0); i < meets - k + SLACK; ++i) {
-            beside = std::min(
-                beside, distanceToPiece(at(fine, FINE - 1 - k), at(fine, i), at(fine, i + 1)));
+            beside = std::min(beside, distanceToPiece(pointAt(fine, FINE - 1 - k), pointAt(fine, i),
+                                                      pointAt(fine, i + 1)));
         }
         sum += beside;
         if (beside >= BESIDE) {
@@ -150,7 +146,7 @@ int beforeSpur(const Fine& fine) {
     int best = FINE - 1;
     double sharpest = 0.0;
     for (int i = FINE - 1 - MIN_STEPS; i > FINE / 2; --i) {
-        if (norm(at(fine, i) - fine.back()) > MAX_DETOUR) {
+        if (norm(pointAt(fine, i) - fine.back()) > MAX_DETOUR) {
             break;
         }
         const double bend = bendAt(fine, i, CHORD, std::min(CHORD, FINE - 1 - i));
@@ -173,8 +169,8 @@ int hookAt(const Fine& fine) {
     double sharpest = HOOK_BEND;
     double path = 0.0;
     for (int i = 1; i <= HOOK_STEPS; ++i) {
-        const double reach = norm(at(fine, i) - at(fine, 0));
-        path += norm(at(fine, i) - at(fine, i - 1));
+        const double reach = norm(pointAt(fine, i) - pointAt(fine, 0));
+        path += norm(pointAt(fine, i) - pointAt(fine, i - 1));
         const double bend = bendAt(fine, i, std::min(i, CHORD), CHORD);
         const bool isFlick = reach <= MAX_HOOK && path <= STRAIGHT * reach;
         if (isFlick && bend < sharpest && gap > 0.5 * reach) {
@@ -212,8 +208,8 @@ Cleaned withoutStrays(const Fine& fine) {
     }
     const int first = hookAt(cleaned.fine);
     const int last = FINE - 1 - hookAt(reversed(cleaned.fine));
-    cleaned.hook = std::max(norm(at(cleaned.fine, first) - at(cleaned.fine, 0)),
-                            norm(at(cleaned.fine, last) - at(cleaned.fine, FINE - 1)));
+    cleaned.hook = std::max(norm(pointAt(cleaned.fine, first) - pointAt(cleaned.fine, 0)),
+                            norm(pointAt(cleaned.fine, last) - pointAt(cleaned.fine, FINE - 1)));
     if (first > 0 || last < FINE - 1) {
         cleaned.fine = cut(cleaned.fine, {first, last});
     }

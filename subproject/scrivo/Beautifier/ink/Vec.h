@@ -2,9 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 /// Plane vectors.
 namespace Scrivo::beautifier {
+
+/// More than any distance.
+inline constexpr double INF = std::numeric_limits<double>::infinity();
 
 struct Vec {
     double x = 0.0;

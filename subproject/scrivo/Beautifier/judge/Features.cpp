@@ -10,7 +10,7 @@ namespace Scrivo::beautifier {
 namespace {
 
 // Ends that merely overshoot the closure stray less than this share of the size.
-constexpr double OVERSHOOT = 0.12;
+constexpr double SHORT_TAIL = 0.12;
 
 // Upper bound of ROUGHNESS.
 constexpr double MAX_ROUGHNESS = 1.5;
@@ -47,9 +47,10 @@ double tailOf(const Fine& fine, const ClosedEvidence& closed) {
 
 /// Bend between the ends of what the closure leaves.
 double closureBend(const Fine& fine, const Closure& c) {
-    constexpr int CHORD = 5;
+    constexpr int CLOSURE_CHORD = 5;
     const auto at = [&](int i) { return fine[static_cast<std::size_t>(i)]; };
-    return std::abs(turn(at(c.last) - at(c.last - CHORD), at(c.first + CHORD) - at(c.first)));
+    return std::abs(
+        turn(at(c.last) - at(c.last - CLOSURE_CHORD), at(c.first + CLOSURE_CHORD) - at(c.first)));
 }
 
 void measureStroke(const Evidence& e, Features& f) {
@@ -74,7 +75,7 @@ void measureLoop(const Evidence& e, const ClosedEvidence& c, Features& f) {
     f["GAP"_f] = share(c.closure.gap, e.size);
     f["TRIMMED"_f] = c.closure.trimmed;
     f["TAIL"_f] = tail;
-    f["LONG_TAIL"_f] = std::max(0.0, std::exp(tail) - OVERSHOOT);
+    f["LONG_TAIL"_f] = std::max(0.0, std::exp(tail) - SHORT_TAIL);
     f["COUNTER_BENDS"_f] = std::min(0.5 * (apart.absolute - std::abs(apart.sum)), std::numbers::pi);
     f["SHARPEST_BEND"_f] = innerBends(e.fine, c.closure, 1).sharpest;
     f["POLYGON3_RMS"_f] = share(c.polygons[2].rms, e.size);

@@ -10,7 +10,7 @@ namespace {
 /// |slope| of the chord above which the fitted line is vertical.
 constexpr double STEEP_SLOPE = 20.0;
 /// chord / path above which a stroke is straight without a test of its band.
-constexpr double STRAIGHT_RATIO = 0.98;
+constexpr double MIN_LINE_RATIO = 0.98;
 /// chord / path below which it is not.
 constexpr double BENT_RATIO = 0.75;
 
@@ -174,7 +174,7 @@ double maxRelativeBand(double length) {
 
 bool isStrictLine(Stroke stroke) {
     const double ratio = singleDistance(stroke.front(), stroke.back()) / singleLength(stroke);
-    if (ratio > STRAIGHT_RATIO) {
+    if (ratio > MIN_LINE_RATIO) {
         return true;
     }
     if (ratio < BENT_RATIO) {
