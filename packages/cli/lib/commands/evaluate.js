@@ -115,7 +115,7 @@ function cellOf({ label, file, line }, { points }, { family, type, path }) {
 
 function inspectSheet({ svg, force }) {
   const target = inspectOutput(svg, { force });
-  if (target.kind !== 'stdout') return target;
+  if (target.medium !== 'stdout') return target;
   throw new UserError('--svg needs a file: the table goes to standard output');
 }
 

@@ -11,7 +11,7 @@ const { readXml, rewriteXml } = require('./xml.js');
 // Longer than any leading white space or XML declaration.
 const MAX_HEAD = 1 << 20;
 
-// The beginning of a JSON document tells its kind.
+// The beginning of a JSON document tells its format.
 const JSON_HEAD = 512;
 
 // Bytes of files that are read as one job.

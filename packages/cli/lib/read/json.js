@@ -10,7 +10,7 @@ const { readRnote, rewriteBrush } = require('./rnote.js');
 const MAX_LENGTH = 8 * 1024 * 1024;
 
 /** Kinds of documents by what their root shows. */
-const KINDS = [
+const FORMATS = [
   {
     name: 'excalidraw',
     isOf: (root) => root?.type === 'excalidraw',
@@ -48,7 +48,7 @@ function isLine(text) {
   }
 }
 
-/** Parses a document and detects its kind. */
+/** Parses a document and detects its format. */
 async function parseDocument(chunks) {
   const text = (await readWhole(chunks, MAX_LENGTH)).toString('utf8').replace(/^\ufeff/, '');
   let root;
@@ -58,25 +58,25 @@ async function parseDocument(chunks) {
     throw new UserError(`not one JSON value (jq -c . writes each on a line): ${error.message}`);
   }
   const indent = /^\s*\{\s*\n/.test(text) ? 2 : 0;
-  return { root, indent, kind: KINDS.find(({ isOf }) => isOf(root)) };
+  return { root, indent, format: FORMATS.find(({ isOf }) => isOf(root)) };
 }
 
 /** See readInk. */
 async function* readJson(chunks) {
-  const { root, kind } = await parseDocument(chunks);
-  for (const { records, passedOver } of kind.read(root)) {
+  const { root, format } = await parseDocument(chunks);
+  for (const { records, passedOver } of format.read(root)) {
     yield { records: records.map(withoutElement), passedOver };
   }
 }
 
 /** See readInk. */
 async function* rewriteJson(head, chunks, { keep }) {
-  const { root, kind, indent } = await parseDocument(chunks);
-  const [{ records, passedOver }] = kind.read(root);
+  const { root, format, indent } = await parseDocument(chunks);
+  const [{ records, passedOver }] = format.read(root);
   checkSize(records);
-  const isKept = kind.name === keep;
+  const isKept = format.name === keep;
   const rewrite = (answers) => {
-    for (const answer of figuresOf(answers)) kind.rewrite(records[answer.index].element, answer);
+    for (const answer of figuresOf(answers)) format.rewrite(records[answer.index].element, answer);
     return JSON.stringify(root, null, indent);
   };
   yield {

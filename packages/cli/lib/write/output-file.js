@@ -14,23 +14,23 @@ const { UserError } = require('../user-error.js');
 const STDOUT = '-';
 
 /**
- * Checks an output before any work is done for it, and determines its kind.
+ * Checks an output before any work is done for it, and determines its medium.
  *
  * @param {string} name file, `-` for standard output
  * @param {{force: boolean}} options force: overwrite an existing file
- * @returns {{name: string, force: boolean, kind: 'stdout'|'device'|'file'}} a device, or a named
+ * @returns {{name: string, force: boolean, medium: 'stdout'|'device'|'file'}} a device, or a named
  *   pipe, is written to directly
  */
 function inspectOutput(name, { force }) {
-  if (name === STDOUT) return { name: 'standard output', force, kind: 'stdout' };
+  if (name === STDOUT) return { name: 'standard output', force, medium: 'stdout' };
   if (name === '') throw new UserError('the name of an output is empty: name a file');
   const status = statusOf(name);
-  if (isDevice(status)) return { name, force, kind: 'device' };
+  if (isDevice(status)) return { name, force, medium: 'device' };
   checkParent(name);
   if (status?.isDirectory()) throw new UserError(`${name} is a directory: name a file`);
   if (status && !force) throw new UserError(`${name} exists; --force overwrites it`);
   // A link is kept and its target replaced.
-  return { name: status ? fs.realpathSync(name) : name, force, kind: 'file' };
+  return { name: status ? fs.realpathSync(name) : name, force, medium: 'file' };
 }
 
 /** Checks a folder for outputs, and makes it if its parent exists. */
@@ -110,11 +110,11 @@ class Output {
    */
   constructor(target, stdout) {
     this.target = target;
-    if (target.kind === 'file') {
+    if (target.medium === 'file') {
       this.temporary = new TemporaryFile(path.dirname(target.name), path.basename(target.name));
     }
     const openStream = () => this.temporary?.stream ?? fs.createWriteStream(target.name);
-    this.sink = new Sink(target.name, target.kind === 'stdout' ? stdout : openStream(), {
+    this.sink = new Sink(target.name, target.medium === 'stdout' ? stdout : openStream(), {
       gzip: /\.(?:gz|xopp|rnote)$/i.test(target.name),
     });
   }
@@ -125,14 +125,14 @@ class Output {
 
   /** Completes the output and gives it its name. */
   async finish() {
-    if (this.target.kind === 'stdout') return;
+    if (this.target.medium === 'stdout') return;
     await this.sink.end();
     this.temporary?.moveTo(this.target.name, this.target.force);
   }
 
   /** Gives up the output and removes its file. */
   abandon() {
-    if (this.target.kind !== 'stdout') this.sink.target.destroy();
+    if (this.target.medium !== 'stdout') this.sink.target.destroy();
     this.temporary?.remove();
   }
 }
@@ -191,9 +191,9 @@ function claimName(temporary, name) {
 class Spool {
   /** @param {ReturnType<typeof inspectOutput>} target whose directory is used if it is a file */
   constructor(target) {
-    const directory = target.kind === 'file' ? path.dirname(target.name) : os.tmpdir();
+    const directory = target.medium === 'file' ? path.dirname(target.name) : os.tmpdir();
     this.file = new TemporaryFile(directory, 'scrivo-part');
-    this.sink = new Sink(target.kind === 'file' ? target.name : directory, this.file.stream);
+    this.sink = new Sink(target.medium === 'file' ? target.name : directory, this.file.stream);
     /** Where each page begins. */
     this.starts = [0];
     this.length = 0;
