@@ -1,9 +1,9 @@
 'use strict';
 
-// `npm run mutate`: puts small faults into the sources of both engines, one at a time, and
+// `npm run mutate`: puts small faults into the sources of the engines and of the C interface, one at a time, and
 // prints those that no test notices. Works on a copy of the tree, in build/mutate.
 //
-//   npm run mutate -- --count 50 --seed 7    half of them in either engine
+//   npm run mutate -- --count 50 --seed 7    as many in either engine and the C interface
 //   npm run mutate -- --file fit/Loop.cpp    only in sources whose path contains this
 //   npm run mutate -- --again                those that the last run printed
 //
@@ -38,14 +38,17 @@ const PROGRAMS = {
   allocation_test: ['test/scrivo/allocation_test'],
   fuzz_test: ['fuzz/fuzz_test'],
   compare: ['fuzz/compare', '1500'],
+  c_test: ['test/c/c_test'],
 };
 const targetsOf = (test) => (test === 'answers' ? ['hello', 'beautifier'] : [test]);
 /** The quickest first. */
 const TESTS = {
   Scrivo: ['answers', 'compare', 'scrivo_test', 'fuzz_test', 'allocation_test'],
   Beautifier: ['answers', 'beautifier_test', 'fuzz_test', 'allocation_test'],
+  C: ['c_test', 'fuzz_test'],
 };
-const engineOf = ({ file }) => (file.includes('/Beautifier/') ? 'Beautifier' : 'Scrivo');
+/** The folder of the source: an engine, or the C interface. */
+const engineOf = ({ file }) => file.slice(SOURCES.length).split('/')[0];
 
 /** Copies changed files alone: what is built stays. */
 function copyTree() {
@@ -155,7 +158,7 @@ function shuffled(list, seed) {
   return Array.from(rest, () => rest.splice(integer(0, rest.length - 1), 1)[0]);
 }
 
-/** Mutants in the order in which they are tried, of either engine in turn. */
+/** Mutants in the order in which they are tried, of every folder in turn. */
 function* inTurn(mutants, seed) {
   const queues = Object.keys(TESTS).map((engine) =>
     shuffled(
@@ -174,7 +177,7 @@ const describe = ({ file, line, before, after }) =>
 /** Tries mutants until `count` of them have been built. */
 async function tryAll(preset, limits, mutants, count) {
   const survivors = [];
-  const tried = { Scrivo: 0, Beautifier: 0 };
+  const tried = Object.fromEntries(Object.keys(TESTS).map((engine) => [engine, 0]));
   let left = count;
   for (const mutant of mutants) {
     if (left === 0) break;

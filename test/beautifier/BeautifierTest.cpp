@@ -204,6 +204,18 @@ TEST(BeautifierInput, DegenerateStrokesHaveAnAnswer) {
     }
 }
 
+TEST(BeautifierInput, IsResampledAtEvenDistances) {
+    const Path eased = sample([](double t) { return Point2D{80 + 320 * t * t, 300, 0}; }, 200);
+    const Path points = resample(inFractions(eased), WIDTH, HEIGHT);
+    ASSERT_EQ(points.size(), 97U);
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        EXPECT_NEAR(points[i].x, 0.1 + 0.4 * static_cast<double>(i) / 96.0, 1e-4);
+        EXPECT_NEAR(points[i].y, 0.5, 1e-9);
+    }
+    EXPECT_TRUE(resample(Path{{0.5, 0.5}, {0.5, 0.5}}, WIDTH, HEIGHT).empty());
+    EXPECT_TRUE(resample(Path{{0.1, 0.5}, {QUIET_NAN, 0.5}}, WIDTH, HEIGHT).empty());
+}
+
 TEST(BeautifierInput, AMillionPointsAreOneStroke) {
     EXPECT_TRUE(is<EllipseFigure>(beautify(sample(examples()[6].curve, 1'000'000)).figure));
 }
