@@ -130,6 +130,10 @@ TEST(CInterface, TakesOptionsOfOlderCallersOnly) {
     scrivo_options_init(&options, offsetof(scrivo_options, min_size));
     EXPECT_EQ(options.anchors, 7U);
     EXPECT_NE(options.min_size, 0.0);  // not written
+    std::memset(&options, 0x55, sizeof options);
+    scrivo_options_init(&options, sizeof options.size - 1);
+    EXPECT_NE(options.size, sizeof options.size - 1);  // no room for it
+    scrivo_options_init(nullptr, sizeof options);
 
     scrivo_result result;
     std::memset(&result, 0x55, sizeof result);
