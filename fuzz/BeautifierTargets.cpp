@@ -227,6 +227,8 @@ void outlineOf(Bytes bytes) {
     };
     require(outline.empty() || isOfFigure(outline), "figure and outline agree");
     require(isFinite(outline), "outlines are finite");
+    const bool hasPlace = isOrdinary && area.width >= 1.0 && area.height >= 1.0;
+    require(!hasPlace || !family || !outline.empty(), "ordinary areas have room for a figure");
     const Stroke inUnits = Scrivo::outlineOf(figure, 1.0, 1.0);
     require(!isOrdinary || (family ? isOfFigure(inUnits) : inUnits.empty()),
             "ordinary figures have outlines");

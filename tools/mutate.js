@@ -1,7 +1,8 @@
 'use strict';
 
-// `npm run mutate`: puts small faults into the sources of the engines and of the C interface, one at a time, and
-// prints those that no test notices. Works on a copy of the tree, in build/mutate.
+// `npm run mutate`: puts small faults into the sources of the engines and of the C interface,
+// one at a time, and prints those that no test notices. Works on a copy of the tree, in
+// build/mutate.
 //
 //   npm run mutate -- --count 50 --seed 7    as many in either engine and the C interface
 //   npm run mutate -- --file fit/Loop.cpp    only in sources whose path contains this
