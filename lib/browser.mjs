@@ -12,6 +12,8 @@ export const {
   FIGURES,
   FigureType,
   initScrivo,
+  LineIdealiser,
+  loadTemplates,
   optimizeAStroke,
   outlineOf,
   resample,

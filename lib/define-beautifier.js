@@ -97,6 +97,21 @@ function completeOptions(options, defaults) {
   return Object.freeze(complete);
 }
 
+/** Complete options as arguments of the native class. */
+function nativeOptions(options, families) {
+  return [
+    options.figures.map((family) => families.indexOf(family)),
+    options.minSize,
+    options.tapSize,
+    options.sensitivity,
+    options.horizontalVertical,
+    options.regularFigures,
+    options.nearbyStrokes,
+    options.insideArea,
+    options.anchors.map((anchor) => ANCHORS.indexOf(anchor)),
+  ];
+}
+
 function checkSide(name, value) {
   if (typeof value !== 'number') {
     throw new TypeError(`${name} must be a number, found ${found(value)}`);
@@ -123,18 +138,7 @@ function defineBeautifier(native, { FAMILIES, WISHES, flattenFigure, makeFigure 
       const value = completeOptions(options, defaults);
       Object.defineProperty(this, 'options', { value, enumerable: true });
       this.#stride = STRIDES[this.options.layout];
-      const { figures: families, minSize, tapSize, sensitivity } = this.options;
-      this.#native = new native.Beautifier(
-        families.map((family) => FAMILIES.indexOf(family)),
-        minSize,
-        tapSize,
-        sensitivity,
-        this.options.horizontalVertical,
-        this.options.regularFigures,
-        this.options.nearbyStrokes,
-        this.options.insideArea,
-        this.options.anchors.map((anchor) => ANCHORS.indexOf(anchor)),
-      );
+      this.#native = new native.Beautifier(...nativeOptions(this.options, FAMILIES));
       // Derived classes may add fields.
       if (new.target === Beautifier) Object.freeze(this);
     }
@@ -214,4 +218,4 @@ function defineBeautifier(native, { FAMILIES, WISHES, flattenFigure, makeFigure 
   };
 }
 
-module.exports = { defineBeautifier };
+module.exports = { defineBeautifier, nativeOptions };

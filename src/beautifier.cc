@@ -1,8 +1,9 @@
 #include "Beautifier/Beautifier.h"
 
-#include "Attempt.h"
+#include "Arguments.h"
 #include "Beautifier/figures/Families.h"
 #include "FigureNumbers.h"
+#include "Wrapped.h"
 
 #include <algorithm>
 #include <array>
@@ -11,7 +12,6 @@
 #include <exception>
 #include <memory>
 #include <napi.h>
-#include <set>
 #include <span>
 #include <stdexcept>
 #include <string>
@@ -38,61 +38,6 @@ Points unpack(std::span<const double> values, std::size_t stride) {
         points.push_back({values[k], values[k + 1], stride > 2 ? values[k + 2] : 0.0});
     }
     return points;
-}
-
-// Arguments of another type are rejected before they are read: node-addon-api would
-// raise an exception and read on, and end the process when it raises the next one.
-
-void require(bool holds, const char* message) {
-    if (!holds) throw std::invalid_argument(message);
-}
-
-double number(const Napi::Value& value) {
-    require(value.IsNumber(), "expected a number");
-    return value.As<Napi::Number>().DoubleValue();
-}
-
-bool boolean(const Napi::Value& value) {
-    require(value.IsBoolean(), "expected a boolean");
-    return value.As<Napi::Boolean>().Value();
-}
-
-/// The member of an enumeration with this number; it need not have such a member.
-template <typename Enumeration = std::uint8_t>
-Enumeration member(double value) {
-    require(value >= 0.0 && value <= 255.0, "expected a number from 0 to 255");
-    return static_cast<Enumeration>(static_cast<std::uint8_t>(value));
-}
-
-template <typename Enumeration>
-std::set<Enumeration> members(const Napi::Value& value) {
-    require(value.IsArray(), "expected an array of numbers");
-    const auto array = value.As<Napi::Array>();
-    std::set<Enumeration> result;
-    for (std::uint32_t i = 0; i < array.Length(); ++i) {
-        result.insert(member<Enumeration>(number(array.Get(i))));
-    }
-    return result;
-}
-
-/// The elements of a typed array. Other arrays are rejected: with smaller elements,
-/// reading would run past the end.
-template <typename T>
-std::span<const T> view(const Napi::Value& value, napi_typedarray_type type, const char* message) {
-    require(value.IsTypedArray() && value.As<Napi::TypedArray>().TypedArrayType() == type, message);
-    const auto array = value.As<Napi::TypedArrayOf<T>>();
-    return {array.Data(), array.ElementLength()};
-}
-
-std::span<const double> doubles(const Napi::Value& value) {
-    return view<double>(value, napi_float64_array, "points must be in a Float64Array");
-}
-
-/// Passes an error to JavaScript, unless an exception is already on its way there.
-void raise(Napi::Env env, const std::exception& error) {
-    if (!env.IsExceptionPending()) {
-        Napi::Error::New(env, error.what()).ThrowAsJavaScriptException();
-    }
 }
 
 /// A new Float64Array and its numbers. No numbers, and an exception pending, when
@@ -199,47 +144,6 @@ Napi::Array describeFamilies(Napi::Env env) {
     return result;
 }
 
-/// The arguments of a call, undefined where there are none. That of node-addon-api
-/// allocates for more than six, where a failure would end the process.
-struct Arguments {
-    static constexpr std::size_t MAX = 9;
-
-    Napi::Env env;
-    napi_value self = nullptr;
-    std::array<napi_value, MAX> values{};
-
-    Arguments(napi_env callEnv, napi_callback_info info) : env(callEnv) {
-        std::size_t count = MAX;
-        attempt(env, napi_get_cb_info, info, &count, values.data(), &self,
-                static_cast<void**>(nullptr));
-    }
-
-    Napi::Value operator[](std::size_t i) const { return {env, values.at(i)}; }
-};
-
-/// What `body` returns; an error of C++ as one of JavaScript, since the host must survive.
-template <typename Body>
-napi_value guarded(Napi::Env env, Body body) {
-    try {
-        return body();
-    } catch (const std::exception& error) {
-        raise(env, error);
-        return nullptr;
-    }
-}
-
-Scrivo::BeautifierOptions readOptions(const Arguments& arguments) {
-    return {.figures = members<Scrivo::FigureFamily>(arguments[0]),
-            .minSize = number(arguments[1]),
-            .tapSize = number(arguments[2]),
-            .sensitivity = number(arguments[3]),
-            .horizontalVertical = boolean(arguments[4]),
-            .regularFigures = boolean(arguments[5]),
-            .nearbyStrokes = boolean(arguments[6]),
-            .anchors = members<Scrivo::AnchorSort>(arguments[8]),
-            .insideArea = boolean(arguments[7])};
-}
-
 std::vector<Points> readOthers(const Arguments& arguments) {
     std::span<const double> values = doubles(arguments[4]);
     const auto lengths =
@@ -285,42 +189,30 @@ napi_value toArray(Napi::Env env, std::size_t stride, const Scrivo::Beautified& 
     return result;
 }
 
-/// The class "Beautifier": a `Scrivo::Beautifier` wrapped in an object. Not an
-/// `ObjectWrap`, which ends the process when there is no memory for the object.
+using WrappedBeautifier = Wrapped<Scrivo::Beautifier>;
+
+}  // namespace
+
+template <>
+const napi_type_tag WrappedBeautifier::TAG{0x9f1d40c2e3b84a57, 0xb7a6610d52cf4e38};
+
+namespace {
+
+/// The class "Beautifier": a wrapped `Scrivo::Beautifier`.
 namespace beautifier_class {
 
-/// Tells its objects from those of other modules.
-constexpr napi_type_tag TAG{0x9f1d40c2e3b84a57, 0xb7a6610d52cf4e38};
-
-void destroy(napi_env /*env*/, void* data, void* /*hint*/) {
-    delete static_cast<Scrivo::Beautifier*>(data);
-}
-
-/// (families: number[], minSize, tapSize, sensitivity, horizontalVertical,
-/// regularFigures, nearbyStrokes, insideArea, anchors: number[])
+/// Takes the arguments of `readOptions`.
 napi_value construct(napi_env env, napi_callback_info info) {
-    return guarded(env, [&]() -> napi_value {
-        napi_value target = nullptr;
-        attempt(env, napi_get_new_target, info, &target);
-        require(target != nullptr, "Beautifier needs new");
+    return guarded(env, [&] {
+        requireNew(env, info, "Beautifier needs new");
         const Arguments arguments(env, info);
-        auto made = std::make_unique<Scrivo::Beautifier>(readOptions(arguments));
-        if (attempt(env, napi_type_tag_object, arguments.self, &TAG) &&
-            attempt(env, napi_wrap, arguments.self, static_cast<void*>(made.get()), destroy,
-                    static_cast<void*>(nullptr), static_cast<napi_ref*>(nullptr))) {
-            static_cast<void>(made.release());  // the object owns it
-        }
-        return arguments.self;
+        return WrappedBeautifier::wrap(
+            arguments, std::make_unique<Scrivo::Beautifier>(readOptions(arguments)));
     });
 }
 
 const Scrivo::Beautifier& unwrap(const Arguments& arguments) {
-    bool isOurs = false;
-    void* data = nullptr;
-    require(napi_check_object_type_tag(arguments.env, arguments.self, &TAG, &isOurs) == napi_ok &&
-                isOurs && napi_unwrap(arguments.env, arguments.self, &data) == napi_ok,
-            "this is no Beautifier");
-    return *static_cast<const Scrivo::Beautifier*>(data);
+    return WrappedBeautifier::unwrap(arguments, "this is no Beautifier");
 }
 
 /// Calls `answer` with (stroke, width, height, others).
@@ -359,15 +251,9 @@ napi_value beautifyAs(napi_env env, napi_callback_info info) {
 }
 
 napi_value define(Napi::Env env) {
-    const auto method = [](const char* name, napi_callback call) {
-        return napi_property_descriptor{
-            name, nullptr, call, nullptr, nullptr, nullptr, napi_default_method, nullptr};
-    };
-    const std::array methods{method("beautify", beautify), method("beautifyAs", beautifyAs)};
-    napi_value result = nullptr;
-    attempt(env, napi_define_class, "Beautifier", std::size_t{NAPI_AUTO_LENGTH}, construct,
-            static_cast<void*>(nullptr), methods.size(), methods.data(), &result);
-    return result;
+    return defineClass(
+        env, "Beautifier", construct,
+        std::array{method("beautify", beautify), method("beautifyAs", beautifyAs)});
 }
 
 }  // namespace beautifier_class

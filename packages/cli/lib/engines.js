@@ -26,6 +26,8 @@ const { UserError } = require('./user-error.js');
  * @property {(options: {templates?: string[]}) => void} load to be called once in a process,
  *   before any of its threads asks for an answer
  * @property {(stroke: import('./placement.js').PlacedStroke) => Answer} answer in any thread
+ * @property {(settings: import('scrivo/lines').LineOptions) => import('scrivo/lines').LineIdealiser}
+ *   createLines answers whole lines, in any thread
  */
 
 /**
@@ -54,6 +56,8 @@ function beautifierEngine(options) {
       const { path, type, figure, confidence } = instance.beautify(points, width, height, others);
       return { ...nameFigure(figure), path, type, confidence, figure };
     },
+    createLines: (settings) =>
+      new (linesEntry().LineIdealiser)({ ...settings, engine: 'beautifier', beautifier: options }),
   };
 }
 
@@ -82,7 +86,9 @@ function templateEngine(options) {
   return {
     name: 'template',
     load({ templates }) {
-      entry().initScrivo(templates ? resolveTemplates(templates) : entry().templates);
+      const files = templates ? resolveTemplates(templates) : entry().templates;
+      entry().initScrivo(files);
+      linesEntry().loadTemplates(files);
     },
     answer({ points, width, height, others = [] }) {
       const isPacked = points instanceof Float64Array;
@@ -99,6 +105,8 @@ function templateEngine(options) {
         figure: null,
       };
     },
+    createLines: (settings) =>
+      new (linesEntry().LineIdealiser)({ ...settings, engine: 'template' }),
   };
 }
 
@@ -139,6 +147,8 @@ function requireEntry(name, engine) {
     throw new UserError(`the engine ${engine} cannot be loaded: ${error.message}`);
   }
 }
+
+const linesEntry = () => requireEntry('scrivo/lines', 'of lines');
 
 /** By name; the first is the default. */
 const ENGINES = { beautifier: beautifierEngine, template: templateEngine };

@@ -69,4 +69,4 @@ function parametersOf(figure, { area, scale }, round) {
   return parameters;
 }
 
-module.exports = { answerPoints, answerStroke };
+module.exports = { answerPoints, decimalsAt };

@@ -1,6 +1,7 @@
 'use strict';
 
-const { STRIDE } = require('../read/plain-lines.js');
+/** Numbers per packed point: x, y, force. */
+const STRIDE = 3;
 const { ReusedNumbers } = require('../reused-numbers.js');
 
 /** The points of the stroke that an engine is given. */

@@ -1,0 +1,3 @@
+import lines from './lines.js';
+
+export const { LineIdealiser, loadTemplates } = lines;

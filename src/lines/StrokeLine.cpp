@@ -1,0 +1,124 @@
+#include "lines/StrokeLine.h"
+
+#include "lines/Json.h"
+#include "lines/Numbers.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
+namespace lines {
+namespace {
+
+constexpr std::string_view POINTS = "\"points\"";
+constexpr std::string_view WIDTH = "\"width\"";
+constexpr std::string_view HEIGHT = "\"height\"";
+constexpr std::string_view SOURCE = "\"source\"";
+
+/// Members that change the answer, or that the answer or JavaScript's objects have themselves.
+constexpr std::array<std::string_view, 7> RESERVED{"\"others\"",     "\"type\"",
+                                                   "\"figure\"",     "\"kind\"",
+                                                   "\"confidence\"", "\"parameters\"",
+                                                   "\"__proto__\""};
+
+bool isReserved(std::string_view name) {
+    return std::find(RESERVED.begin(), RESERVED.end(), name) != RESERVED.end();
+}
+
+/// Long integers are passed on through JavaScript as text, which no size is.
+constexpr double MAX_SIDE = 1e15;
+
+/// A number of a point; from the third on it may be null, which leaves the value as it is.
+const char* readCoordinate(const char* at, std::size_t index, double& value) {
+    if (index >= 2 && *at == 'n') {
+        constexpr std::string_view NULL_WORD = "null";
+        for (const char letter : NULL_WORD) {
+            if (*at++ != letter) return nullptr;
+        }
+        return at;
+    }
+    return readNumber(at, value);
+}
+
+}  // namespace
+
+bool StrokeLine::read(const char* at, bool getsSource) {
+    m_points.clear();
+    m_width.reset();
+    m_height.reset();
+    m_before.cut(0);
+    m_after.cut(0);
+    at = skipSpace(at);
+    if (*at != '{') return false;
+    m_before.add('{');
+    Names names;
+    do {
+        at = readMember(skipSpace(at + 1), names, getsSource);
+        if (at == nullptr) return false;
+        at = skipSpace(at);
+        if (*at == ',') (m_points.empty() ? m_before : m_after).add(',');
+    } while (*at == ',');
+    if (*at != '}' || *skipSpace(at + 1) != '\n') return false;
+    return !m_points.empty() && readArea();
+}
+
+/// A name, a colon and a value.
+const char* StrokeLine::readMember(const char* at, Names& names, bool getsSource) {
+    std::string_view name;
+    at = readName(at, name);
+    if (at == nullptr || isReserved(name) || !names.add(name)) return nullptr;
+    if (getsSource && name == SOURCE) return nullptr;
+    at = skipSpace(at);
+    if (*at != ':') return nullptr;
+    at = skipSpace(at + 1);
+    Text& out = m_points.empty() ? m_before : m_after;
+    out.add(name);
+    out.add(':');
+    if (name == POINTS) {
+        const char* const end = readPoints(at);
+        if (end != nullptr) m_drawn = {at, static_cast<std::size_t>(end - at)};
+        return end;
+    }
+    if (name == WIDTH && readNumber(at, m_width.emplace()) == nullptr) return nullptr;
+    if (name == HEIGHT && readNumber(at, m_height.emplace()) == nullptr) return nullptr;
+    return copyValue(at, out);
+}
+
+const char* StrokeLine::readPoints(const char* at) {
+    if (*at != '[') return nullptr;
+    do {
+        at = readPoint(skipSpace(at + 1));
+        if (at == nullptr) return nullptr;
+        at = skipSpace(at);
+    } while (*at == ',');
+    return *at == ']' ? at + 1 : nullptr;
+}
+
+/// Two or more numbers: x, y, force, and others that are not used.
+const char* StrokeLine::readPoint(const char* at) {
+    if (*at != '[') return nullptr;
+    std::array<double, 4> values{};
+    constexpr std::size_t UNUSED = 3;
+    std::size_t count = 0;
+    do {
+        at = readCoordinate(skipSpace(at + 1), count, values[std::min(count, UNUSED)]);
+        if (at == nullptr) return nullptr;
+        ++count;
+        at = skipSpace(at);
+    } while (*at == ',');
+    if (count < 2 || *at != ']') return nullptr;
+    m_points.push_back({values[0], values[1], values[2]});
+    return at + 1;
+}
+
+/// False for half an area and for one without a size.
+bool StrokeLine::readArea() {
+    m_area.reset();
+    if (m_width.has_value() != m_height.has_value()) return false;
+    if (!m_width) return true;
+    const auto isSide = [](double side) { return side > 0.0 && side < MAX_SIDE; };
+    if (isSide(*m_width) && isSide(*m_height)) m_area = {0.0, 0.0, *m_width, *m_height};
+    return m_area.has_value();
+}
+
+}  // namespace lines

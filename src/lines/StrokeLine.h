@@ -1,0 +1,54 @@
+#pragma once
+
+#include "Scrivo/Types.h"
+#include "lines/Text.h"
+
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace lines {
+
+/// A rectangle in units of the input.
+struct Area {
+    double x = 0.0;
+    double y = 0.0;
+    double width = 0.0;
+    double height = 0.0;
+};
+
+/// A line of JSON that holds a stroke in the usual form: an object whose member "points" is an array
+/// of arrays of numbers. Its memory serves the next line, too.
+class StrokeLine {
+public:
+    /// Reads a line, which ends with a line feed. False for what is left to JavaScript: lines of
+    /// another form or that are wrong, with "others", with members of the answer's names or, for
+    /// lines that get one, with a "source".
+    bool read(const char* at, bool getsSource);
+
+    /// As drawn; a force that was not recorded is 0.
+    [[nodiscard]] const std::vector<Scrivo::Point2D>& points() const { return m_points; }
+    /// The text of the points.
+    [[nodiscard]] std::string_view drawn() const { return m_drawn; }
+    /// The members "width" and "height", where there are any.
+    [[nodiscard]] const std::optional<Area>& area() const { return m_area; }
+    /// The line before and after its points as JSON.stringify writes it, without the last bracket.
+    [[nodiscard]] std::string_view before() const { return m_before.view(); }
+    [[nodiscard]] std::string_view after() const { return m_after.view(); }
+
+private:
+    const char* readMember(const char* at, class Names& names, bool getsSource);
+    const char* readPoints(const char* at);
+    const char* readPoint(const char* at);
+    bool readArea();
+
+    std::vector<Scrivo::Point2D> m_points;
+    std::string_view m_drawn;
+    std::optional<double> m_width;
+    std::optional<double> m_height;
+    std::optional<Area> m_area;
+    Text m_before;
+    Text m_after;
+};
+
+}  // namespace lines
