@@ -103,11 +103,15 @@ void addText(Text& out, std::string_view text) {
 bool addPoints(Text& out, std::span<const Scrivo::Point2D> points, int decimals) {
     char before = '[';
     for (const Scrivo::Point2D& p : points) {
-        out.add(before);
-        out.add('[');
-        if (!addRounded(out, p.x, decimals)) return false;
-        out.add(',');
-        if (!addRounded(out, p.y, decimals)) return false;
+        char* to = out.reserve(2 * MAX_NUMBER + 4);
+        *to++ = before;
+        *to++ = '[';
+        to = writeRounded(to, p.x, decimals);
+        if (to == nullptr) return false;
+        *to++ = ',';
+        to = writeRounded(to, p.y, decimals);
+        if (to == nullptr) return false;
+        out.finish(to);
         if (p.force != 0.0) {
             out.add(',');
             if (!addNumber(out, p.force)) return false;

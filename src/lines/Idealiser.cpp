@@ -38,13 +38,13 @@ void Idealiser::answerLine(std::span<const char> block, std::size_t start, std::
     if (start == end) return;
     const std::size_t at = m_answers.text.size();
     // Without a line feed, reading would run past the end.
-    if (end < block.size() && addLine(block.data() + start, source)) return;
+    if (end < block.size() && addLine(block.subspan(start), source)) return;
     m_answers.text.cut(at);
     m_answers.others.push_back({m_answers.lines, start, end, at});
 }
 
-bool Idealiser::addLine(const char* line, std::string_view source) {
-    if (!m_line.read(line, !source.empty())) return false;
+bool Idealiser::addLine(std::span<const char> line, std::string_view source) {
+    if (!m_line.read(line.data(), line.data() + line.size(), !source.empty())) return false;
     const auto& given = m_settings.area ? m_settings.area : m_line.area();
     const double scale = m_settings.scale;
     const Units units{given ? *given : areaAround(m_line.points(), scale), scale,

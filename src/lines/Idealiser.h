@@ -53,7 +53,7 @@ public:
 private:
     void answerLine(std::span<const char> block, std::size_t start, std::size_t end,
                     std::string_view source);
-    bool addLine(const char* line, std::string_view source);
+    bool addLine(std::span<const char> line, std::string_view source);
     void count(std::string_view family);
 
     std::unique_ptr<const Engine> m_engine;

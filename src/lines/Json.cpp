@@ -120,16 +120,13 @@ const char* copyNumber(const char* at, Text& out) {
         return end;
     }
     double value = 0.0;
-    end = readNumber(at, value);
+    end = readNumber(at, at, value);
     return end != nullptr && addNumber(out, value) ? end : nullptr;
 }
 
 const char* copyWord(const char* at, std::string_view word, Text& out) {
-    for (const char letter : word) {
-        if (*at++ != letter) return nullptr;
-    }
     out.add(word);
-    return at;
+    return skipWord(at, word);
 }
 
 /// Copies what is between brackets, by `copyItem`.
@@ -171,11 +168,6 @@ const char* copyObject(const char* at, Text& out, int depth) {
 }
 
 }  // namespace
-
-const char* skipSpace(const char* at) {
-    while (*at == ' ' || *at == '\t' || *at == '\r') ++at;
-    return at;
-}
 
 const char* readName(const char* at, std::string_view& name) {
     if (*at != '"') return nullptr;

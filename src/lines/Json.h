@@ -4,7 +4,6 @@
 
 #include <array>
 #include <cstddef>
-#include <span>
 #include <string_view>
 
 /// JSON as bytes. Every text ends with a line feed, which JSON has only between its tokens: no
@@ -12,7 +11,18 @@
 namespace lines {
 
 /// Where the next token begins.
-const char* skipSpace(const char* at);
+inline const char* skipSpace(const char* at) {
+    while (*at == ' ' || *at == '\t' || *at == '\r') ++at;
+    return at;
+}
+
+/// Where what follows `word` begins; null for something else.
+inline const char* skipWord(const char* at, std::string_view word) {
+    for (const char letter : word) {
+        if (*at++ != letter) return nullptr;
+    }
+    return at;
+}
 
 /// Reads a name or other string without escapes, quotes included. Returns its end; null for other
 /// strings.

@@ -1,11 +1,13 @@
 #include "lines/Numbers.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 
 namespace lines {
 namespace {
@@ -20,49 +22,138 @@ constexpr std::array<double, 23> POWERS{1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,
                                         1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 constexpr int MAX_POWER = 22;
 
-/// Below it integers are doubles.
-constexpr std::uint64_t MAX_MANTISSA = std::uint64_t{1} << 53;
-
 /// Digits that an integer of 64 bits holds, whatever they are.
 constexpr int MAX_DIGITS = 19;
+
+/// Powers of ten as integers.
+constexpr auto INTEGER_POWERS = [] {
+    std::array<std::uint64_t, MAX_DIGITS + 1> powers{1};
+    for (std::size_t i = 1; i < powers.size(); ++i) powers[i] = 10 * powers[i - 1];
+    return powers;
+}();
+
+/// Below it integers are doubles.
+constexpr std::uint64_t MAX_MANTISSA = std::uint64_t{1} << 53;
 
 /// Decimals of up to this many digits are the shortest for their doubles.
 constexpr int SHORT_DIGITS = 15;
 constexpr double SHORT_LIMIT = 1e15;
 
-bool isDigit(char byte) {
-    return byte >= '0' && byte <= '9';
+/// Bytes that are read at a time.
+constexpr int WORD = 8;
+constexpr std::uint64_t ZEROS = 0x3030303030303030;
+
+/// Eight bytes as an integer, the first one lowest.
+std::uint64_t load(const char* at) {
+    std::uint64_t word = 0;
+    if constexpr (std::endian::native == std::endian::little) {
+        std::memcpy(&word, at, sizeof word);
+    } else {
+        for (int i = WORD - 1; i >= 0; --i) word = word << 8 | static_cast<unsigned char>(at[i]);
+    }
+    return word;
 }
 
-/// Appends decimal digits to an integer, which wraps around where they are too many.
-const char* readDigits(const char* at, std::uint64_t& integer) {
-    for (; isDigit(*at); ++at) integer = 10 * integer + static_cast<std::uint64_t>(*at - '0');
+/// The high bits of those bytes of a word, less the character 0 each, that are no digits. A byte that
+/// is not ASCII may change the next one.
+std::uint64_t otherThanDigits(std::uint64_t word) {
+    constexpr std::uint64_t FROM_TEN = 0x7676767676767676;
+    constexpr std::uint64_t HIGH_BITS = 0x8080808080808080;
+    return ((word + FROM_TEN) | word) & HIGH_BITS;
+}
+
+int firstByte(std::uint64_t highBits) {
+    return std::countr_zero(highBits) / 8;
+}
+
+/// The number that the first bytes of a word spell, one digit in each.
+std::uint64_t join(std::uint64_t digits, int count) {
+    constexpr std::uint64_t PAIRS = 0x000000ff000000ff;
+    digits <<= 64 - 8 * count;
+    digits = 10 * digits + (digits >> 8);
+    return ((digits & PAIRS) * 0x000f424000000064 + ((digits >> 16) & PAIRS) * 0x0000271000000001) >>
+           32;
+}
+
+/// Appends decimal digits to an integer, which wraps around where they are too many. Numbers are of
+/// all lengths: eight digits at a time take no branch that depends on it.
+const char* readDigits(const char* at, const char* end, std::uint64_t& integer) {
+    while (end - at >= WORD) {
+        const std::uint64_t word = load(at) ^ ZEROS;
+        const int count = firstByte(otherThanDigits(word));
+        if (count == 0) return at;
+        integer = integer * INTEGER_POWERS[static_cast<std::size_t>(count)] + join(word, count);
+        at += count;
+        if (count < WORD) return at;
+    }
+    for (; *at >= '0' && *at <= '9'; ++at) {
+        integer = 10 * integer + static_cast<std::uint64_t>(*at - '0');
+    }
     return at;
 }
 
-/// Reads what follows the letter of an exponent.
-const char* readExponent(const char* at, int& exponent) {
+/// mantissa * 10^exponent
+struct Decimal {
+    std::uint64_t mantissa = 0;
+    int exponent = 0;
+};
+
+/// Reads digits, of which some may be decimals, that are in a word of eight bytes together with the
+/// byte after them. Returns null for others.
+const char* readShort(const char* at, Decimal& number) {
+    std::uint64_t word = load(at) ^ ZEROS;
+    std::uint64_t others = otherThanDigits(word);
+    const int whole = firstByte(others);
+    int end = whole;
+    if (at[whole % WORD] == '.') {
+        others &= others - 1;
+        end = firstByte(others);
+        const std::uint64_t before = (std::uint64_t{1} << (8 * whole)) - 1;
+        word = (word & before) | ((word >> 8) & ~before);
+    }
+    const int decimals = end == whole ? 0 : end - whole - 1;
+    const bool isWrong = whole == 0 || (whole > 1 && *at == '0') || end == whole + 1;
+    if (others == 0 || isWrong) return nullptr;
+    number = {join(word, whole + decimals), -decimals};
+    return at + end;
+}
+
+/// Reads what follows the letter of an exponent, and adds it to one.
+const char* readExponent(const char* at, const char* last, int& exponent) {
     const bool isNegative = *at == '-';
     if (isNegative || *at == '+') ++at;
     std::uint64_t size = 0;
-    const char* const end = readDigits(at, size);
+    const char* const end = readDigits(at, last, size);
     if (end == at || end - at > 4) return nullptr;
-    exponent = isNegative ? -static_cast<int>(size) : static_cast<int>(size);
+    exponent += isNegative ? -static_cast<int>(size) : static_cast<int>(size);
     return end;
 }
 
-#ifdef __SIZEOF_INT128__
-constexpr auto WIDE_POWERS = [] {
-    std::array<Wide, MAX_POWER + 1> powers{1};
-    for (std::size_t i = 1; i < powers.size(); ++i) powers[i] = 10 * powers[i - 1];
-    return powers;
-}();
+/// Reads a number without sign of any length.
+const char* readLong(const char* at, const char* end, Decimal& number) {
+    number = {};
+    const char* const first = at;
+    at = readDigits(at, end, number.mantissa);
+    auto digits = at - first;
+    if (digits == 0 || (digits > 1 && *first == '0')) return nullptr;
+    if (*at == '.') {
+        const char* const start = ++at;
+        at = readDigits(at, end, number.mantissa);
+        if (at == start) return nullptr;
+        digits = (*first == '0' ? 0 : digits) + (at - start);
+        if (digits > MAX_DIGITS) return nullptr;
+        number.exponent = static_cast<int>(start - at);
+    }
+    if (digits > MAX_DIGITS) return nullptr;
+    return (*at | 0x20) == 'e' ? readExponent(at + 1, end, number.exponent) : at;
+}
 
+#ifdef __SIZEOF_INT128__
 /// The double that is nearest to mantissa / 10^decimals; the mantissa is above 0.
 double divide(std::uint64_t mantissa, int decimals) {
     const int shift = 64 + std::countl_zero(mantissa);
     const Wide scaled = static_cast<Wide>(mantissa) << shift;
-    const Wide power = WIDE_POWERS[static_cast<std::size_t>(decimals)];
+    const Wide power = INTEGER_POWERS[static_cast<std::size_t>(decimals)];
     Wide quotient = scaled / power;
     bool isInexact = quotient * power != scaled;
     int exponent = -shift;
@@ -78,41 +169,81 @@ double divide(std::uint64_t mantissa, int decimals) {
 }
 #endif
 
-/// mantissa * 10^exponent; false where that takes more than one rounding.
-bool scale(std::uint64_t mantissa, int exponent, double& value) {
-    if (mantissa < MAX_MANTISSA && std::abs(exponent) <= MAX_POWER) {
-        const auto exact = static_cast<double>(mantissa);
-        const double power = POWERS[static_cast<std::size_t>(std::abs(exponent))];
-        value = exponent < 0 ? exact / power : exact * power;
+/// The nearest double; false where finding it takes more than this.
+bool toDouble(const Decimal& number, double& value) {
+    const int size = std::abs(number.exponent);
+    if (number.mantissa < MAX_MANTISSA && size <= MAX_POWER) {
+        const auto exact = static_cast<double>(number.mantissa);
+        const double power = POWERS[static_cast<std::size_t>(size)];
+        value = number.exponent < 0 ? exact / power : exact * power;
         return true;
     }
 #ifdef __SIZEOF_INT128__
-    if (exponent <= 0 && exponent >= -MAX_DIGITS) {
-        value = divide(mantissa, -exponent);
+    if (number.exponent <= 0 && size <= MAX_DIGITS) {
+        value = divide(number.mantissa, size);
         return true;
     }
 #endif
     return false;
 }
 
-/// Writes `parts` / 10^decimals without zeros at the end.
+/// The two digits of each number below 100.
+constexpr auto DIGIT_PAIRS = [] {
+    std::array<char, 200> pairs{};
+    for (std::size_t i = 0; i < 100; ++i) {
+        pairs[2 * i] = static_cast<char>('0' + i / 10);
+        pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
+    }
+    return pairs;
+}();
+
+/// Digits of an integer, without branches: the length in bits tells them but for one.
+int digitsOf(std::uint64_t integer) {
+    constexpr int LOG10_OF_2 = 1233;  // times 4096
+    const int bits = static_cast<int>(std::bit_width(integer | 1));
+    const int fewer = bits * LOG10_OF_2 >> 12;
+    return fewer + static_cast<int>(integer >= INTEGER_POWERS[static_cast<std::size_t>(fewer)]);
+}
+
+/// Writes an integer with `digits` digits, zeros before it included.
+template <typename Integer>
+void writeDigits(Integer integer, char* to, int digits) {
+    char* end = to + digits;
+    for (; end - to >= 2; integer /= 100) {
+        end -= 2;
+        std::memcpy(end, &DIGIT_PAIRS[static_cast<std::size_t>(2 * (integer % 100))], 2);
+    }
+    if (end > to) *to = static_cast<char>('0' + integer % 10);
+}
+
+/// Writes `parts` / 10^decimals, of less than 20 digits, without zeros at the end.
+template <typename Integer>
+char* writeParts(char* to, Integer parts, int decimals) {
+    const auto power = static_cast<Integer>(INTEGER_POWERS[static_cast<std::size_t>(decimals)]);
+    const Integer whole = parts / power;
+    const int digits = std::max(1, digitsOf(whole));
+    writeDigits(whole, to, digits);
+    to += digits;
+    const Integer rest = parts - whole * power;
+    if (rest == 0) return to;
+    *to++ = '.';
+    writeDigits(rest, to, decimals);
+    to += decimals;
+    while (to[-1] == '0') --to;
+    return to;
+}
+
+char* writeDecimal(char* to, std::uint64_t parts, int decimals) {
+    constexpr int SHORT = 9;
+    // Divisions of 32 bits are quicker.
+    if (parts <= UINT32_MAX && decimals <= SHORT) {
+        return writeParts(to, static_cast<std::uint32_t>(parts), decimals);
+    }
+    return writeParts(to, parts, decimals);
+}
+
 void addDecimal(Text& out, std::uint64_t parts, int decimals) {
-    constexpr std::size_t LONGEST = 32;
-    std::array<char, LONGEST> digits;
-    char* const end = digits.data() + LONGEST;
-    char* first = end;
-    for (; parts > 0 || end - first <= decimals; parts /= 10) {
-        *--first = static_cast<char>('0' + parts % 10);
-    }
-    const char* const point = end - decimals;
-    const char* last = end;
-    while (last > point && last[-1] == '0') --last;
-    char* to = out.reserve(LONGEST + 1);
-    for (const char* digit = first; digit < last; ++digit) {
-        if (digit == point) *to++ = '.';
-        *to++ = *digit;
-    }
-    out.finish(to);
+    out.finish(writeDecimal(out.reserve(MAX_NUMBER), parts, decimals));
 }
 
 #ifdef __SIZEOF_INT128__
@@ -128,7 +259,7 @@ struct ShortestDigits {
     /// Tries the nearest decimal with this many decimals: it reads as the double if the distance
     /// is below half of the distance of doubles.
     Outcome tryDecimals(int decimals) {
-        const Wide power = WIDE_POWERS[static_cast<std::size_t>(decimals)];
+        const Wide power = INTEGER_POWERS[static_cast<std::size_t>(decimals)];
         const Wide exact = mantissa * power;
         const Wide half = Wide{1} << (shift - 1);
         parts = static_cast<std::uint64_t>((exact + half) >> shift);
@@ -157,8 +288,9 @@ bool addFraction(Text& out, double value) {
     int exponent = 0;
     const double fraction = std::frexp(value, &exponent);
     ShortestDigits digits{static_cast<std::uint64_t>(std::ldexp(fraction, 53)), 53 - exponent};
-    const int first = SHORT_DIGITS - wholeDigits(value);
-    for (int decimals = first; decimals <= first + LONGEST - SHORT_DIGITS; ++decimals) {
+    const int whole = wholeDigits(value);
+    const int last = std::min(LONGEST - whole, MAX_DIGITS);
+    for (int decimals = SHORT_DIGITS - whole; decimals <= last; ++decimals) {
         const auto outcome = digits.tryDecimals(decimals);
         if (outcome == ShortestDigits::Outcome::UNCLEAR) return false;
         if (outcome == ShortestDigits::Outcome::FOUND) {
@@ -174,43 +306,24 @@ bool addFraction(Text& /*out*/, double /*value*/) {
 }
 #endif
 
-/// As Math.round: halves upwards, and no rounding error just below them.
-double round(double value) {
-    const double above = std::ceil(value);
-    return above - 0.5 > value ? above - 1.0 : above;
+/// As Math.round, of what an integer of 64 bits holds: halves upwards.
+std::int64_t round(double value) {
+    const auto whole = static_cast<std::int64_t>(value);
+    const double rest = value - static_cast<double>(whole);
+    return whole + static_cast<int>(rest >= 0.5) - static_cast<int>(rest < -0.5);
 }
 
 }  // namespace
 
-const char* readNumber(const char* at, double& value) {
+const char* readNumber(const char* at, const char* end, double& value) {
     const bool isNegative = *at == '-';
     if (isNegative) ++at;
-    std::uint64_t mantissa = 0;
-    const char* const first = at;
-    at = readDigits(at, mantissa);
-    auto digits = at - first;
-    if (*first == '0') --digits;
-    if (at == first || (*first == '0' && digits > 0)) return nullptr;
-    int exponent = 0;
-    if (*at == '.') {
-        const char* const start = ++at;
-        at = readDigits(at, mantissa);
-        if (at == start) return nullptr;
-        digits += at - start;
-        if (digits > MAX_DIGITS) return nullptr;
-        exponent = static_cast<int>(start - at);
-    }
-    if (digits > MAX_DIGITS) return nullptr;
-    if (*at == 'e' || *at == 'E') {
-        int further = 0;
-        at = readExponent(at + 1, further);
-        if (at == nullptr) return nullptr;
-        exponent += further;
-    }
-    double size = 0.0;
-    if (!scale(mantissa, exponent, size)) return nullptr;
-    value = isNegative ? -size : size;
-    return at;
+    Decimal number;
+    const char* next = end - at >= WORD ? readShort(at, number) : nullptr;
+    if (next == nullptr || (*next | 0x20) == 'e') next = readLong(at, end, number);
+    if (next == nullptr || !toDouble(number, value)) return nullptr;
+    if (isNegative) value = -value;
+    return next;
 }
 
 bool addNumber(Text& out, double value) {
@@ -227,18 +340,24 @@ bool addNumber(Text& out, double value) {
     return false;
 }
 
-bool addRounded(Text& out, double value, int decimals) {
-    const double parts = round(value * POWERS[static_cast<std::size_t>(decimals)]);
-    const double size = std::abs(parts);
-    if (!(size < SHORT_LIMIT)) return false;
+char* writeRounded(char* to, double value, int decimals) {
+    const double scaled = value * POWERS[static_cast<std::size_t>(decimals)];
+    if (!(std::abs(scaled) < SHORT_LIMIT - 1.0)) return nullptr;
+    const std::int64_t parts = round(scaled);
+    const auto size = static_cast<std::uint64_t>(parts < 0 ? -parts : parts);
     constexpr int WITHOUT_EXPONENT = 6;
-    if (decimals > WITHOUT_EXPONENT && size != 0.0 &&
-        size < POWERS[static_cast<std::size_t>(decimals - WITHOUT_EXPONENT)]) {
-        return false;
+    if (decimals > WITHOUT_EXPONENT && size != 0 &&
+        static_cast<double>(size) < POWERS[static_cast<std::size_t>(decimals - WITHOUT_EXPONENT)]) {
+        return nullptr;
     }
-    if (parts < 0.0) out.add('-');
-    addDecimal(out, static_cast<std::uint64_t>(size), decimals);
-    return true;
+    if (parts < 0) *to++ = '-';
+    return writeDecimal(to, size, decimals);
+}
+
+bool addRounded(Text& out, double value, int decimals) {
+    const char* const end = writeRounded(out.reserve(MAX_NUMBER), value, decimals);
+    if (end != nullptr) out.finish(end);
+    return end != nullptr;
 }
 
 }  // namespace lines

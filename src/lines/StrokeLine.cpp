@@ -28,21 +28,10 @@ bool isReserved(std::string_view name) {
 /// Long integers are passed on through JavaScript as text, which no size is.
 constexpr double MAX_SIDE = 1e15;
 
-/// A number of a point; from the third on it may be null, which leaves the value as it is.
-const char* readCoordinate(const char* at, std::size_t index, double& value) {
-    if (index >= 2 && *at == 'n') {
-        constexpr std::string_view NULL_WORD = "null";
-        for (const char letter : NULL_WORD) {
-            if (*at++ != letter) return nullptr;
-        }
-        return at;
-    }
-    return readNumber(at, value);
-}
-
 }  // namespace
 
-bool StrokeLine::read(const char* at, bool getsSource) {
+bool StrokeLine::read(const char* at, const char* end, bool getsSource) {
+    m_end = end;
     m_points.clear();
     m_width.reset();
     m_height.reset();
@@ -79,8 +68,8 @@ const char* StrokeLine::readMember(const char* at, Names& names, bool getsSource
         if (end != nullptr) m_drawn = {at, static_cast<std::size_t>(end - at)};
         return end;
     }
-    if (name == WIDTH && readNumber(at, m_width.emplace()) == nullptr) return nullptr;
-    if (name == HEIGHT && readNumber(at, m_height.emplace()) == nullptr) return nullptr;
+    if (name == WIDTH && readNumber(at, m_end, m_width.emplace()) == nullptr) return nullptr;
+    if (name == HEIGHT && readNumber(at, m_end, m_height.emplace()) == nullptr) return nullptr;
     return copyValue(at, out);
 }
 
@@ -94,21 +83,38 @@ const char* StrokeLine::readPoints(const char* at) {
     return *at == ']' ? at + 1 : nullptr;
 }
 
-/// Two or more numbers: x, y, force, and others that are not used.
+/// x, y and, where there are more numbers, force; those after it are not used.
 const char* StrokeLine::readPoint(const char* at) {
     if (*at != '[') return nullptr;
-    std::array<double, 4> values{};
-    constexpr std::size_t UNUSED = 3;
-    std::size_t count = 0;
-    do {
-        at = readCoordinate(skipSpace(at + 1), count, values[std::min(count, UNUSED)]);
+    Scrivo::Point2D point;
+    at = readNumber(skipSpace(at + 1), m_end, point.x);
+    if (at == nullptr) return nullptr;
+    at = skipSpace(at);
+    if (*at != ',') return nullptr;
+    at = readNumber(skipSpace(at + 1), m_end, point.y);
+    if (at == nullptr) return nullptr;
+    at = skipSpace(at);
+    if (*at == ',') {
+        at = readNumbersAfter(at, point);
         if (at == nullptr) return nullptr;
-        ++count;
+    }
+    if (*at != ']') return nullptr;
+    m_points.push_back(point);
+    return at + 1;
+}
+
+/// Numbers after x and y, or null for what was not recorded, each after a comma.
+const char* StrokeLine::readNumbersAfter(const char* at, Scrivo::Point2D& point) const {
+    double unused = 0.0;
+    double* value = &point.force;
+    do {
+        at = skipSpace(at + 1);
+        at = *at == 'n' ? skipWord(at, "null") : readNumber(at, m_end, *value);
+        if (at == nullptr) return nullptr;
+        value = &unused;
         at = skipSpace(at);
     } while (*at == ',');
-    if (count < 2 || *at != ']') return nullptr;
-    m_points.push_back({values[0], values[1], values[2]});
-    return at + 1;
+    return at;
 }
 
 /// False for half an area and for one without a size.

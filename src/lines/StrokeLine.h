@@ -21,10 +21,10 @@ struct Area {
 /// of arrays of numbers. Its memory serves the next line, too.
 class StrokeLine {
 public:
-    /// Reads a line, which ends with a line feed. False for what is left to JavaScript: lines of
+    /// Reads a line, whose line feed is before `end`. False for what is left to JavaScript: lines of
     /// another form or that are wrong, with "others", with members of the answer's names or, for
     /// lines that get one, with a "source".
-    bool read(const char* at, bool getsSource);
+    bool read(const char* at, const char* end, bool getsSource);
 
     /// As drawn; a force that was not recorded is 0.
     [[nodiscard]] const std::vector<Scrivo::Point2D>& points() const { return m_points; }
@@ -40,8 +40,10 @@ private:
     const char* readMember(const char* at, class Names& names, bool getsSource);
     const char* readPoints(const char* at);
     const char* readPoint(const char* at);
+    const char* readNumbersAfter(const char* at, Scrivo::Point2D& point) const;
     bool readArea();
 
+    const char* m_end = nullptr;  ///< of the bytes that may be read
     std::vector<Scrivo::Point2D> m_points;
     std::string_view m_drawn;
     std::optional<double> m_width;
