@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 
 namespace lines {
 namespace {
@@ -20,31 +19,35 @@ const Answers& Idealiser::answer(std::span<const char> block, std::string_view s
     m_answers.others.clear();
     m_answers.families.clear();
     m_answers.lines = 0;
+    const auto feeds = std::string_view(block.data(), block.size());
+    // Without a line feed, reading would run past the end.
+    const std::size_t whole = feeds.rfind('\n') + 1;
     for (std::size_t start = 0; start < block.size();) {
-        const void* const feed = std::memchr(block.data() + start, '\n', block.size() - start);
-        const std::size_t end =
-            feed == nullptr
-                ? block.size()
-                : static_cast<std::size_t>(static_cast<const char*>(feed) - block.data());
         ++m_answers.lines;
-        answerLine(block, start, end, source);
+        const char* const line = block.data() + start;
+        const char* feed = start < whole ? addLine(line, block.data() + whole, source) : nullptr;
+        const std::size_t end = feed == nullptr ? std::min(feeds.find('\n', start), block.size())
+                                                : static_cast<std::size_t>(feed - block.data());
+        if (feed == nullptr) {
+            m_answers.others.push_back({m_answers.lines, start, end, m_answers.text.size()});
+        }
         start = end + 1;
     }
     return m_answers;
 }
 
-void Idealiser::answerLine(std::span<const char> block, std::size_t start, std::size_t end,
-                           std::string_view source) {
-    if (start == end) return;
-    const std::size_t at = m_answers.text.size();
-    // Without a line feed, reading would run past the end.
-    if (end < block.size() && addLine(block.subspan(start), source)) return;
-    m_answers.text.cut(at);
-    m_answers.others.push_back({m_answers.lines, start, end, at});
+/// Answers a line. Returns its line feed; null, with nothing written, for what is left.
+const char* Idealiser::addLine(const char* line, const char* end, std::string_view source) {
+    if (*line == '\n') return line;
+    const std::size_t before = m_answers.text.size();
+    const char* const feed = m_line.read(line, end, !source.empty());
+    if (feed != nullptr && addAnswer(source)) return feed;
+    m_answers.text.cut(before);
+    return nullptr;
 }
 
-bool Idealiser::addLine(std::span<const char> line, std::string_view source) {
-    if (!m_line.read(line.data(), line.data() + line.size(), !source.empty())) return false;
+/// Answers the line that has been read; false, with a part of the text written, for what is left.
+bool Idealiser::addAnswer(std::string_view source) {
     const auto& given = m_settings.area ? m_settings.area : m_line.area();
     const double scale = m_settings.scale;
     const Units units{given ? *given : areaAround(m_line.points(), scale), scale,
@@ -54,22 +57,25 @@ bool Idealiser::addLine(std::span<const char> line, std::string_view source) {
     if (!isSize(width) || !isSize(height)) return false;
     if (!toFractions(m_line.points(), units.area, m_stroke)) return false;
     auto answer = m_engine->answer(m_stroke, width, height);
-    if (!answer) return false;
-
+    if (!answer || !addPath(*answer, units)) return false;
     Text& out = m_answers.text;
-    out.add(m_line.before());
-    if (answer->type == Scrivo::FIGURE_NONE) {
-        out.add(m_line.drawn());
-    } else if (!fromFractions(answer->path, units.area) ||
-               !addPoints(out, answer->path, units.decimals)) {
-        return false;
-    }
     out.add(m_line.after());
     out.add(source);
-    if (!addAnswer(out, *answer, units)) return false;
+    if (!lines::addAnswer(out, *answer, units)) return false;
     out.add("}\n");
     count(answer->family);
     return true;
+}
+
+/// Writes the line up to the end of its points.
+bool Idealiser::addPath(Answer& answer, const Units& units) {
+    Text& out = m_answers.text;
+    out.add(m_line.before());
+    if (answer.type == Scrivo::FIGURE_NONE) {
+        out.add(m_line.drawn());
+        return true;
+    }
+    return fromFractions(answer.path, units.area) && addPoints(out, answer.path, units.decimals);
 }
 
 void Idealiser::count(std::string_view family) {

@@ -51,9 +51,9 @@ public:
     const Answers& answer(std::span<const char> block, std::string_view source);
 
 private:
-    void answerLine(std::span<const char> block, std::size_t start, std::size_t end,
-                    std::string_view source);
-    bool addLine(std::span<const char> line, std::string_view source);
+    const char* addLine(const char* line, const char* end, std::string_view source);
+    bool addAnswer(std::string_view source);
+    bool addPath(Answer& answer, const Units& units);
     void count(std::string_view family);
 
     std::unique_ptr<const Engine> m_engine;

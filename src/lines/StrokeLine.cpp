@@ -30,7 +30,7 @@ constexpr double MAX_SIDE = 1e15;
 
 }  // namespace
 
-bool StrokeLine::read(const char* at, const char* end, bool getsSource) {
+const char* StrokeLine::read(const char* at, const char* end, bool getsSource) {
     m_end = end;
     m_points.clear();
     m_width.reset();
@@ -38,17 +38,18 @@ bool StrokeLine::read(const char* at, const char* end, bool getsSource) {
     m_before.cut(0);
     m_after.cut(0);
     at = skipSpace(at);
-    if (*at != '{') return false;
+    if (*at != '{') return nullptr;
     m_before.add('{');
     Names names;
     do {
         at = readMember(skipSpace(at + 1), names, getsSource);
-        if (at == nullptr) return false;
+        if (at == nullptr) return nullptr;
         at = skipSpace(at);
         if (*at == ',') (m_points.empty() ? m_before : m_after).add(',');
     } while (*at == ',');
-    if (*at != '}' || *skipSpace(at + 1) != '\n') return false;
-    return !m_points.empty() && readArea();
+    if (*at != '}' || m_points.empty() || !readArea()) return nullptr;
+    at = skipSpace(at + 1);
+    return *at == '\n' ? at : nullptr;
 }
 
 /// A name, a colon and a value.

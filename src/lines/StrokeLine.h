@@ -21,10 +21,10 @@ struct Area {
 /// of arrays of numbers. Its memory serves the next line, too.
 class StrokeLine {
 public:
-    /// Reads a line, whose line feed is before `end`. False for what is left to JavaScript: lines of
-    /// another form or that are wrong, with "others", with members of the answer's names or, for
-    /// lines that get one, with a "source".
-    bool read(const char* at, const char* end, bool getsSource);
+    /// Reads a line, whose line feed is before `end`. Returns the line feed; null for what is left to
+    /// JavaScript: lines of another form or that are wrong, with "others", with members of the
+    /// answer's names or, for lines that get one, with a "source".
+    const char* read(const char* at, const char* end, bool getsSource);
 
     /// As drawn; a force that was not recorded is 0.
     [[nodiscard]] const std::vector<Scrivo::Point2D>& points() const { return m_points; }

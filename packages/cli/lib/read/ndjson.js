@@ -55,7 +55,7 @@ async function* readBlocks(chunks) {
 
 /** A copy that can be transferred to another thread: chunks may share their memory. */
 function join(parts) {
-  const bytes = new Uint8Array(parts.reduce((sum, part) => sum + part.length, 0));
+  const bytes = Buffer.allocUnsafeSlow(parts.reduce((sum, part) => sum + part.length, 0));
   let offset = 0;
   for (const part of parts) {
     bytes.set(part, offset);
