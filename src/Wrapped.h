@@ -28,10 +28,10 @@ struct Wrapped {
     static T& unwrap(const Arguments& arguments, const char* message) {
         bool isOurs = false;
         void* data = nullptr;
-        require(napi_check_object_type_tag(arguments.env, arguments.self, &TAG, &isOurs) ==
-                        napi_ok &&
-                    isOurs && napi_unwrap(arguments.env, arguments.self, &data) == napi_ok,
-                message);
+        require(
+            napi_check_object_type_tag(arguments.env, arguments.self, &TAG, &isOurs) == napi_ok &&
+                isOurs && napi_unwrap(arguments.env, arguments.self, &data) == napi_ok,
+            message);
         return *static_cast<T*>(data);
     }
 

@@ -251,9 +251,8 @@ napi_value beautifyAs(napi_env env, napi_callback_info info) {
 }
 
 napi_value define(Napi::Env env) {
-    return defineClass(
-        env, "Beautifier", construct,
-        std::array{method("beautify", beautify), method("beautifyAs", beautifyAs)});
+    return defineClass(env, "Beautifier", construct,
+                       std::array{method("beautify", beautify), method("beautifyAs", beautifyAs)});
 }
 
 }  // namespace beautifier_class

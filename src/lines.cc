@@ -1,8 +1,7 @@
-#include "lines/Idealiser.h"
-
 #include "Arguments.h"
 #include "Scrivo/Scrivo.h"
 #include "Wrapped.h"
+#include "lines/Idealiser.h"
 #include "lines/Numbers.h"
 
 #include <array>
@@ -161,8 +160,8 @@ Napi::Object Init(Napi::Env env, Napi::Object exports) {
     const std::array properties{method("loadTemplates", loadTemplates)};
     attempt(env, napi_define_properties, static_cast<napi_value>(exports), properties.size(),
             properties.data());
-    exports.Set("LineIdealiser",
-                defineClass(env, "LineIdealiser", construct, std::array{method("idealise", idealise)}));
+    exports.Set("LineIdealiser", defineClass(env, "LineIdealiser", construct,
+                                             std::array{method("idealise", idealise)}));
     return exports;
 }
 

@@ -92,7 +92,7 @@ const MACHINES = { x64: 'x86_64', arm64: 'aarch64' };
 
 /** Tests that call the native modules. */
 const isOfModules = (file) =>
-  /^test\/(lib|src|answers)\//.test(file) || file === 'test/properties/package.test.js';
+  /^test\/((lib|src|answers)\/|properties\/(package|lines)\.)/.test(file);
 
 /** Those tests with modules under the address sanitizer, whose runtime Node has to load first. */
 async function sanitizedNodeTest() {

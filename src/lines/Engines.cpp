@@ -93,8 +93,8 @@ void nameFigure(Answer& answer) {
 
 std::optional<Answer> TemplateEngine::answer(const Path& stroke, double width,
                                              double height) const {
-    auto result = Scrivo::optimizeAStroke(stroke, static_cast<float>(width),
-                                          static_cast<float>(height), {});
+    auto result =
+        Scrivo::optimizeAStroke(stroke, static_cast<float>(width), static_cast<float>(height), {});
     if (result.type != Scrivo::FIGURE_NONE && !isInProportion(result.path)) return std::nullopt;
     Answer answer;
     answer.type = result.type;

@@ -100,13 +100,14 @@ const char* copyString(const char* at, Text& out) {
         const std::string_view plain(at, static_cast<std::size_t>(end - at));
         if (!isAscii && !isUtf8(plain)) return nullptr;
         out.add(plain);
-        if (*end == '"') break;
+        if (*end == '"') {
+            out.add('"');
+            return end + 1;
+        }
         if (*end != '\\') return nullptr;
         at = copyEscape(end + 1, out);
         if (at == nullptr) return nullptr;
     }
-    out.add('"');
-    return at;
 }
 
 const char* copyNumber(const char* at, Text& out) {

@@ -54,8 +54,8 @@ std::uint64_t load(const char* at) {
     return word;
 }
 
-/// The high bits of those bytes of a word, less the character 0 each, that are no digits. A byte that
-/// is not ASCII may change the next one.
+/// The high bits of those bytes of a word, less the character 0 each, that are no digits. A byte
+/// that is not ASCII may change the next one.
 std::uint64_t otherThanDigits(std::uint64_t word) {
     constexpr std::uint64_t FROM_TEN = 0x7676767676767676;
     constexpr std::uint64_t HIGH_BITS = 0x8080808080808080;
@@ -71,7 +71,8 @@ std::uint64_t join(std::uint64_t digits, int count) {
     constexpr std::uint64_t PAIRS = 0x000000ff000000ff;
     digits <<= 64 - 8 * count;
     digits = 10 * digits + (digits >> 8);
-    return ((digits & PAIRS) * 0x000f424000000064 + ((digits >> 16) & PAIRS) * 0x0000271000000001) >>
+    return ((digits & PAIRS) * 0x000f424000000064 +
+            ((digits >> 16) & PAIRS) * 0x0000271000000001) >>
            32;
 }
 

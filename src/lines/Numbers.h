@@ -16,8 +16,8 @@ inline constexpr int MAX_DECIMALS = 15;
 /// Bytes that a number takes at most.
 inline constexpr std::size_t MAX_NUMBER = 32;
 
-/// Reads a number, and no byte from `end` on but its own and the one after it. Returns its end; null
-/// for what is no number in JSON, and for one of more than 19 digits or a large exponent.
+/// Reads a number, and no byte from `end` on but its own and the one after it. Returns its end;
+/// null for what is no number in JSON, and for one of more than 19 digits or a large exponent.
 const char* readNumber(const char* at, const char* end, double& value);
 
 /// Writes a number with the fewest digits that give it back. Returns false, with nothing written,

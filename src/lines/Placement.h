@@ -7,8 +7,8 @@
 #include <span>
 #include <vector>
 
-/// Strokes in units of the input, and in fractions of a drawing area, as engines take them. The same
-/// as packages/cli/lib/run/area.js, to the last bit.
+/// Strokes in units of the input, and in fractions of a drawing area, as engines take them. The
+/// same as packages/cli/lib/run/area.js, to the last bit.
 namespace lines {
 
 /// A square around a stroke that no figure leaves; `scale` drawing units are a unit of the input.

@@ -16,10 +16,9 @@ constexpr std::string_view HEIGHT = "\"height\"";
 constexpr std::string_view SOURCE = "\"source\"";
 
 /// Members that change the answer, or that the answer or JavaScript's objects have themselves.
-constexpr std::array<std::string_view, 7> RESERVED{"\"others\"",     "\"type\"",
-                                                   "\"figure\"",     "\"kind\"",
-                                                   "\"confidence\"", "\"parameters\"",
-                                                   "\"__proto__\""};
+constexpr std::array<std::string_view, 7> RESERVED{
+    "\"others\"",     "\"type\"",       "\"figure\"",   "\"kind\"",
+    "\"confidence\"", "\"parameters\"", "\"__proto__\""};
 
 bool isReserved(std::string_view name) {
     return std::find(RESERVED.begin(), RESERVED.end(), name) != RESERVED.end();

@@ -17,12 +17,12 @@ struct Area {
     double height = 0.0;
 };
 
-/// A line of JSON that holds a stroke in the usual form: an object whose member "points" is an array
-/// of arrays of numbers. Its memory serves the next line, too.
+/// A line of JSON that holds a stroke in the usual form: an object whose member "points" is an
+/// array of arrays of numbers. Its memory serves the next line, too.
 class StrokeLine {
 public:
-    /// Reads a line, whose line feed is before `end`. Returns the line feed; null for what is left to
-    /// JavaScript: lines of another form or that are wrong, with "others", with members of the
+    /// Reads a line, whose line feed is before `end`. Returns the line feed; null for what is left
+    /// to JavaScript: lines of another form or that are wrong, with "others", with members of the
     /// answer's names or, for lines that get one, with a "source".
     const char* read(const char* at, const char* end, bool getsSource);
 

@@ -26,8 +26,9 @@ const NO_FIGURE = { type: 0, family: 'none', kind: null, confidence: null, param
  */
 function answerStroke(engine, stroke, options) {
   const place = placeInArea(stroke, options);
-  const { path, figure, type, family, kind, confidence } = engine.answer(place.placed);
   const decimals = options.decimals ?? decimalsAt(place.scale);
+  if (!isInReach(place.placed)) return { ...NO_FIGURE, decimals };
+  const { path, figure, type, family, kind, confidence } = engine.answer(place.placed);
   if (type === 0) return { type, family, kind, confidence, parameters: null, decimals };
   const values = fromFractions(path, place.area);
   if (!areFinite(values)) return { ...NO_FIGURE, decimals };
@@ -39,6 +40,11 @@ function answerStroke(engine, stroke, options) {
 function answerPoints(engine, stroke, options) {
   const { values, ...answer } = answerStroke(engine, packStroke(stroke), options);
   return { ...answer, points: values ? unpackPoints(values) : stroke.points };
+}
+
+/** False where an area, or a stroke beside it, is too large or small for doubles. */
+function isInReach({ points, width, height }) {
+  return width > 0 && height > 0 && Number.isFinite(width + height) && areFinite(points);
 }
 
 function areFinite(values) {
