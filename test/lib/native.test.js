@@ -70,7 +70,7 @@ describe('finding the native module', () => {
     }
   });
 
-  test('asks for the process report once, for both modules', () => {
+  test('asks for the process report once, for all modules', () => {
     const files = Object.fromEntries(
       ['hello', 'beautifier'].map((name) => [`${target(true)}/${name}.node`, BUILT]),
     );

@@ -15,6 +15,7 @@ const { countBun, countDeno, countTap } = require('./test-counts.js');
 const TEST_FILES = [
   'cli/hosts.test.js',
   'lib/beautifier.test.js',
+  'lib/lines.test.js',
   'lib/cases.test.js',
   'lib/figures.test.js',
   'lib/index.test.js',
@@ -23,6 +24,7 @@ const TEST_FILES = [
   'lib/single-file.test.js',
   'lib/warnings.test.js',
   'src/beautifier.test.js',
+  'src/lines.test.js',
   'src/loading.test.js',
   'src/point-transfer.test.js',
   'src/scrivo.test.js',
