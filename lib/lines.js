@@ -59,7 +59,9 @@ class LineIdealiser {
 
   idealise(lines, source) {
     const named = source === undefined ? '' : `,"source":${JSON.stringify(String(source))}`;
-    const [bytes, others, families, count] = this.#native.idealise(lines, named);
+    const [size, others, families, count] = this.#native.idealise(lines, named);
+    const bytes = Buffer.allocUnsafeSlow(size);
+    this.#native.copy(bytes);
     return {
       bytes,
       others: others.map(([line, start, end, at]) => ({ line, start, end, at })),

@@ -73,19 +73,6 @@ napi_value construct(napi_env env, napi_callback_info info) {
     });
 }
 
-napi_value makeBytes(Napi::Env env, std::string_view text) {
-    void* data = nullptr;
-    napi_value buffer = nullptr;
-    napi_value array = nullptr;
-    if (attempt(env, napi_create_arraybuffer, text.size(), &data, &buffer) &&
-        attempt(env, napi_create_typedarray, napi_uint8_array, text.size(), buffer, std::size_t{0},
-                &array) &&
-        !text.empty()) {
-        std::memcpy(data, text.data(), text.size());
-    }
-    return array;
-}
-
 /// [number, start, end, place in the output] of each line.
 napi_value makeOthers(Napi::Env env, const std::vector<lines::OtherLine>& others) {
     napi_value result = nullptr;
@@ -119,9 +106,9 @@ napi_value makeFamilies(Napi::Env env, const lines::Answers& answers) {
     return result;
 }
 
-/// (lines: Uint8Array, source: string): [text of the answers, lines that are left to the caller,
-/// number of answers by family, number of lines]. `source` is a member of JSON, with a comma
-/// before it, or empty.
+/// (lines: Uint8Array, source: string): [bytes of the answers, which `copy` gives, lines that are
+/// left to the caller, number of answers by family, number of lines]. `source` is a member of
+/// JSON, with a comma before it, or empty.
 napi_value idealise(napi_env callEnv, napi_callback_info info) {
     return guarded(callEnv, [&]() -> napi_value {
         const Arguments arguments(callEnv, info);
@@ -129,7 +116,7 @@ napi_value idealise(napi_env callEnv, napi_callback_info info) {
         lines::Idealiser& self = WrappedIdealiser::unwrap(arguments, "this is no LineIdealiser");
         const lines::Answers& answers = self.answer(bytes(arguments[0]), text(arguments[1]));
         const std::array<napi_value, 4> parts{
-            makeBytes(env, answers.text.view()),
+            Napi::Number::New(env, static_cast<double>(answers.text.size())),
             makeOthers(env, answers.others),
             makeFamilies(env, answers),
             Napi::Number::New(env, static_cast<double>(answers.lines)),
@@ -140,6 +127,22 @@ napi_value idealise(napi_env callEnv, napi_callback_info info) {
             if (!attempt(env, napi_set_element, result, i, parts[i])) break;
         }
         return result;
+    });
+}
+
+/// (target: Uint8Array): copies the text of the last answers into memory of the caller, which
+/// unlike that of Node-API is not cleared before.
+napi_value copy(napi_env env, napi_callback_info info) {
+    return guarded(env, [&]() -> napi_value {
+        const Arguments arguments(env, info);
+        const lines::Idealiser& self =
+            WrappedIdealiser::unwrap(arguments, "this is no LineIdealiser");
+        const auto target = arguments[0];
+        const std::size_t size = bytes(target).size();
+        const std::string_view text = self.text();
+        require(size == text.size(), "expected as many bytes as the answers have");
+        if (size > 0) std::memcpy(target.As<Napi::Uint8Array>().Data(), text.data(), size);
+        return nullptr;
     });
 }
 
@@ -160,8 +163,9 @@ Napi::Object Init(Napi::Env env, Napi::Object exports) {
     const std::array properties{method("loadTemplates", loadTemplates)};
     attempt(env, napi_define_properties, static_cast<napi_value>(exports), properties.size(),
             properties.data());
-    exports.Set("LineIdealiser", defineClass(env, "LineIdealiser", construct,
-                                             std::array{method("idealise", idealise)}));
+    exports.Set("LineIdealiser",
+                defineClass(env, "LineIdealiser", construct,
+                            std::array{method("idealise", idealise), method("copy", copy)}));
     return exports;
 }
 

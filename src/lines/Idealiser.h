@@ -50,6 +50,9 @@ public:
     /// input, with a comma before it, or empty.
     const Answers& answer(std::span<const char> block, std::string_view source);
 
+    /// The text of the last answers.
+    [[nodiscard]] std::string_view text() const { return m_answers.text.view(); }
+
 private:
     const char* addLine(const char* line, const char* end, std::string_view source);
     bool addAnswer(std::string_view source);

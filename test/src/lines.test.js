@@ -40,6 +40,10 @@ test('wrong arguments throw', () => {
   for (const settings of [[], [1], [1, -1], [1, 16], [1, NaN], [1, 3, 0, 0, 1]]) {
     assert.throws(() => new LineIdealiser(Float64Array.from(settings)), Error);
   }
+  const [size] = native.idealise(lines, '');
+  for (const target of [...wrong, bytesOf(' '.repeat(size - 1))]) {
+    assert.throws(() => native.copy(target), Error);
+  }
   for (const i of OPTIONS.keys()) {
     const changed = Object.assign([...OPTIONS], { [i]: {} });
     assert.throws(() => new LineIdealiser(SETTINGS, ...changed), Error);
@@ -56,13 +60,13 @@ test('a line cut off at any byte, or with any byte changed, is read no further t
   const whole = native.idealise(bytesOf(line), '');
   assert.deepEqual(whole.slice(1), [[], { line: 1 }, 1]);
   for (let length = 0; length < line.length; length += 1) {
-    const [text, others] = native.idealise(bytesOf(line.slice(0, length)), '');
-    assert.equal(text.length, 0);
+    const [size, others] = native.idealise(bytesOf(line.slice(0, length)), '');
+    assert.equal(size, 0);
     assert.equal(others.length, Math.min(length, 1));
     const ended = native.idealise(bytesOf(`${line.slice(0, length)}\n`), '');
     // Without its line feed the line is whole.
     const isWhole = length === line.length - 1;
-    assert.equal(ended[0].length, isWhole ? whole[0].length : 0);
+    assert.equal(ended[0], isWhole ? whole[0] : 0);
     for (const byte of ['\n', '\xff', '"', '\\', '[', '9', 'e']) {
       const changed = line.slice(0, length) + byte + line.slice(length + 1);
       assert.ok(native.idealise(bytesOf(changed), '')[3] <= 2);

@@ -11,6 +11,7 @@
 #include "Scrivo/detail/PolygonOutline.h"
 #include "Scrivo/detail/StraightLine.h"
 
+#include <cstddef>
 #include <optional>
 #include <stdexcept>
 #include <utility>
@@ -18,6 +19,9 @@
 namespace Scrivo {
 
 namespace {
+
+/// Points of the largest figure with a fixed number of them.
+constexpr std::size_t USUAL_POINTS = 85;
 
 /// Below this extent, in drawing-area units, a stroke may be a dot.
 constexpr double DOT_EXTENT = 9.0;
@@ -89,6 +93,7 @@ Redrawn redraw(std::int32_t code, const std::vector<Point2D>& stroke,
                const std::vector<Point2D>& anchors) {
     Redrawn result;
     result.type = code;
+    result.path.reserve(USUAL_POINTS);
     switch (code) {
         case FIGURE_POINT:
             result.drawn = detail::reDrawPoint(result.path, stroke);

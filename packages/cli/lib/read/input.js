@@ -13,7 +13,7 @@ const GZIP = [0x1f, 0x8b];
 
 // Bytes of a file that are read at a time: several blocks, see readBlocks, so that all threads have
 // work until the next are read.
-const CHUNK = 1 << 20;
+const CHUNK = 1 << 21;
 
 /** The name of an input in messages. */
 function displayName(path) {

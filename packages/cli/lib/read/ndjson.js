@@ -9,7 +9,7 @@ const LINE_FEED = 10;
 const MAX_LINE_LENGTH = 8 * 1024 * 1024;
 
 // Bytes that are processed at a time, about. Each block has a price, in a worker or not.
-const BLOCK = 1 << 19;
+const BLOCK = 1 << 20;
 
 const ARRAY_HINT = ` (jq -c '.[]' splits an array into lines)`;
 
