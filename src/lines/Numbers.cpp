@@ -99,24 +99,33 @@ struct Decimal {
     int exponent = 0;
 };
 
-/// Reads digits, of which some may be decimals, that are in a word of eight bytes together with the
-/// byte after them. Returns null for others.
-const char* readShort(const char* at, Decimal& number) {
+/// Reads the digits after those in the first word of a number that has a point and seven digits there.
+const char* readFurther(const char* first, const char* end, Decimal& number) {
+    const char* const start = first + WORD;
+    const char* const next = readDigits(start, end, number.mantissa);
+    number.exponent -= static_cast<int>(next - start);
+    const auto digits = next - first - (*first == '0' ? 2 : 1);
+    return digits <= MAX_DIGITS ? next : nullptr;
+}
+
+/// Reads digits of which some may be decimals. Returns null for no number, and where neither the
+/// point nor the end is in the first word of eight bytes.
+const char* readDecimal(const char* at, const char* end, Decimal& number) {
     std::uint64_t word = load(at) ^ ZEROS;
     std::uint64_t others = otherThanDigits(word);
     const int whole = firstByte(others);
-    int end = whole;
-    if (at[whole % WORD] == '.') {
-        others &= others - 1;
-        end = firstByte(others);
-        const std::uint64_t before = (std::uint64_t{1} << (8 * whole)) - 1;
-        word = (word & before) | ((word >> 8) & ~before);
+    if (others == 0 || whole == 0 || (whole > 1 && *at == '0')) return nullptr;
+    if (at[whole] != '.') {
+        number = {join(word, whole), 0};
+        return at + whole;
     }
-    const int decimals = end == whole ? 0 : end - whole - 1;
-    const bool isWrong = whole == 0 || (whole > 1 && *at == '0') || end == whole + 1;
-    if (others == 0 || isWrong) return nullptr;
-    number = {join(word, whole + decimals), -decimals};
-    return at + end;
+    const std::uint64_t before = (std::uint64_t{1} << (8 * whole)) - 1;
+    word = (word & before) | ((word >> 8) & ~before);
+    others &= others - 1;
+    const int digits = firstByte(others) - 1;
+    if (digits == whole) return nullptr;
+    number = {join(word, digits), whole - digits};
+    return others == 0 ? readFurther(at, end, number) : at + digits + 1;
 }
 
 /// Reads what follows the letter of an exponent, and adds it to one.
@@ -130,7 +139,7 @@ const char* readExponent(const char* at, const char* last, int& exponent) {
     return end;
 }
 
-/// Reads a number without sign of any length.
+/// Reads a number without sign in any notation.
 const char* readLong(const char* at, const char* end, Decimal& number) {
     number = {};
     const char* const first = at;
@@ -320,7 +329,7 @@ const char* readNumber(const char* at, const char* end, double& value) {
     const bool isNegative = *at == '-';
     if (isNegative) ++at;
     Decimal number;
-    const char* next = end - at >= WORD ? readShort(at, number) : nullptr;
+    const char* next = end - at >= WORD ? readDecimal(at, end, number) : nullptr;
     if (next == nullptr || (*next | 0x20) == 'e') next = readLong(at, end, number);
     if (next == nullptr || !toDouble(number, value)) return nullptr;
     if (isNegative) value = -value;
