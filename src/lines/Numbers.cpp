@@ -99,7 +99,7 @@ struct Decimal {
     int exponent = 0;
 };
 
-/// Reads the digits after those in the first word of a number that has a point and seven digits there.
+/// Reads the digits after the first word of a number, which has a point and seven digits there.
 const char* readFurther(const char* first, const char* end, Decimal& number) {
     const char* const start = first + WORD;
     const char* const next = readDigits(start, end, number.mantissa);
