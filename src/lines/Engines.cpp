@@ -33,7 +33,9 @@ std::size_t edgesOf(const Path& path) {
     for (std::size_t edge = 0; edge < edges; ++edge) {
         const Scrivo::Point2D& end = path[(edge + 1) * EDGE - 1];
         const Scrivo::Point2D& start = path[(edge + 1) % edges * EDGE];
-        if (std::hypot(end.x - start.x, end.y - start.y) > SAME_PLACE) return 0;
+        const double x = end.x - start.x;
+        const double y = end.y - start.y;
+        if (std::sqrt(x * x + y * y) > SAME_PLACE) return 0;
     }
     return edges;
 }

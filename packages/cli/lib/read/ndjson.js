@@ -11,6 +11,9 @@ const MAX_LINE_LENGTH = 8 * 1024 * 1024;
 // Bytes that are processed at a time, about. Each block has a price, in a worker or not.
 const BLOCK = 1 << 20;
 
+// Lines of a block at most: a dot is a short line, but its figure is a long one.
+const BLOCK_LINES = 2048;
+
 const ARRAY_HINT = ` (jq -c '.[]' splits an array into lines)`;
 
 // Replacing invalid bytes would change the text that is passed on.
@@ -37,8 +40,7 @@ async function* readBlocks(chunks) {
         yield { bytes: new Uint8Array(0), overlong };
       }
       while (start < end) {
-        const last = chunk.lastIndexOf(LINE_FEED, Math.min(start + BLOCK, end) - 1);
-        const next = (last < start ? chunk.indexOf(LINE_FEED, start) : last) + 1;
+        const next = endOfBlock(chunk, start);
         yield { bytes: join([...pending, chunk.subarray(start, next)]) };
         pending = [];
         start = next;
@@ -51,6 +53,17 @@ async function* readBlocks(chunks) {
     else if (end < chunk.length) pending.push(chunk.subarray(end));
   }
   if (overlong || pending.length > 0) yield { bytes: join(pending), ...(overlong && { overlong }) };
+}
+
+/** Where the block of whole lines ends that begins at an index. */
+function endOfBlock(chunk, start) {
+  let end = chunk.indexOf(LINE_FEED, start) + 1;
+  for (let lines = 1; lines < BLOCK_LINES; lines += 1) {
+    const feed = chunk.indexOf(LINE_FEED, end);
+    if (feed < 0 || feed >= start + BLOCK) break;
+    end = feed + 1;
+  }
+  return end;
 }
 
 /** A copy that can be transferred to another thread: chunks may share their memory. */
