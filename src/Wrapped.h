@@ -2,6 +2,8 @@
 
 #include "Arguments.h"
 
+#include <array>
+#include <cstddef>
 #include <memory>
 #include <napi.h>
 
@@ -30,7 +32,8 @@ struct Wrapped {
         void* data = nullptr;
         require(
             napi_check_object_type_tag(arguments.env, arguments.self, &TAG, &isOurs) == napi_ok &&
-                isOurs && napi_unwrap(arguments.env, arguments.self, &data) == napi_ok,
+                isOurs && napi_unwrap(arguments.env, arguments.self, &data) == napi_ok &&
+                data != nullptr,
             message);
         return *static_cast<T*>(data);
     }

@@ -4,7 +4,9 @@
 #include "lines/Utf8.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <span>
 
 namespace lines {
 namespace {
@@ -182,8 +184,8 @@ const char* readName(const char* at, std::string_view& name) {
 bool Names::add(std::string_view name) {
     // JavaScript moves integers to the front.
     if (m_count == m_names.size() || isDigit(name[1])) return false;
-    const auto end = m_names.begin() + static_cast<std::ptrdiff_t>(m_count);
-    if (std::find(m_names.begin(), end, name) != end) return false;
+    const auto earlier = std::span(m_names).first(m_count);
+    if (std::find(earlier.begin(), earlier.end(), name) != earlier.end()) return false;
     m_names[m_count++] = name;
     return true;
 }
