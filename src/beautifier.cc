@@ -302,7 +302,8 @@ napi_value construct(napi_env env, napi_callback_info info) {
     return guarded(env, [&]() -> napi_value {
         napi_value target = nullptr;
         attempt(env, napi_get_new_target, info, &target);
-        require(target != nullptr, "Beautifier needs new");
+        // Without `new` Node.js and Bun give null, Deno gives undefined.
+        require(Napi::Value(env, target).IsFunction(), "Beautifier needs new");
         const Arguments arguments(env, info);
         auto made = std::make_unique<Scrivo::Beautifier>(readOptions(arguments));
         if (attempt(env, napi_type_tag_object, arguments.self, &TAG) &&
