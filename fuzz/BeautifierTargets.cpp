@@ -132,6 +132,17 @@ void requireSameOnAnotherThread(const Beautified& answer, const Drawn& drawn,
             "every thread has the same answer");
 }
 
+/// A stroke that is valid has points to fit figures to, unless it is a point itself.
+void requireResampled(const Beautified& answer, const Drawn& drawn) {
+    constexpr std::size_t COUNT = 97;
+    const Stroke points = resample(drawn.stroke, drawn.area.width, drawn.area.height);
+    require(points.empty() || (points.size() == COUNT && isFinite(points)),
+            "strokes are resampled to finite points");
+    require(points.empty() || answer.reason != Reason::INVALID, "only valid ink is resampled");
+    const bool isFitted = answer.type != FIGURE_NONE && answer.type != FIGURE_POINT;
+    require(!points.empty() || !isFitted, "figures are fitted to points");
+}
+
 /// Raising the sensitivity keeps every figure.
 void requireMonotony(const Beautified& answer, const Drawn& drawn, BeautifierOptions options) {
     options.sensitivity = 0.5 * (1.0 + options.sensitivity);
@@ -154,6 +165,7 @@ void beautify(Bytes bytes) {
     require(options.regularFigures || !isPolygon || kindOf(answer.figure) == 0,
             "irregular figures are general");
     requireMonotony(answer, drawn, options);
+    requireResampled(answer, drawn);
     requireSameOnAnotherThread(answer, drawn, options);
 }
 

@@ -11,13 +11,22 @@ namespace Scrivo::test::fuzz {
 
 namespace {
 
-/// A file that holds the last text.
-std::string fileWith(const std::string& text) {
-    static const auto FILE = std::filesystem::temp_directory_path() /
-                             ("scrivo-fuzz-" + std::to_string(getpid()) + ".template");
-    std::ofstream(FILE, std::ios::binary) << text;
-    return FILE.string();
-}
+/// A file that lasts as long as the object.
+class TemporaryFile {
+public:
+    explicit TemporaryFile(const std::string& text) {
+        std::ofstream(m_path, std::ios::binary) << text;
+    }
+    ~TemporaryFile() { std::filesystem::remove(m_path); }
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+    std::string path() const { return m_path.string(); }
+
+private:
+    const std::filesystem::path m_path = std::filesystem::temp_directory_path() /
+                                         ("scrivo-fuzz-" + std::to_string(getpid()) + ".template");
+};
 
 bool isBackwards(const Stroke& a, const Stroke& b) {
     return areSame(Stroke(a.rbegin(), a.rend()), b);
@@ -52,7 +61,8 @@ std::vector<std::string> templateFiles() {
 }
 
 void templateText(Bytes bytes) {
-    const std::string file = fileWith(Input(bytes).text());
+    const TemporaryFile temporary(Input(bytes).text());
+    const std::string file = temporary.path();
     const auto pathes = TemplatesGraphicsRecognizerUtil::loadPathes(file);
     require(pathes.size() % 2 == 0, "paths come in pairs");
     for (std::size_t k = 0; k < pathes.size(); k += 2) {

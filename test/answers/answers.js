@@ -3,14 +3,18 @@
 // Answers of both engines for seeded strokes of every figure, as text, so that any change of
 // an answer shows. `npm run answers` writes them.
 
+const { createHash } = require('node:crypto');
 const fs = require('node:fs');
 const path = require('node:path');
 const { initScrivo, optimizeAStroke, templates } = require('../../lib/index.js');
 const { Beautifier } = require('../../lib/beautifier.js');
 const { WISHES } = require('../../lib/figures.js');
+const { TABLE } = require('../../research/beautifier/distortions.js');
 const { FIGURES, HANDS, drawEach } = require('../../research/ink/index.js');
+const { createUniform } = require('../../research/ink/random.js');
 
 const STROKES = 500;
+const DISTORTED = 1200;
 const WIDTH = 1200;
 const HEIGHT = 900;
 
@@ -20,6 +24,12 @@ const NAMES = Object.keys(HANDS);
 const BEAUTIFIERS = [
   new Beautifier(),
   new Beautifier({ horizontalVertical: false, regularFigures: false, sensitivity: 0.7 }),
+];
+/** Taken in turn as well by distorted strokes. */
+const MORE_BEAUTIFIERS = [
+  ...BEAUTIFIERS,
+  new Beautifier({ minSize: 30, tapSize: 14, anchors: ['centre'] }),
+  new Beautifier({ figures: ['line', 'quadrangle', 'dot'], insideArea: false, sensitivity: 1 }),
 ];
 
 /** How often every figure has been drawn before. */
@@ -80,16 +90,43 @@ function matched({ stroke, rest }) {
   return [String(type), ...textOf(points.filter(isStart).map(inUnits))];
 }
 
-const ENGINES = { beautifier: beautified, wishes: granted, 'template-engine': matched };
+/** Distorted strokes of every figure, in turn. */
+function drawDistorted() {
+  const strokes = drawEach(DISTORTED, { seed: STROKES + 1, optionsOf });
+  return strokes.map(({ label, points }, i) => {
+    const [name, , distort] = TABLE[(i + lapOf(i)) % TABLE.length];
+    const drawn = distort(points, createUniform(i));
+    const rest = [WIDTH, HEIGHT, othersOf(drawn, lapOf(i))];
+    return { label: `${label}, ${name}`, lap: lapOf(i), rest, stroke: drawn.map(inFractions) };
+  });
+}
+
+/** All that the beautifier says of a stroke, as one short number. */
+function digest({ stroke, lap, rest }, i) {
+  const beautifier = MORE_BEAUTIFIERS[(i + lap) % MORE_BEAUTIFIERS.length];
+  const answer = beautifier.beautify(stroke, ...rest);
+  const wish = [...WISHES.keys()][i % WISHES.size];
+  const granted = beautifier.beautifyAs(stroke, wish, ...rest);
+  const words = [...describe(answer), ...textOf(answer.alternatives), ...describe(granted)];
+  return [createHash('sha256').update(words.join(' ')).digest('hex').slice(0, 8)];
+}
+
+/** By the name of the file: what is drawn, and what is written of each stroke. */
+const ANSWERS = {
+  beautifier: [drawStrokes, beautified],
+  wishes: [drawStrokes, granted],
+  'template-engine': [drawStrokes, matched],
+  distorted: [drawDistorted, digest],
+};
 const fileOf = (name) => path.join(__dirname, `${name}.txt`);
 
 /** A line for each stroke, for each name. */
 function answers() {
   initScrivo(templates);
-  const strokes = drawStrokes();
-  const lines = (describeAnswer) =>
-    strokes.map((stroke, i) => `${stroke.label}: ${describeAnswer(stroke, i).join(' ')}\n`);
-  return Object.entries(ENGINES).map(([name, answer]) => [name, lines(answer).join('')]);
+  return Object.entries(ANSWERS).map(([name, [draw, describeAnswer]]) => {
+    const line = (stroke, i) => `${stroke.label}: ${describeAnswer(stroke, i).join(' ')}\n`;
+    return [name, draw().map(line).join('')];
+  });
 }
 
 module.exports = { BEAUTIFIERS, answers, drawStrokes, fileOf };
