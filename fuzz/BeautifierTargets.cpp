@@ -138,7 +138,6 @@ void requireResampled(const Beautified& answer, const Drawn& drawn) {
     const Stroke points = resample(drawn.stroke, drawn.area.width, drawn.area.height);
     require(points.empty() || (points.size() == COUNT && isFinite(points)),
             "strokes are resampled to finite points");
-    require(points.empty() || answer.reason != Reason::INVALID, "only valid ink is resampled");
     const bool isFitted = answer.type != FIGURE_NONE && answer.type != FIGURE_POINT;
     require(!points.empty() || !isFitted, "figures are fitted to points");
 }

@@ -288,8 +288,8 @@ export declare class Beautifier {
  * @param stroke as `beautify` takes it, as point objects
  * @param width of the drawing area, above 0
  * @param height the same
- * @returns points in fractions of the drawing area; none for a stroke that is `'invalid'` or whose
- *   samples all coincide
+ * @returns points in fractions of the drawing area; none for a stroke that is `'invalid'` itself,
+ *   not because of its figure, or whose samples all coincide
  * @throws TypeError or RangeError that names the argument, the index and what was found
  */
 export declare function resample(

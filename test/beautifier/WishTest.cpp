@@ -17,7 +17,7 @@ Beautified beautifyAs(const Path& path, const Wish& wish, const BeautifierOption
     return answer;
 }
 
-const Path BOX =
+const Path HAND_DRAWN =
     sample(shaky(polyline({{300, 200}, {500, 206}, {498, 330}, {302, 326}, {301, 204}}), 1.0), 90);
 
 TEST(Wish, IsGrantedToEveryStrokeWhateverItsScore) {
@@ -44,16 +44,16 @@ TEST(Wish, IsGrantedToEveryStrokeWhateverItsScore) {
 TEST(Wish, MakesFiguresOfTheKind) {
     for (int kind = 0; kind <= static_cast<int>(QuadrangleKind::KITE); ++kind) {
         const auto wished = static_cast<QuadrangleKind>(kind);
-        const auto figure = std::get<QuadrangleFigure>(beautifyAs(BOX, wished).figure);
+        const auto figure = std::get<QuadrangleFigure>(beautifyAs(HAND_DRAWN, wished).figure);
         EXPECT_EQ(figure.subtype, wished);
     }
     const auto square =
-        std::get<QuadrangleFigure>(beautifyAs(BOX, QuadrangleKind::SQUARE).figure).corners;
+        std::get<QuadrangleFigure>(beautifyAs(HAND_DRAWN, QuadrangleKind::SQUARE).figure).corners;
     const Point2D side = square[1] - square[0];
     EXPECT_NEAR(length(square[2] - square[1]), length(side), 1e-9);
     EXPECT_NEAR(dot(side, square[2] - square[1]), 0.0, 1e-6);
     EXPECT_NEAR(length(side), 160.0, 10.0) << "between the sides of the box";
-    EXPECT_TRUE(is<CircleFigure>(beautifyAs(BOX, EllipseKind::CIRCLE).figure));
+    EXPECT_TRUE(is<CircleFigure>(beautifyAs(HAND_DRAWN, EllipseKind::CIRCLE).figure));
     EXPECT_TRUE(is<EllipseFigure>(
         beautifyAs(sample(ellipse(99, 100, 0), 80), EllipseKind::ELLIPSE).figure));
 }
@@ -70,10 +70,10 @@ TEST(Wish, FillsTheBoxWhereNoFitDoes) {
 }
 
 TEST(Wish, HasTheProbabilityOfItsFamily) {
-    const Beautified box = beautifyAs(BOX, FigureFamily::QUADRANGLE);
+    const Beautified box = beautifyAs(HAND_DRAWN, FigureFamily::QUADRANGLE);
     EXPECT_GT(box.confidence, 0.9);
-    EXPECT_LT(beautifyAs(BOX, FigureFamily::ELLIPSE).confidence, 0.1);
-    const auto offered = beautifyAs(BOX, FigureFamily::ELLIPSE).alternatives;
+    EXPECT_LT(beautifyAs(HAND_DRAWN, FigureFamily::ELLIPSE).confidence, 0.1);
+    const auto offered = beautifyAs(HAND_DRAWN, FigureFamily::ELLIPSE).alternatives;
     ASSERT_FALSE(offered.empty());
     EXPECT_EQ(offered.front().family, FigureFamily::QUADRANGLE);
 }
@@ -82,9 +82,9 @@ TEST(Wish, WithoutAFigureIsRejected) {
     EXPECT_EQ(beautifyAs({}, FigureFamily::DOT).reason, Reason::INVALID);
     EXPECT_EQ(beautifyAs({{300, 300}}, FigureFamily::DOT).type, FIGURE_POINT);
     EXPECT_EQ(beautifyAs({{300, 300}}, FigureFamily::LINE).reason, Reason::NO_FIGURE);
-    EXPECT_THROW(beautifyAs(BOX, static_cast<FigureFamily>(9)), std::invalid_argument);
-    EXPECT_THROW(beautifyAs(BOX, Wish(FigureFamily::LINE, 0)), std::invalid_argument);
-    EXPECT_THROW(beautifyAs(BOX, Wish(FigureFamily::QUADRANGLE, 7)), std::invalid_argument);
+    EXPECT_THROW(beautifyAs(HAND_DRAWN, static_cast<FigureFamily>(9)), std::invalid_argument);
+    EXPECT_THROW(beautifyAs(HAND_DRAWN, Wish(FigureFamily::LINE, 0)), std::invalid_argument);
+    EXPECT_THROW(beautifyAs(HAND_DRAWN, Wish(FigureFamily::QUADRANGLE, 7)), std::invalid_argument);
 }
 
 TEST(Alternatives, AreOtherFamiliesLikeliestFirstAndSumToOneAtMost) {

@@ -142,6 +142,12 @@ TEST(CInterface, TakesOptionsOfOlderCallersOnly) {
     EXPECT_EQ(scrivo_answer_read(answer.get(), &result), SCRIVO_OK);
     EXPECT_EQ(result.path_count, 85U);
     EXPECT_EQ(result.reason, 0x55555555);
+    result.size = sizeof result.size;
+    EXPECT_EQ(scrivo_answer_read(answer.get(), &result), SCRIVO_OK);
+    for (const std::size_t size : {sizeof result.size - 1, sizeof result + 1}) {
+        result.size = size;
+        EXPECT_EQ(scrivo_answer_read(answer.get(), &result), SCRIVO_INVALID_ARGUMENT);
+    }
 }
 
 TEST(CInterface, NamesWrongArguments) {
@@ -193,6 +199,8 @@ TEST(CInterface, LoadsTemplatesOrSaysWhichFileHasNone) {
     EXPECT_EQ(load(file, missing), SCRIVO_NO_TEMPLATES);
     EXPECT_NE(std::string(scrivo_error()).find(missing), std::string::npos);
     EXPECT_EQ(load(file, unnamed), SCRIVO_INVALID_ARGUMENT);
+    EXPECT_EQ(scrivo_load_templates(nullptr, 1), SCRIVO_INVALID_ARGUMENT);
+    EXPECT_EQ(scrivo_load_templates(nullptr, 0), SCRIVO_OK);
     EXPECT_EQ(typeOfCircle(), SCRIVO_TYPE_NONE);  // nothing was loaded
     EXPECT_EQ(load(file, folder + "rectangle.template"), SCRIVO_OK);
     EXPECT_EQ(typeOfCircle(), SCRIVO_TYPE_ELLIPSE);

@@ -8,7 +8,7 @@ namespace Scrivo::test {
 
 namespace {
 
-Stroke regular(Stroke corners) {
+Stroke regularQuadrangleOf(Stroke corners) {
     regularQuadrangle(corners);
     return corners;
 }
@@ -37,7 +37,7 @@ TEST(Quadrangle, OnePairOfParallelSidesMovesTheThirdCorner) {
     for (const auto& c : cases) {
         Stroke expected = drawn(c.stroke);
         expected[2] = c.expected;
-        EXPECT_TRUE(isNear(regular(drawn(c.stroke)), expected, 1e-12)) << c.name;
+        EXPECT_TRUE(isNear(regularQuadrangleOf(drawn(c.stroke)), expected, 1e-12)) << c.name;
     }
 }
 
@@ -53,8 +53,8 @@ TEST(Quadrangle, LevelRectangleKeepsEachCornerOnItsSide) {
                     return Point2D{q0.x + x * p.x, q0.y + y * p.y, 1.0};
                 });
             };
-            EXPECT_TRUE(
-                isNear(regular(placed(corners)), placed({{0, 0}, {a, 0}, {a, b}, {0, b}}), 1e-5))
+            EXPECT_TRUE(isNear(regularQuadrangleOf(placed(corners)),
+                               placed({{0, 0}, {a, 0}, {a, b}, {0, b}}), 1e-5))
                 << x << ", " << y;
         }
     }
@@ -64,7 +64,7 @@ TEST(Quadrangle, LevelRectangleKeepsEachCornerOnItsSide) {
 enum class Branch { NONE, ONE_CORNER, LEVEL, REBUILT };
 
 Branch branchOf(const Stroke& corners) {
-    const Stroke result = regular(drawn(corners));
+    const Stroke result = regularQuadrangleOf(drawn(corners));
     if (hasBitsOf(result, drawn(corners))) {
         return Branch::NONE;
     }
@@ -105,7 +105,7 @@ TEST(Quadrangle, BranchesAtTheirBounds) {
 
 TEST(Quadrangle, NearlyEqualSidesBecomeTheirMean) {
     const auto rectangle = [](double a, double b) {
-        return regular({{0, 0}, {a, 0}, {a, b}, {0, b}})[2];
+        return regularQuadrangleOf({{0, 0}, {a, 0}, {a, b}, {0, b}})[2];
     };
     EXPECT_TRUE(isNear(rectangle(104, 100), {102, 102}, 0.0));
     EXPECT_TRUE(isNear(rectangle(105, 100), {105, 100}, 0.0)) << "1.05 is too much";
@@ -142,7 +142,7 @@ TEST(Quadrangle, RebuiltFigureIsTheOneThatWasDrawn) {
         SCOPED_TRACE(random.trace());
         const Drawing drawing(random);
         const Stroke& old = drawing.corners;
-        const Stroke q = regular(old);
+        const Stroke q = regularQuadrangleOf(old);
         const Point2D a = old[1] - old[0];
         const Point2D b = old[3] - old[0];
         double dA = length(a);
@@ -172,7 +172,8 @@ TEST(Quadrangle, RebuiltFigureIsTheOneThatWasDrawn) {
         Stroke moved = old;
         Point2D& one = random.oneOf(moved);
         one = one + random.jitter(1e-5);
-        EXPECT_TRUE(isNear(regular(moved), q, 2e-3)) << "small changes have small effects";
+        EXPECT_TRUE(isNear(regularQuadrangleOf(moved), q, 2e-3))
+            << "small changes have small effects";
     }
 }
 
@@ -188,7 +189,7 @@ TEST(Quadrangle, OneInaccurateCornerDoesNotSkewABox) {
             cosineOf(box[1] - box[0] + box[2] - box[3], box[3] - box[0] + box[2] - box[1]);
         // Up to half of 0.08 the angle becomes right; beyond, it changes continuously.
         const double lean = std::abs(all) < 0.08 ? std::min(0.0, 0.08 + 2 * all) : all;
-        const Stroke q = regular(box);
+        const Stroke q = regularQuadrangleOf(box);
         EXPECT_NEAR(cosineOf(q[1] - q[0], q[3] - q[0]), lean, 1e-9);
     }
 }
@@ -196,7 +197,8 @@ TEST(Quadrangle, OneInaccurateCornerDoesNotSkewABox) {
 TEST(Quadrangle, UprightSideComesOutAxisParallel) {
     for (const double y : {90.0, -90.0}) {
         for (const double x : {150.0, -150.0}) {
-            const Stroke q = regular({{10, 20}, {10, 20 + y}, {12 + x, 23 + y}, {10 + x, 22}});
+            const Stroke q =
+                regularQuadrangleOf({{10, 20}, {10, 20 + y}, {12 + x, 23 + y}, {10 + x, 22}});
             EXPECT_TRUE(isNear(q[1], {10, 20 + y}, 1e-4));
             EXPECT_TRUE(isNear(q[2], {10 + x, 20 + y}, 0.1));
             EXPECT_EQ(q[1].x, q[0].x);
@@ -210,7 +212,7 @@ TEST(Quadrangle, UprightSideComesOutAxisParallel) {
 TEST(Quadrangle, UprightSideLeansByLessThanAUnit) {
     // The other sides lean further, so that their mean is not upright.
     const auto isUpright = [](double lean) {
-        const Stroke q = regular({{0, 0}, {lean, -100}, {150 + lean, -97}, {150, 4}});
+        const Stroke q = regularQuadrangleOf({{0, 0}, {lean, -100}, {150 + lean, -97}, {150, 4}});
         return q[1].x == 0.0 && q[1].y < 0.0;
     };
     EXPECT_TRUE(isUpright(below(1)));

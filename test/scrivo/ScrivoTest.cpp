@@ -245,7 +245,7 @@ TEST(Pipeline, UnanswerableStrokeComesBackAsDrawn) {
 
 TEST(Pipeline, AnswersAMillionPoints) {
     loadCases();
-    const int steps = 250000;
+    const int steps = rounds(250000);
     const Stroke square{{0.2, 0.2}, {0.2, 0.7}, {0.7, 0.7}, {0.7, 0.2}};
     EXPECT_EQ(optimizeAStroke(chain({{0.1, 0.1}, {0.8, 0.3}}, 4 * steps), 1000, 1000, {}).type, 2);
     // Spread over so many points, no corner is found: a square stays as drawn.

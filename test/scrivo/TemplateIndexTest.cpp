@@ -50,11 +50,11 @@ int compare(ink::Hand& hand, const std::vector<GraphicTemplate>& templates, int 
 TEST(TemplateIndex, FindsTheMatchOfThePlainSearch) {
     ink::Hand hand(21);
     int answered = 0;
-    for (int k = 0; k < rounds(400) && !HasFailure(); ++k) {
+    for (int k = 0; k < rounds(240) && !HasFailure(); ++k) {
         answered += compare(hand, mixedTemplates(hand, 1 + hand.below(50)), 50);
     }
-    EXPECT_GT(answered, rounds(400) * 40);
-    const auto thousands = mixedTemplates(hand, 3000);
+    EXPECT_GT(answered, rounds(240) * 40);
+    const auto thousands = mixedTemplates(hand, rounds(3000));
     for (auto end = thousands.begin(); thousands.end() - end >= 100 && !HasFailure();) {
         end += 100;
         compare(hand, {thousands.begin(), end}, 1);

@@ -76,7 +76,7 @@ TEST(Recogniser, FollowsListsChangedByTheCaller) {
         change(recogniser.polygonTemplates, exact);
         change(recogniser.ellipseTemplates, exact);
         const auto copy = recogniser;
-        for (int i = 0; i < 12; ++i) {
+        for (int i = 0; i < 2 + rounds(10); ++i) {
             const Path drawn = i == 0 ? stroke : anyStroke(hand);
             EXPECT_TRUE(answersLiterally(recogniser, drawn)) << i;
             EXPECT_TRUE(answersLiterally(copy, drawn)) << i;

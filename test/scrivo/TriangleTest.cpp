@@ -8,7 +8,7 @@ namespace Scrivo::test {
 
 namespace {
 
-Stroke regular(Stroke corners) {
+Stroke regularTriangleOf(Stroke corners) {
     EXPECT_EQ(regularTrigon(corners), 0);
     return corners;
 }
@@ -20,7 +20,8 @@ Point2D kept(double x, double y) {
 
 void expectRegular(const std::vector<Case<Stroke>>& cases, double tolerance) {
     for (const auto& c : cases) {
-        EXPECT_TRUE(isNear(regular(withForce(c.stroke, 1)), c.expected, tolerance)) << c.name;
+        EXPECT_TRUE(isNear(regularTriangleOf(withForce(c.stroke, 1)), c.expected, tolerance))
+            << c.name;
     }
 }
 
@@ -109,10 +110,12 @@ TEST(Triangle, StaysWhenNothingIsNearlyTrue) {
         {{0, 0}, {100, 0}, {QUIET_NAN, QUIET_NAN}},
     };
     for (const Stroke& corners : unchanged) {
-        EXPECT_TRUE(hasBitsOf(regular(withForce(corners, 1)), withForce(corners, 1)));
+        EXPECT_TRUE(hasBitsOf(regularTriangleOf(withForce(corners, 1)), withForce(corners, 1)));
     }
-    EXPECT_TRUE(isNear(regular({{104.99, 0}, {0, 0}, {-60, 80}})[2], {-62.994, 83.992}, 1e-5));
-    EXPECT_TRUE(isNear(regular({{95.01, 0}, {0, 0}, {-60, 80}})[2], {-57.006, 76.008}, 1e-5));
+    EXPECT_TRUE(
+        isNear(regularTriangleOf({{104.99, 0}, {0, 0}, {-60, 80}})[2], {-62.994, 83.992}, 1e-5));
+    EXPECT_TRUE(
+        isNear(regularTriangleOf({{95.01, 0}, {0, 0}, {-60, 80}})[2], {-57.006, 76.008}, 1e-5));
 }
 
 /// Lengths of the sides, the longest last, and the smallest cosine of an angle.
@@ -151,7 +154,7 @@ TEST(Triangle, RegularMeansExactlyRegular) {
             if (random.below(2) == 0) {
                 std::swap(corners[1], corners[2]);
             }
-            return Measures(regular(corners));
+            return Measures(regularTriangleOf(corners));
         };
         const auto equilateral = drawn(1, PI / 3);
         EXPECT_NEAR(equilateral.sides[2] / equilateral.sides[0], 1, lengths);

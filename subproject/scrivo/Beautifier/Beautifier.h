@@ -23,7 +23,8 @@ std::vector<Point2D> outlineOf(const Figure& figure, double width, double height
 /// The points that figures are fitted to, in fractions of the drawing area: 97 at even
 /// distances along the stroke, which takes the same arguments as `Beautifier::beautify`.
 /// Hooks and repeated parts at its ends are left out, tremor is smoothed. Empty for a
-/// stroke that is `INVALID` or whose samples all coincide.
+/// stroke that is `INVALID` itself, not because of its figure, or whose samples all
+/// coincide.
 std::vector<Point2D> resample(std::span<const Point2D> stroke, double width, double height);
 
 /// Why a stroke stays as drawn.
