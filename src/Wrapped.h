@@ -48,7 +48,8 @@ private:
 inline void requireNew(napi_env env, napi_callback_info info, const char* message) {
     napi_value target = nullptr;
     attempt(env, napi_get_new_target, info, &target);
-    require(target != nullptr, message);
+    // Without `new` Node.js and Bun give null, Deno gives undefined.
+    require(Napi::Value(env, target).IsFunction(), message);
 }
 
 inline napi_property_descriptor method(const char* name, napi_callback call) {

@@ -35,11 +35,18 @@ function benchmarks(options) {
 async function benchMain(args) {
   const options = args.filter((arg) => arg.startsWith('-'));
   const wanted = args.filter((arg) => !arg.startsWith('-'));
+  const unknown = options.find((option) => !option.startsWith('--benchmark_'));
+  if (unknown) {
+    throw failure(`bench: unknown option ${unknown}; there are names and --benchmark_filter=...`);
+  }
   await build('release');
   const chosen = benchmarks(options).filter(
     ({ name }) => wanted.length === 0 || wanted.some((word) => name.includes(word)),
   );
-  if (chosen.length === 0) throw failure('bench: there is no such benchmark in bench/.');
+  if (chosen.length === 0) {
+    const names = benchmarks(options).map(({ name }) => name);
+    throw failure(`bench: no benchmark "${wanted.join('", "')}"; there are ${names.join(', ')}`);
+  }
   let worst = 0;
   for (const { name, command } of chosen) {
     heading(`Benchmark: ${name}`);

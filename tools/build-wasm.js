@@ -14,7 +14,10 @@ const COMPILED = path.join(ROOT, 'build', 'wasm');
 const TEMPLATES = ['rectangle', 'triangle', 'isosceles_triangle', 'ellipse'];
 
 /** The modules of each entry. */
-const ENTRIES = { beautifier: ['beautifier'], index: ['scrivo', 'scrivo-scalar'] };
+const ENTRIES = {
+  beautifier: ['beautifier', 'beautifier-scalar'],
+  index: ['scrivo', 'scrivo-scalar'],
+};
 const MODULES = Object.values(ENTRIES).flatMap((names) => names.map((name) => `${name}.wasm`));
 
 /** The declarations that both packages share, by their name in this one. */

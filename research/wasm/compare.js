@@ -82,10 +82,7 @@ class Tally {
     row[0]++;
     if (off === 0) row[1]++;
     if (off < Infinity) row[2] = Math.max(row[2], off);
-    if (off > TOLERANCE) {
-      this.wrong++;
-      if (process.env.DBG && off > 1e-7) console.log(type, off);
-    }
+    if (off > TOLERANCE) this.wrong++;
   }
 
   print(title) {

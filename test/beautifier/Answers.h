@@ -33,7 +33,8 @@ inline Beautified beautify(const ink::Path& path, const BeautifierOptions& optio
 /// The even outline of a curve, in units of the frame.
 inline beautifier::Fine fineOutline(const ink::Curve& curve) {
     const ink::Path path = ink::sample(curve, 400);
-    return beautifier::resample({path, 1, 1}, beautifier::measure({path, 1, 1}));
+    const beautifier::Frame frame = beautifier::measure({path, 1, 1});
+    return beautifier::resample(beautifier::trackOf({path, 1, 1}, frame), frame);
 }
 
 /// Checks that the figure's parameters describe the path, in units.

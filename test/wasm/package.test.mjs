@@ -23,6 +23,7 @@ const CIRCLE = Array.from({ length: 60 }, (_, i) => ({
 test('the beautifier alone loads 110 kB, both engines 150 kB', () => {
   const size = (...files) => files.reduce((sum, file) => sum + gzipSync(read(file)).length, 0);
   assert.ok(size('beautifier.js', 'beautifier.wasm') <= 110e3);
+  assert.ok(size('beautifier.js', 'beautifier-scalar.wasm') <= 110e3);
   assert.ok(size('index.js', 'scrivo.wasm') <= 150e3);
   assert.ok(size('index.js', 'scrivo-scalar.wasm') <= 150e3);
 });
@@ -102,17 +103,22 @@ test('gives the same answers without vector instructions', async (t) => {
     points.map(([x, y]) => ({ x: x / 1200 + 0.4, y: y / 900 + 0.4 })),
   );
   const answersOf = async () => {
-    const { initScrivo, optimizeAStroke, start, templates } = await load('index.js');
-    await start();
-    initScrivo(templates);
-    return strokes.map((stroke) => optimizeAStroke(stroke, 1200, 900, []));
+    const [both, alone] = [await load('index.js'), await load('beautifier.js')];
+    await both.start();
+    await alone.start();
+    both.initScrivo(both.templates);
+    const beautifiers = [both, alone].map(({ Beautifier }) => new Beautifier());
+    return strokes.map((stroke) => [
+      both.optimizeAStroke(stroke, 1200, 900, []),
+      ...beautifiers.map((beautifier) => beautifier.beautify(stroke, 1200, 900)),
+    ]);
   };
   const answers = await answersOf();
   const compile = t.mock.method(WebAssembly, 'compile');
   t.mock.method(WebAssembly, 'validate', () => false);
   assert.deepEqual(await answersOf(), answers);
-  const [bytes] = compile.mock.calls[0].arguments;
-  assert.ok(read('scrivo-scalar.wasm').equals(bytes));
+  const compiled = compile.mock.calls.map(({ arguments: [bytes] }) => Buffer.from(bytes));
+  assert.deepEqual(compiled, [read('scrivo-scalar.wasm'), read('beautifier-scalar.wasm')]);
 });
 
 test('answers as the native modules do', async () => {

@@ -167,7 +167,7 @@ describe('scrivo-wasm in Chromium', () => {
 
   test('runs from one HTML file without a server', async () => {
     const page = fs.readFileSync(ENTRY, 'utf8').replace('await start()', 'await start(bytes)');
-    const contents = `import bytes from 'scrivo-wasm/beautifier.wasm';\n${page}`;
+    const contents = `import bytes from 'scrivo-wasm/beautifier-scalar.wasm';\n${page}`;
     const { outputFiles } = await require('esbuild').build({
       stdin: { contents, resolveDir: EXAMPLE },
       loader: { '.wasm': 'binary' },

@@ -44,7 +44,7 @@ const KINDS = {
     label: 'Bun',
     count: countBun,
     testArguments: (file, preload) => [
-      ...['test', '--timeout=300000', ...(preload ? ['--preload', preload] : [])],
+      ...['test', '--timeout=800000', ...(preload ? ['--preload', preload] : [])],
       `./${file}`,
     ],
   },

@@ -14,6 +14,15 @@ export class OutOfMemoryError extends RangeError {
 }
 OutOfMemoryError.prototype.name = 'RangeError';
 
+/** A module whose only function returns a vector: valid where there are vector instructions. */
+const VECTORS = Uint8Array.of(
+  ...[0, 97, 115, 109, 1, 0, 0, 0, 1, 5, 1, 96, 0, 1, 123, 3, 2, 1, 0],
+  ...[10, 10, 1, 8, 0, 65, 0, 253, 15, 253, 98, 11],
+);
+
+/** Whether there are vector instructions (SIMD128). */
+export const hasVectors = () => WebAssembly.validate(VECTORS);
+
 const BYTES = Float64Array.BYTES_PER_ELEMENT;
 
 /** The index of an address, which is a signed number, among all numbers of the memory. */

@@ -65,8 +65,9 @@ Ranking rank(const Ink& ink, const Frame& frame, const BeautifierOptions& option
     if (const auto verdict = judgeUnfitted(ink, frame, options)) {
         return {{*verdict}, {}};
     }
-    const Evidence evidence = beautifier::examine(ink, frame);
-    return {beautifier::rank(evidence), evidence};
+    Ranking ranking{{}, beautifier::examine(ink, frame)};
+    ranking.verdicts = beautifier::rank(ranking.evidence);
+    return ranking;
 }
 
 /// The evidence that a figure of `family` needs, also when the verdict needed none or

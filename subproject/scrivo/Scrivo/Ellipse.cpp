@@ -1,3 +1,9 @@
+// Eigen sums products in blocks, whose length it would otherwise derive from the first-level
+// cache that it asks the processor for: the last bits of ellipses of more than 504 points would
+// depend on the machine.
+#define EIGEN_NO_CPUID
+#define EIGEN_DEFAULT_L1_CACHE_SIZE 49152
+
 #include "Scrivo/Ellipse.h"
 
 #include "Scrivo/detail/Dot.h"

@@ -27,7 +27,6 @@ TEST(Bends, SumUpWithAndWithoutTheirSigns) {
         const Bends bends = bendsOf(circle<COARSE>(sense));
         EXPECT_NEAR(bends.absolute, 23.0 * TURN / 24, 1e-9);
         EXPECT_NEAR(bends.sum, sense * 23.0 * TURN / 24, 1e-9);
-        EXPECT_NEAR(bends.sharpest, TURN / 24, 1e-9);
     }
     Coarse zigzag;
     for (std::size_t i = 0; i < COARSE; ++i) {
@@ -43,11 +42,27 @@ TEST(Bends, OutsideTheClosureDoNotCount) {
     fine[5] = {3, 3};
     fine[95] = {-3, 3};
     const Closure closure{.first = 10, .last = 80};
-    const Bends bends = innerBends(fine, closure, 4);
+    const Bends bends = innerBends(fine, closure);
     // Chords of four steps, from eight steps behind the first to eight before the last.
     constexpr int COUNT = (80 - 10 - 16) / 4 + 1;
     EXPECT_NEAR(bends.sum, COUNT * 4 * TURN / (FINE - 1), 1e-9);
-    EXPECT_NEAR(bends.sharpest, 4 * TURN / (FINE - 1), 1e-9);
+    EXPECT_NEAR(sharpestBend(fine, closure), 4 * TURN / (FINE - 1), 1e-9);
+}
+
+TEST(Bends, TheSharpestIsTheLargestToTheBit) {
+    // Bends of nearly a half turn either way, several of them nearly alike.
+    Fine fine;
+    for (std::size_t i = 0; i < FINE; ++i) {
+        const double phi = 0.7 * static_cast<double>(i * i % 31);
+        fine.at(i) = {std::cos(phi), std::sin(phi)};
+    }
+    double sharpest = 0.0;
+    for (int i = 8; i <= FINE - 9; ++i) {
+        const Vec p = pointAt(fine, i);
+        sharpest =
+            std::max(sharpest, std::abs(turn(p - pointAt(fine, i - 4), pointAt(fine, i + 4) - p)));
+    }
+    EXPECT_EQ(sharpestBend(fine, Closure()), sharpest);
 }
 
 }  // namespace

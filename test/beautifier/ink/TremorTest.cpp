@@ -13,7 +13,7 @@ using namespace ink;
 std::optional<Fine> calmed(const Path& path) {
     const Ink ink{path, 1, 1};
     const Frame frame = measure(ink);
-    return withoutTremor(Cursor(ink, frame), frame.length / frame.extent);
+    return withoutTremor(trackOf(ink, frame), frame.length / frame.extent);
 }
 
 TEST(Tremor, SteadyPathsHaveNone) {
@@ -49,7 +49,8 @@ TEST(Tremor, IsAveragedGradually) {
             },
             800);
         double squares = 0.0;
-        for (const Vec& p : resample({path, 1, 1}, measure({path, 1, 1}))) {
+        const Frame frame = measure({path, 1, 1});
+        for (const Vec& p : resample(trackOf({path, 1, 1}, frame), frame)) {
             squares += p.y * p.y;
         }
         const double rms = 200 * std::sqrt(squares / FINE);

@@ -102,7 +102,7 @@ private:
 };
 
 void addCorners(Collector& anchors, const Ink& ink, const Frame& frame, bool closed) {
-    const Fine fine = resample(ink, frame);
+    const Fine fine = resample(trackOf(ink, frame), frame);
     const Walk walk(fine, closed);
     for (int i = walk.first(); i <= walk.last(); ++i) {
         if (walk.isCorner(i)) {

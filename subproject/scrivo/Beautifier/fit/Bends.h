@@ -16,7 +16,6 @@ inline constexpr double MAX_TURNING = 4.0 * std::numbers::pi;
 struct Bends {
     double absolute = 0.0;
     double sum = 0.0;
-    double sharpest = 0.0;
 
     void add(double bend);
 };
@@ -24,9 +23,11 @@ struct Bends {
 /// Bends between chords of two steps along the points.
 Bends bendsOf(const Coarse& points);
 
-/// Bends between chords of four fine steps, taken every `step` points of the part
-/// between the tails. The closure itself is left out: ends that do not quite meet
-/// bend there in any case.
-Bends innerBends(const Fine& fine, const Closure& closure, int step);
+/// Bends between successive chords of four fine steps along the part between the tails.
+/// The closure itself is left out: ends that do not quite meet bend there in any case.
+Bends innerBends(const Fine& fine, const Closure& closure);
+
+/// The largest absolute bend, radians, between such chords about any point of that part.
+double sharpestBend(const Fine& fine, const Closure& closure);
 
 }  // namespace Scrivo::beautifier

@@ -41,17 +41,20 @@ Vec cornerOf(const FittedLine& a, const FittedLine& b, Vec ink, double size) {
 Corners cornersOf(const Coarse& points, const Scatter& scatter, const PolylineFit& fit, bool closed,
                   double size) {
     Corners corners;
-    FittedLine before = lineOf(scatter, fit, closed ? fit.pieces - 1 : 0);
+    std::array<FittedLine, MAX_PIECES> lines;
+    for (int k = 0; k < fit.pieces; ++k) {
+        lines[static_cast<std::size_t>(k)] = lineOf(scatter, fit, k);
+    }
     for (int k = 0; k < fit.pieces; ++k) {
         const int first = fit.knots[static_cast<std::size_t>(k)];
         const int last = fit.knots[static_cast<std::size_t>(k) + 1];
-        const FittedLine line = lineOf(scatter, fit, k);
+        const FittedLine& line = lines[static_cast<std::size_t>(k)];
+        const FittedLine& before = lines[static_cast<std::size_t>((k > 0 ? k : fit.pieces) - 1)];
         if (closed || k > 0) {
             corners.at[static_cast<std::size_t>(corners.count++)] =
                 cornerOf(before, line, at(points, first), size);
         }
         corners.worst = std::max(corners.worst, worstDistance(points, line, first + 1, last - 1));
-        before = line;
     }
     return corners;
 }

@@ -96,22 +96,37 @@ bool solve(NormalMatrix& m, Row& x) {
     return true;
 }
 
-/// One Gauss-Newton step, slightly damped because the angle of a circle is
-/// undetermined.
-bool improve(EllipseFit& fit, std::span<const Vec> points) {
-    NormalMatrix m{};
+void addRow(NormalMatrix& m, const Row& j, double r) {
+    for (std::size_t a = 0; a < UNKNOWNS; ++a) {
+        for (std::size_t b = a; b < UNKNOWNS; ++b) {
+            m[a][b] += j[a] * j[b];
+        }
+        m[a][UNKNOWNS] -= j[a] * r;
+    }
+}
+
+/// Measures the distances of the points from the ellipse, in the same pass as the
+/// normal equations of the next step where there is one.
+void measureResiduals(EllipseFit& fit, std::span<const Vec> points, NormalMatrix* next) {
     const double c = std::cos(fit.angle);
     const double s = std::sin(fit.angle);
+    double squares = 0.0;
+    fit.worst = 0.0;
     for (const Vec& p : points) {
         Row j;
-        const double r = residual(fit, p, c, s, &j);
-        for (std::size_t a = 0; a < UNKNOWNS; ++a) {
-            for (std::size_t b = a; b < UNKNOWNS; ++b) {
-                m[a][b] += j[a] * j[b];
-            }
-            m[a][UNKNOWNS] -= j[a] * r;
+        const double r = residual(fit, p, c, s, next != nullptr ? &j : nullptr);
+        squares += r * r;
+        fit.worst = std::max(fit.worst, std::abs(r));
+        if (next != nullptr) {
+            addRow(*next, j, r);
         }
     }
+    fit.rms = std::sqrt(squares / static_cast<double>(points.size()));
+}
+
+/// One Gauss-Newton step, slightly damped because the angle of a circle is
+/// undetermined.
+bool improve(EllipseFit& fit, NormalMatrix m) {
     for (std::size_t a = 0; a < UNKNOWNS; ++a) {
         m[a][a] += 1e-3;
         for (std::size_t b = 0; b < a; ++b) {
@@ -127,19 +142,6 @@ bool improve(EllipseFit& fit, std::span<const Vec> points) {
     fit.b = std::max(fit.b + step[3], MIN_RADIUS);
     fit.angle += step[4];
     return true;
-}
-
-void measureResiduals(EllipseFit& fit, std::span<const Vec> points) {
-    const double c = std::cos(fit.angle);
-    const double s = std::sin(fit.angle);
-    double squares = 0.0;
-    fit.worst = 0.0;
-    for (const Vec& p : points) {
-        const double r = residual(fit, p, c, s, nullptr);
-        squares += r * r;
-        fit.worst = std::max(fit.worst, std::abs(r));
-    }
-    fit.rms = std::sqrt(squares / static_cast<double>(points.size()));
 }
 
 }  // namespace
@@ -168,10 +170,12 @@ EllipseFit fitEllipseTo(const Coarse& loop) {
 }
 
 EllipseFit refined(EllipseFit fit, std::span<const Vec> points) {
-    measureResiduals(fit, points);
+    NormalMatrix next{};
+    measureResiduals(fit, points, &next);
     EllipseFit best = fit;
-    for (int i = 0; i < ELLIPSE_STEPS && improve(fit, points); ++i) {
-        measureResiduals(fit, points);
+    for (int i = 1; i <= ELLIPSE_STEPS && improve(fit, next); ++i) {
+        next = {};
+        measureResiduals(fit, points, i < ELLIPSE_STEPS ? &next : nullptr);
         best = fit.rms < best.rms ? fit : best;
     }
     if (best.a < best.b) {

@@ -66,11 +66,12 @@ Evidence examine(const Fine& outline) {
 }
 
 Evidence examine(const Ink& ink, const Frame& frame) {
-    Evidence e = examine(resample(ink, frame));
+    const Track track = trackOf(ink, frame);
+    Evidence e = examine(resample(track, frame));
     e.roughness = frame.length / frame.extent / lengthBetween(e.outline, 0, FINE - 1);
     e.pieces = frame.pieces;
     if (e.closed && e.pieces < MANY_PIECES) {
-        e.closed->round = examineRound(resampleRound(ink, frame));
+        e.closed->round = examineRound(resampleRound(track, frame));
     }
     return e;
 }

@@ -49,8 +49,11 @@ std::size_t farthest(const Coarse& points) {
         centre = centre + (1.0 / COARSE) * p;
     }
     std::size_t best = 0;
+    double largest = norm(points[0] - centre);
     for (std::size_t i = 1; i < points.size(); ++i) {
-        if (norm(points[i] - centre) > norm(points[best] - centre)) {
+        const double distance = norm(points[i] - centre);
+        if (distance > largest) {
+            largest = distance;
             best = i;
         }
     }
@@ -129,6 +132,7 @@ double lengthBetween(const Fine& fine, int first, int last) {
 }
 
 Closure close(const Fine& fine) {
+    constexpr double ROUNDING = 1e-6;
     const double step = lengthBetween(fine, 0, FINE - 1) / (FINE - 1);
     Closure best;
     best.gap = norm(at(fine, 0) - at(fine, FINE - 1));
@@ -139,7 +143,13 @@ Closure close(const Fine& fine) {
             if (charge >= bestCost) {
                 break;
             }
-            const double gap = norm(at(fine, i) - at(fine, FINE - 1 - k));
+            const Vec between = at(fine, i) - at(fine, FINE - 1 - k);
+            // A root takes long; most gaps are too wide by more than rounding errors.
+            const double most = (1.0 + ROUNDING) * (bestCost - charge);
+            if (dot(between, between) > most * most) {
+                continue;
+            }
+            const double gap = norm(between);
             if (gap + charge < bestCost) {
                 bestCost = gap + charge;
                 best = {i, FINE - 1 - k, FINE - 1 - k, gap,

@@ -32,16 +32,24 @@ public:
     Scatter() = default;
     explicit Scatter(const Coarse& points);
 
-    /// Sums of squared distances of the points to `last` from their line, for each first
-    /// point `from` to `to`, in result[first].
-    void squares(int last, int from, int to, std::span<double> result) const;
+    /// As many runs are measured at once, by vector instructions.
+    static constexpr int RUNS = 8;
+
+    /// Sum of the squared distances of the points `first` to `last` from their line.
+    double squares(int first, int last) const;
+    /// The same for each of the last points `last` to `last` + `RUNS` - 1. Those of runs
+    /// that are longer than once around are meaningless.
+    std::array<double, RUNS> squaresOfRuns(int first, int last) const;
     FittedLine line(int first, int last) const;
 
 private:
-    using Sums = std::array<double, COARSE + LOOP + 1>;
+    // The rest is for runs that are measured in vain.
+    using Sums = std::array<double, COARSE + LOOP + 1 + RUNS>;
 
     struct Central {
         double x, y, xx, xy, yy;
+        /// The smaller eigenvalue of the scatter matrix.
+        double smaller() const;
     };
     Central central(int first, int last) const;
 
@@ -65,8 +73,8 @@ using PolylineFits = std::array<PolylineFit, MAX_PIECES>;  ///< of 1, 2, ... pie
 PolylineFits fitPolylines(const Scatter& scatter, int maxPieces);
 
 /// Closed polygons of 3 to 6 corners through a loop that starts at a likely
-/// corner. The search is repeated from a corner of its result, and the better result
-/// of the two is returned.
+/// corner; there are none of 1 and 2. The search is repeated from a corner of its
+/// result, and the better result of the two is returned.
 PolylineFits fitPolygons(const Scatter& scatter);
 
 }  // namespace Scrivo::beautifier

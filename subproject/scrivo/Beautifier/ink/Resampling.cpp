@@ -1,6 +1,5 @@
 #include "Beautifier/ink/Resampling.h"
 
-#include "Beautifier/ink/Cursor.h"
 #include "Beautifier/ink/Tremor.h"
 
 #include <algorithm>
@@ -27,24 +26,22 @@ constexpr double CORNER_BEND = 2.2;
 constexpr BendLimits ALL_ROUND{2.2, 2.7};
 constexpr double SQUARE_CORNERS = 1.53;
 
-// Strokes with more bends are joined by straight pieces: their curves are dense enough.
-constexpr int FEW_SAMPLES = 24;
+// Strokes of more samples are joined by straight pieces: their curves are dense enough.
+constexpr std::size_t FEW_SAMPLES = 27;
 
 /// How a stroke of few samples is to be joined: as a curve when its bends are
 /// spread over all samples and none of them is a corner.
-BendLimits limitsOf(Cursor cursor) {
-    Vec a;
-    Vec b;
-    Vec c;
-    if (!cursor.next(a) || !cursor.next(b)) {
+BendLimits limitsOf(const Track& track) {
+    if (track.size() > FEW_SAMPLES) {
         return AMONG_STRAIGHT;
     }
     double sum = 0.0;
     double squares = 0.0;
     int bends = 0;
-    for (; cursor.next(c); a = b, b = c) {
-        const double bend = std::abs(turn(b - a, c - b));
-        if (bend > CORNER_BEND || bends > FEW_SAMPLES) {
+    for (std::size_t i = 2; i < track.size(); ++i) {
+        const double bend =
+            std::abs(turn(track[i - 1].at - track[i - 2].at, track[i].at - track[i - 1].at));
+        if (bend > CORNER_BEND) {
             return AMONG_STRAIGHT;
         }
         sum += bend;
@@ -59,41 +56,76 @@ BendLimits limitsOf(Cursor cursor) {
             (1.0 - t) * AMONG_STRAIGHT.sharp + t * AMONG_BENT.sharp};
 }
 
-/// Catmull-Rom tangent at `b`, times the parameter length of the piece b-c;
-/// `toNext` tells whether that piece follows or precedes.
-Vec tangent(Vec a, Vec b, Vec c, bool toNext, const BendLimits& limits) {
-    const double before = norm(b - a);
-    const double after = norm(c - b);
-    const Vec chord = toNext ? c - b : b - a;
-    const double bend = std::abs(turn(b - a, c - b));
-    const double smooth =
-        std::clamp((limits.sharp - bend) / (limits.sharp - limits.smooth), 0.0, 1.0);
-    if (smooth == 0.0) {
-        return chord;
+/// How much of a curve there is at a bend: from 1 for a smooth one to 0 for a corner.
+double smoothnessOf(Vec before, Vec after, const BendLimits& limits) {
+    // The tangent of 0.61: gentler bends are smooth by any limits.
+    constexpr double GENTLE = 0.7;
+    if (std::abs(cross(before, after)) <= GENTLE * dot(before, after)) {
+        return 1.0;
     }
-    const double s = std::sqrt(before);
-    const double t = std::sqrt(after);
-    const Vec speed = (1.0 / s) * (b - a) - (1.0 / (s + t)) * (c - a) + (1.0 / t) * (c - b);
-    return smooth * (toNext ? t : s) * speed + (1.0 - smooth) * chord;
+    const double bend = std::abs(turn(before, after));
+    return std::clamp((limits.sharp - bend) / (limits.sharp - limits.smooth), 0.0, 1.0);
 }
 
-/// Four successive samples; the piece in question runs from `b` to `c`.
-struct Window {
-    Vec a, b, c, d;
-    bool hasA = false;
-    bool hasD = false;
+/// The curve at a sample between two others.
+struct Knot {
+    std::size_t sample = 0;
+    Vec speed;  ///< of the centripetal Catmull-Rom curve
+    double smooth = 0.0;
+    double before = 0.0;  ///< parameter lengths of the pieces on either side
+    double after = 0.0;
 
-    /// Tangents at `b` and `c`; at an end of the stroke that of a parabola.
-    void tangents(const BendLimits& limits, Vec& atB, Vec& atC) const {
-        const Vec chord = c - b;
-        atB = hasA ? tangent(a, b, c, true, limits) : chord;
-        atC = hasD ? tangent(b, c, d, false, limits) : chord;
+    /// Tangent times the parameter length of the piece with this `chord` and `length`.
+    Vec tangent(Vec chord, double length) const {
+        return smooth == 0.0 ? chord : smooth * length * speed + (1.0 - smooth) * chord;
+    }
+};
+
+Knot knotAt(const Track& track, std::size_t i, const BendLimits& limits) {
+    const Vec a = track[i - 1].at;
+    const Vec b = track[i].at;
+    const Vec c = track[i + 1].at;
+    Knot knot{i, {}, smoothnessOf(b - a, c - b, limits)};
+    if (knot.smooth > 0.0) {
+        const double s = std::sqrt(track[i - 1].piece);
+        const double t = std::sqrt(track[i].piece);
+        knot.speed = (1.0 / s) * (b - a) - (1.0 / (s + t)) * (c - a) + (1.0 / t) * (c - b);
+        knot.before = s;
+        knot.after = t;
+    }
+    return knot;
+}
+
+/// Tangents at the ends of the pieces of a track, which must be asked for in ascending
+/// order.
+class Tangents {
+public:
+    Tangents(const Track& track, const BendLimits& limits) : m_track(track), m_limits(limits) {}
+
+    /// Those of piece `i`; at an end of the stroke that of a parabola.
+    void of(std::size_t i, Vec& atB, Vec& atC) {
+        const bool hasA = i > 0;
+        const bool hasD = i + 2 < m_track.size();
+        const Vec chord = m_track[i + 1].at - m_track[i].at;
+        if (hasA && m_knot.sample != i) {
+            m_knot = knotAt(m_track, i, m_limits);
+        }
+        atB = hasA ? m_knot.tangent(chord, m_knot.after) : chord;
+        if (hasD) {
+            m_knot = knotAt(m_track, i + 1, m_limits);
+        }
+        atC = hasD ? m_knot.tangent(chord, m_knot.before) : chord;
         if (!hasA && hasD) {
             atB = 2.0 * chord - atC;
         } else if (hasA && !hasD) {
             atC = 2.0 * chord - atB;
         }
     }
+
+private:
+    const Track& m_track;
+    BendLimits m_limits;
+    Knot m_knot;  ///< the last one, where the next piece begins
 };
 
 /// Cubic Hermite piece from `b` to `c` at parameter `t` in [0, 1].
@@ -104,48 +136,41 @@ Vec hermite(Vec b, Vec c, Vec atB, Vec atC, double t) {
 }
 
 /// `FINE` points along the curve that joins the samples.
-Fine joined(Cursor cursor, const Frame& frame, const BendLimits& limits) {
+Fine joined(const Track& track, double length, const BendLimits& limits) {
     Fine out;
-    Window w;
-    if (!cursor.next(w.b) || !cursor.next(w.c)) {
-        return out;
-    }
-    w.hasD = cursor.next(w.d);
-    const double step = frame.length / frame.extent / (FINE - 1);
-    out[0] = w.b;
+    const double step = length / (FINE - 1);
+    Tangents tangents(track, limits);
+    out[0] = track.front().at;
     int made = 1;
-    double start = 0.0;  // arc length at w.b
-    while (made < FINE) {
-        const double piece = norm(w.c - w.b);
-        const bool last = !w.hasD;
+    for (std::size_t i = 0; made < FINE; ++i) {
+        const auto& [b, start, piece, integral] = track[i];
+        const Vec c = track[i + 1].at;
+        const bool last = i + 2 == track.size();
         if (made * step <= start + piece || last) {
-            Vec atB = w.c - w.b;
+            Vec atB = c - b;
             Vec atC = atB;
             if (piece > step) {
-                w.tangents(limits, atB, atC);
+                tangents.of(i, atB, atC);
             }
             for (; made < FINE && (made * step <= start + piece || last); ++made) {
                 const double t = std::clamp((made * step - start) / piece, 0.0, 1.0);
-                out[static_cast<std::size_t>(made)] = hermite(w.b, w.c, atB, atC, t);
+                out[static_cast<std::size_t>(made)] = hermite(b, c, atB, atC, t);
             }
         }
-        start += piece;
-        w = {w.b, w.c, w.d, {}, true, false};
-        w.hasD = cursor.next(w.d);
     }
     return out;
 }
 
 }  // namespace
 
-Fine resample(const Ink& ink, const Frame& frame) {
-    const Cursor cursor(ink, frame);
-    const std::optional<Fine> calm = withoutTremor(cursor, frame.length / frame.extent);
-    return calm ? *calm : joined(cursor, frame, limitsOf(cursor));
+Fine resample(const Track& track, const Frame& frame) {
+    const double length = frame.length / frame.extent;
+    const std::optional<Fine> calm = withoutTremor(track, length);
+    return calm ? *calm : joined(track, length, limitsOf(track));
 }
 
-Fine resampleRound(const Ink& ink, const Frame& frame) {
-    return joined(Cursor(ink, frame), frame, ALL_ROUND);
+Fine resampleRound(const Track& track, const Frame& frame) {
+    return joined(track, frame.length / frame.extent, ALL_ROUND);
 }
 
 Coarse coarse(const Fine& fine) {

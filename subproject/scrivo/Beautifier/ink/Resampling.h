@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Beautifier/ink/Frame.h"
+#include "Beautifier/ink/Track.h"
 #include "Beautifier/ink/Vec.h"
 
 #include <array>
@@ -33,11 +34,11 @@ struct Part {
 /// to straight pieces, so that a polygon of few samples keeps its edges. Where
 /// the pen trembles throughout, the points are means of the path about them.
 /// Requires a measurable frame with a positive extent.
-Fine resample(const Ink& ink, const Frame& frame);
+Fine resample(const Track& track, const Frame& frame);
 
 /// The same for a round stroke of few samples: the curve is smooth at all of them,
 /// except where the pen turns back.
-Fine resampleRound(const Ink& ink, const Frame& frame);
+Fine resampleRound(const Track& track, const Frame& frame);
 
 /// Every second point.
 Coarse coarse(const Fine& fine);

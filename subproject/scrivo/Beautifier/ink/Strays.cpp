@@ -34,6 +34,12 @@ double bendAt(const Fine& fine, int i, int before, int after) {
     return lengths > 0.0 ? dot(a, b) / std::sqrt(lengths) : 1.0;
 }
 
+/// Whether the bend at point `i` between such chords is above a right angle.
+bool isBack(const Fine& fine, int i, int before, int after) {
+    const Vec p = pointAt(fine, i);
+    return dot(p - pointAt(fine, i - before), pointAt(fine, i + after) - p) < 0.0;
+}
+
 /// Distance, clamped to `most`, of the point `k` steps after `turn` from the outline
 /// about `k` steps before it; the reverse when `step` is -1.
 double besideAt(const Fine& fine, int turn, int k, int step, double most) {
@@ -88,9 +94,10 @@ bool isArrowHead(const Fine& fine, bool atEnd) {
     int turns = 0;
     for (int i = 2; i <= REACH; ++i) {
         const int toEnd = std::min(i, CHORD);
-        const double bend =
-            atEnd ? bendAt(fine, FINE - 1 - i, CHORD, toEnd) : bendAt(fine, i, toEnd, CHORD);
-        if (bend < SHARP) {
+        const int place = atEnd ? FINE - 1 - i : i;
+        const int before = atEnd ? CHORD : toEnd;
+        const int after = atEnd ? toEnd : CHORD;
+        if (isBack(fine, place, before, after) && bendAt(fine, place, before, after) < SHARP) {
             ++turns;
             i += CHORD;
         }
@@ -104,7 +111,8 @@ Part beforeRetracing(const Fine& fine) {
     for (int i = FINE / 2; i >= MIN_RETRACED; --i) {
         for (const bool atEnd : {true, false}) {
             const int turn = atEnd ? FINE - 1 - i : i;
-            if (!arrows[atEnd ? 1 : 0] && bendAt(fine, turn, CHORD, CHORD) <= TURN_BACK &&
+            if (isBack(fine, turn, CHORD, CHORD) && !arrows[atEnd ? 1 : 0] &&
+                bendAt(fine, turn, CHORD, CHORD) <= TURN_BACK &&
                 isRetraced(fine, turn, atEnd ? 1 : -1)) {
                 return atEnd ? Part{0, turn} : Part{turn, FINE - 1};
             }
@@ -118,9 +126,11 @@ Part beforeRetracing(const Fine& fine) {
 int overlapOf(const Fine& fine) {
     constexpr int SLACK = 3;
     int meets = 0;
+    double least = norm(fine.front() - fine.back());
     for (int i = 1; i <= FINE / 2; ++i) {
-        const Vec end = fine.back();
-        meets = norm(pointAt(fine, i) - end) < norm(pointAt(fine, meets) - end) ? i : meets;
+        const double distance = norm(pointAt(fine, i) - fine.back());
+        meets = distance < least ? i : meets;
+        least = std::min(least, distance);
     }
     double sum = 0.0;
     for (int k = 0; k < meets; ++k) {
@@ -171,9 +181,12 @@ int hookAt(const Fine& fine) {
     for (int i = 1; i <= HOOK_STEPS; ++i) {
         const double reach = norm(pointAt(fine, i) - pointAt(fine, 0));
         path += norm(pointAt(fine, i) - pointAt(fine, i - 1));
-        const double bend = bendAt(fine, i, std::min(i, CHORD), CHORD);
         const bool isFlick = reach <= MAX_HOOK && path <= STRAIGHT * reach;
-        if (isFlick && bend < sharpest && gap > 0.5 * reach) {
+        if (!isFlick || !(gap > 0.5 * reach)) {
+            continue;
+        }
+        const double bend = bendAt(fine, i, std::min(i, CHORD), CHORD);
+        if (bend < sharpest) {
             sharpest = bend;
             best = i;
         }

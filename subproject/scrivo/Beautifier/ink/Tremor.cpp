@@ -6,42 +6,36 @@ namespace Scrivo::beautifier {
 
 namespace {
 
-/// Sums the path through the samples: the integral of the position over the arc
-/// length, from the start to places that must be asked for in ascending order.
+/// The integral of the position over the arc length, from the start of a track to
+/// places that must be asked for in ascending order.
 class PathIntegral {
 public:
-    explicit PathIntegral(Cursor cursor)
-        : m_cursor(cursor), m_more(m_cursor.next(m_from) && m_cursor.next(m_to)) {}
+    explicit PathIntegral(const Track& track) : m_track(track) {}
 
     Vec upTo(double length) {
-        while (m_more && length > m_start + norm(m_to - m_from)) {
-            const double piece = norm(m_to - m_from);
-            m_sum = m_sum + (0.5 * piece) * (m_from + m_to);
-            m_start += piece;
-            m_from = m_to;
-            m_more = m_cursor.next(m_to);
+        while (m_from + 1 < m_track.size() &&
+               length > m_track[m_from].start + m_track[m_from].piece) {
+            ++m_from;
         }
-        const double piece = m_more ? norm(m_to - m_from) : 0.0;
-        const double t = length - m_start;
-        return m_sum + t * m_from + (piece > 0.0 ? 0.5 * t * t / piece : 0.0) * (m_to - m_from);
+        const TrackPoint& from = m_track[m_from];
+        const Vec to = m_track[std::min(m_from + 1, m_track.size() - 1)].at;
+        const double t = length - from.start;
+        return from.integral + t * from.at +
+               (from.piece > 0.0 ? 0.5 * t * t / from.piece : 0.0) * (to - from.at);
     }
 
 private:
-    Cursor m_cursor;
-    Vec m_from;
-    Vec m_to;
-    bool m_more;
-    double m_start = 0.0;
-    Vec m_sum;
+    const Track& m_track;
+    std::size_t m_from = 0;
 };
 
 /// `N` points at even distances along the samples, each the mean of the path
 /// within `reach` of it, or within its distance from the nearer end if that is less.
 template <std::size_t N>
-std::array<Vec, N> averaged(const Cursor& cursor, double length, double reach) {
+std::array<Vec, N> averaged(const Track& track, double length, double reach) {
     std::array<Vec, N> out;
-    PathIntegral behind(cursor);
-    PathIntegral ahead(cursor);
+    PathIntegral behind(track);
+    PathIntegral ahead(track);
     for (std::size_t k = 0; k < N; ++k) {
         const double place = length * static_cast<double>(k) / (N - 1);
         const double r = std::max(std::min({reach, place, length - place}), 1e-6 * length);
@@ -57,9 +51,9 @@ constexpr double TREMOR_REACH = 0.04;
 
 /// Ratio of the lengths of the path and its average, where it is typically rough
 /// (median): 1 for lines, curves and polygons, more for a shaking hand.
-double roughnessOf(const Cursor& cursor, double length) {
+double roughnessOf(const Track& track, double length) {
     constexpr std::size_t PLACES = 49;
-    const auto even = averaged<PLACES>(cursor, length, TREMOR_REACH);
+    const auto even = averaged<PLACES>(track, length, TREMOR_REACH);
     std::array<double, PLACES - 1> steps;
     for (std::size_t i = 0; i < steps.size(); ++i) {
         steps[i] = norm(even[i + 1] - even[i]);
@@ -92,16 +86,16 @@ Fine even(const std::array<Vec, N>& points) {
 
 }  // namespace
 
-std::optional<Fine> withoutTremor(const Cursor& cursor, double length) {
+std::optional<Fine> withoutTremor(const Track& track, double length) {
     constexpr double STEADY = 1.04;
     constexpr double ROUGH = 1.15;
     constexpr std::size_t PLACES = 2 * FINE - 1;
-    const double roughness = roughnessOf(cursor, length);
+    const double roughness = roughnessOf(track, length);
     if (!(roughness > STEADY)) {
         return std::nullopt;
     }
     const double strength = std::min((roughness - STEADY) / (ROUGH - STEADY), 1.0);
-    return even(averaged<PLACES>(cursor, length, strength * roughness * TREMOR_REACH));
+    return even(averaged<PLACES>(track, length, strength * roughness * TREMOR_REACH));
 }
 
 }  // namespace Scrivo::beautifier

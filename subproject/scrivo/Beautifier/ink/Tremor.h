@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Beautifier/ink/Cursor.h"
 #include "Beautifier/ink/Resampling.h"
+#include "Beautifier/ink/Track.h"
 
 #include <optional>
 
@@ -11,6 +11,6 @@ namespace Scrivo::beautifier {
 /// length in the frame's units; nothing when it is steady. Corners, however many,
 /// do not count as tremor. From steady to rough the path is averaged over more and
 /// more of its length.
-std::optional<Fine> withoutTremor(const Cursor& cursor, double length);
+std::optional<Fine> withoutTremor(const Track& track, double length);
 
 }  // namespace Scrivo::beautifier

@@ -17,13 +17,12 @@ constexpr double MAX_ROUGHNESS = 1.5;
 
 /// Path within a small disc about `end`, in radii: 1 for a straight end, more
 /// for arrow heads and scribbled dots.
-double knotAt(const Evidence& e, Vec end) {
+double knotAt(const Evidence& e, double length, Vec end) {
     constexpr double RADIUS = 0.08;
     constexpr double MAX_KNOT = 10.0;
     const double radius = RADIUS * e.size;
     const auto inside = std::count_if(e.outline.begin(), e.outline.end(),
                                       [&](Vec p) { return norm(p - end) < radius; });
-    const double length = lengthBetween(e.outline, 0, FINE - 1);
     const double path = static_cast<double>(inside) * length / (FINE - 1);
     return std::log(std::clamp(path / radius, 1.0, MAX_KNOT));
 }
@@ -56,7 +55,9 @@ double closureBend(const Fine& fine, const Closure& c) {
 void measureStroke(const Evidence& e, Features& f) {
     f["TURNING"_f] = std::min(e.bends.absolute, MAX_TURNING);
     f["BOW"_f] = std::abs(e.bends.sum);
-    f["KNOT"_f] = std::max(knotAt(e, e.outline.front()), knotAt(e, e.outline.back()));
+    const double length = lengthBetween(e.outline, 0, FINE - 1);
+    f["KNOT"_f] =
+        std::max(knotAt(e, length, e.outline.front()), knotAt(e, length, e.outline.back()));
     f["TWO_RMS"_f] = share(e.polylines[1].rms, e.size);
     f["THREE_RMS"_f] = share(e.polylines[2].rms, e.size);
     f["FOUR_RMS"_f] = share(e.polylines[3].rms, e.size);
@@ -69,7 +70,7 @@ void measureStroke(const Evidence& e, Features& f) {
 }
 
 void measureLoop(const Evidence& e, const ClosedEvidence& c, Features& f) {
-    const Bends apart = innerBends(e.fine, c.closure, 4);
+    const Bends apart = innerBends(e.fine, c.closure);
     const double tail = share(tailOf(e.fine, c), e.size);
     f["CLOSURE_BEND"_f] = closureBend(e.fine, c.closure);
     f["GAP"_f] = share(c.closure.gap, e.size);
@@ -77,7 +78,7 @@ void measureLoop(const Evidence& e, const ClosedEvidence& c, Features& f) {
     f["TAIL"_f] = tail;
     f["LONG_TAIL"_f] = std::max(0.0, std::exp(tail) - SHORT_TAIL);
     f["COUNTER_BENDS"_f] = std::min(0.5 * (apart.absolute - std::abs(apart.sum)), std::numbers::pi);
-    f["SHARPEST_BEND"_f] = innerBends(e.fine, c.closure, 1).sharpest;
+    f["SHARPEST_BEND"_f] = sharpestBend(e.fine, c.closure);
     f["POLYGON3_RMS"_f] = share(c.polygons[2].rms, e.size);
     f["POLYGON4_RMS"_f] = share(c.polygons[3].rms, e.size);
     f["POLYGON5_RMS"_f] = share(c.polygons[4].rms, e.size);
