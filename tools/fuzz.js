@@ -27,7 +27,7 @@ const corpusFile = (target) => path.join(CORPUS, `${target}.txt`);
 const program = (target) => path.join(BUILD, 'fuzz', `fuzz_${target}`);
 const TARGETS = fs.readdirSync(CORPUS).map((name) => path.basename(name, '.txt'));
 /** Files of test/properties with properties of any values. */
-const PROPERTIES = ['package', 'readers'];
+const PROPERTIES = ['lines', 'package', 'readers'];
 
 function emptyFolder(...names) {
   const folder = path.join(BUILD, ...names);

@@ -7,6 +7,7 @@
 const assert = require('node:assert/strict');
 const { initScrivo, optimizeAStroke, templates } = require('../../lib/index.js');
 const { Beautifier, outlineOf, resample } = require('../../lib/beautifier.js');
+const { LineIdealiser } = require('../../lib/lines.js');
 const { INK, WIDTH, HEIGHT } = require('../support/strokes.js');
 
 const [shim, name, first] = process.argv.slice(2);
@@ -15,7 +16,16 @@ const { failAt, stop, countLive } = require(shim);
 const beautifier = new Beautifier();
 const others = [INK.line, INK.angle];
 const circle = { kind: 'circle', centre: { x: 1, y: 1 }, radius: 1 };
+const linesOf = (...strokes) =>
+  Buffer.from(
+    strokes
+      .map((ink) => `{"id":7,"points":[${ink.map(({ x, y }) => `[${900 * x},${600 * y}]`)}]}\n`)
+      .join(''),
+  );
+const lines = linesOf(INK.quadrangle, INK.line, INK.ellipse);
 const CALLS = {
+  // One that has been used has the memory that it needs.
+  idealise: () => new LineIdealiser().idealise(lines, 'a.ndjson'),
   Beautifier: () => new Beautifier({ anchors: ['end'] }).options,
   beautify: () => beautifier.beautify(INK.quadrangle, WIDTH, HEIGHT, others),
   beautifyAs: () => beautifier.beautifyAs(INK.ellipse, 'square', WIDTH, HEIGHT, others),

@@ -40,7 +40,7 @@ function outcomes(name) {
   return sum;
 }
 
-for (const name of ['Beautifier', 'beautify', 'beautifyAs', 'outlineOf', 'resample']) {
+for (const name of ['Beautifier', 'beautify', 'beautifyAs', 'outlineOf', 'resample', 'idealise']) {
   test(`${name} throws when memory runs out, and leaves nothing behind`, { skip }, () => {
     const found = outcomes(name);
     assert.equal(found.ended, 0);

@@ -25,6 +25,20 @@ TEST(BeautifierFigure, MovesIntoTheAreaWithItsPath) {
     EXPECT_NEAR(std::get<EllipseFigure>(tall.figure).centre.y, 300.0, 1.0) << "too high to fit";
 }
 
+TEST(BeautifierFigure, IsMovedWhereItFitsOnly) {
+    const auto movedBy = [](double width, double height) {
+        Figure line = LineFigure{{-10, 20}, {width - 10, height + 20}};
+        const bool isMoved = beautifier::moveInside(line, beautifier::outlineOf(line), 800, 600);
+        const Point2D from = std::get<LineFigure>(line).from;
+        EXPECT_EQ(isMoved, length(from - Point2D{-10, 20}) > 0.0);
+        return from - Point2D{-10, 20};
+    };
+    EXPECT_EQ(movedBy(800, 600).x, 10.0);
+    EXPECT_EQ(movedBy(800, 600).y, -20.0);
+    EXPECT_EQ(movedBy(801, 600).x, 0.0);
+    EXPECT_EQ(movedBy(800, 601).y, 0.0);
+}
+
 TEST(Families, AreInTheOrderOfTheEnumeration) {
     std::size_t number = 0;
     for (const auto& family : beautifier::families()) {

@@ -78,7 +78,7 @@ Box boxOf(std::span<const Point2D> points) {
 
 bool moveInside(Figure& figure, std::span<const Point2D> outline, double width, double height) {
     const auto [low, high] = boxOf(outline);
-    const bool fits = (low.x >= 0.0 || high.x <= width) && (low.y >= 0.0 || high.y <= height);
+    const bool fits = high.x - low.x <= width && high.y - low.y <= height;
     const Shift shift{shiftInto(low.x, high.x, width), shiftInto(low.y, high.y, height)};
     if (!fits || (shift.dx == 0.0 && shift.dy == 0.0)) {
         return false;

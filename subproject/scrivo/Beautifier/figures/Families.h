@@ -49,9 +49,8 @@ std::vector<Point2D> outlineOf(const Figure& figure);
 /// The smallest box around points, at least one.
 Box boxOf(std::span<const Point2D> points);
 
-/// Moves a figure whose `outline` sticks out of the drawing area back into it. A
-/// figure that sticks out on opposite sides cannot fit and stays where it is. Returns
-/// whether it was moved.
+/// Moves a figure whose `outline` sticks out of the drawing area back into it. One that
+/// is larger than the area stays where it is. Returns whether the figure was moved.
 bool moveInside(Figure& figure, std::span<const Point2D> outline, double width, double height);
 
 }  // namespace Scrivo::beautifier
