@@ -183,12 +183,10 @@ async function runAside(names) {
 
 /** All suites: those that mostly compile beside those that mostly wait, to keep all cores busy. */
 async function runAll() {
-  const names = Object.keys(SUITES);
-  const first = await runInTurn(['release']);
   const aside = runAside(ASIDE);
-  const main = await runInTurn(names.filter((name) => name !== 'release' && !ASIDE.includes(name)));
+  const main = await runInTurn(Object.keys(SUITES).filter((name) => !ASIDE.includes(name)));
   console.log(`\nStill running: ${ASIDE.join(', ')}`);
-  return [...first, ...main, ...(await aside)()];
+  return [...main, ...(await aside)()];
 }
 
 function readArguments(args) {
