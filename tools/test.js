@@ -128,7 +128,7 @@ const SUITES = {
 };
 /** Run beside the others when all are run. */
 const ASIDE = ['lint', 'asan', 'node-asan', 'tsan'];
-const AT_LOW_PRIORITY = process.platform === 'win32' ? [] : ['nice', '-n', '5'];
+const AT_LOW_PRIORITY = process.platform === 'win32' ? [] : ['nice', '-n', '19'];
 
 function verdict({ code, passed, failed, isCheck }) {
   if (code !== 0 || failed > 0) return 'FAILED';
