@@ -6,7 +6,7 @@ const { FAMILIES } = require('./figures.js');
 const { loadNative } = require('./native.js');
 const { found } = require('./packing.js');
 
-const native = loadNative('lines');
+const native = loadNative('beautifier');
 
 const ENGINES = ['beautifier', 'template'];
 const MAX_DECIMALS = 15;

@@ -22,42 +22,34 @@ const SHIPPED = {
   'darwin-arm64': {
     hello: path.join(__dirname, '../prebuilds/darwin-arm64/hello.node'),
     beautifier: path.join(__dirname, '../prebuilds/darwin-arm64/beautifier.node'),
-    lines: path.join(__dirname, '../prebuilds/darwin-arm64/lines.node'),
   },
   'darwin-x64': {
     hello: path.join(__dirname, '../prebuilds/darwin-x64/hello.node'),
     beautifier: path.join(__dirname, '../prebuilds/darwin-x64/beautifier.node'),
-    lines: path.join(__dirname, '../prebuilds/darwin-x64/lines.node'),
   },
   'linux-arm64': {
     hello: path.join(__dirname, '../prebuilds/linux-arm64/hello.node'),
     beautifier: path.join(__dirname, '../prebuilds/linux-arm64/beautifier.node'),
-    lines: path.join(__dirname, '../prebuilds/linux-arm64/lines.node'),
   },
   'linux-arm64-musl': {
     hello: path.join(__dirname, '../prebuilds/linux-arm64-musl/hello.node'),
     beautifier: path.join(__dirname, '../prebuilds/linux-arm64-musl/beautifier.node'),
-    lines: path.join(__dirname, '../prebuilds/linux-arm64-musl/lines.node'),
   },
   'linux-x64': {
     hello: path.join(__dirname, '../prebuilds/linux-x64/hello.node'),
     beautifier: path.join(__dirname, '../prebuilds/linux-x64/beautifier.node'),
-    lines: path.join(__dirname, '../prebuilds/linux-x64/lines.node'),
   },
   'linux-x64-musl': {
     hello: path.join(__dirname, '../prebuilds/linux-x64-musl/hello.node'),
     beautifier: path.join(__dirname, '../prebuilds/linux-x64-musl/beautifier.node'),
-    lines: path.join(__dirname, '../prebuilds/linux-x64-musl/lines.node'),
   },
   'win32-arm64': {
     hello: path.join(__dirname, '../prebuilds/win32-arm64/hello.node'),
     beautifier: path.join(__dirname, '../prebuilds/win32-arm64/beautifier.node'),
-    lines: path.join(__dirname, '../prebuilds/win32-arm64/lines.node'),
   },
   'win32-x64': {
     hello: path.join(__dirname, '../prebuilds/win32-x64/hello.node'),
     beautifier: path.join(__dirname, '../prebuilds/win32-x64/beautifier.node'),
-    lines: path.join(__dirname, '../prebuilds/win32-x64/lines.node'),
   },
 };
 

@@ -4,6 +4,7 @@
 #include "Beautifier/figures/Families.h"
 #include "FigureNumbers.h"
 #include "Wrapped.h"
+#include "lines.h"
 
 #include <algorithm>
 #include <array>
@@ -22,8 +23,8 @@
 #include <vector>
 
 /// The native module "beautifier": a class that takes and returns packed numbers,
-/// and tables of the families and figures. lib/beautifier.js checks the arguments,
-/// packs and unpacks them; it is the only user of this module.
+/// tables of the families and figures, and what lines.cc adds. lib/beautifier.js checks the
+/// arguments, packs and unpacks them; it is the only user of this part.
 namespace binding {
 namespace {
 
@@ -295,6 +296,7 @@ Napi::Object Init(Napi::Env env, Napi::Object exports) {
     exports.Set("resample", Napi::Function::New<resample>(env));
     exports.Set("families", describeFamilies(env));
     exports.Set("figures", describeFigures(env, std::make_index_sequence<FIGURES>()));
+    addLines(env, exports);
     return exports;
 }
 

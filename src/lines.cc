@@ -1,3 +1,5 @@
+#include "lines.h"
+
 #include "Arguments.h"
 #include "Scrivo/Scrivo.h"
 #include "Wrapped.h"
@@ -16,9 +18,6 @@
 #include <utility>
 #include <vector>
 
-/// The native module "lines": a class that turns blocks of lines into blocks of lines, and the
-/// templates of its template engine. lib/lines.js checks the arguments; it is the only user of
-/// this module.
 namespace binding {
 namespace {
 
@@ -159,18 +158,15 @@ napi_value loadTemplates(napi_env env, napi_callback_info info) {
     });
 }
 
-Napi::Object Init(Napi::Env env, Napi::Object exports) {
+}  // namespace
+
+void addLines(Napi::Env env, Napi::Object exports) {
     const std::array properties{method("loadTemplates", loadTemplates)};
     attempt(env, napi_define_properties, static_cast<napi_value>(exports), properties.size(),
             properties.data());
     exports.Set("LineIdealiser",
                 defineClass(env, "LineIdealiser", construct,
                             std::array{method("idealise", idealise), method("copy", copy)}));
-    return exports;
 }
-
-}  // namespace
-
-NODE_API_MODULE(lines, Init)
 
 }  // namespace binding

@@ -5,7 +5,7 @@ const { test } = require('node:test');
 
 const { loadNative } = require('../../lib/native.js');
 
-const { LineIdealiser, loadTemplates } = loadNative('lines');
+const { LineIdealiser, loadTemplates } = loadNative('beautifier');
 
 const OPTIONS = [[1], 0, 4, 0.5, true, true, true, true, []];
 const SETTINGS = Float64Array.of(1, 3);
