@@ -54,7 +54,7 @@ bool Idealiser::addAnswer(std::string_view source) {
                       m_settings.decimals};
     const double width = units.area.width * scale;
     const double height = units.area.height * scale;
-    if (!isSize(width) || !isSize(height)) return false;
+    if (!isSize(width) || !isSize(height) || !std::isfinite(width + height)) return false;
     if (!toFractions(m_line.points(), units.area, m_stroke)) return false;
     auto answer = m_engine->answer(m_stroke, width, height);
     if (!answer || !addPath(*answer, units)) return false;

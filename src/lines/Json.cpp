@@ -16,6 +16,9 @@ constexpr int MAX_DEPTH = 16;
 /// Digits from which on an integer may not be a double.
 constexpr std::ptrdiff_t LONG_INTEGER = 16;
 
+/// Digits of an integer that is a finite double, whatever they are.
+constexpr std::ptrdiff_t MAX_INTEGER = 308;
+
 bool isDigit(char byte) {
     return byte >= '0' && byte <= '9';
 }
@@ -119,6 +122,7 @@ const char* copyNumber(const char* at, Text& out) {
     while (isDigit(*end)) ++end;
     const bool isInteger = *end != '.' && *end != 'e' && *end != 'E';
     if (isInteger && end - first >= LONG_INTEGER && *first != '0') {
+        if (end - first > MAX_INTEGER) return nullptr;
         out.add({at, static_cast<std::size_t>(end - at)});
         return end;
     }

@@ -18,6 +18,7 @@ bool isFinite(const Scrivo::Point2D& p) {
 
 /// The smallest power of two that is not below a number.
 double powerOfTwoFrom(double value) {
+    if (!std::isfinite(value)) return value;
     int exponent = 0;
     const double fraction = std::frexp(value, &exponent);
     return std::ldexp(1.0, fraction == 0.5 ? exponent - 1 : exponent);

@@ -42,7 +42,7 @@ const points = fc
   .record({
     shape: fc.constantFrom(...Object.values(SHAPES)),
     count: fc.integer({ min: 1, max: 60 }),
-    size: fc.constantFrom(1e-5, 0.7, 60, 150, 212.5, 1000, 1e7, 1e15),
+    size: fc.constantFrom(1e-5, 0.7, 60, 64, 128, 150, 212.5, 1000, 1e7, 1e15),
     place: notation(fc.oneof(fc.constantFrom(0, -0, 1000), fc.double({ min: -1e4, max: 1e4 }))),
     digits: fc.option(fc.nat(12)),
     rest: fc.array(fc.oneof(notation(fc.double({ min: 0, max: 1 })), fc.constant('null')), {
@@ -95,7 +95,7 @@ const line = fc
 const block = fc.array(line, { minLength: 1, maxLength: 3 }).map((lines) => lines.join('\n'));
 
 const options = fc.record({
-  scale: fc.constantFrom(undefined, undefined, 0.1, 1000),
+  scale: fc.constantFrom(undefined, undefined, 0.1, 5 / 12, 5 / 3, 1000, 1e300),
   decimals: fc.constantFrom(undefined, undefined, 0, 7, 15),
   area: fc.constantFrom(undefined, undefined, { x: 0, y: 0, width: 300, height: 200 }),
 });

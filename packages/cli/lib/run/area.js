@@ -98,10 +98,17 @@ function unpackPoints(values) {
 function areaAround(values, scale) {
   const [left, top, right, bottom] = edgesOfPacked(values);
   const room = Math.max(right - left, bottom - top) + ROOM / scale;
-  const side = 2 ** Math.ceil(Math.log2(3 * room * scale)) / scale;
+  const side = powerOfTwoFrom(3 * room * scale) / scale;
   const grid = side / 1024;
   const before = (value) => Math.floor((value - room) / grid) * grid;
   return { x: before(left), y: before(top), width: side, height: side };
+}
+
+/** The smallest power of two that is not below a number; the logarithm is rounded. */
+function powerOfTwoFrom(value) {
+  const power = 2 ** Math.ceil(Math.log2(value));
+  if (power / 2 >= value) return power / 2;
+  return power < value ? 2 * power : power;
 }
 
 /** Left, top, right, bottom. */
