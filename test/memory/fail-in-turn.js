@@ -22,7 +22,7 @@ const linesOf = (...strokes) =>
       .map((ink) => `{"id":7,"points":[${ink.map(({ x, y }) => `[${900 * x},${600 * y}]`)}]}\n`)
       .join(''),
   );
-const lines = linesOf(INK.quadrangle, INK.line, INK.ellipse);
+const lines = linesOf(INK.quadrangle, INK.ellipse);
 const CALLS = {
   // One that has been used has the memory that it needs.
   idealise: () => new LineIdealiser().idealise(lines, 'a.ndjson'),
