@@ -101,6 +101,7 @@ void addText(Text& out, std::string_view text) {
 }  // namespace
 
 bool addPoints(Text& out, std::span<const Scrivo::Point2D> points, int decimals) {
+    if (points.empty()) return false;
     char before = '[';
     for (const Scrivo::Point2D& p : points) {
         char* to = out.reserve(2 * MAX_NUMBER + 4);

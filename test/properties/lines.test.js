@@ -108,18 +108,20 @@ function answers(engine, given, text, source) {
   return { ...result, lines: Buffer.from(parts[0]).toString().split('\n') };
 }
 
+const POINTS = /"points":(\[\s*\[[^\]]*\](?:\s*,\s*\[[^\]]*\])*\s*\])/;
+
 /** Points that stay as drawn keep their notation in native code alone. */
+const withoutNotation = (text) =>
+  text.includes('"type":0')
+    ? text.replace(POINTS, (_, drawn) => `"points":${JSON.stringify(JSON.parse(drawn))}`)
+    : text;
+
 function assertSame(usual, other) {
   assert.deepEqual(
     { ...usual, lines: usual.lines.length },
     { ...other, lines: other.lines.length },
   );
-  usual.lines.forEach((text, i) => {
-    const isDrawn = text.includes('"type":0');
-    if (isDrawn)
-      assert.equal(JSON.stringify(JSON.parse(text)), JSON.stringify(JSON.parse(other.lines[i])));
-    else assert.equal(text, other.lines[i]);
-  });
+  assert.deepEqual(usual.lines.map(withoutNotation), other.lines.map(withoutNotation));
 }
 
 describe('lines in native code and in JavaScript', () => {

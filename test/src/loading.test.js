@@ -227,6 +227,8 @@ test('memory does not grow with the number of calls', () => {
     // A small young generation: its growth would hide a leak.
     { flags: ['--expose-gc', '--max-semi-space-size=1'] },
   );
-  // Leaking one transfer buffer per round would take 27 MB, one stroke 32 MB.
-  assert.ok(grown < 1e7, `grew by ${grown} bytes in 4500 rounds`);
+  // Leaking one transfer buffer per round would take 27 MB, one stroke 32 MB. The address
+  // sanitizer keeps up to 8 MB of freed memory for a while.
+  const allowed = 'LD_PRELOAD' in process.env ? 1e7 : 3e6;
+  assert.ok(grown < allowed, `grew by ${grown} bytes in 4500 rounds`);
 });
