@@ -19,10 +19,6 @@ std::set<Enumeration> members(const Napi::Value& value) {
 
 }  // namespace
 
-void require(bool holds, const char* message) {
-    if (!holds) throw std::invalid_argument(message);
-}
-
 double number(const Napi::Value& value) {
     require(value.IsNumber(), "expected a number");
     return value.As<Napi::Number>().DoubleValue();

@@ -9,13 +9,16 @@
 #include <exception>
 #include <napi.h>
 #include <span>
+#include <stdexcept>
 
 /// Arguments of native calls, each checked before it is read: node-addon-api would raise an
 /// exception for one of another type and read on, and end the process when it raises the next
 /// one. What is wrong throws std::invalid_argument.
 namespace binding {
 
-void require(bool holds, const char* message);
+inline void require(bool holds, const char* message) {
+    if (!holds) throw std::invalid_argument(message);
+}
 
 double number(const Napi::Value& value);
 bool boolean(const Napi::Value& value);

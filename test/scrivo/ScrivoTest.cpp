@@ -1,6 +1,7 @@
 #include "Cases.h"
 #include "Matchers.h"
 #include "Random.h"
+#include "Recogniser.h"
 #include "Scrivo/Ellipse.h"
 #include "Scrivo/Polygon.h"
 #include "Scrivo/ScrivoUtil.h"
