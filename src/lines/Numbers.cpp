@@ -42,6 +42,7 @@ constexpr double SHORT_LIMIT = 1e15;
 /// Bytes that are read at a time.
 constexpr int WORD = 8;
 constexpr std::uint64_t ZEROS = 0x3030303030303030;
+constexpr std::uint64_t HIGH_BITS = 0x8080808080808080;
 
 /// Eight bytes as an integer, the first one lowest.
 std::uint64_t load(const char* at) {
@@ -58,8 +59,15 @@ std::uint64_t load(const char* at) {
 /// that is not ASCII may change the next one.
 std::uint64_t otherThanDigits(std::uint64_t word) {
     constexpr std::uint64_t FROM_TEN = 0x7676767676767676;
-    constexpr std::uint64_t HIGH_BITS = 0x8080808080808080;
     return ((word + FROM_TEN) | word) & HIGH_BITS;
+}
+
+/// The high bits of those bytes of such a word that are no points.
+std::uint64_t otherThanPoints(std::uint64_t word) {
+    constexpr std::uint64_t POINTS = 0x1e1e1e1e1e1e1e1e;
+    constexpr std::uint64_t LOW_BITS = 0x7f7f7f7f7f7f7f7f;
+    word ^= POINTS;
+    return (((word & LOW_BITS) + LOW_BITS) | word) & HIGH_BITS;
 }
 
 int firstByte(std::uint64_t highBits) {
@@ -99,35 +107,6 @@ struct Decimal {
     int exponent = 0;
 };
 
-/// Reads the digits after the first word of a number, which has a point and seven digits there.
-const char* readFurther(const char* first, const char* end, Decimal& number) {
-    const char* const start = first + WORD;
-    const char* const next = readDigits(start, end, number.mantissa);
-    number.exponent -= static_cast<int>(next - start);
-    const auto digits = next - first - (*first == '0' ? 2 : 1);
-    return digits <= MAX_DIGITS ? next : nullptr;
-}
-
-/// Reads digits of which some may be decimals. Returns null for no number, and where neither the
-/// point nor the end is in the first word of eight bytes.
-const char* readDecimal(const char* at, const char* end, Decimal& number) {
-    std::uint64_t word = load(at) ^ ZEROS;
-    std::uint64_t others = otherThanDigits(word);
-    const int whole = firstByte(others);
-    if (others == 0 || whole == 0 || (whole > 1 && *at == '0')) return nullptr;
-    if (at[whole] != '.') {
-        number = {join(word, whole), 0};
-        return at + whole;
-    }
-    const std::uint64_t before = (std::uint64_t{1} << (8 * whole)) - 1;
-    word = (word & before) | ((word >> 8) & ~before);
-    others &= others - 1;
-    const int digits = firstByte(others) - 1;
-    if (digits == whole) return nullptr;
-    number = {join(word, digits), whole - digits};
-    return others == 0 ? readFurther(at, end, number) : at + digits + 1;
-}
-
 /// Reads what follows the letter of an exponent, and adds it to one.
 const char* readExponent(const char* at, const char* last, int& exponent) {
     const bool isNegative = *at == '-';
@@ -140,8 +119,7 @@ const char* readExponent(const char* at, const char* last, int& exponent) {
 }
 
 /// Reads a number without sign in any notation.
-const char* readLong(const char* at, const char* end, Decimal& number) {
-    number = {};
+const char* readDecimal(const char* at, const char* end, Decimal& number) {
     const char* const first = at;
     at = readDigits(at, end, number.mantissa);
     auto digits = at - first;
@@ -185,7 +163,8 @@ bool toDouble(const Decimal& number, double& value) {
     if (number.mantissa < MAX_MANTISSA && size <= MAX_POWER) {
         const auto exact = static_cast<double>(number.mantissa);
         const double power = POWERS[static_cast<std::size_t>(size)];
-        value = number.exponent < 0 ? exact / power : exact * power;
+        // Integers are divided, too: most numbers are no integers.
+        value = number.exponent <= 0 ? exact / power : exact * power;
         return true;
     }
 #ifdef __SIZEOF_INT128__
@@ -195,6 +174,45 @@ bool toDouble(const Decimal& number, double& value) {
     }
 #endif
     return false;
+}
+
+std::uint64_t lowestBit(std::uint64_t bits) {
+    return bits & (0 - bits);
+}
+
+/// A mask of the bytes before a high bit; all bytes where there is none.
+std::uint64_t bytesBefore(std::uint64_t highBit) {
+    return (highBit >> 7) - 1;
+}
+
+/// Reads a number of up to seven bytes, or one with a point of up to fifteen. Returns its end, null
+/// for any other. Missing decimals are read as zeros, up to a fixed number of them: so neither the
+/// point nor the end needs a branch, nor a shift, and the end is known first, for the next number.
+const char* readUsual(const char* at, double& value) {
+    const std::uint64_t word = load(at) ^ ZEROS;
+    const std::uint64_t others = otherThanDigits(word);
+    const std::uint64_t ends = others & otherThanPoints(word);
+    const std::uint64_t first = lowestBit(others);
+    const std::uint64_t end = lowestBit(ends);
+    const std::uint64_t points = others & (end - 1);
+    const int whole = firstByte(first);
+    const bool hasZero = (word & 0xff) == 0 && whole > 1;
+    if (others == 0 || whole == 0 || hasZero || points != (first & (end - 1))) return nullptr;
+    const std::uint64_t before = bytesBefore(first);
+    const std::uint64_t known = word & bytesBefore(end);
+    const std::uint64_t digits = (known & before) | ((known >> 8) & ~before);
+    if (ends != 0) {
+        if (points << 8 == end) return nullptr;
+        value = static_cast<double>(join(digits, WORD)) / POWERS[static_cast<std::size_t>(WORD - whole)];
+        return at + firstByte(end);
+    }
+    if (whole == WORD - 1) return nullptr;
+    const std::uint64_t further = load(at + WORD) ^ ZEROS;
+    const std::uint64_t after = lowestBit(otherThanDigits(further));
+    if (after == 0) return nullptr;
+    const std::uint64_t mantissa = join(digits, WORD - 1) * INTEGER_POWERS[WORD] + join(further & bytesBefore(after), WORD);
+    value = static_cast<double>(mantissa) / POWERS[static_cast<std::size_t>(2 * WORD - 1 - whole)];
+    return at + WORD + firstByte(after);
 }
 
 /// The two digits of each number below 100.
@@ -243,7 +261,59 @@ char* writeParts(char* to, Integer parts, int decimals) {
     return to;
 }
 
+/// Up to three digits.
+struct ShortText {
+    std::array<char, 3> text{};
+    std::uint8_t size = 0;
+};
+
+/// Numbers of a table.
+constexpr std::uint32_t THOUSAND = 1000;
+
+/// Each number below a thousand, as written before the point, and as thousandths after it.
+struct ShortTexts {
+    std::array<ShortText, THOUSAND> whole;
+    std::array<ShortText, THOUSAND> rest;
+};
+
+constexpr auto SHORT_TEXTS = [] {
+    ShortTexts texts{};
+    for (std::uint32_t i = 0; i < THOUSAND; ++i) {
+        const std::array<char, 3> digits{static_cast<char>('0' + i / 100),
+                                         static_cast<char>('0' + i / 10 % 10),
+                                         static_cast<char>('0' + i % 10)};
+        const int zeros = i >= 100 ? 0 : (i >= 10 ? 1 : 2);
+        ShortText& whole = texts.whole[i];
+        for (auto k = static_cast<std::size_t>(zeros); k < 3; ++k) {
+            whole.text[whole.size++] = digits[k];
+        }
+        const int cut = i == 0 ? 3 : (i % 100 == 0 ? 2 : (i % 10 == 0 ? 1 : 0));
+        texts.rest[i] = {digits, static_cast<std::uint8_t>(3 - cut)};
+    }
+    return texts;
+}();
+
+/// Writes `parts` / 10^decimals, of at most three digits before and after the point: copies all
+/// three and counts those that are meant, without a branch.
+char* writeShort(char* to, std::uint32_t parts, int decimals) {
+    constexpr std::array<std::uint32_t, 4> POWERS_TO_THREE{1, 10, 100, THOUSAND};
+    const auto at = static_cast<std::size_t>(decimals);
+    const std::uint32_t thousandths = parts * POWERS_TO_THREE[3 - at];
+    const ShortText& whole = SHORT_TEXTS.whole[thousandths / THOUSAND];
+    const ShortText& rest = SHORT_TEXTS.rest[thousandths % THOUSAND];
+    std::memcpy(to, whole.text.data(), sizeof whole);
+    to += whole.size;
+    *to = '.';
+    std::memcpy(to + 1, rest.text.data(), sizeof rest);
+    return to + rest.size + static_cast<int>(rest.size > 0);
+}
+
 char* writeDecimal(char* to, std::uint64_t parts, int decimals) {
+    constexpr int THOUSANDTHS = 3;
+    if (decimals <= THOUSANDTHS &&
+        parts < THOUSAND * INTEGER_POWERS[static_cast<std::size_t>(decimals)]) {
+        return writeShort(to, static_cast<std::uint32_t>(parts), decimals);
+    }
     constexpr int SHORT = 9;
     // Divisions of 32 bits are quicker.
     if (parts <= UINT32_MAX && decimals <= SHORT) {
@@ -325,14 +395,23 @@ std::int64_t round(double value) {
 
 }  // namespace
 
-const char* readNumber(const char* at, const char* end, double& value) {
+const char* readAnyNumber(const char* at, const char* end, double& value) {
     const bool isNegative = *at == '-';
-    if (isNegative) ++at;
     Decimal number;
-    const char* next = end - at >= WORD ? readDecimal(at, end, number) : nullptr;
-    if (next == nullptr || (*next | 0x20) == 'e') next = readLong(at, end, number);
+    const char* const next = readDecimal(at + static_cast<int>(isNegative), end, number);
     if (next == nullptr || !toDouble(number, value)) return nullptr;
     if (isNegative) value = -value;
+    return next;
+}
+
+const char* readNumber(const char* at, const char* end, double& value) {
+    const auto minus = static_cast<unsigned>(*at == '-');
+    double size = 0.0;
+    const char* next = nullptr;
+    if (end - at > 2 * WORD) next = readUsual(at + minus, size);
+    if (next == nullptr || (*next | 0x20) == 'e') return readAnyNumber(at, end, value);
+    const auto bits = std::bit_cast<std::uint64_t>(size) | static_cast<std::uint64_t>(minus) << 63;
+    value = std::bit_cast<double>(bits);
     return next;
 }
 

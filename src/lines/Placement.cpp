@@ -42,12 +42,12 @@ Area areaAround(std::span<const Scrivo::Point2D> stroke, double scale) {
 
 bool toFractions(std::span<const Scrivo::Point2D> stroke, const Area& area,
                  std::vector<Scrivo::Point2D>& fractions) {
-    fractions.clear();
-    for (const Scrivo::Point2D& p : stroke) {
-        fractions.push_back({(p.x - area.x) / area.width, (p.y - area.y) / area.height, p.force});
-        if (!isFinite(fractions.back())) return false;
+    fractions.assign(stroke.begin(), stroke.end());
+    for (Scrivo::Point2D& p : fractions) {
+        p.x = (p.x - area.x) / area.width;
+        p.y = (p.y - area.y) / area.height;
     }
-    return true;
+    return std::all_of(fractions.begin(), fractions.end(), isFinite);
 }
 
 bool fromFractions(std::span<Scrivo::Point2D> path, const Area& area) {

@@ -24,7 +24,7 @@ const UTF8 = new TextDecoder('utf-8', { fatal: true, ignoreBOM: true });
  * soon as they arrive, so that a program may wait for each answer before it writes the next line.
  *
  * @param {AsyncIterable<Buffer>} chunks
- * @yields {{bytes: Uint8Array, overlong?: true}} a block with a buffer of its own; empty and
+ * @yields {{bytes: Uint8Array, overlong?: true}} a block, which may be part of a chunk; empty and
  *   overlong for a single line that is too long
  */
 async function* readBlocks(chunks) {
@@ -66,8 +66,8 @@ function endOfBlock(chunk, start) {
   return end;
 }
 
-/** A copy that can be transferred to another thread: chunks may share their memory. */
 function join(parts) {
+  if (parts.length === 1) return parts[0];
   const bytes = Buffer.allocUnsafeSlow(parts.reduce((sum, part) => sum + part.length, 0));
   let offset = 0;
   for (const part of parts) {

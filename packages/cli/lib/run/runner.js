@@ -57,10 +57,12 @@ function createPool(workerType, maxWorkers, options) {
     return results;
   }
   async function runAll(jobs) {
-    const blocks = isProcess ? [] : jobs.filter(({ bytes }) => bytes);
+    if (isProcess) return exec('work', jobs, []);
+    const owned = jobs.map(withOwnBytes);
+    const blocks = owned.filter(({ bytes }) => bytes);
     return exec(
       'work',
-      jobs,
+      owned,
       blocks.map(({ bytes }) => bytes.buffer),
     );
   }
@@ -75,6 +77,11 @@ function createPool(workerType, maxWorkers, options) {
       await pool.terminate(true);
     },
   };
+}
+
+/** A job that can be transferred: its block may be part of what was read. */
+function withOwnBytes(job) {
+  return job.bytes ? { ...job, bytes: new Uint8Array(job.bytes) } : job;
 }
 
 /** Every task needs a listener: an event without one ends the program. */

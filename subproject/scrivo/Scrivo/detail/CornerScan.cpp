@@ -113,7 +113,8 @@ std::vector<std::int64_t> scanCorners(Stroke stroke, SpanRounding rounding, std:
     float previous = 1.0F;
     while (corners.size() <= atMost && !span.isNearEnd(span.last())) {
         const float ratio = span.slide();
-        const bool bendsMost = ratio >= previous && static_cast<double>(previous) < RATIO_ANGLE;
+        // Of the two, a ratio above the threshold is the one that can be predicted.
+        const bool bendsMost = static_cast<double>(previous) < RATIO_ANGLE && ratio >= previous;
         if (!bendsMost) {
             previous = ratio;
             span.advance();

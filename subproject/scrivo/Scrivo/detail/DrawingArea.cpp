@@ -16,12 +16,8 @@ struct Range {
     double min = UNKNOWN_EXTENT;
 
     void add(double value) {
-        if (value > max) {
-            max = value;
-        }
-        if (value < min) {
-            min = value;
-        }
+        max = value > max ? value : max;
+        min = value < min ? value : min;
     }
 };
 
@@ -66,10 +62,10 @@ Point2D extentOf(Stroke stroke) {
 }
 
 std::vector<Point2D> toUnits(Stroke stroke, float width, float height) {
-    std::vector<Point2D> result;
-    result.reserve(stroke.size());
-    for (const Point2D& p : stroke) {
-        result.push_back({p.x * width, p.y * height, p.force});
+    std::vector<Point2D> result(stroke.begin(), stroke.end());
+    for (Point2D& p : result) {
+        p.x *= width;
+        p.y *= height;
     }
     return result;
 }

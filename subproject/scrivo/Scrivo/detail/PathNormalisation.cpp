@@ -11,11 +11,13 @@ namespace Scrivo::detail {
 
 namespace {
 
+/// Points that memory is reserved for: how many there will be is not certain.
+constexpr std::int32_t MAX_RESERVED = 1024;
+
 template <typename Map>
 std::vector<Point2D> mapped(Stroke path, Map map) {
-    std::vector<Point2D> out;
-    out.reserve(path.size());
-    std::transform(path.begin(), path.end(), std::back_inserter(out), map);
+    std::vector<Point2D> out(path.size());
+    std::transform(path.begin(), path.end(), out.begin(), map);
     return out;
 }
 
@@ -97,6 +99,7 @@ std::optional<std::vector<Point2D>> tryResample(Stroke path, std::int32_t n) {
         return out;
     }
     const std::int64_t intervals = static_cast<std::int64_t>(n) - 1;
+    out.reserve(static_cast<std::size_t>(std::clamp(n, 0, MAX_RESERVED)));
     out.push_back(path.front());
     if (!walk(out, path, doubleLength(path) / static_cast<double>(intervals))) {
         return std::nullopt;
