@@ -3,6 +3,8 @@
 #include "Beautifier/figures/Families.h"
 #include "lines/Numbers.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <string_view>
 #include <type_traits>
 #include <variant>
@@ -12,6 +14,41 @@ namespace {
 
 /// Radians are rounded to this many decimals.
 constexpr int ANGLE_DECIMALS = 6;
+
+/// What is written before the numbers of a point and after them.
+struct PointForm {
+    std::string_view x;
+    std::string_view y;
+    std::string_view force;
+    char end;
+};
+constexpr PointForm ARRAY{"[", ",", ",", ']'};
+constexpr PointForm OBJECT{"{\"x\":", ",\"y\":", ",\"force\":", '}'};
+constexpr std::size_t MAX_NAMES = 16;
+
+template <const PointForm& FORM>
+bool addPointsAs(Text& out, std::span<const Scrivo::Point2D> points, int decimals) {
+    char before = '[';
+    for (const Scrivo::Point2D& p : points) {
+        out.add(before);
+        char* to = out.reserve(2 * MAX_NUMBER + MAX_NAMES);
+        to = std::copy(FORM.x.begin(), FORM.x.end(), to);
+        to = writeRounded(to, p.x, decimals);
+        if (to == nullptr) return false;
+        to = std::copy(FORM.y.begin(), FORM.y.end(), to);
+        to = writeRounded(to, p.y, decimals);
+        if (to == nullptr) return false;
+        out.finish(to);
+        if (p.force != 0.0) {
+            out.add(FORM.force);
+            if (!addNumber(out, p.force)) return false;
+        }
+        out.add(FORM.end);
+        before = ',';
+    }
+    out.add(']');
+    return true;
+}
 
 bool isAngle(std::string_view name) {
     return name == "opening" || name == "rotation";
@@ -100,28 +137,10 @@ void addText(Text& out, std::string_view text) {
 
 }  // namespace
 
-bool addPoints(Text& out, std::span<const Scrivo::Point2D> points, int decimals) {
+bool addPoints(Text& out, std::span<const Scrivo::Point2D> points, int decimals, bool asObjects) {
     if (points.empty()) return false;
-    char before = '[';
-    for (const Scrivo::Point2D& p : points) {
-        char* to = out.reserve(2 * MAX_NUMBER + 4);
-        *to++ = before;
-        *to++ = '[';
-        to = writeRounded(to, p.x, decimals);
-        if (to == nullptr) return false;
-        *to++ = ',';
-        to = writeRounded(to, p.y, decimals);
-        if (to == nullptr) return false;
-        out.finish(to);
-        if (p.force != 0.0) {
-            out.add(',');
-            if (!addNumber(out, p.force)) return false;
-        }
-        out.add(']');
-        before = ',';
-    }
-    out.add(']');
-    return true;
+    return asObjects ? addPointsAs<OBJECT>(out, points, decimals)
+                     : addPointsAs<ARRAY>(out, points, decimals);
 }
 
 bool addAnswer(Text& out, const Answer& answer, const Units& units) {

@@ -18,8 +18,8 @@ struct Units {
     int decimals = 3;    ///< of coordinates
 };
 
-/// Writes points as arrays, each with a force unless it is 0.
-bool addPoints(Text& out, std::span<const Scrivo::Point2D> points, int decimals);
+/// Writes points as arrays or as objects, each with a force unless it is 0.
+bool addPoints(Text& out, std::span<const Scrivo::Point2D> points, int decimals, bool asObjects);
 
 /// Writes type, figure, kind, confidence and parameters as members after others.
 bool addAnswer(Text& out, const Answer& answer, const Units& units);

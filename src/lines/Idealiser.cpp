@@ -75,7 +75,8 @@ bool Idealiser::addPath(Answer& answer, const Units& units) {
         out.add(m_line.drawn());
         return true;
     }
-    return fromFractions(answer.path, units.area) && addPoints(out, answer.path, units.decimals);
+    return fromFractions(answer.path, units.area) &&
+           addPoints(out, answer.path, units.decimals, m_line.areObjects());
 }
 
 void Idealiser::count(std::string_view family) {

@@ -176,6 +176,16 @@ bool toDouble(const Decimal& number, double& value) {
     return false;
 }
 
+/// Reads a number in any notation.
+const char* readAnyNumber(const char* at, const char* end, double& value) {
+    const bool isNegative = *at == '-';
+    Decimal number;
+    const char* const next = readDecimal(at + static_cast<int>(isNegative), end, number);
+    if (next == nullptr || !toDouble(number, value)) return nullptr;
+    if (isNegative) value = -value;
+    return next;
+}
+
 std::uint64_t lowestBit(std::uint64_t bits) {
     return bits & (0 - bits);
 }
@@ -185,9 +195,15 @@ std::uint64_t bytesBefore(std::uint64_t highBit) {
     return (highBit >> 7) - 1;
 }
 
-/// Reads a number of up to seven bytes, or one with a point of up to fifteen. Returns its end, null
-/// for any other. Missing decimals are read as zeros, up to a fixed number of them: so neither the
-/// point nor the end needs a branch, nor a shift, and the end is known first, for the next number.
+/// Bytes of the longest number that `readUsual` reads, and the one after it.
+constexpr std::ptrdiff_t USUAL = 2 * std::ptrdiff_t{WORD};
+
+/// Reads a number without sign of up to seven bytes, or one of up to fifteen with a point within
+/// the first seven. Returns its end, null for any other.
+///
+/// Digits that are missing are read as zeros after the point, up to a fixed number of decimals. So
+/// no branch and no shift depends on where the point and the end are, which is hard to predict.
+/// Digits and power of ten are exact, hence the quotient is the nearest double.
 const char* readUsual(const char* at, double& value) {
     const std::uint64_t word = load(at) ^ ZEROS;
     const std::uint64_t others = otherThanDigits(word);
@@ -198,19 +214,21 @@ const char* readUsual(const char* at, double& value) {
     const int whole = firstByte(first);
     const bool hasZero = (word & 0xff) == 0 && whole > 1;
     if (others == 0 || whole == 0 || hasZero || points != (first & (end - 1))) return nullptr;
+    // Closes the gap of the point.
     const std::uint64_t before = bytesBefore(first);
     const std::uint64_t known = word & bytesBefore(end);
     const std::uint64_t digits = (known & before) | ((known >> 8) & ~before);
-    if (ends != 0) {
+    if (end != 0) {
         if (points << 8 == end) return nullptr;
-        value = static_cast<double>(join(digits, WORD)) / POWERS[static_cast<std::size_t>(WORD - whole)];
+        const auto mantissa = static_cast<double>(join(digits, WORD));
+        value = mantissa / POWERS[static_cast<std::size_t>(WORD - whole)];
         return at + firstByte(end);
     }
-    if (whole == WORD - 1) return nullptr;
     const std::uint64_t further = load(at + WORD) ^ ZEROS;
     const std::uint64_t after = lowestBit(otherThanDigits(further));
-    if (after == 0) return nullptr;
-    const std::uint64_t mantissa = join(digits, WORD - 1) * INTEGER_POWERS[WORD] + join(further & bytesBefore(after), WORD);
+    if (after == 0 || whole == WORD - 1) return nullptr;
+    const std::uint64_t mantissa =
+        join(digits, WORD - 1) * INTEGER_POWERS[WORD] + join(further & bytesBefore(after), WORD);
     value = static_cast<double>(mantissa) / POWERS[static_cast<std::size_t>(2 * WORD - 1 - whole)];
     return at + WORD + firstByte(after);
 }
@@ -395,20 +413,11 @@ std::int64_t round(double value) {
 
 }  // namespace
 
-const char* readAnyNumber(const char* at, const char* end, double& value) {
-    const bool isNegative = *at == '-';
-    Decimal number;
-    const char* const next = readDecimal(at + static_cast<int>(isNegative), end, number);
-    if (next == nullptr || !toDouble(number, value)) return nullptr;
-    if (isNegative) value = -value;
-    return next;
-}
-
 const char* readNumber(const char* at, const char* end, double& value) {
     const auto minus = static_cast<unsigned>(*at == '-');
     double size = 0.0;
     const char* next = nullptr;
-    if (end - at > 2 * WORD) next = readUsual(at + minus, size);
+    if (end - at > USUAL) next = readUsual(at + minus, size);
     if (next == nullptr || (*next | 0x20) == 'e') return readAnyNumber(at, end, value);
     const auto bits = std::bit_cast<std::uint64_t>(size) | static_cast<std::uint64_t>(minus) << 63;
     value = std::bit_cast<double>(bits);

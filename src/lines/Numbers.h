@@ -20,9 +20,6 @@ inline constexpr std::size_t MAX_NUMBER = 32;
 /// null for what is no number in JSON, and for one of more than 19 digits or a large exponent.
 const char* readNumber(const char* at, const char* end, double& value);
 
-/// The same without the quick way for usual numbers.
-const char* readAnyNumber(const char* at, const char* end, double& value);
-
 /// Writes a number with the fewest digits that give it back. Returns false, with nothing written,
 /// where an exponent would be needed, and where the choice of digits is a tie.
 bool addNumber(Text& out, double value);

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <utility>
 
 namespace lines {
 namespace {
@@ -23,6 +24,10 @@ constexpr std::array<std::string_view, 7> RESERVED{
 bool isReserved(std::string_view name) {
     return std::find(RESERVED.begin(), RESERVED.end(), name) != RESERVED.end();
 }
+
+/// Members of a point that is an object, the required ones first.
+constexpr std::array<std::string_view, 4> COORDINATES{"\"x\"", "\"y\"", "\"force\"", "\"time\""};
+constexpr std::size_t REQUIRED = 2;
 
 /// Long integers are passed on through JavaScript as text, which no size is.
 constexpr double MAX_SIDE = 1e15;
@@ -83,10 +88,18 @@ const char* StrokeLine::readPoints(const char* at) {
     return *at == ']' ? at + 1 : nullptr;
 }
 
-/// x, y and, where there are more numbers, force; those after it are not used.
+/// All points of a stroke have the form of the first one.
 const char* StrokeLine::readPoint(const char* at) {
-    if (*at != '[') return nullptr;
+    if (m_points.empty()) m_areObjects = *at == '{';
     Scrivo::Point2D point;
+    at = m_areObjects ? readObject(at, point) : readArray(at, point);
+    if (at != nullptr) m_points.push_back(point);
+    return at;
+}
+
+/// x, y and, where there are more numbers, force; those after it are not used.
+const char* StrokeLine::readArray(const char* at, Scrivo::Point2D& point) const {
+    if (*at != '[') return nullptr;
     at = readNumber(skipSpace(at + 1), m_end, point.x);
     if (at == nullptr) return nullptr;
     at = skipSpace(at);
@@ -98,9 +111,32 @@ const char* StrokeLine::readPoint(const char* at) {
         at = readNumbersAfter(at, point);
         if (at == nullptr) return nullptr;
     }
-    if (*at != ']') return nullptr;
-    m_points.push_back(point);
-    return at + 1;
+    return *at == ']' ? at + 1 : nullptr;
+}
+
+/// x, y and perhaps force and time, each once.
+const char* StrokeLine::readObject(const char* at, Scrivo::Point2D& point) const {
+    if (*at != '{') return nullptr;
+    double unused = 0.0;
+    std::array<double*, COORDINATES.size()> values{&point.x, &point.y, &point.force, &unused};
+    do {
+        std::string_view name;
+        at = readName(skipSpace(at + 1), name);
+        if (at == nullptr) return nullptr;
+        at = skipSpace(at);
+        const auto k = static_cast<std::size_t>(
+            std::find(COORDINATES.begin(), COORDINATES.end(), name) - COORDINATES.begin());
+        if (k == COORDINATES.size() || *at != ':') return nullptr;
+        double* const value = std::exchange(values[k], nullptr);
+        if (value == nullptr) return nullptr;
+        at = skipSpace(at + 1);
+        const bool isNull = *at == 'n' && k >= REQUIRED;
+        at = isNull ? skipWord(at, "null") : readNumber(at, m_end, *value);
+        if (at == nullptr) return nullptr;
+        at = skipSpace(at);
+    } while (*at == ',');
+    const bool isWhole = *at == '}' && values[0] == nullptr && values[1] == nullptr;
+    return isWhole ? at + 1 : nullptr;
 }
 
 /// Numbers after x and y, or null for what was not recorded, each after a comma.

@@ -18,7 +18,8 @@ struct Area {
 };
 
 /// A line of JSON that holds a stroke in the usual form: an object whose member "points" is an
-/// array of arrays of numbers. Its memory serves the next line, too.
+/// array of arrays of numbers, or of objects with the members x, y, force and time. Its memory
+/// serves the next line, too.
 class StrokeLine {
 public:
     /// Reads a line, whose line feed is before `end`. Returns the line feed; null for what is left
@@ -28,6 +29,8 @@ public:
 
     /// As drawn; a force that was not recorded is 0.
     [[nodiscard]] const std::vector<Scrivo::Point2D>& points() const { return m_points; }
+    /// Whether the points are objects.
+    [[nodiscard]] bool areObjects() const { return m_areObjects; }
     /// The text of the points.
     [[nodiscard]] std::string_view drawn() const { return m_drawn; }
     /// The members "width" and "height", where there are any.
@@ -40,11 +43,14 @@ private:
     const char* readMember(const char* at, class Names& names, bool getsSource);
     const char* readPoints(const char* at);
     const char* readPoint(const char* at);
+    const char* readArray(const char* at, Scrivo::Point2D& point) const;
+    const char* readObject(const char* at, Scrivo::Point2D& point) const;
     const char* readNumbersAfter(const char* at, Scrivo::Point2D& point) const;
     bool readArea();
 
     const char* m_end = nullptr;  ///< of the bytes that may be read
     std::vector<Scrivo::Point2D> m_points;
+    bool m_areObjects = false;
     std::string_view m_drawn;
     std::optional<double> m_width;
     std::optional<double> m_height;

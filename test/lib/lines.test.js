@@ -24,7 +24,7 @@ test('options are checked by name', () => {
 });
 
 test('lines of another form are left to the caller, with their places', () => {
-  const lines = [LINE, '', 'not JSON', `${LINE}\r`, '{"points":[{"x":1,"y":2}]}', LINE];
+  const lines = [LINE, '', 'not JSON', `${LINE}\r`, '{"points":[{"x":1,"y":2},[3,4]]}', LINE];
   const block = Buffer.from(lines.join('\n'));
   const { bytes, others, families, lines: count } = new LineIdealiser().idealise(block, 'a "b"');
   const answers = Buffer.from(bytes).toString().trimEnd().split('\n');
@@ -42,6 +42,25 @@ test('lines of another form are left to the caller, with their places', () => {
       [6, LINE, 2 * length],
     ],
   );
+});
+
+test('points that are objects are answered with objects', () => {
+  const idealiser = new LineIdealiser();
+  const answer = (points) => {
+    const { bytes, others } = idealiser.idealise(Buffer.from(`{"points":[${points.join()}]}\n`));
+    return others.length > 0 ? undefined : JSON.parse(Buffer.from(bytes).toString());
+  };
+  const ink = Array.from({ length: 20 }, (_, i) => [5 * i, 100 + (i % 2), 0.5, i]);
+  const { points, ...figure } = answer(ink.map((point) => JSON.stringify(point)));
+  const asObjects = ink.map(
+    ([x, y, force, time]) => `{"y":${y}, "x" :${x},"time":${time},"force":${force}}`,
+  );
+  assert.deepEqual(answer(asObjects), { points: points.map(([x, y]) => ({ x, y })), ...figure });
+
+  const dot = { x: 1, y: 2, force: null, time: null };
+  assert.equal(answer(Array(12).fill(JSON.stringify(dot))).figure, 'dot');
+  const other = ['{"x":1}', '{"x":1,"y":2,"x":3}', '{"x":1,"y":null}', '{"x":1,"y":2,"z":3}', '{}'];
+  for (const point of other) assert.equal(answer([point, '{"x":1,"y":2}']), undefined, point);
 });
 
 test('other members are passed on as JSON.stringify writes them, longer integers whole', () => {

@@ -37,6 +37,13 @@ const SHAPES = {
   dot: (t) => [0.001 * t, 0],
 };
 
+/** Members of points that are objects. */
+const NAMES = [
+  ['x', 'y', 'force', 'time'],
+  ['y', 'x', 'time', 'force'],
+  ['x', 'y', 'pressure', 'x'],
+];
+
 /** The points of a stroke as text: a figure at any place and size, in many notations. */
 const points = fc
   .record({
@@ -48,14 +55,17 @@ const points = fc
     rest: fc.array(fc.oneof(notation(fc.double({ min: 0, max: 1 })), fc.constant('null')), {
       maxLength: 2,
     }),
+    names: fc.constantFrom(undefined, undefined, ...NAMES),
     space: fc.constantFrom('', '', '', ' ', '\t'),
   })
-  .map(({ shape, count, size, place, digits, rest, space }) => {
+  .map(({ shape, count, size, place, digits, rest, names, space }) => {
     const text = (value) => (digits === null ? String(value) : value.toFixed(digits));
     const at = Number(place);
     const drawn = Array.from({ length: count }, (_, i) => {
       const [x, y] = shape(i / Math.max(1, count - 1));
-      return `[${[text(size * x + at), text(size * y), ...rest].join(`,${space}`)}]`;
+      const values = [text(size * x + at), text(size * y), ...rest];
+      const members = names && values.map((each, k) => `"${names[k]}"${space}:${each}`);
+      return members ? `{${members.join(`${space},`)}}` : `[${values.join(`,${space}`)}]`;
     });
     return `[${space}${drawn.join(`${space},`)}]`;
   });
@@ -108,7 +118,7 @@ function answers(engine, given, text, source) {
   return { ...result, lines: Buffer.from(parts[0]).toString().split('\n') };
 }
 
-const POINTS = /"points":(\[\s*\[[^\]]*\](?:\s*,\s*\[[^\]]*\])*\s*\])/;
+const POINTS = /"points":(\[\s*(?:\[[^\]]*\]|\{[^}]*\})(?:\s*,\s*(?:\[[^\]]*\]|\{[^}]*\}))*\s*\])/;
 
 /** Points that stay as drawn keep their notation in native code alone. */
 const withoutNotation = (text) =>

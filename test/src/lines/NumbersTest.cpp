@@ -15,14 +15,29 @@
 
 namespace {
 
-/// What is read of a text that is followed by a comma, in memory of its own.
-std::optional<double> read(std::string_view text) {
-    const std::string followed = std::string(text) + ',';
+/// What is read of a text that another one follows, in memory of its own.
+std::optional<double> readBefore(std::string_view text, std::string_view next) {
+    const std::string followed = std::string(text) + std::string(next);
     double value = 0.0;
     const char* const end =
         lines::readNumber(followed.data(), followed.data() + followed.size(), value);
-    if (end == nullptr || *end != ',' || end != followed.data() + text.size()) return std::nullopt;
+    if (end == nullptr || end != followed.data() + text.size()) return std::nullopt;
     return value;
+}
+
+/// The same at the end of a block and before it, where numbers are read in words of eight bytes.
+std::optional<double> read(std::string_view text) {
+    const auto last = readBefore(text, ",");
+    for (const std::string_view next :
+         {",-12.5,0.25],[1", "]               ", ",999999999999999"}) {
+        const auto value = readBefore(text, next);
+        EXPECT_EQ(value.has_value(), last.has_value()) << text << next;
+        if (value && last) {
+            EXPECT_EQ(std::bit_cast<std::uint64_t>(*value), std::bit_cast<std::uint64_t>(*last))
+                << text << next;
+        }
+    }
+    return last;
 }
 
 double expected(std::string_view text) {
@@ -139,6 +154,17 @@ TEST(Numbers, AreWrittenWithTheFewestDigits) {
          {1e21, 1e-7, 5e-324, std::nextafter(1.0, 0.0) * 1e16,
           std::numeric_limits<double>::quiet_NaN(), -std::numeric_limits<double>::infinity()}) {
         EXPECT_FALSE(written(value)) << value;
+    }
+}
+
+TEST(Numbers, OfFewDecimalsAreWrittenWithoutZerosAtTheEnd) {
+    for (int decimals = 0; decimals <= 4; ++decimals) {
+        const double power = std::pow(10.0, decimals);
+        for (int i = 0; i <= 1'020'000; i += i < 2000 ? 1 : 37) {
+            lines::Text out;
+            ASSERT_TRUE(lines::addRounded(out, i / power, decimals));
+            ASSERT_EQ(out.view(), shortest(i / power)) << decimals;
+        }
     }
 }
 

@@ -1,12 +1,13 @@
 'use strict';
 
+const { free } = require('../memory.js');
 const { keepIntegers } = require('./long-integers.js');
 const { describe, readArea, readPoints } = require('./stroke-points.js');
 
 const LINE_FEED = 10;
 
-// A stroke of 300,000 points. Parsed, a line may take twenty times its own memory.
-const MAX_LINE_LENGTH = 8 * 1024 * 1024;
+// A stroke of some 60,000 points. Parsed, a line may take a hundred times its own memory.
+const MAX_LINE_LENGTH = 1024 * 1024;
 
 // Bytes that are processed at a time, about. Each block has a price, in a worker or not.
 const BLOCK = 1 << 20;
@@ -23,8 +24,8 @@ const UTF8 = new TextDecoder('utf-8', { fatal: true, ignoreBOM: true });
  * Cuts a text into blocks of whole lines, which the workers parse. Whole lines are passed on as
  * soon as they arrive, so that a program may wait for each answer before it writes the next line.
  *
- * @param {AsyncIterable<Buffer>} chunks
- * @yields {{bytes: Uint8Array, overlong?: true}} a block, which may be part of a chunk; empty and
+ * @param {AsyncIterable<Buffer>} chunks whose memory is freed
+ * @yields {{bytes: Uint8Array, overlong?: true}} a block with a buffer of its own; empty and
  *   overlong for a single line that is too long
  */
 async function* readBlocks(chunks) {
@@ -33,27 +34,25 @@ async function* readBlocks(chunks) {
   let overlong = false;
   for await (const chunk of chunks) {
     const end = chunk.lastIndexOf(LINE_FEED) + 1;
-    if (end > 0) {
-      let start = 0;
-      if (overlong) {
-        start = chunk.indexOf(LINE_FEED) + 1;
-        yield { bytes: new Uint8Array(0), overlong };
-      }
-      while (start < end) {
-        const next = endOfBlock(chunk, start);
-        yield { bytes: join([...pending, chunk.subarray(start, next)]) };
-        pending = [];
-        start = next;
-      }
+    for (let start = 0; start < end;) {
+      const feed = chunk.indexOf(LINE_FEED, start) + 1;
+      overlong ||= length + feed - start > MAX_LINE_LENGTH;
+      const next = overlong ? feed : endOfBlock(chunk, start);
+      yield overlong ? overlongLine() : { bytes: join([...pending, chunk.subarray(start, next)]) };
+      pending.forEach(free);
       [pending, length, overlong] = [[], 0, false];
+      start = next;
     }
     length += chunk.length - end;
     overlong ||= length > MAX_LINE_LENGTH;
-    if (overlong) pending = [];
-    else if (end < chunk.length) pending.push(chunk.subarray(end));
+    if (!overlong && end < chunk.length) pending.push(join([chunk.subarray(end)]));
+    free(chunk);
   }
-  if (overlong || pending.length > 0) yield { bytes: join(pending), ...(overlong && { overlong }) };
+  if (overlong) yield overlongLine();
+  else if (pending.length > 0) yield { bytes: join(pending) };
 }
+
+const overlongLine = () => ({ bytes: new Uint8Array(0), overlong: true });
 
 /** Where the block of whole lines ends that begins at an index. */
 function endOfBlock(chunk, start) {
@@ -66,8 +65,8 @@ function endOfBlock(chunk, start) {
   return end;
 }
 
+/** A copy that can be transferred to another thread: chunks may share their memory. */
 function join(parts) {
-  if (parts.length === 1) return parts[0];
   const bytes = Buffer.allocUnsafeSlow(parts.reduce((sum, part) => sum + part.length, 0));
   let offset = 0;
   for (const part of parts) {

@@ -1,6 +1,7 @@
 'use strict';
 
 const { createEngine } = require('../engines.js');
+const { free } = require('../memory.js');
 const { TOO_DEEP, parseBlock, unlessTooDeep } = require('../read/ndjson.js');
 const { createWriter } = require('../write/formats.js');
 const { NO_EDGES, edgesOf, uniteEdges } = require('../boxes.js');
@@ -47,6 +48,13 @@ function createProcessor(options) {
   const processLines = createLineProcessor(engine, options);
   const writer = createWriter(options);
   return (job) => {
+    try {
+      return process(job);
+    } finally {
+      if (job.bytes) free(job.bytes);
+    }
+  };
+  function process(job) {
     if (job.bytes && options.format === 'ndjson') return processLines(job);
     const { lines, records } = job.records ? { lines: 0, records: job.records } : parseBlock(job);
     const tally = new Tally(writer);
@@ -64,7 +72,7 @@ function createProcessor(options) {
       }
     }
     return { ...tally.toResult(lines), ...(job.isKept && { answers }) };
-  };
+  }
 }
 
 /** The result of a job, collected stroke by stroke. */

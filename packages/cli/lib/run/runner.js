@@ -36,7 +36,7 @@ function createRunner(options, jobs) {
   // The threads share the templates, which must be loaded before the first thread starts.
   engine.load(options);
   const pool = createPool('thread', jobs, options);
-  const shared = new SharedWork(createProcessor(options), pool, jobs - 1);
+  const shared = new SharedWork(createProcessor(options), pool, jobs);
   return { ...pool, run: (job) => shared.run(job) };
 }
 
@@ -48,6 +48,8 @@ function createPool(workerType, maxWorkers, options) {
     // Turns output into events.
     emitStdStreams: isProcess,
     forkOpts: { serialization: 'advanced' },
+    // What a worker parses is short-lived; more memory for it makes it no quicker.
+    workerThreadOpts: { resourceLimits: { maxYoungGenerationSizeMb: 8 } },
   });
   async function exec(task, what, transfer) {
     const { results, failure } = await pool
@@ -57,12 +59,10 @@ function createPool(workerType, maxWorkers, options) {
     return results;
   }
   async function runAll(jobs) {
-    if (isProcess) return exec('work', jobs, []);
-    const owned = jobs.map(withOwnBytes);
-    const blocks = owned.filter(({ bytes }) => bytes);
+    const blocks = isProcess ? [] : jobs.filter(({ bytes }) => bytes);
     return exec(
       'work',
-      owned,
+      jobs,
       blocks.map(({ bytes }) => bytes.buffer),
     );
   }
@@ -77,11 +77,6 @@ function createPool(workerType, maxWorkers, options) {
       await pool.terminate(true);
     },
   };
-}
-
-/** A job that can be transferred: its block may be part of what was read. */
-function withOwnBytes(job) {
-  return job.bytes ? { ...job, bytes: new Uint8Array(job.bytes) } : job;
 }
 
 /** Every task needs a listener: an event without one ends the program. */

@@ -3,11 +3,15 @@
 // A worker gets as many jobs at once, so that it has work while this thread is busy.
 const BATCH = 2;
 
-/** Jobs that this thread and the workers of a pool share. */
+/**
+ * Jobs that the workers of a pool share. This thread works, too, until all of them are ready: a
+ * short input needs no worker, and later this thread has to answer them at once.
+ */
 class SharedWork {
   #waiting = [];
   #given = 0;
   #started = 0;
+  #ready = 0;
   #idle = 0;
   #isScheduled = false;
 
@@ -38,10 +42,10 @@ class SharedWork {
     }
     if (this.#started < Math.min(this.#given - 1, this.workers)) {
       this.#started += 1;
-      this.#idle += 1;
-      this.#workThere([]);
+      this.#start();
     }
-    if (this.#waiting.length > 0 && !this.#isScheduled) {
+    const works = this.#ready < this.workers;
+    if (works && this.#waiting.length > 0 && !this.#isScheduled) {
       this.#isScheduled = true;
       // Messages of the workers come first.
       setImmediate(() => this.#workHere());
@@ -60,17 +64,29 @@ class SharedWork {
     this.#share();
   }
 
+  async #start() {
+    try {
+      await this.pool.runAll([]);
+    } catch {
+      // Closed meanwhile, or out of memory: the others do the work.
+      return;
+    }
+    this.#ready += 1;
+    this.#idle += 1;
+    this.#share();
+  }
+
   async #workThere(batch) {
     this.#idle -= 1;
     try {
       const results = await this.pool.runAll(batch.map(({ job }) => job));
       batch.forEach(({ resolve }, i) => resolve(results[i]));
       this.#idle += 1;
-      this.#share();
     } catch (error) {
-      // A pool that was closed while a worker started has no job to reject.
       for (const { reject } of batch) reject(error);
+      this.#ready -= 1;
     }
+    this.#share();
   }
 }
 

@@ -1,5 +1,6 @@
 'use strict';
 
+const { free } = require('../memory.js');
 const { FORMATS } = require('./formats.js');
 const { Output, Spool } = require('./output-file.js');
 
@@ -40,6 +41,7 @@ class StreamedDocument {
       this.defined.add(id);
     }
     await this.output.write(part);
+    free(part);
   }
 
   async finish() {
@@ -69,7 +71,10 @@ class ComposedDocument {
 
   async add({ parts, text }) {
     this.text ??= text;
-    for (let i = 0; i < parts.length; i += 1) await this.spools[i].write(parts[i]);
+    for (let i = 0; i < parts.length; i += 1) {
+      await this.spools[i].write(parts[i]);
+      free(parts[i]);
+    }
   }
 
   async finish(summary) {
