@@ -38,8 +38,9 @@ std::string text(const Napi::Value& value) {
 /// A block of bytes. Shared memory is rejected: it may change while it is read.
 std::span<const char> bytes(const Napi::Value& value) {
     const auto found = view<std::uint8_t>(value, napi_uint8_array, "lines must be a Uint8Array");
-    require(value.As<Napi::TypedArray>().ArrayBuffer().IsArrayBuffer(),
-            "lines must not be in shared memory");
+    const Napi::ArrayBuffer buffer = value.As<Napi::TypedArray>().ArrayBuffer();
+    require(buffer.IsArrayBuffer(), "lines must not be in shared memory");
+    require(!buffer.IsDetached(), "lines are detached, their buffer was transferred");
     return {reinterpret_cast<const char*>(found.data()), found.size()};
 }
 

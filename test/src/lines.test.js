@@ -19,7 +19,10 @@ const bytesOf = (text) => Uint8Array.from(Buffer.from(text, 'latin1'));
 test('wrong arguments throw', () => {
   const lines = bytesOf(LINE);
   const shared = new Uint8Array(new SharedArrayBuffer(lines.length));
+  const detached = new Uint8Array(8);
+  structuredClone(detached, { transfer: [detached.buffer] });
   const wrong = [
+    detached,
     undefined,
     null,
     {},
