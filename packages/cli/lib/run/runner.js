@@ -51,7 +51,10 @@ function createPool(workerType, maxWorkers, options) {
     // What a worker parses is short-lived; more memory for it makes it no quicker.
     workerThreadOpts: { resourceLimits: { maxYoungGenerationSizeMb: 8 } },
   });
+  let isClosed = false;
   async function exec(task, what, transfer) {
+    // A pool that was terminated would start workers again, which nobody ends.
+    if (isClosed) throw new Error('the workers have been ended');
     const { results, failure } = await pool
       .exec(task, [options, what], { transfer, on: discard })
       .catch(explain);
@@ -74,6 +77,7 @@ function createPool(workerType, maxWorkers, options) {
     },
     runFile: (reading) => exec('workFile', reading, []),
     async close() {
+      isClosed = true;
       await pool.terminate(true);
     },
   };
