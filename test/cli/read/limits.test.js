@@ -41,3 +41,16 @@ test('huge curves get few points, transforms are combined only once', async () =
   const wrong = svg(`<path transform="scale(1)${' '.repeat(200000)}x" d="M0 0L1 1"/>`);
   assert.match((await read(wrong)).problems[0], /transform .* cannot be read/);
 });
+
+test('a command with many numbers is read as several', async () => {
+  const pairs = Array.from({ length: 5000 }, (_, i) => [i % 7, -(i % 11) / 4]);
+  const text = pairs.map(([x, y]) => `${x}${y || ',0'}`).join(', ');
+  const { strokes } = await read(
+    svg(`<polyline points="${text}"/><path d="m0 0${' 1-1'.repeat(5000)}"/>`),
+  );
+  assert.deepEqual(
+    strokes[0].points.map(([x, y]) => [x, y + 0]),
+    pairs.map(([x, y]) => [x, y + 0]),
+  );
+  assert.deepEqual(strokes[1].points.at(-1), [5000, -5000]);
+});
