@@ -21,6 +21,9 @@ test('what would take too much memory or time is refused with the limit', async 
     [`[${' '.repeat(9 * MB)}]`, /larger than 8 MB/],
   ];
   for (const [content, message] of cases) assert.match((await read(content)).damage, message);
+  // Each stroke gets the fields.
+  const drawing = `{"drawing":[${Array(6000).fill('[[1],[2]]')}],"word":"${'y'.repeat(1000)}"}`;
+  assert.match((await read(drawing)).problems[0], /more than 4 MB, the limit, with 6000 strokes/);
   const deep = `{"points":[[1,2]],"a":${'['.repeat(50000)}${']'.repeat(50000)}}`;
   assert.deepEqual((await read(deep)).problems, ['1: nested too deeply']);
 });

@@ -12,6 +12,9 @@ const MAX_LINE_LENGTH = 1024 * 1024;
 // Bytes that are processed at a time, about. Each block has a price, in a worker or not.
 const BLOCK = 1 << 20;
 
+// Characters that the fields of a drawing take, which each of its strokes gets.
+const MAX_REPEATED = 4 * 1024 * 1024;
+
 // Lines of a block at most: a dot is a short line, but its figure is a long one.
 const BLOCK_LINES = 2048;
 
@@ -175,6 +178,10 @@ function readValue(value, text) {
 function readDrawing({ drawing }, fields) {
   const kept = { ...fields };
   delete kept.drawing;
+  if (JSON.stringify(kept).length * drawing.length > MAX_REPEATED) {
+    const count = `${drawing.length} strokes`;
+    return [{ problem: `fields of more than 4 MB, the limit, with ${count}`, fields: kept }];
+  }
   return drawing.map((stroke, i) => {
     const [x, y, time] = Array.isArray(stroke) ? stroke : [];
     const isMatching = Array.isArray(x) && Array.isArray(y) && x.length === y.length;
