@@ -21,6 +21,9 @@ test('what would take too much memory or time is refused with the limit', async 
     [`[${' '.repeat(9 * MB)}]`, /larger than 8 MB/],
   ];
   for (const [content, message] of cases) assert.match((await read(content)).damage, message);
+  const long = await read(svg(`<path d="M0 0${'L1 2'.repeat(MB / 3)}"/><path d="M0 0L1 2"/>`));
+  assert.deepEqual(long.problems, ['1: path data longer than 1 MB']);
+  assert.equal(long.strokes.length, 1);
   const deep = `{"points":[[1,2]],"a":${'['.repeat(50000)}${']'.repeat(50000)}}`;
   assert.deepEqual((await read(deep)).problems, ['1: nested too deeply']);
 });

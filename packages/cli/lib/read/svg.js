@@ -1,6 +1,7 @@
 'use strict';
 
 const svgpath = require('svgpath');
+const { splitCommands } = require('./path-data.js');
 const { toPixels } = require('../units.js');
 const { shorten } = require('./stroke-points.js');
 
@@ -24,6 +25,9 @@ const OTHER_SHAPES = new Set(['rect', 'circle', 'ellipse', 'use']);
 const MAX_SAMPLES = 1000;
 const FEW_SAMPLES = 16;
 const MAX_IN_PATH = 100000;
+
+// Characters of a path's data. Parsed, they take a hundred times their own memory.
+const MAX_DATA = 1024 * 1024;
 
 const NUMBERS = String.raw`[-+.\deE,\s]*`;
 const TRANSFORMS = new RegExp(
@@ -128,7 +132,11 @@ class SvgReader {
 
   emitPath(name, attributes, { style, id, matrix, wrong }, { line, position }) {
     const data = PATH_DATA[name](attributes);
-    const path = svgpath(data);
+    if (data.length > MAX_DATA) {
+      this.onProblem(line, `path data longer than ${MAX_DATA / 1024 / 1024} MB`);
+      return;
+    }
+    const path = svgpath(splitCommands(data));
     if (path.err) {
       this.onProblem(line, `${path.err.replace(/^SvgPath: /, '')} in "${shorten(data)}"`);
       return;
