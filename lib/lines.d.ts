@@ -57,10 +57,11 @@ export declare class LineIdealiser {
 
   /**
    * Answers a block of lines. The usual form is an object with `points`, an array of
-   * `[x, y, force, ...]`, and any other members but those that the answer has. A line that does not
-   * end with a line feed is left to the caller, too.
+   * `[x, y, force, ...]` or of `{x, y, force, time}`, and any other members but those that the answer
+   * has. The points of a figure come in the same form. A line that does not end with a line feed is
+   * left to the caller, too.
    *
-   * @param lines UTF-8, in memory that is not shared
+   * @param lines UTF-8, in memory that is neither shared nor detached
    * @param source becomes a member of the answers
    */
   idealise(lines: Uint8Array, source?: string): LineAnswers;

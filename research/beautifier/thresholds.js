@@ -12,9 +12,9 @@ const { sigmoid } = require('./learn.js');
 
 const SOFTNESS = 0.5; // log odds over which an answer fades in
 const STIFFNESS = 6; // penalty: half of it times the squared shift, in strokes
-const RARENESS = 0.5; // exponent by which families with few strokes count more
+const RARENESS = 0.8; // exponent by which families with few strokes count more
 const HANDWRITING = 1.5; // cost of changing it, relative to changing a drawing
-const PRICE = 1.6; // cost of changing a drawing, in missed figures
+const PRICE = 1.4; // cost of changing a drawing, in missed figures
 const MAX_SHIFT = 1;
 const STEP = 0.01;
 

@@ -1,6 +1,7 @@
 'use strict';
 
 const svgpath = require('svgpath');
+const { splitCommands } = require('./path-data.js');
 const { toPixels } = require('../units.js');
 const { shorten } = require('./stroke-points.js');
 
@@ -24,6 +25,9 @@ const OTHER_SHAPES = new Set(['rect', 'circle', 'ellipse', 'use']);
 const MAX_SAMPLES = 1000;
 const FEW_SAMPLES = 16;
 const MAX_IN_PATH = 100000;
+
+// Characters of a path's data. Parsed, they take a hundred times their own memory.
+const MAX_DATA = 1024 * 1024;
 
 const NUMBERS = String.raw`[-+.\deE,\s]*`;
 const TRANSFORMS = new RegExp(
@@ -128,7 +132,11 @@ class SvgReader {
 
   emitPath(name, attributes, { style, id, matrix, wrong }, { line, position }) {
     const data = PATH_DATA[name](attributes);
-    const path = svgpath(data.replace(RUNS, splitRun));
+    if (data.length > MAX_DATA) {
+      this.onProblem(line, `path data longer than ${MAX_DATA / 1024 / 1024} MB`);
+      return;
+    }
+    const path = svgpath(splitCommands(data));
     if (path.err) {
       this.onProblem(line, `${path.err.replace(/^SvgPath: /, '')} in "${shorten(data)}"`);
       return;
@@ -148,31 +156,6 @@ class SvgReader {
       } else this.onProblem(line, `coordinates that are not finite in "${shorten(data)}"`);
     }
   }
-}
-
-// A command with the numbers after it, and one of these with what is before it. The numbers of arcs
-// may stand without a space between them.
-const RUNS = /([mlhvcsqt])([^mlhvcsqtazr]+)/gi;
-const NUMBER = /\s*,?\s*([-+]?(?:\d+\.?\d*|\.\d+)(?:e[-+]?\d+)?)/gi;
-
-// A multiple of the numbers that any command takes.
-const NUMBERS_AT_A_TIME = 1200;
-
-/** Repeats the command of many numbers: the time of svgpath grows with the square of their count. */
-function splitRun(run, command, values) {
-  if (values.length < 2 * NUMBERS_AT_A_TIME) return run;
-  const next = { m: 'l', M: 'L' }[command] ?? command;
-  const parts = [command];
-  let from = 0;
-  let count = 0;
-  for (const { 0: text, 1: number, index } of values.matchAll(NUMBER)) {
-    if (count > 0 && count % NUMBERS_AT_A_TIME === 0) {
-      parts.push(values.slice(from, index), next);
-      from = index + text.length - number.length;
-    }
-    count += 1;
-  }
-  return parts.join('') + values.slice(from);
 }
 
 const IDENTITY = [1, 0, 0, 1, 0, 0];
