@@ -21,6 +21,9 @@ const MAX_DEPTH = 1000;
 const SLICE = 4 * 1024;
 const MANY_POINTS = 10000;
 
+// A stroke counts as so many at least: the answer to a short one may be a long figure.
+const POINTS_OF_FIGURE = 20;
+
 /** Encodings by their byte order mark. */
 const MARKS = [
   { mark: [0xff, 0xfe], encoding: 'utf-16le' },
@@ -230,7 +233,7 @@ class Document {
   }
 
   takeStroke(line, stroke, span) {
-    this.points += stroke.points.length;
+    this.points += Math.max(stroke.points.length, POINTS_OF_FIGURE);
     this.records.push({ line, stroke, ...(this.options.withSpans && { span }) });
   }
 
