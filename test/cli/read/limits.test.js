@@ -31,7 +31,7 @@ test('what would take too much memory or time is refused with the limit', async 
   assert.deepEqual((await read(deep)).problems, ['1: nested too deeply']);
 });
 
-test('huge curves get few points, transforms are combined only once', async () => {
+test('huge curves get few points, transforms are combined only once, style sheets read in one go', async () => {
   const curve = 'C1e9 0 1e9 1e9 0 1e9';
   const { strokes } = await read(
     svg(`<path d="M0 0${curve}"/><path d="M0 0${curve.repeat(9000)}"/>`),
@@ -46,4 +46,9 @@ test('huge curves get few points, transforms are combined only once', async () =
   // Matching such a text step by step would take hours.
   const wrong = svg(`<path transform="scale(1)${' '.repeat(200000)}x" d="M0 0L1 1"/>`);
   assert.match((await read(wrong)).problems[0], /transform .* cannot be read/);
+  const sheets = ['/*', 'a ', '{', '}'].map((text) => `<style>${text.repeat(500000)}</style>`);
+  const filled = '<style>/* path { fill: red } */@media x { .b/* } */{ fill: red } }</style>';
+  const paths = '<path d="M0 0L1 1"/><path class="b" d="M0 0L1 1"/>';
+  const styled = svg(`${sheets.join('')}${filled}${paths}`);
+  assert.equal((await read(styled)).strokes.length, 1);
 });

@@ -173,8 +173,7 @@ const SELECTOR = /^([\w-]*)(?:([.#])([\w-]+))?$/;
 
 /** The rules of a style sheet for elements, classes and identifiers, in the order of their weight. */
 function parseRules(css) {
-  const plain = css.replace(/\/\*[^]*?\*\//g, '');
-  const rules = [...plain.matchAll(/([^{}]+)\{([^{}]*)\}/g)].flatMap(([, selectors, body]) => {
+  const rules = blocksOf(withoutComments(css)).flatMap(([selectors, body]) => {
     const declarations = parseStyle(body);
     return selectors.split(',').flatMap((selector) => {
       const [found, tag, sign, value] = SELECTOR.exec(selector.trim()) ?? [];
@@ -186,6 +185,22 @@ function parseRules(css) {
     });
   });
   return rules.sort((a, b) => a.weight - b.weight);
+}
+
+function withoutComments(css) {
+  const [first, ...others] = css.split('/*');
+  const after = others.map((text) => text.split('*/').slice(1).join('*/'));
+  return first + after.join('');
+}
+
+/** What is before and between each pair of braces with no other brace between them. */
+function blocksOf(css) {
+  const texts = css.split(/([{}])/);
+  const blocks = [];
+  for (let i = 1; i + 2 < texts.length; i += 2) {
+    if (texts[i] === '{' && texts[i + 2] === '}') blocks.push([texts[i - 1], texts[i + 1]]);
+  }
+  return blocks;
 }
 
 /** The fields of a stroke, from its element. */
