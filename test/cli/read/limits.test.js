@@ -19,16 +19,30 @@ test('what would take too much memory or time is refused with the limit', async 
     [`<ink><trace>${'1 2, '.repeat(MB)}</trace></ink>`, /a tag or text longer than 4 MB/],
     [svg(`<path d="${' '.repeat(5 * MB)}"/>`), /a tag or text longer than 4 MB/],
     [`[${' '.repeat(9 * MB)}]`, /larger than 8 MB/],
+    [`[[]${',[]'.repeat(1e6)}]`, /more than 1000000 arrays and objects/],
+    [`[\n${'['.repeat(1001)}${']'.repeat(1001)}]`, /nested too deeply/],
   ];
   for (const [content, message] of cases) assert.match((await read(content)).damage, message);
+  const crowd = `{"points":[[1,2]],"others":[${Array(10001).fill('[[1,2]]')}]}`;
+  assert.match((await read(crowd)).problems[0], /"others" has more than 10000 strokes/);
+  const trace = await read(`<ink><trace>${'1 2, '.repeat(MB / 4)}</trace></ink>`);
+  assert.match(trace.problems[0], /a trace longer than 1 MB/);
+  const parts = await read(svg(`<path d="${'M1 2L3 4'.repeat(10001)}"/>`));
+  assert.match(parts.problems[0], /more than 10000 parts/);
   const long = await read(svg(`<path d="M0 0${'L1 2'.repeat(MB / 3)}"/><path d="M0 0L1 2"/>`));
   assert.deepEqual(long.problems, ['1: path data longer than 1 MB']);
   assert.equal(long.strokes.length, 1);
   // Each stroke gets the fields.
-  const drawing = `{"drawing":[${Array(6000).fill('[[1],[2]]')}],"word":"${'y'.repeat(1000)}"}`;
-  assert.match((await read(drawing)).problems[0], /more than 4 MB, the limit, with 6000 strokes/);
-  const deep = `{"points":[[1,2]],"a":${'['.repeat(50000)}${']'.repeat(50000)}}`;
-  assert.deepEqual((await read(deep)).problems, ['1: nested too deeply']);
+  const drawingOf = (count, word) =>
+    `{"drawing":[${Array(count).fill('[[1],[2]]')}],"word":"${word}"}`;
+  const drawing = drawingOf(1600, 'y'.repeat(3000));
+  assert.match((await read(drawingOf(2001, 'y'))).problems[0], /more than 2000 strokes/);
+  assert.match((await read(drawing)).problems[0], /more than 4 MB, the limit, with 1600 strokes/);
+  for (const depth of [5000, 50000]) {
+    const deep = `{"points":[[1,2]],"a":${'['.repeat(depth)}${']'.repeat(depth)}}`;
+    const [problem] = (await read(`${deep}\n`)).problems;
+    assert.equal(problem, depth > 5000 ? '1: nested too deeply' : undefined);
+  }
 });
 
 test('huge curves get few points, transforms are combined only once, style sheets read in one go', async () => {

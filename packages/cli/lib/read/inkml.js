@@ -18,8 +18,14 @@ const MILLISECONDS = new Map(Object.entries({ s: 1000, ms: 1, us: 1e-3, ns: 1e-6
  * @property {number[][]} [transform] rows of the affine transform to the canvas
  */
 
+// Characters of a trace.
+const MAX_TRACE = 1024 * 1024;
+
 // Points that are held back for the annotations of views; strokes after these are not.
 const MAX_HELD = 200000;
+
+// A stroke counts as so many points at least.
+const POINTS_OF_STROKE = 20;
 
 /** The format of ink that declares no format. */
 function plainFormat() {
@@ -112,6 +118,10 @@ class InkmlReader {
   emitTrace() {
     const { text, line, id, format, brush, continuation, priorRef } = this.trace;
     this.trace = undefined;
+    if (text.length > MAX_TRACE) {
+      this.onProblem(line, `a trace longer than ${MAX_TRACE / 1024 / 1024} MB`);
+      return;
+    }
     const { points, problem } = decodeTrace(text, format);
     if (problem) {
       this.onProblem(line, problem);
@@ -155,7 +165,7 @@ class InkmlReader {
       if (!this.heldById.has(name)) this.heldById.set(name, []);
       this.heldById.get(name).push(whole);
     }
-    this.heldPoints += whole.stroke.points.length;
+    this.heldPoints += Math.max(whole.stroke.points.length, POINTS_OF_STROKE);
     if (this.heldPoints > MAX_HELD) this.release();
   }
 

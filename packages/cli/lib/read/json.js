@@ -3,11 +3,17 @@
 const { UserError } = require('../user-error.js');
 const { checkSize, figuresOf, readWhole } = require('./kept.js');
 const { readExcalidraw, rewriteElement } = require('./excalidraw.js');
-const { readValue } = require('./ndjson.js');
+const { MAX_DEPTH, TOO_DEEP, bracketsOf, readValue } = require('./ndjson.js');
 const { readRnote, rewriteBrush } = require('./rnote.js');
 
 // A parsed document takes about ten times the memory of its text.
 const MAX_LENGTH = 8 * 1024 * 1024;
+
+// Arrays and objects of a document. Empty ones take a hundred times their text.
+const MAX_VALUES = 1e6;
+
+// Values of an array that are processed at a time.
+const PART = 500;
 
 /** Kinds of documents by what their root shows. */
 const FORMATS = [
@@ -51,6 +57,10 @@ function isLine(text) {
 /** Parses a document and detects its format. */
 async function parseDocument(chunks) {
   const text = (await readWhole(chunks, MAX_LENGTH)).toString('utf8').replace(/^\ufeff/, '');
+  const { count, depth } = bracketsOf(text);
+  if (depth > MAX_DEPTH) throw new UserError(TOO_DEEP);
+  if (count > MAX_VALUES)
+    throw new UserError(`more than ${MAX_VALUES} arrays and objects, the limit`);
   let root;
   try {
     root = JSON.parse(text);
@@ -72,7 +82,9 @@ async function* readJson(chunks) {
 /** See readInk. */
 async function* rewriteJson(head, chunks, { keep }) {
   const { root, format, indent } = await parseDocument(chunks);
-  const [{ records, passedOver }] = format.read(root);
+  const parts = [...format.read(root)];
+  const records = parts.flatMap((part) => part.records);
+  const passedOver = parts.flatMap((part) => part.passedOver);
   checkSize(records);
   const isKept = format.name === keep;
   const rewrite = (answers) => {
@@ -90,13 +102,17 @@ function withoutElement({ element: _, ...record }) {
   return record;
 }
 
-/** One stroke, or an array of them. */
+/** One stroke, or an array of them, in parts. */
 function* readStrokes(root) {
   const values = Array.isArray(root) ? root : [root];
-  const records = values.flatMap((value, i) =>
-    readValue(value).map((record) => ({ line: i + 1, ...record })),
-  );
-  yield { records, passedOver: [] };
+  for (let start = 0; start === 0 || start < values.length; start += PART) {
+    const records = values
+      .slice(start, start + PART)
+      .flatMap((value, i) =>
+        readValue(value).map((record) => ({ line: start + i + 1, ...record })),
+      );
+    yield { records, passedOver: [] };
+  }
 }
 
 module.exports = { isJsonDocument, readJson, rewriteJson };

@@ -12,6 +12,14 @@ const MAX_LINE_LENGTH = 1024 * 1024;
 // Bytes that are processed at a time, about. Each block has a price, in a worker or not.
 const BLOCK = 1 << 20;
 
+// A line with it holds many strokes, so that blocks are smaller.
+const DRAWING = '"drawing"';
+const BLOCK_OF_DRAWINGS = 1 << 15;
+
+// Strokes of a drawing, and those beside a stroke.
+const MAX_STROKES = 2000;
+const MAX_OTHERS = 10000;
+
 // Characters that the fields of a drawing take, which each of its strokes gets.
 const MAX_REPEATED = 4 * 1024 * 1024;
 
@@ -60,9 +68,11 @@ const overlongLine = () => ({ bytes: new Uint8Array(0), overlong: true });
 /** Where the block of whole lines ends that begins at an index. */
 function endOfBlock(chunk, start) {
   let end = chunk.indexOf(LINE_FEED, start) + 1;
+  const hasDrawing = chunk.subarray(start, start + BLOCK).includes(DRAWING);
+  const limit = start + (hasDrawing ? BLOCK_OF_DRAWINGS : BLOCK);
   for (let lines = 1; lines < BLOCK_LINES; lines += 1) {
     const feed = chunk.indexOf(LINE_FEED, end);
-    if (feed < 0 || feed >= start + BLOCK) break;
+    if (feed < 0 || feed >= limit) break;
     end = feed + 1;
   }
   return end;
@@ -134,6 +144,7 @@ function parseLine(text) {
   }
   let value;
   try {
+    if (isDeep(text)) return [{ problem: TOO_DEEP }];
     value = JSON.parse(text);
   } catch (error) {
     return [{ problem: `not JSON: ${error.message}${text.startsWith('[') ? ARRAY_HINT : ''}` }];
@@ -142,6 +153,33 @@ function parseLine(text) {
 }
 
 const TOO_DEEP = 'nested too deeply';
+
+// Brackets in brackets; parsed, each takes hundreds of bytes. A short text is harmless.
+const MAX_DEPTH = 1000;
+const SHORT = 1 << 16;
+
+/** Whether a line is nested too deeply to be parsed. */
+function isDeep(text) {
+  return text.length >= SHORT && bracketsOf(text).depth > MAX_DEPTH;
+}
+
+/** The number of brackets that are opened in a text of JSON, and how many are open at most. */
+function bracketsOf(text) {
+  let [count, depth, open] = [0, 0, 0];
+  let isString = false;
+  for (let i = 0; i < text.length; i += 1) {
+    const letter = text[i];
+    if (letter === '"') isString = !isString;
+    else if (isString) i += letter === '\\' ? 1 : 0;
+    else if (letter === ']' || letter === '}') open -= 1;
+    else if (letter === '[' || letter === '{') {
+      open += 1;
+      count += 1;
+      depth = Math.max(depth, open);
+    }
+  }
+  return { count, depth };
+}
 
 /** What a function returns that handles nested values; undefined where the stack overflows. */
 function unlessTooDeep(handle) {
@@ -178,6 +216,9 @@ function readValue(value, text) {
 function readDrawing({ drawing }, fields) {
   const kept = { ...fields };
   delete kept.drawing;
+  if (drawing.length > MAX_STROKES) {
+    return [{ problem: `more than ${MAX_STROKES} strokes in a drawing, the limit`, fields: kept }];
+  }
   if (JSON.stringify(kept).length * drawing.length > MAX_REPEATED) {
     const count = `${drawing.length} strokes`;
     return [{ problem: `fields of more than 4 MB, the limit, with ${count}`, fields: kept }];
@@ -203,9 +244,20 @@ function readOthers({ others }) {
   if (!Array.isArray(others)) {
     return { problem: `"others" must be an array of strokes, found ${describe(others)}` };
   }
+  if (others.length > MAX_OTHERS) {
+    return { problem: `"others" has more than ${MAX_OTHERS} strokes, the limit` };
+  }
   const strokes = others.map((other, i) => readPoints(other, `others[${i}]`));
   const problem = strokes.find((stroke) => stroke.problem)?.problem;
   return problem ? { problem } : { others: strokes.map(({ points }) => points) };
 }
 
-module.exports = { TOO_DEEP, parseBlock, readBlocks, readValue, unlessTooDeep };
+module.exports = {
+  MAX_DEPTH,
+  TOO_DEEP,
+  bracketsOf,
+  parseBlock,
+  readBlocks,
+  readValue,
+  unlessTooDeep,
+};

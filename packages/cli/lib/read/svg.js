@@ -24,7 +24,10 @@ const OTHER_SHAPES = new Set(['rect', 'circle', 'ellipse', 'use']);
 // A curve that needs more samples is far larger than any drawing area, and gets a few.
 const MAX_SAMPLES = 1000;
 const FEW_SAMPLES = 16;
-const MAX_IN_PATH = 100000;
+const MAX_IN_PATH = 30000;
+
+// Strokes that a path may be.
+const MAX_PARTS = 10000;
 
 // Characters of a path's data. Parsed, they take a hundred times their own memory.
 const MAX_DATA = 1024 * 1024;
@@ -149,7 +152,12 @@ class SvgReader {
     const fields = fieldsOf(style, id, matrix);
     const { area, scale } = this;
     const span = { name, position, matrix };
-    for (const points of drawnParts(path, this.step / (scale ?? 1))) {
+    const parts = drawnParts(path, this.step / (scale ?? 1));
+    if (parts.length > MAX_PARTS) {
+      this.onProblem(line, `a path of more than ${MAX_PARTS} parts, the limit`);
+      return;
+    }
+    for (const points of parts) {
       if (points.every((point) => point.every(Number.isFinite))) {
         const stroke = { points, fields, ...(scale && { scale }), ...(area && { area }) };
         this.onStroke(line, stroke, span);

@@ -5,8 +5,10 @@ const { parseBlock } = require('../read/ndjson.js');
 
 const LINE_FEED = 10;
 
-// Points of a document that are looked at, about, and strokes that are needed to judge.
+// Points of a document that are looked at, about, and strokes that are needed to judge. A stroke
+// counts as so many points at least.
 const LOOKED_AT = 100000;
+const POINTS_OF_STROKE = 20;
 const NEEDED = 5;
 
 // Drawing units: the longer side of the ink of a page, from a label to a wall.
@@ -56,8 +58,9 @@ async function* withPlausibleSize(jobs, name) {
     }
     held.push(job);
     for (const { stroke } of job.records ?? []) {
-      if (stroke) strokes.push(stroke);
-      points += stroke?.points.length ?? 0;
+      if (!stroke) continue;
+      strokes.push(stroke);
+      points += Math.max(stroke.points.length, POINTS_OF_STROKE);
     }
     if (points >= LOOKED_AT) yield* judge();
   }
