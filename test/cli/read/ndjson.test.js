@@ -80,8 +80,8 @@ describe('NDJSON', () => {
 
   test('a line that is too long costs only itself', async () => {
     const MB = 1 << 20;
-    const long = `${' '.repeat(MB - 20)}{"points":[[1,2]]}`;
-    const chunks = [`{"points":[[0,0]]}\n${' '.repeat(MB)}\n${long}\n`];
+    const long = '{"points":[[1,2]]}'.padStart(MB);
+    const chunks = [`{"points":[[0,0]]}\n${' '.repeat(MB + 1)}\n${long}\n`];
     for (let i = 0; i < 70; i += 1) chunks.push('x'.repeat(MB));
     chunks.push('\n{"points":[[3,4]]}\n');
     const records = [];

@@ -47,7 +47,7 @@ async function* readBlocks(chunks) {
     const end = chunk.lastIndexOf(LINE_FEED) + 1;
     for (let start = 0; start < end;) {
       const feed = chunk.indexOf(LINE_FEED, start) + 1;
-      overlong ||= length + feed - start > MAX_LINE_LENGTH;
+      overlong ||= length + feed - 1 - start > MAX_LINE_LENGTH;
       const next = overlong ? feed : endOfBlock(chunk, start);
       yield overlong ? overlongLine() : { bytes: join([...pending, chunk.subarray(start, next)]) };
       pending.forEach(free);
