@@ -118,7 +118,8 @@ function answers(engine, given, text, source) {
   return { ...result, lines: Buffer.from(parts[0]).toString().split('\n') };
 }
 
-const POINTS = /"points":(\[\s*(?:\[[^\]]*\]|\{[^}]*\})(?:\s*,\s*(?:\[[^\]]*\]|\{[^}]*\}))*\s*\])/;
+const POINTS =
+  /"points":(\[\s*(?:\[[^[\]]*\]|\{[^{}]*\})(?:\s*,\s*(?:\[[^[\]]*\]|\{[^{}]*\}))*\s*\])/;
 
 /** Points that stay as drawn keep their notation in native code alone. */
 const withoutNotation = (text) =>
