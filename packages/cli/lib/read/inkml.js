@@ -1,7 +1,7 @@
 'use strict';
 
 const { pixelsPer } = require('../units.js');
-const { readArea } = require('./stroke-points.js');
+const { readArea, weightOf } = require('./stroke-points.js');
 
 const VALUE = /([!'"]?)\s*([-+]?(?:\d+\.?\d*|\.\d+)(?:[eE][-+]?\d+)?|#[\dA-Fa-f]+|[*?TF])\s*/y;
 
@@ -23,9 +23,6 @@ const MAX_TRACE = 1024 * 1024;
 
 // Points that are held back for the annotations of views; strokes after these are not.
 const MAX_HELD = 200000;
-
-// A stroke counts as so many points at least.
-const POINTS_OF_STROKE = 20;
 
 /** The format of ink that declares no format. */
 function plainFormat() {
@@ -165,7 +162,7 @@ class InkmlReader {
       if (!this.heldById.has(name)) this.heldById.set(name, []);
       this.heldById.get(name).push(whole);
     }
-    this.heldPoints += Math.max(whole.stroke.points.length, POINTS_OF_STROKE);
+    this.heldPoints += weightOf(whole.stroke);
     if (this.heldPoints > MAX_HELD) this.release();
   }
 

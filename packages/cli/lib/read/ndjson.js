@@ -221,7 +221,12 @@ function readDrawing({ drawing }, fields) {
   }
   if (JSON.stringify(kept).length * drawing.length > MAX_REPEATED) {
     const count = `${drawing.length} strokes`;
-    return [{ problem: `fields of more than 4 MB, the limit, with ${count}`, fields: kept }];
+    return [
+      {
+        problem: `fields of more than ${MAX_REPEATED / 1024 / 1024} MB, the limit, with ${count}`,
+        fields: kept,
+      },
+    ];
   }
   return drawing.map((stroke, i) => {
     const [x, y, time] = Array.isArray(stroke) ? stroke : [];

@@ -3,6 +3,9 @@
 const FIELDS = ['x', 'y', 'force', 'time'];
 const REQUIRED = 2;
 
+/** Points of a figure, about. */
+const POINTS_OF_FIGURE = 20;
+
 /**
  * @typedef {object} Stroke ink as it was read
  * @property {number[][]} points [x, y, force, time] of each, in the units of the input; a force
@@ -70,6 +73,11 @@ function readArea({ width, height }) {
   return { area: { x: 0, y: 0, width, height } };
 }
 
+/** The points that a stroke counts as where memory is bounded: a short one may become a long figure. */
+function weightOf({ points }) {
+  return Math.max(points.length, POINTS_OF_FIGURE);
+}
+
 /** An unexpected value, for messages. */
 function describe(value) {
   if (value === undefined) return 'nothing';
@@ -82,4 +90,4 @@ function shorten(text) {
   return text.length > 40 ? `${text.slice(0, 40)}...` : text;
 }
 
-module.exports = { describe, readArea, readPoints, shorten };
+module.exports = { describe, readArea, readPoints, shorten, weightOf };

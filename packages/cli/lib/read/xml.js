@@ -4,6 +4,7 @@ const { SaxesParser } = require('saxes');
 const { UserError } = require('../user-error.js');
 const { InkmlReader } = require('./inkml.js');
 const { checkSize, figuresOf, readWhole } = require('./kept.js');
+const { weightOf } = require('./stroke-points.js');
 const { rewriteTag } = require('./svg-rewriting.js');
 const { SvgReader } = require('./svg.js');
 const { XoppReader, rewriteStroke } = require('./xopp.js');
@@ -20,9 +21,6 @@ const MAX_DEPTH = 1000;
 // can be a curve of many points.
 const SLICE = 4 * 1024;
 const MANY_POINTS = 10000;
-
-// A stroke counts as so many at least: the answer to a short one may be a long figure.
-const POINTS_OF_FIGURE = 20;
 
 /** Encodings by their byte order mark. */
 const MARKS = [
@@ -233,7 +231,7 @@ class Document {
   }
 
   takeStroke(line, stroke, span) {
-    this.points += Math.max(stroke.points.length, POINTS_OF_FIGURE);
+    this.points += weightOf(stroke);
     this.records.push({ line, stroke, ...(this.options.withSpans && { span }) });
   }
 

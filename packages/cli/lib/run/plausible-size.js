@@ -2,13 +2,12 @@
 
 const { NO_EDGES, edgesOf, uniteEdges } = require('../boxes.js');
 const { parseBlock } = require('../read/ndjson.js');
+const { weightOf } = require('../read/stroke-points.js');
 
 const LINE_FEED = 10;
 
-// Points of a document that are looked at, about, and strokes that are needed to judge. A stroke
-// counts as so many points at least.
+// Points of a document that are looked at, about, and strokes that are needed to judge.
 const LOOKED_AT = 100000;
-const POINTS_OF_STROKE = 20;
 const NEEDED = 5;
 
 // Drawing units: the longer side of the ink of a page, from a label to a wall.
@@ -60,7 +59,7 @@ async function* withPlausibleSize(jobs, name) {
     for (const { stroke } of job.records ?? []) {
       if (!stroke) continue;
       strokes.push(stroke);
-      points += Math.max(stroke.points.length, POINTS_OF_STROKE);
+      points += weightOf(stroke);
     }
     if (points >= LOOKED_AT) yield* judge();
   }

@@ -49,12 +49,12 @@ function createProcessor(options) {
   const writer = createWriter(options);
   return (job) => {
     try {
-      return process(job);
+      return answerJob(job);
     } finally {
       if (job.bytes) free(job.bytes);
     }
   };
-  function process(job) {
+  function answerJob(job) {
     if (job.bytes && options.format === 'ndjson') return processLines(job);
     const { lines, records } = job.records ? { lines: 0, records: job.records } : parseBlock(job);
     const tally = new Tally(writer);
